@@ -1,0 +1,33 @@
+// The application object of the process. Main thread.
+#pragma once
+
+namespace orvane {
+
+class ApplicationDelegate {
+public:
+    virtual ~ApplicationDelegate() = default;
+    /// Called once, by the running event loop.
+    virtual void applicationDidFinishLaunching() = 0;
+    /// The program was started again, or its task bar entry was clicked. The answer tells whether the
+    /// platform should go on with its own handling.
+    virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
+};
+
+class Application {
+public:
+    enum class ActivationPolicy {
+        regular,   // shows in the Dock or task bar
+        accessory, // doesn't, but may have windows and menus
+    };
+
+    virtual ~Application() = default;
+
+    /// The delegate must outlive the application's run.
+    virtual void setDelegate(ApplicationDelegate* delegate) = 0;
+    virtual void setActivationPolicy(ActivationPolicy policy) = 0;
+    virtual ActivationPolicy activationPolicy() const = 0;
+    /// Ends the event loop; what is queued behind this call may not run any more.
+    virtual void terminate() = 0;
+};
+
+} // namespace orvane

@@ -1,0 +1,22 @@
+// What the running program knows of itself. Any thread; constant for the life of the process.
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+
+namespace orvane {
+
+class Bundle {
+public:
+    virtual ~Bundle() = default;
+
+    virtual std::optional<QString> identifier() const = 0;
+    /// A value of the info dictionary, "CFBundleShortVersionString" among them; invalid when absent.
+    virtual QVariant infoValue(const QString& key) const = 0;
+    /// Absolute path of what has to be opened to start the program again.
+    virtual QString path() const = 0;
+};
+
+} // namespace orvane

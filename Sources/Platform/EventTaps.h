@@ -1,0 +1,47 @@
+// Taps on the session's stream of input, and posting of events into it. Main thread.
+#pragma once
+
+#include "Platform/Event.h"
+
+#include <memory>
+
+namespace orvane {
+
+/// Called on the main thread for each event of the mask, and with the two types that tell of a disabled tap.
+/// It may change the event in place; null removes the event from the stream. While it runs, all input of the
+/// session waits: after one second the event passes unchanged and the tap is disabled.
+using EventTapCallback = Event* (*)(EventType type, Event* event, void* userInfo);
+
+/// A tap. Made disabled and unattached; its end takes it away and lets the devices go.
+class EventTap {
+public:
+    virtual ~EventTap() = default;
+
+    /// Attaches to the main run loop, in all its modes; unattached, no event is delivered.
+    virtual void addToMainRunLoop() = 0;
+    virtual void removeFromMainRunLoop() = 0;
+    virtual void enable(bool enabled) = 0;
+    virtual bool isEnabled() const = 0;
+    /// For good; a tap that was invalidated can't be enabled again.
+    virtual void invalidate() = 0;
+};
+
+class EventTaps {
+public:
+    enum class Location { hid = 0, session = 1 };
+    enum class Placement { headInsert = 0, tailAppend = 1 };
+    enum class Options { defaultTap = 0, listenOnly = 1 };
+
+    virtual ~EventTaps() = default;
+
+    /// Null when the system doesn't allow it or can't; the platform's log says why.
+    [[nodiscard]] virtual std::unique_ptr<EventTap> tapCreate(Location location, Placement placement,
+                                                              Options options, EventMask eventsOfInterest,
+                                                              EventTapCallback callback, void* userInfo) = 0;
+
+    /// Puts an event into the stream. One posted at `hid` passes every tap on its way, like one of the
+    /// hardware.
+    virtual void post(Location location, const Event& event) = 0;
+};
+
+} // namespace orvane

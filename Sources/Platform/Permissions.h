@@ -1,0 +1,39 @@
+// What the system lets this program do, and the asking for more.
+//
+// Main thread, and quick: answers are the last known ones. Only determinePermissionToAutomateTarget with
+// `prompt` may block, for as long as a user thinks, and may be called on any thread.
+#pragma once
+
+#include <QString>
+
+namespace orvane {
+
+class Permissions {
+public:
+    using OSStatus = int;
+    static constexpr OSStatus noErr = 0;
+    static constexpr OSStatus errAEEventNotPermitted = -1743;
+    static constexpr OSStatus errAEEventWouldRequireUserConsent = -1744;
+    static constexpr OSStatus procNotFound = -600; // the target isn't there
+
+    enum class Prompt { no, yes };
+
+    virtual ~Permissions() = default;
+
+    /// Whether windows of other programs can be read and moved.
+    virtual bool axIsProcessTrusted() = 0;
+    virtual void axIsProcessTrustedWithPrompt() = 0;
+
+    /// Whether input meant for other programs can be seen and changed.
+    virtual bool preflightListenEventAccess() = 0;
+    virtual void requestListenEventAccess() = 0;
+
+    /// Whether the screen's content can be read.
+    virtual bool preflightScreenCaptureAccess() = 0;
+    virtual void requestScreenCaptureAccess() = 0;
+
+    /// Whether the program named by a bundle identifier may be automated, by any event.
+    virtual OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) = 0;
+};
+
+} // namespace orvane

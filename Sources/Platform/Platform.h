@@ -1,0 +1,56 @@
+// The system that the program runs on: an aggregate of its services, installed once for the process.
+//
+// main installs the real one; a test installs a fake one for a scope. Pure logic never asks for it.
+#pragma once
+
+namespace orvane {
+
+class Application;
+class Bundle;
+class Clock;
+class DefaultsStore;
+class EventTaps;
+class FileManager;
+class LoginItem;
+class LogSink;
+class NotificationCenter;
+class Permissions;
+class PowerAssertions;
+class RunLoop;
+class StatusBar;
+class Workspace;
+
+struct Platform {
+    Application& application;
+    Bundle& mainBundle;
+    Clock& clock;
+    NotificationCenter& defaultNotificationCenter;
+    EventTaps& eventTaps;
+    FileManager& fileManager;
+    LoginItem& loginItem;
+    LogSink& log;
+    Permissions& permissions;
+    PowerAssertions& powerAssertions;
+    RunLoop& mainRunLoop;
+    DefaultsStore& standardDefaults;
+    StatusBar& systemStatusBar;
+    Workspace& sharedWorkspace;
+};
+
+/// The installed platform. Calling it with none installed ends the process with a message.
+Platform& platform();
+bool isPlatformInstalled();
+
+/// Installs a platform for a scope, and at its end the one that was there before.
+class PlatformScope {
+public:
+    explicit PlatformScope(Platform& platform);
+    ~PlatformScope();
+    PlatformScope(const PlatformScope&) = delete;
+    PlatformScope& operator=(const PlatformScope&) = delete;
+
+private:
+    Platform* m_previous;
+};
+
+} // namespace orvane

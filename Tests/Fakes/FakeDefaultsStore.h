@@ -1,0 +1,44 @@
+// A defaults store in memory.
+#pragma once
+
+#include "Platform/DefaultsStore.h"
+
+namespace orvane {
+
+class FakeDefaultsStore : public DefaultsStore {
+public:
+    void registerDefaults(const QVariantMap& defaults) override
+    {
+        ++registrations;
+        for (auto it = defaults.begin(); it != defaults.end(); ++it)
+            registered.insert(it.key(), it.value());
+    }
+
+    QVariant object(const QString& key) const override
+    {
+        const auto it = stored.find(key);
+        return it != stored.end() ? it.value() : registered.value(key);
+    }
+
+    void set(const QString& key, const QVariant& value) override
+    {
+        if (value.isValid())
+            stored.insert(key, value);
+        else
+            stored.remove(key);
+    }
+
+    QVariantMap dictionaryRepresentation() const override
+    {
+        QVariantMap all = registered;
+        for (auto it = stored.begin(); it != stored.end(); ++it)
+            all.insert(it.key(), it.value());
+        return all;
+    }
+
+    QVariantMap stored;
+    QVariantMap registered;
+    int registrations = 0;
+};
+
+} // namespace orvane

@@ -1,0 +1,47 @@
+// Permissions as a test sets them.
+#pragma once
+
+#include "Platform/Permissions.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+namespace orvane {
+
+class FakePermissions : public Permissions {
+public:
+    bool axIsProcessTrusted() override { return accessibility; }
+    void axIsProcessTrustedWithPrompt() override { asked(QStringLiteral("accessibility")); }
+    bool preflightListenEventAccess() override { return inputMonitoring; }
+    void requestListenEventAccess() override { asked(QStringLiteral("inputMonitoring")); }
+    bool preflightScreenCaptureAccess() override { return screenRecording; }
+    void requestScreenCaptureAccess() override { asked(QStringLiteral("screenRecording")); }
+
+    OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) override
+    {
+        automationTargets.append(bundleIdentifier);
+        if (prompt == Prompt::yes)
+            asked(QStringLiteral("appleEvents"));
+        return automation;
+    }
+
+    bool accessibility = false;
+    bool inputMonitoring = false;
+    bool screenRecording = false;
+    OSStatus automation = errAEEventWouldRequireUserConsent;
+    QStringList requests;
+    QStringList automationTargets;
+    /// What the user answers to a prompt: may change the values above.
+    std::function<void()> userAnswer = [] {};
+
+private:
+    void asked(const QString& what)
+    {
+        requests.append(what);
+        userAnswer();
+    }
+};
+
+} // namespace orvane

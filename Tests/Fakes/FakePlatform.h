@@ -1,0 +1,66 @@
+// A whole platform of fakes, installed for as long as the object lives.
+#pragma once
+
+#include "Fakes/FakeApplication.h"
+#include "Fakes/FakeClock.h"
+#include "Fakes/FakeDefaultsStore.h"
+#include "Fakes/FakeEventTaps.h"
+#include "Fakes/FakeLogSink.h"
+#include "Fakes/FakeLoginItem.h"
+#include "Fakes/FakePermissions.h"
+#include "Fakes/FakePowerAssertions.h"
+#include "Fakes/FakeRunLoop.h"
+#include "Fakes/FakeStatusBar.h"
+#include "Fakes/FakeWorkspace.h"
+#include "Platform/Bundle.h"
+#include "Platform/FileManager.h"
+#include "Platform/NotificationCenter.h"
+#include "Platform/Platform.h"
+
+namespace orvane {
+
+class FakeBundle : public Bundle {
+public:
+    std::optional<QString> identifier() const override { return bundleIdentifier; }
+    QVariant infoValue(const QString& key) const override { return info.value(key); }
+    QString path() const override { return bundlePath; }
+
+    std::optional<QString> bundleIdentifier = QStringLiteral("net.lindenrow.orvane");
+    QVariantMap info{{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("0.1.0")}};
+    QString bundlePath = QStringLiteral("/fake/bin/orvane");
+};
+
+class FakeFileManager : public FileManager {
+public:
+    QStringList applicationSupportDirectories() const override { return supportDirectories; }
+
+    QStringList supportDirectories{QStringLiteral("/fake/support")};
+};
+
+class FakePlatform {
+public:
+    FakePlatform();
+    /// Drops what is still queued while the platform is there for its captures to end on.
+    ~FakePlatform();
+
+    FakeApplication application;
+    FakeBundle bundle;
+    FakeClock clock;
+    FakeEventTaps eventTaps;
+    FakeFileManager fileManager;
+    FakeLogSink log;
+    FakeLoginItem loginItem;
+    FakePermissions permissions;
+    FakePowerAssertions powerAssertions;
+    FakeRunLoop runLoop{clock};
+    FakeDefaultsStore defaults;
+    FakeStatusBar statusBar;
+    FakeWorkspace workspace;
+    NotificationCenter notificationCenter;
+
+private:
+    Platform m_platform;
+    PlatformScope m_scope;
+};
+
+} // namespace orvane

@@ -1,0 +1,54 @@
+// A status bar whose items are clicked by the test and whose opened menus can be read and chosen from.
+#pragma once
+
+#include "Platform/StatusBar.h"
+
+#include <vector>
+
+namespace orvane {
+
+class FakeStatusBar;
+
+class FakeStatusItem : public StatusItem {
+public:
+    FakeStatusItem(FakeStatusBar& bar, double itemLength);
+    ~FakeStatusItem() override;
+
+    void setImage(const TemplateImage& newImage) override { image = newImage; }
+    void setToolTip(const QString& text) override { toolTip = text; }
+    void setAction(Action newAction) override { action = std::move(newAction); }
+    void setMenu(MenuDelegate delegate) override { menu = std::move(delegate); }
+    void performClick() override { click(nullptr); }
+
+    /// What the platform does at a user's click; a null event is one whose kind isn't known.
+    void click(const StatusItemEvent* event);
+    void click(StatusItemEvent event) { click(&event); }
+
+    TemplateImage image;
+    QString toolTip;
+    double length;
+    Action action;
+    MenuDelegate menu;
+    /// Every menu that was opened on this item, the last one last.
+    std::vector<Menu> openedMenus;
+
+private:
+    FakeStatusBar& m_bar;
+};
+
+class FakeStatusBar : public StatusBar {
+public:
+    std::unique_ptr<StatusItem> makeStatusItem(double length) override
+    {
+        return std::make_unique<FakeStatusItem>(*this, length);
+    }
+
+    /// Items in place, in order of their making.
+    std::vector<FakeStatusItem*> items;
+};
+
+/// Chooses an item of a menu as a user would; false when it can't be chosen.
+bool choose(const Menu& menu, const QString& title);
+const MenuItem* findItem(const Menu& menu, const QString& title);
+
+} // namespace orvane

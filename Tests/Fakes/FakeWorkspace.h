@@ -1,0 +1,55 @@
+// A workspace that records what it is asked to open; the test completes it.
+#pragma once
+
+#include "Platform/Workspace.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace orvane {
+
+class FakeWorkspace : public Workspace {
+public:
+    struct Opened {
+        QString path;
+        OpenConfiguration configuration;
+        OpenCompletion completion;
+    };
+
+    NotificationCenter& notificationCenter() override { return m_center; }
+    void openApplication(const QString& path, OpenConfiguration configuration,
+                         OpenCompletion completion) override
+    {
+        opened.push_back({path, configuration, std::move(completion)});
+    }
+
+    std::optional<RunningApplication> frontmostApplication() override { return frontmost; }
+    QList<InstalledApplication> installedApplications() override { return installed; }
+
+    /// Brings a program to the front as a person would; without one, the notification carries none.
+    void activate(const std::optional<RunningApplication>& application)
+    {
+        frontmost = application;
+        QVariantMap userInfo;
+        if (application)
+            userInfo.insert(applicationKey(), QVariant::fromValue(*application));
+        m_center.post(didActivateApplicationNotification(), userInfo);
+    }
+
+    bool openURL(const QString& url) override
+    {
+        openedURLs.append(url);
+        return true;
+    }
+
+    std::optional<RunningApplication> frontmost;
+    QList<InstalledApplication> installed;
+    std::vector<Opened> opened;
+    QStringList openedURLs;
+
+private:
+    NotificationCenter m_center;
+};
+
+} // namespace orvane
