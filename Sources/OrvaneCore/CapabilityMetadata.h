@@ -1,0 +1,46 @@
+// What a capability is: its identity, its name and the group it is listed under.
+#pragma once
+
+#include <QHashFunctions>
+#include <QString>
+
+#include <array>
+#include <compare>
+#include <optional>
+
+namespace orvane {
+
+/// A reverse-domain name such as "net.lindenrow.orvane.awake". Also the scope of the capability's
+/// preferences, its logging category and the last component of its support directory.
+struct CapabilityID {
+    QString rawValue;
+
+    friend bool operator==(const CapabilityID&, const CapabilityID&) = default;
+    friend auto operator<=>(const CapabilityID& a, const CapabilityID& b)
+    {
+        return a.rawValue.compare(b.rawValue) <=> 0;
+    }
+    friend size_t qHash(const CapabilityID& id, size_t seed = 0) { return qHash(id.rawValue, seed); }
+};
+
+enum class CapabilityCategory { windowing, input, desktop, finder, system };
+
+inline constexpr std::array allCapabilityCategories{
+    CapabilityCategory::windowing, CapabilityCategory::input,  CapabilityCategory::desktop,
+    CapabilityCategory::finder,    CapabilityCategory::system,
+};
+
+QString rawValue(CapabilityCategory category);
+std::optional<CapabilityCategory> capabilityCategory(const QString& rawValue);
+QString displayName(CapabilityCategory category);
+
+struct CapabilityMetadata {
+    CapabilityID id;
+    QString displayName;
+    /// One sentence, shown under the name.
+    QString summary;
+    QString symbolName;
+    CapabilityCategory category;
+};
+
+} // namespace orvane

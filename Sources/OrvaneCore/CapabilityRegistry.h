@@ -1,0 +1,88 @@
+// Owns every capability, its context and its state, and alone calls its lifecycle operations. Main thread.
+//
+// Each asynchronous operation suspends only inside a capability's own. Nothing serialises two of them for
+// one id: what a step reads, it reads at that step.
+#pragma once
+
+#include "OrvaneCore/Capability.h"
+#include "OrvaneCore/CapabilityStore.h"
+#include "OrvaneCore/Observable.h"
+
+#include <functional>
+#include <memory>
+#include <unordered_map>
+
+namespace orvane {
+
+struct CapabilityState {
+    enum class Kind {
+        disabled,        // registered, or uninstalled: nothing was done yet
+        installed,       // `install` has run, or it was switched off; nothing runs
+        active,          // its services run
+        needsPermission, // enabled by the user, and a required permission is missing
+        failed,          // `install` or `activate` threw
+    };
+
+    Kind kind = Kind::disabled;
+    /// The error's text, for `failed` alone.
+    QString description = {};
+
+    static CapabilityState failed(QString text) { return {Kind::failed, std::move(text)}; }
+
+    friend bool operator==(const CapabilityState&, const CapabilityState&) = default;
+    friend bool operator==(const CapabilityState& state, Kind kind) { return state.kind == kind; }
+};
+
+class CapabilityRegistry : public ObservableObject {
+public:
+    struct Entry {
+        std::shared_ptr<Capability> capability;
+        CapabilityState state;
+
+        const CapabilityID& id() const { return metadata().id; }
+        const CapabilityMetadata& metadata() const { return capability->classMetadata(); }
+    };
+    using MakeContext = std::function<CapabilityContext(const CapabilityID&)>;
+
+    CapabilityRegistry(std::shared_ptr<CapabilityStore> store, MakeContext makeContext);
+
+    /// Appends in state `disabled`. An id registered twice gets a new context and a second entry.
+    void registerCapability(std::shared_ptr<Capability> capability);
+
+    /// In order of registering: the order of lists and menus.
+    const QList<Entry>& entries() const { return m_entries; }
+    QList<Entry> activeEntries() const;
+    std::optional<CapabilityContext> context(const CapabilityID& id) const;
+    std::optional<Entry> entry(const CapabilityID& id) const;
+    /// `disabled` for an unknown id.
+    CapabilityState state(const CapabilityID& id) const;
+    bool isActive(const CapabilityID& id) const;
+
+    /// Stores the wish, then brings it about. Neither throws nor reports: the state tells.
+    /// An unknown id changes nothing and stores nothing.
+    Task<> setEnabled(bool value, CapabilityID id);
+    Task<> uninstall(CapabilityID id);
+
+    /// At launch: starts what is enabled and starts automatically, strictly one after the other.
+    Task<> restorePersistedState();
+    /// Tries again each enabled capability that waits for a permission, whatever its start mode.
+    Task<> reevaluatePermissionGated();
+
+    CapabilityStartMode startMode(const CapabilityID& id) const;
+    void setStartMode(CapabilityStartMode mode, const CapabilityID& id);
+
+    /// By the permissions as last read; false for a capability that isn't registered.
+    bool permissionsSatisfied(const Capability& capability) const;
+
+private:
+    void updateState(const CapabilityID& id, CapabilityState state);
+    Task<> disable(Entry entry, CapabilityContext context);
+    Task<> enable(Entry entry, CapabilityContext context);
+
+    QList<Entry> m_entries;
+    std::shared_ptr<CapabilityStore> m_store;
+    MakeContext m_makeContext;
+    std::unordered_map<QString, CapabilityContext> m_contexts;
+};
+
+} // namespace orvane

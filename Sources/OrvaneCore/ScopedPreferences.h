@@ -1,0 +1,43 @@
+// One capability's view of the defaults store: its keys carry the capability's id and a full stop in front.
+//
+// Holds no mutable state of its own; readers on other threads may use it freely.
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+
+namespace orvane {
+
+class DefaultsStore;
+
+class ScopedPreferences {
+public:
+    /// The store must outlive this view.
+    ScopedPreferences(DefaultsStore& defaults, QString prefix);
+
+    const QString& prefix() const { return m_prefix; }
+
+    /// Defaults in force beneath stored values, for this process only.
+    void registerDefaults(const QVariantMap& defaults) const;
+
+    std::optional<QString> string(const QString& key) const;
+    bool boolean(const QString& key) const;
+    qint64 integer(const QString& key) const;
+    std::optional<QByteArray> data(const QString& key) const;
+    QVariant object(const QString& key) const;
+
+    /// An invalid value removes the key, after which a registered default shows again.
+    void set(const QVariant& value, const QString& key) const;
+    /// Removes every stored key of this scope; registered defaults stay in force.
+    void removeAll() const;
+
+private:
+    QString fullKey(const QString& key) const;
+
+    DefaultsStore* m_defaults;
+    QString m_prefix;
+};
+
+} // namespace orvane

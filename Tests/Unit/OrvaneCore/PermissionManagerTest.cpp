@@ -1,0 +1,153 @@
+#include "Fakes/FakePlatform.h"
+#include "OrvaneCore/PermissionManager.h"
+
+#include <gtest/gtest.h>
+
+using namespace orvane;
+
+namespace {
+
+const QString automationURL =
+    QStringLiteral("x-apple.systempreferences:com.apple.preference.security?Privacy_Automation");
+
+struct PermissionManagerTest : testing::Test {
+    FakePlatform fake;
+};
+
+} // namespace
+
+TEST(SystemPermission, TheTable)
+{
+    struct Row {
+        const char* raw;
+        const char* name;
+        const char* explanation;
+        const char* page;
+    };
+    const std::array rows{
+        Row{"accessibility", "Accessibility",
+            "Move, focus, and read windows of other apps (Alt-Tab, cut & paste).", "Privacy_Accessibility"},
+        Row{"inputMonitoring", "Input Monitoring", "See keyboard and mouse input to remap keys and buttons.",
+            "Privacy_ListenEvent"},
+        Row{"screenRecording", "Screen Recording",
+            "Capture live window thumbnails for the switcher and dock previews.", "Privacy_ScreenCapture"},
+        Row{"appleEvents", "Automation", "Ask Finder for the selected files and target folder (cut & paste).",
+            "Privacy_Automation"},
+    };
+    ASSERT_EQ(rows.size(), allSystemPermissions.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const SystemPermission permission = allSystemPermissions[i];
+        EXPECT_EQ(rawValue(permission).toStdString(), rows[i].raw);
+        EXPECT_EQ(displayName(permission).toStdString(), rows[i].name);
+        EXPECT_EQ(explanation(permission).toStdString(), rows[i].explanation);
+        EXPECT_EQ(settingsURLString(permission).toStdString(),
+                  std::string("x-apple.systempreferences:com.apple.preference.security?") + rows[i].page);
+    }
+}
+
+TEST_F(PermissionManagerTest, MakingOneReadsAllStatusesOnce)
+{
+    fake.permissions.inputMonitoring = true;
+    fake.permissions.automation = Permissions::noErr;
+    const auto manager = PermissionManager::make();
+    const PermissionStatuses expected{{SystemPermission::accessibility, PermissionStatus::denied},
+                                      {SystemPermission::inputMonitoring, PermissionStatus::granted},
+                                      {SystemPermission::screenRecording, PermissionStatus::denied},
+                                      {SystemPermission::appleEvents, PermissionStatus::granted}};
+    EXPECT_EQ(manager->statuses(), expected);
+    EXPECT_EQ(fake.permissions.automationTargets, QStringList{QStringLiteral("com.apple.finder")});
+    EXPECT_TRUE(fake.permissions.requests.isEmpty());
+}
+
+TEST_F(PermissionManagerTest, ATestMapReadsAsItIsAndTheRestAsNotDetermined)
+{
+    const auto manager =
+        PermissionManager::make({{SystemPermission::screenRecording, PermissionStatus::granted}});
+    EXPECT_EQ(manager->status(SystemPermission::screenRecording), PermissionStatus::granted);
+    EXPECT_EQ(manager->status(SystemPermission::accessibility), PermissionStatus::notDetermined);
+}
+
+TEST_F(PermissionManagerTest, AutomationAnswersMapToStatuses)
+{
+    const std::vector<std::pair<Permissions::OSStatus, PermissionStatus>> rows{
+        {Permissions::noErr, PermissionStatus::granted},
+        {Permissions::errAEEventNotPermitted, PermissionStatus::denied},
+        {Permissions::errAEEventWouldRequireUserConsent, PermissionStatus::notDetermined},
+        {Permissions::procNotFound, PermissionStatus::notDetermined},
+        {1, PermissionStatus::notDetermined},
+    };
+    const auto manager = PermissionManager::make();
+    for (const auto& [answer, status] : rows) {
+        fake.permissions.automation = answer;
+        manager->refresh();
+        EXPECT_EQ(manager->status(SystemPermission::appleEvents), status) << answer;
+    }
+}
+
+TEST_F(PermissionManagerTest, RefreshAnnouncesOncePerPermissionEvenWithoutAChange)
+{
+    const auto manager = PermissionManager::make();
+    int announcements = 0;
+    const auto subscription = manager->onChange([&] { ++announcements; });
+    manager->refresh();
+    EXPECT_EQ(announcements, 4);
+}
+
+TEST_F(PermissionManagerTest, TheFirstThreeAreAskedForAndReadAgain)
+{
+    const auto manager = PermissionManager::make();
+    fake.permissions.userAnswer = [this] {
+        fake.permissions.accessibility = true;
+        fake.permissions.inputMonitoring = true;
+        fake.permissions.screenRecording = true;
+    };
+    for (const auto permission : {SystemPermission::accessibility, SystemPermission::inputMonitoring,
+                                  SystemPermission::screenRecording})
+        manager->request(permission);
+    EXPECT_EQ(fake.permissions.requests,
+              (QStringList{QStringLiteral("accessibility"), QStringLiteral("inputMonitoring"),
+                           QStringLiteral("screenRecording")}));
+    EXPECT_EQ(manager->status(SystemPermission::accessibility), PermissionStatus::granted);
+}
+
+TEST_F(PermissionManagerTest, AutomationIsAskedForOffTheMainThreadAndReadAgainOnIt)
+{
+    const auto manager = PermissionManager::make();
+    fake.permissions.userAnswer = [this] { fake.permissions.automation = Permissions::noErr; };
+    manager->request(SystemPermission::appleEvents);
+    EXPECT_TRUE(fake.permissions.requests.isEmpty());
+    fake.runLoop.drainDetached();
+    EXPECT_EQ(fake.permissions.requests, QStringList{QStringLiteral("appleEvents")});
+    EXPECT_EQ(manager->status(SystemPermission::appleEvents), PermissionStatus::notDetermined);
+    fake.runLoop.drain();
+    EXPECT_EQ(manager->status(SystemPermission::appleEvents), PermissionStatus::granted);
+}
+
+TEST_F(PermissionManagerTest, DeniedAutomationOpensTheSettingsAndAsksNothing)
+{
+    fake.permissions.automation = Permissions::errAEEventNotPermitted;
+    const auto manager = PermissionManager::make();
+    manager->request(SystemPermission::appleEvents);
+    fake.runLoop.drainDetached();
+    EXPECT_EQ(fake.workspace.openedURLs, QStringList{automationURL});
+    EXPECT_TRUE(fake.permissions.requests.isEmpty());
+}
+
+TEST_F(PermissionManagerTest, AManagerThatIsGoneWhenTheUserAnswersIsNotMissed)
+{
+    auto manager = PermissionManager::make();
+    manager->request(SystemPermission::appleEvents);
+    manager.reset();
+    fake.runLoop.drainDetached();
+    fake.runLoop.drain();
+    EXPECT_EQ(fake.permissions.requests.size(), 1);
+}
+
+TEST_F(PermissionManagerTest, SettingsOpenOnThePermissionsPage)
+{
+    const auto manager = PermissionManager::make();
+    for (const SystemPermission permission : allSystemPermissions)
+        manager->openSettings(permission);
+    ASSERT_EQ(fake.workspace.openedURLs.size(), 4);
+    EXPECT_EQ(fake.workspace.openedURLs.last(), automationURL);
+}
