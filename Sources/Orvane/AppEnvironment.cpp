@@ -1,0 +1,68 @@
+#include "Orvane/AppEnvironment.h"
+
+#include "Orvane/CapabilityBootstrap.h"
+#include "Orvane/HomeWindowController.h"
+#include "Orvane/RootView.h"
+#include "Platform/DefaultsStore.h"
+#include "Platform/Platform.h"
+
+namespace orvane {
+
+std::shared_ptr<AppEnvironment> AppEnvironment::shared()
+{
+    static const auto* const instance = new std::shared_ptr<AppEnvironment>(make());
+    return *instance;
+}
+
+std::shared_ptr<AppEnvironment> AppEnvironment::make()
+{
+    std::shared_ptr<AppEnvironment> environment(new AppEnvironment);
+    environment->wireHomeWindow();
+    return environment;
+}
+
+// The order of construction is part of the contract: what is made later may rely on what was made before.
+AppEnvironment::AppEnvironment()
+{
+    DefaultsStore& defaults = platform().standardDefaults;
+    m_appPreferences = std::make_shared<AppPreferences>(defaults);
+    m_permissions = PermissionManager::make();
+    m_homeWindow = std::make_shared<HomeWindowController>();
+    m_store = std::make_shared<CapabilityStore>(defaults);
+    m_registry = std::make_shared<CapabilityRegistry>(m_store, contextMaker());
+    CapabilityBootstrap::registerInto(*m_registry);
+}
+
+AppEnvironment::~AppEnvironment() = default;
+
+CapabilityRegistry::MakeContext AppEnvironment::contextMaker() const
+{
+    return [permissions = m_permissions](const CapabilityID& id) {
+        ScopedPreferences preferences(platform().standardDefaults, id.rawValue);
+        auto serviceHost = std::make_shared<ServiceHost>();
+        Logger logger = Log::make(id.rawValue);
+        AppInfo appInfo = AppInfo::current(id);
+        return CapabilityContext{.id = id,
+                                 .preferences = std::move(preferences),
+                                 .permissions = permissions,
+                                 .serviceHost = std::move(serviceHost),
+                                 .eventTap = nullptr,
+                                 .logger = std::move(logger),
+                                 .appInfo = std::move(appInfo)};
+    };
+}
+
+void AppEnvironment::wireHomeWindow()
+{
+    m_homeWindow->setMakeContentView([weak = weak_from_this()]() -> AnyView {
+        const auto self = weak.lock();
+        return self ? RootView::make(self) : AnyView();
+    });
+}
+
+bool AppEnvironment::hasOnboarded() const
+{
+    return platform().standardDefaults.boolean(QStringLiteral("hasOnboarded"));
+}
+
+} // namespace orvane

@@ -1,0 +1,47 @@
+// The composition root: owns every long-lived object, for the life of the process. Main thread.
+#pragma once
+
+#include "OrvaneCore/AppPreferences.h"
+#include "OrvaneCore/CapabilityRegistry.h"
+#include "OrvaneCore/CapabilityStore.h"
+#include "OrvaneCore/Observable.h"
+#include "OrvaneCore/PermissionManager.h"
+
+#include <memory>
+
+namespace orvane {
+
+class HomeWindowController;
+
+class AppEnvironment : public ObservableObject, public std::enable_shared_from_this<AppEnvironment> {
+public:
+    /// Made on first use and never released: it must not outlive its platform's end of service, so it has
+    /// no end at all.
+    static std::shared_ptr<AppEnvironment> shared();
+    /// An environment of one's own, on the installed platform.
+    static std::shared_ptr<AppEnvironment> make();
+    ~AppEnvironment() override;
+
+    AppPreferences& appPreferences() { return *m_appPreferences; }
+    PermissionManager& permissions() { return *m_permissions; }
+    HomeWindowController& homeWindow() { return *m_homeWindow; }
+    CapabilityRegistry& registry() { return *m_registry; }
+    const std::shared_ptr<CapabilityRegistry>& sharedRegistry() const { return m_registry; }
+    CapabilityStore& store() { return *m_store; }
+
+    /// False until the onboarding has been finished.
+    bool hasOnboarded() const;
+
+private:
+    AppEnvironment();
+    CapabilityRegistry::MakeContext contextMaker() const;
+    void wireHomeWindow();
+
+    std::shared_ptr<AppPreferences> m_appPreferences;
+    std::shared_ptr<PermissionManager> m_permissions;
+    std::shared_ptr<HomeWindowController> m_homeWindow;
+    std::shared_ptr<CapabilityStore> m_store;
+    std::shared_ptr<CapabilityRegistry> m_registry;
+};
+
+} // namespace orvane

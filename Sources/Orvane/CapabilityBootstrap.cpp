@@ -1,0 +1,13 @@
+#include "Orvane/CapabilityBootstrap.h"
+
+#include "CapabilityAwake/AwakeCapability.h"
+#include "OrvaneCore/CapabilityRegistry.h"
+
+namespace orvane {
+
+void CapabilityBootstrap::registerInto(CapabilityRegistry& registry)
+{
+    registry.registerCapability(std::make_shared<AwakeCapability>());
+}
+
+} // namespace orvane

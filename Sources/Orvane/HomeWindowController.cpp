@@ -1,0 +1,47 @@
+#include "Orvane/HomeWindowController.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWidget>
+
+namespace orvane {
+
+namespace {
+
+constexpr QSize contentSize(940, 640);
+constexpr QSize minimumContentSize(820, 560);
+
+} // namespace
+
+HomeWindowController::HomeWindowController() = default;
+HomeWindowController::~HomeWindowController() = default;
+
+void HomeWindowController::setMakeContentView(std::function<AnyView()> makeContentView)
+{
+    m_makeContentView = std::move(makeContentView);
+}
+
+void HomeWindowController::show()
+{
+    if (!m_window && m_makeContentView) {
+        m_window = std::make_unique<QWidget>();
+        m_window->setWindowTitle(QStringLiteral("Orvane"));
+        m_window->setMinimumSize(minimumContentSize);
+        m_window->resize(contentSize);
+        auto* layout = new QVBoxLayout(m_window.get());
+        layout->setContentsMargins(0, 0, 0, 0);
+        if (QWidget* content = m_makeContentView().makeWidget())
+            layout->addWidget(content);
+        if (const QScreen* screen = QGuiApplication::primaryScreen())
+            m_window->move(screen->availableGeometry().center() - m_window->rect().center());
+    }
+    if (!m_window)
+        return;
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+} // namespace orvane

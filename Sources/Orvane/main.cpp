@@ -1,0 +1,14 @@
+#include "Orvane/AppDelegate.h"
+#include "Orvane/AppEnvironment.h"
+#include "Platform/Application.h"
+#include "PlatformLinux/LinuxPlatform.h"
+
+int main(int argc, char** argv)
+{
+    using namespace orvane;
+    LinuxPlatform linux(argc, argv);
+    PlatformScope scope(linux.platform());
+    AppDelegate delegate(&AppEnvironment::shared);
+    linux.platform().application.setDelegate(&delegate);
+    return linux.run();
+}
