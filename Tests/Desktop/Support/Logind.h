@@ -1,0 +1,23 @@
+// What logind, or its stand-in on the private desktop, tells about inhibitors.
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+namespace orvane::tests {
+
+struct Inhibitor {
+    QString what; // several are joined by colons
+    QString who;
+    QString why;
+    QString mode;
+    quint32 uid = 0;
+    quint32 pid = 0;
+};
+
+/// Those that are held now; nothing when nobody answers for logind on the system bus.
+[[nodiscard]] std::optional<QList<Inhibitor>> inhibitors();
+
+} // namespace orvane::tests

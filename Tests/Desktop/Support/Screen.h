@@ -1,0 +1,62 @@
+// What is on the screen: its windows, its pointer, its pixels. Asks the X server each time.
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+struct xcb_connection_t;
+
+namespace orvane::tests {
+
+enum class WindowType { normal, menu, dock, other };
+
+/// A window that can be seen and says whose it is.
+struct ScreenWindow {
+    std::uint32_t id = 0;
+    std::uint32_t parent = 0;
+    qint64 pid = 0;
+    QString title;
+    WindowType type = WindowType::normal;
+    QRect geometry; // in the root window, without the frame
+};
+
+class Screen {
+public:
+    /// Throws std::runtime_error when there is no display.
+    Screen();
+
+    [[nodiscard]] QPoint pointer() const;
+    [[nodiscard]] std::uint32_t root() const { return m_root; }
+
+    /// In the order of stacking, the lowest first.
+    [[nodiscard]] QList<ScreenWindow> windows() const;
+    [[nodiscard]] QList<ScreenWindow> windowsOf(qint64 pid) const;
+    [[nodiscard]] std::optional<ScreenWindow> window(qint64 pid, const QString& title) const;
+    /// Menus that are open, submenus included, of whatever program.
+    [[nodiscard]] QList<ScreenWindow> openMenus() const;
+
+    /// The pixels of a part of the root window; of all of it when the part is empty. Null on failure.
+    [[nodiscard]] QImage picture(QRect part = {}) const;
+    [[nodiscard]] bool savePicture(const QString& file) const { return picture().save(file, "PNG"); }
+
+private:
+    struct Closer {
+        void operator()(xcb_connection_t* connection) const;
+    };
+    void collect(std::uint32_t parent, QList<ScreenWindow>& found) const;
+    [[nodiscard]] std::optional<ScreenWindow> describe(std::uint32_t window, std::uint32_t parent) const;
+
+    std::unique_ptr<xcb_connection_t, Closer> m_connection;
+    std::uint32_t m_root = 0;
+    std::uint32_t m_pidAtom = 0, m_nameAtom = 0, m_utf8Atom = 0, m_typeAtom = 0;
+    std::uint32_t m_popupMenuAtom = 0, m_dropdownMenuAtom = 0, m_dockAtom = 0, m_normalAtom = 0;
+};
+
+} // namespace orvane::tests

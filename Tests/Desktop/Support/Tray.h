@@ -1,0 +1,51 @@
+// The status area of the panel: what is registered there, and where each item is on the screen, so that it
+// can be clicked as a person does.
+#pragma once
+
+#include "Desktop/Support/DBusMenu.h"
+
+#include <QList>
+#include <QRect>
+#include <QString>
+
+#include <optional>
+
+namespace orvane::tests {
+
+class Hardware;
+class Screen;
+
+struct TrayItem {
+    QString service;
+    QString path;
+    qint64 pid = 0;
+    QString id;
+    QString title;
+    QString toolTip; // its title
+    QString status;
+    QString menuPath;
+    bool isMenu = false;
+
+    [[nodiscard]] DBusMenu menu() const { return {service, menuPath}; }
+};
+
+class Tray {
+public:
+    /// Asks the StatusNotifierWatcher, and each item. Empty when there is no watcher.
+    [[nodiscard]] QList<TrayItem> items() const;
+    [[nodiscard]] QList<TrayItem> itemsOf(qint64 pid) const;
+    /// The one item of this Id, Title or tool tip; nothing when there is none or there are several.
+    [[nodiscard]] std::optional<TrayItem> find(const QString& text) const;
+
+    /// Where the panel shows an item. Nothing while it isn't laid out yet, and when its Id isn't the only one
+    /// of its kind or icons of the older tray protocol share the area.
+    [[nodiscard]] std::optional<QRect> place(const Screen& screen, const TrayItem& item) const;
+};
+
+/// Chooses an entry of a status item's menu that the panel has open, by keys. `menu` is what the item
+/// exports, `labels` the way to the entry. False when it isn't there, can't be chosen or a submenu doesn't
+/// open.
+[[nodiscard]] bool chooseInOpenMenu(const Screen& screen, Hardware& hardware, const MenuNode& menu,
+                                    const QStringList& labels);
+
+} // namespace orvane::tests

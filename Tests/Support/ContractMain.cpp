@@ -1,0 +1,20 @@
+// Contract tests drive the Linux layer against the servers of the private desktop they are started on.
+#include <QApplication>
+
+#include <gmock/gmock.h>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    if (!qEnvironmentVariableIsSet("ORVANE_DESKTOP")) {
+        std::fputs("Contract tests need a private desktop: Tools/desktop/session -- PROGRAM\n", stderr);
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    QApplication application(argc, argv);
+    // Popups come and go in these tests; the last one to close is not the end.
+    QApplication::setQuitOnLastWindowClosed(false);
+    ::testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,22 @@
+#include "Support/Eventually.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
+
+namespace orvane::tests {
+
+bool eventually(std::chrono::milliseconds deadline, const std::function<bool()>& condition)
+{
+    const QDeadlineTimer end(deadline);
+    QTimer recheck; // ends the wait for events, for most of what is waited for sends none
+    recheck.start(20ms);
+    while (!condition()) {
+        if (end.hasExpired())
+            return condition();
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+} // namespace orvane::tests
