@@ -1,6 +1,7 @@
 #include "Orvane/HomeWindowController.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -27,6 +28,7 @@ void HomeWindowController::show()
     if (!m_window && m_makeContentView) {
         m_window = std::make_unique<QWidget>();
         m_window->setWindowTitle(QStringLiteral("Orvane"));
+        m_window->setWindowIcon(QIcon(QStringLiteral(":/icons/net.lindenrow.orvane.svg")));
         m_window->setMinimumSize(minimumContentSize);
         m_window->resize(contentSize);
         auto* layout = new QVBoxLayout(m_window.get());

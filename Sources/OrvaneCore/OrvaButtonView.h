@@ -1,0 +1,30 @@
+// A push button.
+#pragma once
+
+#include "OrvaneCore/OrvaRows.h"
+#include "OrvaneCore/OrvaThemed.h"
+
+#include <QPushButton>
+
+namespace orvane {
+
+class OrvaButtonView final : public OrvaControl<QPushButton> {
+public:
+    explicit OrvaButtonView(const OrvaButton& button);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void themeChanged() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    double symbolWidth() const;
+
+    QString m_title;
+    std::optional<QString> m_symbol;
+    Cancellables m_cancellables;
+};
+
+} // namespace orvane

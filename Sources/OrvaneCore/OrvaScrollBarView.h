@@ -1,0 +1,29 @@
+// A slim scroll bar for pages: a thumb, and nothing else.
+#pragma once
+
+#include "OrvaneCore/OrvaThemed.h"
+
+#include <QScrollBar>
+
+namespace orvane {
+
+class OrvaScrollBarView final : public OrvaThemed<QScrollBar> {
+public:
+    explicit OrvaScrollBarView(QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    QRectF thumb() const;
+
+    double m_grip = 0; // where in the thumb the mouse holds it, points
+};
+
+} // namespace orvane
