@@ -1,0 +1,41 @@
+// The login item as the session's autostart entry, "autostart/<identifier>.desktop" in the config home.
+//
+// enabled: the entry is there and the session of this desktop will start its program. requiresApproval: it
+// is there, but switched off, as session settings do it. notFound: its program is gone, or it is no entry.
+#pragma once
+
+#include "Platform/LoginItem.h"
+#include "PlatformLinux/Files/XdgDirectories.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace orvane {
+
+class AutostartLoginItem : public LoginItem {
+public:
+    /// Of this process: its user, its executable and its desktop.
+    AutostartLoginItem();
+    /// `executable` is the program to start. `desktops` are the names of the running desktop
+    /// ($XDG_CURRENT_DESKTOP); with none of them, restrictions to desktops are not judged.
+    AutostartLoginItem(const XdgDirectories& directories, QString executable, QStringList desktops);
+
+    Status status() const override;
+    /// Writes the entry anew, whatever stands there; what somebody switched off is on again.
+    void registerItem() override;
+    /// Removes the entry; none is fine too.
+    void unregisterItem() override;
+
+    /// The desktops that $XDG_CURRENT_DESKTOP names.
+    static QStringList currentDesktops();
+
+private:
+    QByteArray entry() const;
+    void throwIfHomeless() const;
+
+    QString m_path; // empty without a config home
+    QString m_executable;
+    QStringList m_desktops;
+};
+
+} // namespace orvane

@@ -1,0 +1,19 @@
+// The user's folders: application support is the data home of the XDG base directories.
+#pragma once
+
+#include "Platform/FileManager.h"
+#include "PlatformLinux/Files/XdgDirectories.h"
+
+namespace orvane {
+
+class XdgFileManager : public FileManager {
+public:
+    explicit XdgFileManager(XdgDirectories directories = XdgDirectories::ofThisProcess());
+
+    QStringList applicationSupportDirectories() const override;
+
+private:
+    XdgDirectories m_directories;
+};
+
+} // namespace orvane
