@@ -27,7 +27,10 @@ AwakeController::AwakeController(std::shared_ptr<AwakeSettings> settings, Logger
 {
 }
 
-AwakeController::~AwakeController() { releaseAssertion(); }
+AwakeController::~AwakeController()
+{
+    releaseAssertion();
+}
 
 PowerAssertions::Result AwakeController::createAssertion() const
 {

@@ -111,6 +111,9 @@ void AwakeMenuBar::pickDuration(const MenuItem& item)
     controller->activate(*duration);
 }
 
-void AwakeMenuBar::openSettings() { platform().defaultNotificationCenter.post(OrvaNotifications::openHome); }
+void AwakeMenuBar::openSettings()
+{
+    platform().defaultNotificationCenter.post(OrvaNotifications::openHome);
+}
 
 } // namespace orvane

@@ -78,11 +78,11 @@ AnyView AwakeSettingsPane::make(std::shared_ptr<AwakeController> controller)
                                       bind(settings, &AwakeSettings::showMenuBarIcon),
                                       QStringLiteral("Click it to toggle Awake; right-click for durations — "
                                                      "just like the Caffeine app."))}},
-        OrvaSection{.title = QStringLiteral("Startup"),
-                    .systemImage = QStringLiteral("power"),
-                    .content = {OrvaToggleRow(
-                        QStringLiteral("Start keeping awake when this feature turns on"),
-                        bind(settings, &AwakeSettings::awakeOnLaunch))}},
+        OrvaSection{
+            .title = QStringLiteral("Startup"),
+            .systemImage = QStringLiteral("power"),
+            .content = {OrvaToggleRow(QStringLiteral("Start keeping awake when this feature turns on"),
+                                      bind(settings, &AwakeSettings::awakeOnLaunch))}},
         OrvaCalloutText{QStringLiteral("Use the coffee-cup icon, the Orvane menu, or a keyboard shortcut to "
                                        "flip Awake on and off from anywhere.")},
     }};

@@ -27,8 +27,8 @@ void AppDelegate::applicationDidFinishLaunching()
     }));
 
     m_menuBar = std::make_shared<MenuBarController>(m_environment);
-    m_cancellables.push_back(preferences.showMenuBarItemValue().subscribe(
-        [weak = std::weak_ptr(m_menuBar)](bool visible) {
+    m_cancellables.push_back(
+        preferences.showMenuBarItemValue().subscribe([weak = std::weak_ptr(m_menuBar)](bool visible) {
             if (const auto menuBar = weak.lock())
                 menuBar->setVisible(visible);
         }));

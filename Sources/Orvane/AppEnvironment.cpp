@@ -3,6 +3,7 @@
 #include "Orvane/CapabilityBootstrap.h"
 #include "Orvane/HomeWindowController.h"
 #include "Orvane/RootView.h"
+#include "OrvaneCore/EventTapService.h"
 #include "Platform/DefaultsStore.h"
 #include "Platform/Platform.h"
 
@@ -27,17 +28,19 @@ AppEnvironment::AppEnvironment()
     DefaultsStore& defaults = platform().standardDefaults;
     m_appPreferences = std::make_shared<AppPreferences>(defaults);
     m_permissions = PermissionManager::make();
+    m_eventTap = std::make_shared<EventTapService>(Log::make(QStringLiteral("EventTap")));
     m_homeWindow = std::make_shared<HomeWindowController>();
     m_store = std::make_shared<CapabilityStore>(defaults);
     m_registry = std::make_shared<CapabilityRegistry>(m_store, contextMaker());
     CapabilityBootstrap::registerInto(*m_registry);
+    m_eventTap->start();
 }
 
 AppEnvironment::~AppEnvironment() = default;
 
 CapabilityRegistry::MakeContext AppEnvironment::contextMaker() const
 {
-    return [permissions = m_permissions](const CapabilityID& id) {
+    return [permissions = m_permissions, eventTap = m_eventTap](const CapabilityID& id) {
         ScopedPreferences preferences(platform().standardDefaults, id.rawValue);
         auto serviceHost = std::make_shared<ServiceHost>();
         Logger logger = Log::make(id.rawValue);
@@ -46,7 +49,7 @@ CapabilityRegistry::MakeContext AppEnvironment::contextMaker() const
                                  .preferences = std::move(preferences),
                                  .permissions = permissions,
                                  .serviceHost = std::move(serviceHost),
-                                 .eventTap = nullptr,
+                                 .eventTap = eventTap,
                                  .logger = std::move(logger),
                                  .appInfo = std::move(appInfo)};
     };

@@ -11,6 +11,7 @@
 
 namespace orvane {
 
+class EventTapService;
 class HomeWindowController;
 
 class AppEnvironment : public ObservableObject, public std::enable_shared_from_this<AppEnvironment> {
@@ -24,6 +25,7 @@ public:
 
     AppPreferences& appPreferences() { return *m_appPreferences; }
     PermissionManager& permissions() { return *m_permissions; }
+    EventTapService& eventTap() { return *m_eventTap; }
     HomeWindowController& homeWindow() { return *m_homeWindow; }
     CapabilityRegistry& registry() { return *m_registry; }
     const std::shared_ptr<CapabilityRegistry>& sharedRegistry() const { return m_registry; }
@@ -39,6 +41,7 @@ private:
 
     std::shared_ptr<AppPreferences> m_appPreferences;
     std::shared_ptr<PermissionManager> m_permissions;
+    std::shared_ptr<EventTapService> m_eventTap;
     std::shared_ptr<HomeWindowController> m_homeWindow;
     std::shared_ptr<CapabilityStore> m_store;
     std::shared_ptr<CapabilityRegistry> m_registry;

@@ -9,16 +9,16 @@ namespace orvane {
 Binding<bool> CapabilityDetailView::capabilityToggle(const std::shared_ptr<CapabilityRegistry>& registry,
                                                      const CapabilityID& id)
 {
-    return Binding<bool>([registry, id] { return registry->isActive(id); },
-                         [registry, id](bool value) {
-                             startTask([registry, id, value]() -> Task<> {
-                                 co_await registry->setEnabled(value, id);
-                             });
-                         },
-                         {registry});
+    return Binding<bool>(
+        [registry, id] { return registry->isActive(id); },
+        [registry, id](bool value) {
+            startTask([registry, id, value]() -> Task<> { co_await registry->setEnabled(value, id); });
+        },
+        {registry});
 }
 
-AnyView CapabilityDetailView::make(const std::shared_ptr<CapabilityRegistry>& registry, const CapabilityID& id)
+AnyView CapabilityDetailView::make(const std::shared_ptr<CapabilityRegistry>& registry,
+                                   const CapabilityID& id)
 {
     const auto entry = registry->entry(id);
     if (!entry)

@@ -53,8 +53,8 @@ Menu MenuBarController::menuNeedsUpdate()
     menu.items.append(MenuItem::separator());
 
     const auto environment = m_environment.lock();
-    const auto active = environment ? environment->registry().activeEntries()
-                                    : QList<CapabilityRegistry::Entry>();
+    const auto active =
+        environment ? environment->registry().activeEntries() : QList<CapabilityRegistry::Entry>();
     for (const CapabilityRegistry::Entry& entry : active)
         menu.items.append(capabilityItem(entry));
     if (active.isEmpty()) {
@@ -123,6 +123,9 @@ void MenuBarController::openHome()
         environment->homeWindow().show();
 }
 
-void MenuBarController::quitApp() { platform().application.terminate(); }
+void MenuBarController::quitApp()
+{
+    platform().application.terminate();
+}
 
 } // namespace orvane

@@ -16,9 +16,7 @@ MenuBarIcon::Shape MenuBarIcon::shape(const QRectF& rect)
     const double gap = 0.18 * inner.width();
     const double cell = (inner.width() - gap) / 2;
     const double step = gap + cell;
-    const auto at = [&](double x, double y) {
-        return QRectF(inner.left() + x, inner.top() + y, cell, cell);
-    };
+    const auto at = [&](double x, double y) { return QRectF(inner.left() + x, inner.top() + y, cell, cell); };
     return {{at(0, 0), at(0, step), at(step, 0), at(step, step)}, 0.3 * cell};
 }
 

@@ -29,7 +29,10 @@ enum class EventType : std::uint32_t {
 };
 
 using EventMask = std::uint64_t;
-constexpr EventMask eventMaskBit(EventType type) { return EventMask{1} << static_cast<std::uint32_t>(type); }
+constexpr EventMask eventMaskBit(EventType type)
+{
+    return EventMask{1} << static_cast<std::uint32_t>(type);
+}
 
 enum class EventField : std::uint32_t {
     keyboardEventAutorepeat = 8,
@@ -52,9 +55,12 @@ struct Event {
     std::int64_t integerValueField(EventField field) const
     {
         switch (field) {
-        case EventField::keyboardEventAutorepeat: return autorepeat;
-        case EventField::keyboardEventKeycode: return keycode;
-        case EventField::eventSourceUserData: return userData;
+        case EventField::keyboardEventAutorepeat:
+            return autorepeat;
+        case EventField::keyboardEventKeycode:
+            return keycode;
+        case EventField::eventSourceUserData:
+            return userData;
         }
         return 0;
     }
@@ -62,9 +68,15 @@ struct Event {
     void setIntegerValueField(EventField field, std::int64_t value)
     {
         switch (field) {
-        case EventField::keyboardEventAutorepeat: autorepeat = value; break;
-        case EventField::keyboardEventKeycode: keycode = value; break;
-        case EventField::eventSourceUserData: userData = value; break;
+        case EventField::keyboardEventAutorepeat:
+            autorepeat = value;
+            break;
+        case EventField::keyboardEventKeycode:
+            keycode = value;
+            break;
+        case EventField::eventSourceUserData:
+            userData = value;
+            break;
         }
     }
 

@@ -22,7 +22,8 @@ struct MenuItem {
 
     Kind kind = Kind::item;
     QString title;
-    /// Called on the main thread after the menu has closed. An item without action and submenu can't be chosen.
+    /// Called on the main thread after the menu has closed. An item without action and submenu can't be
+    /// chosen.
     Action action;
     bool enabled = true;
     State state = State::off;

@@ -46,8 +46,8 @@ private:
 NotificationCenter::NotificationCenter() : m_state(std::make_shared<State>()) {}
 NotificationCenter::~NotificationCenter() = default;
 
-std::unique_ptr<NotificationCenter::Token> NotificationCenter::addObserver(const QString& name,
-                                                                           std::function<void(const Notification&)> handler)
+std::unique_ptr<NotificationCenter::Token>
+NotificationCenter::addObserver(const QString& name, std::function<void(const Notification&)> handler)
 {
     auto observer = std::make_shared<Observer>(Observer{name, std::move(handler)});
     m_state->observers.push_back(observer);

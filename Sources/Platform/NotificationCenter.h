@@ -28,7 +28,8 @@ public:
     NotificationCenter(const NotificationCenter&) = delete;
     NotificationCenter& operator=(const NotificationCenter&) = delete;
 
-    [[nodiscard]] std::unique_ptr<Token> addObserver(const QString& name, std::function<void(const Notification&)> handler);
+    [[nodiscard]] std::unique_ptr<Token> addObserver(const QString& name,
+                                                     std::function<void(const Notification&)> handler);
     /// An observer removed by an earlier one's handler is not called; one added meanwhile isn't either.
     void post(const QString& name, const QVariantMap& userInfo = {});
 

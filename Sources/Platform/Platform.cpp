@@ -15,9 +15,18 @@ Platform& platform()
     return *installed;
 }
 
-bool isPlatformInstalled() { return installed != nullptr; }
+bool isPlatformInstalled()
+{
+    return installed != nullptr;
+}
 
-PlatformScope::PlatformScope(Platform& platform) : m_previous(installed) { installed = &platform; }
-PlatformScope::~PlatformScope() { installed = m_previous; }
+PlatformScope::PlatformScope(Platform& platform) : m_previous(installed)
+{
+    installed = &platform;
+}
+PlatformScope::~PlatformScope()
+{
+    installed = m_previous;
+}
 
 } // namespace orvane

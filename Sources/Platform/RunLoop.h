@@ -28,9 +28,8 @@ public:
 
     /// Calls `handler` on the main thread after `interval`, once or again and again. Main thread.
     /// The handler may end its own timer.
-    [[nodiscard]] virtual std::unique_ptr<Timer> scheduleTimer(std::chrono::milliseconds interval,
-                                                               Repeats repeats,
-                                                               std::function<void()> handler) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Timer>
+    scheduleTimer(std::chrono::milliseconds interval, Repeats repeats, std::function<void()> handler) = 0;
 };
 
 } // namespace orvane

@@ -4,7 +4,8 @@
 
 namespace orvane {
 
-FakeEventTap::FakeEventTap(FakeEventTaps& taps, EventMask eventMask, EventTapCallback callback, void* userInfo)
+FakeEventTap::FakeEventTap(FakeEventTaps& taps, EventMask eventMask, EventTapCallback callback,
+                           void* userInfo)
     : m_taps(taps), m_mask(eventMask), m_callback(callback), m_userInfo(userInfo)
 {
     m_taps.taps.insert(m_taps.taps.begin(), this);
@@ -58,7 +59,10 @@ std::unique_ptr<EventTap> FakeEventTaps::tapCreate(Location, Placement, Options,
     return std::make_unique<FakeEventTap>(*this, eventsOfInterest, callback, userInfo);
 }
 
-void FakeEventTaps::post(Location, const Event& event) { send(event); }
+void FakeEventTaps::post(Location, const Event& event)
+{
+    send(event);
+}
 
 std::optional<Event> FakeEventTaps::send(Event event)
 {

@@ -21,6 +21,9 @@ FakePlatform::FakePlatform()
 {
 }
 
-FakePlatform::~FakePlatform() { runLoop.discardQueued(); }
+FakePlatform::~FakePlatform()
+{
+    runLoop.discardQueued();
+}
 
 } // namespace orvane

@@ -28,8 +28,8 @@ void FakeRunLoop::perform(std::function<void()> task)
 std::unique_ptr<Timer> FakeRunLoop::scheduleTimer(std::chrono::milliseconds interval, Repeats repeats,
                                                   std::function<void()> handler)
 {
-    auto entry = std::make_shared<Entry>(
-        Entry{m_clock.uptime() + interval, interval, repeats, std::move(handler)});
+    auto entry =
+        std::make_shared<Entry>(Entry{m_clock.uptime() + interval, interval, repeats, std::move(handler)});
     m_timers.push_back(entry);
     return std::make_unique<FakeTimer>(std::move(entry));
 }
@@ -40,8 +40,14 @@ void FakeRunLoop::performDetached(std::function<void()> work)
     m_detached.push_back(std::move(work));
 }
 
-void FakeRunLoop::drain() { drainQueue(m_tasks); }
-void FakeRunLoop::drainDetached() { drainQueue(m_detached); }
+void FakeRunLoop::drain()
+{
+    drainQueue(m_tasks);
+}
+void FakeRunLoop::drainDetached()
+{
+    drainQueue(m_detached);
+}
 
 void FakeRunLoop::discardQueued()
 {
@@ -94,7 +100,10 @@ void FakeRunLoop::advance(std::chrono::milliseconds by)
     std::erase_if(m_timers, [](const auto& timer) { return timer.expired(); });
 }
 
-std::size_t FakeRunLoop::timerCount() const { return timerIntervals().size(); }
+std::size_t FakeRunLoop::timerCount() const
+{
+    return timerIntervals().size();
+}
 
 std::vector<std::chrono::milliseconds> FakeRunLoop::timerIntervals() const
 {

@@ -9,7 +9,10 @@ FakeStatusItem::FakeStatusItem(FakeStatusBar& bar, double itemLength) : length(i
     m_bar.items.push_back(this);
 }
 
-FakeStatusItem::~FakeStatusItem() { std::erase(m_bar.items, this); }
+FakeStatusItem::~FakeStatusItem()
+{
+    std::erase(m_bar.items, this);
+}
 
 void FakeStatusItem::click(const StatusItemEvent* event)
 {

@@ -440,8 +440,8 @@ TEST_F(AwakeTest, AnItemWithoutADurationPicksNothing)
 TEST_F(AwakeTest, AwakeSettingsAsksForTheHomeWindow)
 {
     int requests = 0;
-    const auto observer =
-        fake.notificationCenter.addObserver(OrvaNotifications::openHome, [&](const Notification&) { ++requests; });
+    const auto observer = fake.notificationCenter.addObserver(OrvaNotifications::openHome,
+                                                              [&](const Notification&) { ++requests; });
     controller().begin();
     EXPECT_TRUE(choose(openMenu(), QStringLiteral("Awake Settings…")));
     EXPECT_EQ(requests, 1);
@@ -645,7 +645,8 @@ TEST_F(AwakePaneTest, SectionsAndRowsInOrder)
                                      QStringLiteral("Startup/power")}));
     QStringList toggles;
     for (const auto& row : pane.all<OrvaToggleRow>())
-        toggles.append(row->title.get() + QLatin1Char('|') + (row->caption ? row->caption->get() : QString()));
+        toggles.append(row->title.get() + QLatin1Char('|') +
+                       (row->caption ? row->caption->get() : QString()));
     EXPECT_EQ(toggles,
               (QStringList{
                   QStringLiteral("Keep my Mac awake now|Prevents display and system sleep without touching "

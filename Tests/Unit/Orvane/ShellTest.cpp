@@ -27,10 +27,7 @@ struct ShellTest : testing::Test {
             m_environment = AppEnvironment::make();
         return m_environment;
     }
-    void launch()
-    {
-        delegate.applicationDidFinishLaunching();
-    }
+    void launch() { delegate.applicationDidFinishLaunching(); }
     bool homeIsShown()
     {
         const QWidget* window = environment()->homeWindow().window();
@@ -60,14 +57,12 @@ using MenuBarControllerTest = ShellTest;
 
 TEST_F(AppEnvironmentTest, RegistersTheCapabilitiesInTheirFixedOrder)
 {
-    const QStringList order{QStringLiteral("dailyframe"),    QStringLiteral("dockpeek"),
-                            QStringLiteral("snapzones"),     QStringLiteral("findercutpaste"),
-                            QStringLiteral("finderactions"), QStringLiteral("dropshelf"),
-                            QStringLiteral("imageresizer"),  QStringLiteral("keyswap"),
-                            QStringLiteral("mousetools"),    QStringLiteral("clipboardhistory"),
-                            QStringLiteral("colorpicker"),   QStringLiteral("textextractor"),
-                            QStringLiteral("magnifier"),     QStringLiteral("awake"),
-                            QStringLiteral("plainpaste")};
+    const QStringList order{
+        QStringLiteral("dailyframe"),       QStringLiteral("dockpeek"),      QStringLiteral("snapzones"),
+        QStringLiteral("findercutpaste"),   QStringLiteral("finderactions"), QStringLiteral("dropshelf"),
+        QStringLiteral("imageresizer"),     QStringLiteral("keyswap"),       QStringLiteral("mousetools"),
+        QStringLiteral("clipboardhistory"), QStringLiteral("colorpicker"),   QStringLiteral("textextractor"),
+        QStringLiteral("magnifier"),        QStringLiteral("awake"),         QStringLiteral("plainpaste")};
     qsizetype last = -1;
     for (const auto& entry : environment()->registry().entries()) {
         const qsizetype place = order.indexOf(entry.id().rawValue.section(QLatin1Char('.'), -1));
@@ -197,16 +192,18 @@ TEST(AppRelaunchTest, EndsThisOneAlsoWhenTheNewOneDidntStart)
 TEST_F(MenuBarControllerTest, WithNothingActiveTheMenuSaysSo)
 {
     launch();
-    EXPECT_EQ(titles(statusMenu()),
-              (QStringList{QStringLiteral("Orvane"), QStringLiteral("-"),
-                           QStringLiteral("No capabilities are on"), QStringLiteral("Turn features on…"),
-                           QStringLiteral("-"), QStringLiteral("Open Orvane…"), QStringLiteral("Quit Orvane")}));
+    EXPECT_EQ(
+        titles(statusMenu()),
+        (QStringList{QStringLiteral("Orvane"), QStringLiteral("-"), QStringLiteral("No capabilities are on"),
+                     QStringLiteral("Turn features on…"), QStringLiteral("-"), QStringLiteral("Open Orvane…"),
+                     QStringLiteral("Quit Orvane")}));
     EXPECT_FALSE(findItem(statusMenu(), QStringLiteral("No capabilities are on"))->enabled);
     EXPECT_EQ(findItem(statusMenu(), QStringLiteral("Turn features on…"))->image->symbolName,
               QStringLiteral("switch.2"));
     EXPECT_EQ(findItem(statusMenu(), QStringLiteral("Open Orvane…"))->image->symbolName,
               QStringLiteral("macwindow"));
-    EXPECT_EQ(findItem(statusMenu(), QStringLiteral("Quit Orvane"))->image->symbolName, QStringLiteral("power"));
+    EXPECT_EQ(findItem(statusMenu(), QStringLiteral("Quit Orvane"))->image->symbolName,
+              QStringLiteral("power"));
     EXPECT_EQ(findItem(statusMenu(), QStringLiteral("Quit Orvane"))->keyEquivalent, QStringLiteral("q"));
 }
 

@@ -1,0 +1,107 @@
+// The chain from the tap's callback through its subscribers, as it runs for every key of the session.
+#include "CapabilityKeySwap/KeySwapController.h"
+#include "Fakes/FakePlatform.h"
+#include "OrvaneCore/EventTapService.h"
+
+#include <benchmark/benchmark.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<long> allocations{0};
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    allocations.fetch_add(1, std::memory_order_relaxed);
+    if (void* memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+using namespace orvane;
+
+namespace {
+
+/// Ignores all but the modifiers, as the double tap of a key does.
+class FlagsOnly : public EventTapSubscriber {
+public:
+    EventMask eventMask() const override { return eventMaskBit(EventType::flagsChanged); }
+    EventTapDecision handle(EventType type, Event& event) override
+    {
+        if (type == EventType::flagsChanged)
+            m_flags = event.flags;
+        benchmark::DoNotOptimize(m_flags);
+        return EventTapDecision::pass;
+    }
+
+private:
+    EventFlags m_flags = 0;
+};
+
+/// Looks at presses of two keys, as the interception of cut and paste does.
+class TwoKeys : public EventTapSubscriber {
+public:
+    EventMask eventMask() const override { return eventMaskBit(EventType::keyDown); }
+    EventTapDecision handle(EventType type, Event& event) override
+    {
+        const bool matches = type == EventType::keyDown && (event.keycode == 7 || event.keycode == 9) &&
+                             event.flags == eventFlag::command && event.userData != 0;
+        return matches ? EventTapDecision::consume : EventTapDecision::pass;
+    }
+};
+
+struct Chain {
+    Chain()
+    {
+        fake.workspace.frontmost = RunningApplication{1, QStringLiteral("org.example.editor"), {}};
+        service->start();
+        service->addSubscriber(std::make_shared<TwoKeys>());
+        controller->start();
+        service->addSubscriber(std::make_shared<FlagsOnly>());
+    }
+
+    FakePlatform fake;
+    std::shared_ptr<EventTapService> service =
+        std::make_shared<EventTapService>(Log::make(QStringLiteral("EventTap")));
+    std::shared_ptr<KeySwapController> controller = KeySwapController::make(
+        std::make_shared<KeySwapSettings>(ScopedPreferences(fake.defaults, QStringLiteral("keyswap"))),
+        service, Log::make(QStringLiteral("keyswap")));
+};
+
+void walk(benchmark::State& state, EventFlags flags)
+{
+    Chain chain;
+    FakeEventTap& tap = *chain.fake.eventTaps.taps.at(0);
+    const auto send = [&] {
+        Event event;
+        event.type = EventType::keyDown;
+        event.keycode = 8;
+        event.flags = flags;
+        benchmark::DoNotOptimize(tap.call(event.type, &event));
+    };
+    send(); // what is built on first use is built now
+    const long before = allocations.load();
+    for (auto _ : state)
+        send();
+    state.counters["allocations"] = static_cast<double>(allocations.load() - before);
+}
+
+} // namespace
+
+BENCHMARK_CAPTURE(walk, plain_key, EventFlags{0});
+BENCHMARK_CAPTURE(walk, rewritten_chord, eventFlag::control);
+
+BENCHMARK_MAIN();

@@ -1,0 +1,36 @@
+// In which applications chords are rewritten. Pure; runs for every key event and allocates nothing.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <optional>
+
+namespace orvane {
+
+enum class AppExclusionMode {
+    denylist,  // everywhere except in listed applications
+    allowlist, // only in listed applications
+};
+
+inline constexpr std::array allAppExclusionModes{AppExclusionMode::denylist, AppExclusionMode::allowlist};
+
+/// "denylist", "allowlist".
+QLatin1StringView rawValue(AppExclusionMode mode);
+/// Nothing for an unknown string.
+std::optional<AppExclusionMode> appExclusionMode(QStringView rawValue);
+
+namespace AppExclusion {
+
+/// Terminals and editors that need their Control keys, in ascending order. Built once, on first use.
+const QStringList& defaultDenylist();
+
+/// An application without identifier counts as unlisted. A pattern is an identifier, or a prefix with ".*"
+/// behind it, which any identifier that begins with it and the full stop matches; case counts. The order of
+/// the list doesn't.
+bool shouldRemap(const std::optional<QString>& bundleID, AppExclusionMode mode, const QStringList& list);
+
+} // namespace AppExclusion
+
+} // namespace orvane
