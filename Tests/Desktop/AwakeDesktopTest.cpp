@@ -29,7 +29,10 @@ QByteArray defaults(QVariantMap awakeSettings, bool awakeIsEnabled = true)
     return QJsonDocument(QJsonObject::fromVariantMap(all)).toJson();
 }
 
-QByteArray awakeOnLaunch() { return defaults({{QStringLiteral("awakeOnLaunch"), true}}); }
+QByteArray awakeOnLaunch()
+{
+    return defaults({{QStringLiteral("awakeOnLaunch"), true}});
+}
 
 /// The kinds of lock that Orvane holds with logind, as one string; empty when it holds none.
 QString heldLocks()
@@ -45,7 +48,10 @@ QString heldLocks()
 
 class AwakeDesktopTest : public testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(eventually(5s, [] { return heldLocks().isEmpty(); })); }
+    void SetUp() override
+    {
+        ASSERT_TRUE(eventually(5s, [] { return heldLocks().isEmpty(); }));
+    }
 
     void start(QByteArray content, std::shared_ptr<PrivateHome> home = std::make_shared<PrivateHome>())
     {
@@ -148,21 +154,23 @@ TEST_F(AwakeDesktopTest, TheMenuOfTheRightClickStartsAPeriodAndMakesItTheDefault
                 testing::ElementsAre(QStringLiteral("Keep Awake"), QStringLiteral("-"),
                                      QStringLiteral("Keep awake for…"), QStringLiteral("Until I turn it off"),
                                      QStringLiteral("30 minutes"), QStringLiteral("1 hour"),
-                                     QStringLiteral("2 hours"), QStringLiteral("4 hours"), QStringLiteral("-"),
-                                     QStringLiteral("Awake Settings…")));
+                                     QStringLiteral("2 hours"), QStringLiteral("4 hours"),
+                                     QStringLiteral("-"), QStringLiteral("Awake Settings…")));
     EXPECT_FALSE(menu->find({QStringLiteral("Keep awake for…")})->enabled);
     EXPECT_TRUE(heldLocks().isEmpty()) << "opening the menu toggles nothing";
 
     ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, *menu, {QStringLiteral("30 minutes")}));
     EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
     EXPECT_EQ(stored("defaultDuration"), QStringLiteral("minutes30"));
-    EXPECT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Awake on \\(minutes30, display=true\\)"))));
+    EXPECT_TRUE(
+        program().waitForLog(QRegularExpression(QStringLiteral("Awake on \\(minutes30, display=true\\)"))));
 
     click(item, Button::right);
     std::optional<MenuNode> awake;
     EXPECT_TRUE(eventually(5s, [&] {
         awake = item.menu().layout();
-        return awake && !awake->labels().isEmpty() && awake->labels().first() == QStringLiteral("Turn Off Awake");
+        return awake && !awake->labels().isEmpty() &&
+               awake->labels().first() == QStringLiteral("Turn Off Awake");
     }));
     EXPECT_TRUE(awake->find({QStringLiteral("30 minutes")})->on);
     EXPECT_FALSE(awake->find({QStringLiteral("1 hour")})->on);
@@ -266,10 +274,10 @@ TEST_F(AwakeDesktopTest, TheSuitesMenuShowsAndSwitchesTheState)
         menu = item->menu().layout();
         return menu && menu->find({QStringLiteral("Awake"), QStringLiteral("Keep Awake")});
     }));
-    EXPECT_THAT(menu->labels(), testing::ElementsAre(QStringLiteral("Orvane"), QStringLiteral("-"),
-                                                     QStringLiteral("Awake"), QStringLiteral("-"),
-                                                     QStringLiteral("Open Orvane…"),
-                                                     QStringLiteral("Quit Orvane")));
+    EXPECT_THAT(menu->labels(),
+                testing::ElementsAre(QStringLiteral("Orvane"), QStringLiteral("-"), QStringLiteral("Awake"),
+                                     QStringLiteral("-"), QStringLiteral("Open Orvane…"),
+                                     QStringLiteral("Quit Orvane")));
     ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, *menu,
                                  {QStringLiteral("Awake"), QStringLiteral("Keep Awake")}));
     EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));

@@ -76,8 +76,8 @@ TEST_F(StartDesktopTest, ASecondStartReachesTheFirstAndShowsItsHomeWindow)
 
 TEST_F(StartDesktopTest, ADamagedDefaultsFileIsSetAsideAndSaid)
 {
-    for (const QByteArray& damaged :
-         {QByteArray("{\"hasOnboarded\": tr"), QByteArray(), QByteArray("\xff\xfe not text"), QByteArray("[1]")}) {
+    for (const QByteArray& damaged : {QByteArray("{\"hasOnboarded\": tr"), QByteArray(),
+                                      QByteArray("\xff\xfe not text"), QByteArray("[1]")}) {
         Program program({.defaults = damaged});
         ASSERT_TRUE(program.waitUntilReady());
         EXPECT_TRUE(program.waitForLog(QRegularExpression(QStringLiteral("error \\[Defaults\\]"))));
@@ -107,8 +107,8 @@ TEST_F(StartDesktopTest, WithoutLogindTheDisplayIsHeldAndTheLogSaysSo)
                      .environment = {{QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"),
                                       QStringLiteral("unix:path=/nonexistent/bus")}}});
     ASSERT_TRUE(program.waitUntilReady());
-    EXPECT_TRUE(program.waitForLog(
-        containing("logind can't hold the machine awake, so only the display is held: there is no system bus")));
+    EXPECT_TRUE(program.waitForLog(containing(
+        "logind can't hold the machine awake, so only the display is held: there is no system bus")));
     EXPECT_TRUE(program.waitForLog(containing("Awake on (indefinite, display=true)")));
 }
 
@@ -125,8 +125,9 @@ TEST_F(StartDesktopTest, WithoutASessionBusTheRestWorks)
 
 TEST_F(StartDesktopTest, WithoutADisplayItSaysSoAndEnds)
 {
-    Program program({.defaults = awakeDefaults, .environment = {{QStringLiteral("DISPLAY"), QString()},
-                                                                {QStringLiteral("QT_QPA_PLATFORM"), QString()}}});
+    Program program({.defaults = awakeDefaults,
+                     .environment = {{QStringLiteral("DISPLAY"), QString()},
+                                     {QStringLiteral("QT_QPA_PLATFORM"), QString()}}});
     EXPECT_TRUE(program.waitForLog(containing("There is no X display to run on")));
     const auto exit = program.wait();
     ASSERT_TRUE(exit);

@@ -12,9 +12,9 @@ namespace orvane::tests {
 
 TEST(TrayAppearsLater, ItsAbsenceIsSaidAndItGetsTheItemsWhenItComes)
 {
-    Program program({.defaults = QByteArray(
-                         R"({"hasOnboarded": true,)"
-                         R"( "Orvane.enabledCapabilities": {"net.lindenrow.orvane.awake": true}})")});
+    Program program(
+        {.defaults = QByteArray(R"({"hasOnboarded": true,)"
+                                R"( "Orvane.enabledCapabilities": {"net.lindenrow.orvane.awake": true}})")});
     ASSERT_TRUE(program.waitUntilReady());
     EXPECT_TRUE(program.waitForLog(QRegularExpression(QStringLiteral("notice \\[StatusBar\\]"))));
 

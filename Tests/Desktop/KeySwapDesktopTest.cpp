@@ -1,0 +1,253 @@
+// Ctrl Shortcuts as a person meets them: keys of the hardware, in real programs.
+#include "Desktop/Support/Hardware.h"
+#include "Desktop/Support/Peer.h"
+#include "Desktop/Support/Program.h"
+#include "Desktop/Support/Screen.h"
+#include "Support/Eventually.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+
+#include <gmock/gmock.h>
+
+#include <X11/Xlib.h>
+
+namespace orvane::tests {
+namespace {
+
+QByteArray defaults(const char* mode)
+{
+    const QVariantMap all{
+        {QStringLiteral("hasOnboarded"), true},
+        {QStringLiteral("Orvane.enabledCapabilities"),
+         QVariantMap{{QStringLiteral("net.lindenrow.orvane.keyswap"), true}}},
+        {QStringLiteral("net.lindenrow.orvane.keyswap.mode"), QLatin1String(mode)},
+    };
+    return QJsonDocument(QJsonObject::fromVariantMap(all)).toJson();
+}
+
+/// The number of keys that the server holds to be down, on any device.
+int keysDown()
+{
+    Display* display = XOpenDisplay(nullptr);
+    char keys[32];
+    XQueryKeymap(display, keys);
+    int count = 0;
+    for (const char byte : keys)
+        count += __builtin_popcount(static_cast<unsigned char>(byte));
+    XCloseDisplay(display);
+    return count;
+}
+
+/// Holds one thread of a program still, as a hang does; the others run on.
+class StoppedThread {
+public:
+    explicit StoppedThread(qint64 thread) : m_thread(static_cast<pid_t>(thread))
+    {
+        if (ptrace(PTRACE_SEIZE, m_thread, nullptr, nullptr) != 0 ||
+            ptrace(PTRACE_INTERRUPT, m_thread, nullptr, nullptr) != 0)
+            throw std::runtime_error(std::strerror(errno));
+        waitpid(m_thread, nullptr, __WALL);
+    }
+    ~StoppedThread() { ptrace(PTRACE_DETACH, m_thread, nullptr, nullptr); }
+    StoppedThread(const StoppedThread&) = delete;
+    StoppedThread& operator=(const StoppedThread&) = delete;
+
+private:
+    pid_t m_thread;
+};
+
+class KeySwapDesktopTest : public testing::Test {
+protected:
+    void start(const char* mode)
+    {
+        m_program = std::make_unique<Program>(Program::Start{.defaults = defaults(mode)});
+        ASSERT_TRUE(m_program->waitUntilReady());
+        ASSERT_TRUE(
+            m_program->waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
+    }
+    void TearDown() override
+    {
+        m_program.reset();
+        EXPECT_TRUE(eventually(5s, [] { return keysDown() == 0; })) << "keys are left pressed";
+    }
+
+    void chord(const char* modifier, const char* key)
+    {
+        m_hardware.press(modifier);
+        m_hardware.tap(key);
+        m_hardware.release(modifier);
+    }
+    void type(const char* letters)
+    {
+        for (const char* letter = letters; *letter; ++letter) {
+            const char name[2]{*letter, 0};
+            m_hardware.tap(name);
+        }
+    }
+    /// Types, selects all, copies and pastes twice over with one modifier.
+    void copyAndPaste(const QString& editor, const char* modifier)
+    {
+        setClipboardText(QStringLiteral("nothing of ours"));
+        Peer peer(editor);
+        ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+        type("copied");
+        ASSERT_TRUE(peer.tells(QStringLiteral("text:copied"))) << peer.text().toStdString();
+        chord(modifier, "a");
+        ASSERT_TRUE(peer.tells(QStringLiteral("marked:copied")));
+        chord(modifier, "c");
+        EXPECT_TRUE(eventually(5s, [] { return clipboardText() == QStringLiteral("copied"); }))
+            << clipboardText().toStdString();
+        m_hardware.tap("End");
+        chord(modifier, "v");
+        EXPECT_TRUE(peer.tells(QStringLiteral("text:copiedcopied"))) << peer.text().toStdString();
+    }
+
+    Screen m_screen;
+    Hardware m_hardware;
+    std::unique_ptr<Program> m_program;
+};
+
+} // namespace
+
+TEST_F(KeySwapDesktopTest, WithTheFullSwapSuperSelectsCopiesAndPastesInQt)
+{
+    start("fullSwap");
+    copyAndPaste(Peer::lineEdit(), "Super_L");
+}
+
+TEST_F(KeySwapDesktopTest, WithTheFullSwapSuperSelectsCopiesAndPastesInGtk)
+{
+    start("fullSwap");
+    copyAndPaste(Peer::gtkEntry(), "Super_L");
+}
+
+TEST_F(KeySwapDesktopTest, InTheCommonModeControlStillCopiesInAnEditor)
+{
+    start("commonShortcuts");
+    copyAndPaste(Peer::lineEdit(), "Control_L");
+}
+
+TEST_F(KeySwapDesktopTest, InTheCommonModeControlCStillInterruptsInATerminal)
+{
+    start("commonShortcuts");
+    QTemporaryDir folder;
+    const QString mark = folder.filePath(QStringLiteral("mark"));
+    // The trap tells of the interrupt; the shell tells when it is ready for it.
+    const QString script =
+        QStringLiteral("trap 'echo interrupted >> %1; exit' INT; echo ready >> %1; while :; do read x; done")
+            .arg(mark);
+    Peer terminal(QStringLiteral("xterm"), {QStringLiteral("-fa"), QStringLiteral("DejaVu Sans Mono"),
+                                            QStringLiteral("-e"), QStringLiteral("sh"), QStringLiteral("-c"),
+                                            script});
+    const auto content = [&] {
+        QFile file(mark);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    ASSERT_TRUE(eventually(15s, [&] { return content() == "ready\n"; }));
+    EXPECT_TRUE(eventually(15s, [&] {
+        chord("Control_L", "c"); // until the window has the keyboard
+        return content().contains("interrupted");
+    }));
+}
+
+TEST_F(KeySwapDesktopTest, ALoneSuperStillReachesTheDesktop)
+{
+    start("commonShortcuts");
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    // Ctrl+Esc's place on this desktop: the window manager itself is asked, by Alt+Tab below; here the key
+    // has to come through as it is, with nothing of Control about it.
+    m_hardware.tap("Super_L");
+    type("ok");
+    EXPECT_TRUE(peer.tells(QStringLiteral("text:ok")));
+    EXPECT_EQ(keysDown(), 0);
+}
+
+TEST_F(KeySwapDesktopTest, AltTabStillSwitchesWindows)
+{
+    start("fullSwap");
+    Peer first(Peer::lineEdit());
+    ASSERT_TRUE(first.tells(QStringLiteral("focused")));
+    Peer second(Peer::gtkEntry());
+    ASSERT_TRUE(second.tells(QStringLiteral("focused")));
+    // Held until the switcher has come up, as a hand does.
+    const auto windows = m_screen.windows().size();
+    m_hardware.press("Alt_L");
+    m_hardware.tap("Tab");
+    EXPECT_TRUE(eventually(5s, [&] { return m_screen.windows().size() != windows; }));
+    m_hardware.release("Alt_L");
+    EXPECT_TRUE(first.tells(QStringLiteral("focused")));
+    type("here");
+    EXPECT_TRUE(first.tells(QStringLiteral("text:here")));
+    EXPECT_TRUE(second.text().isEmpty());
+}
+
+TEST_F(KeySwapDesktopTest, AHungMainThreadCostsAtMostASecondOfKeysAndTheTapComesBackByItself)
+{
+    start("fullSwap");
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    std::chrono::milliseconds waited{};
+    {
+        const StoppedThread mainThread(m_program->pid());
+        QElapsedTimer clock;
+        clock.start();
+        type("a");
+        ASSERT_TRUE(peer.tells(QStringLiteral("text:a"), 10s)) << "a hung program takes the keyboard with it";
+        waited = std::chrono::milliseconds(clock.elapsed());
+        // From now on the keyboard is the user's again, as if there were no tap.
+        type("b");
+        ASSERT_TRUE(peer.tells(QStringLiteral("text:ab"), 10s));
+        chord("Control_L", "a");
+        ASSERT_TRUE(peer.tells(QStringLiteral("marked:ab"), 10s));
+        m_hardware.tap("End");
+        ASSERT_TRUE(peer.tells(QStringLiteral("marked:"), 10s));
+    }
+    EXPECT_GE(waited, 900ms) << "the tap was waited for at all";
+    EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Re-enabled a disabled event tap"))));
+    chord("Super_L", "a");
+    EXPECT_TRUE(peer.tells(QStringLiteral("marked:ab"))) << "the tap is back";
+}
+
+TEST_F(KeySwapDesktopTest, KillingTheProgramWithAChordHeldLeavesNothingPressed)
+{
+    start("fullSwap");
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    m_hardware.press("Super_L");
+    m_hardware.press("b");
+    ASSERT_TRUE(eventually(5s, [] { return keysDown() > 0; }));
+    m_program->kill9();
+    ASSERT_TRUE(m_program->wait());
+    m_hardware.release("b");
+    m_hardware.release("Super_L");
+    EXPECT_TRUE(eventually(5s, [] { return keysDown() == 0; }));
+    type("free");
+    EXPECT_TRUE(peer.tells(QStringLiteral("text:free"))) << peer.text().toStdString();
+}
+
+TEST_F(KeySwapDesktopTest, TypingFastArrivesWholeAndInOrder)
+{
+    start("commonShortcuts");
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    QByteArray text;
+    for (int i = 0; i < 100; ++i)
+        text += "abcdefghij";
+    type(text.constData());
+    EXPECT_TRUE(peer.tells(QStringLiteral("text:") + QString::fromLatin1(text), 30s))
+        << peer.text().size() << " letters arrived";
+}
+
+} // namespace orvane::tests
