@@ -1,0 +1,73 @@
+// A menu as a com.canonical.dbusmenu object (version 3), its content asked from a source at each opening.
+// Main thread. Without a bus its operations can be called all the same.
+#pragma once
+
+#include "PlatformLinux/Tray/DBusMenuLayout.h"
+
+#include <QDBusContext>
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+namespace orvane {
+
+class DBusMenuExporter : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
+    Q_PROPERTY(uint Version READ version SCRIPTABLE true)
+    Q_PROPERTY(QString TextDirection READ textDirection SCRIPTABLE true)
+    Q_PROPERTY(QString Status READ status SCRIPTABLE true)
+    Q_PROPERTY(QStringList IconThemePath READ iconThemePath SCRIPTABLE true)
+
+public:
+    using Source = std::function<Menu()>;
+
+    explicit DBusMenuExporter(Source source, QObject* parent = nullptr);
+
+    /// Tells hosts that the content may have changed. Those that keep a copy ask again.
+    void invalidate();
+
+    [[nodiscard]] uint version() const { return 3; }
+    [[nodiscard]] QString textDirection() const;
+    [[nodiscard]] QString status() const { return QStringLiteral("normal"); }
+    [[nodiscard]] QStringList iconThemePath() const { return {}; }
+
+public Q_SLOTS:
+    // The bus finds types by the names written here, so no aliases.
+    Q_SCRIPTABLE uint GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
+                                orvane::DBusMenuLayoutItem& layout);
+    Q_SCRIPTABLE QList<orvane::DBusMenuItemProperties> GetGroupProperties(const QList<int>& ids,
+                                                                          const QStringList& propertyNames);
+    Q_SCRIPTABLE QDBusVariant GetProperty(int id, const QString& name);
+    Q_SCRIPTABLE void Event(int id, const QString& eventId, const QDBusVariant& data, uint timestamp);
+    Q_SCRIPTABLE QList<int> EventGroup(const QList<orvane::DBusMenuEvent>& events);
+    Q_SCRIPTABLE bool AboutToShow(int id);
+    Q_SCRIPTABLE QList<int> AboutToShowGroup(const QList<int>& ids, QList<int>& idErrors);
+
+Q_SIGNALS:
+    Q_SCRIPTABLE void ItemsPropertiesUpdated(const QList<orvane::DBusMenuItemProperties>& updated,
+                                             const QList<orvane::DBusMenuItemKeys>& removed);
+    Q_SCRIPTABLE void LayoutUpdated(uint revision, int parent);
+    Q_SCRIPTABLE void ItemActivationRequested(int id, uint timestamp);
+
+private:
+    enum class Rebuilt { same, properties, layout };
+
+    Rebuilt rebuild();
+    void announceProperties(const DBusMenuLayout& before);
+    [[nodiscard]] const DBusMenuLayout::Node* find(int id) const;
+    bool choose(int id, const QString& eventId);
+    void refuseId(int id);
+
+    Source m_source;
+    DBusMenuLayout m_layout;
+    /// The layout that the present one took the place of: a click on it may be under way.
+    DBusMenuLayout m_before;
+    int m_nextId = 1;
+    uint m_revision = 1;
+    /// AboutToShow() has just rebuilt and promised the host something new.
+    bool m_awaited = false;
+};
+
+} // namespace orvane

@@ -1,0 +1,27 @@
+// Status items by StatusNotifierItem where the session has a host for it, else by the XEmbed system tray,
+// else nowhere until either appears. Nothing is on the bus before the first item is made.
+#pragma once
+
+#include "Platform/StatusBar.h"
+
+#include <memory>
+
+namespace orvane {
+
+class LogSink;
+class StatusArea;
+
+class LinuxStatusBar : public StatusBar {
+public:
+    /// `log` outlives the status bar and its items.
+    explicit LinuxStatusBar(LogSink& log);
+    ~LinuxStatusBar() override;
+
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override;
+
+private:
+    LogSink& m_log;
+    std::shared_ptr<StatusArea> m_area;
+};
+
+} // namespace orvane

@@ -1,0 +1,142 @@
+#include "PlatformLinux/Tray/LinuxStatusItem.h"
+
+#include "PlatformLinux/Tray/StatusArea.h"
+#include "PlatformLinux/Tray/StatusNotifierItem.h"
+#include "PlatformLinux/Tray/TrayMenuView.h"
+#include "PlatformLinux/Tray/XEmbedTrayWindow.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace orvane {
+
+namespace {
+
+/// The lowest number not in use, so that an item that is made again is known to the desktop by its old name.
+class ItemNumber {
+public:
+    static int take()
+    {
+        const auto free = std::find(taken().begin(), taken().end(), false);
+        const int number = static_cast<int>(free - taken().begin()) + 1;
+        if (free == taken().end())
+            taken().push_back(true);
+        else
+            *free = true;
+        return number;
+    }
+
+    static void giveBack(int number) { taken()[static_cast<std::size_t>(number - 1)] = false; }
+
+private:
+    static std::vector<bool>& taken()
+    {
+        static std::vector<bool> numbers;
+        return numbers;
+    }
+};
+
+} // namespace
+
+LinuxStatusItem::LinuxStatusItem(std::shared_ptr<StatusArea> area, double length)
+    : m_area(std::move(area)),
+      m_clicks([this](const Menu& menu) { openMenu(menu); }),
+      m_menuView(std::make_unique<TrayMenuView>())
+{
+    m_content.number = ItemNumber::take();
+    m_content.length = length;
+    connect(m_area.get(), &StatusArea::changed, this, &LinuxStatusItem::takePlace);
+    connect(m_area.get(), &StatusArea::tintChanged, this, [this] {
+        if (m_notifier)
+            m_notifier->setTint(m_area->tint());
+        if (m_window)
+            m_window->setTint(m_area->tint());
+    });
+    // Its maker has yet to say what the item shows.
+    scheduleUpdate();
+}
+
+LinuxStatusItem::~LinuxStatusItem()
+{
+    ItemNumber::giveBack(m_content.number);
+}
+
+void LinuxStatusItem::setImage(const TemplateImage& image)
+{
+    m_content.image = image;
+    ++m_content.imageRevision;
+    scheduleUpdate();
+}
+
+void LinuxStatusItem::setToolTip(const QString& text)
+{
+    m_content.toolTip = text;
+    scheduleUpdate();
+}
+
+void LinuxStatusItem::setAction(Action action)
+{
+    m_clicks.setAction(std::move(action));
+}
+
+void LinuxStatusItem::setMenu(MenuDelegate menuNeedsUpdate)
+{
+    m_clicks.setMenu(std::move(menuNeedsUpdate));
+    // Later: a menu that is attached for one click only is gone again by then.
+    scheduleUpdate();
+}
+
+void LinuxStatusItem::performClick()
+{
+    m_clicks.performClick();
+}
+
+void LinuxStatusItem::scheduleUpdate()
+{
+    if (std::exchange(m_updateScheduled, true))
+        return;
+    QMetaObject::invokeMethod(this, &LinuxStatusItem::update, Qt::QueuedConnection);
+}
+
+void LinuxStatusItem::update()
+{
+    m_updateScheduled = false;
+    m_content.menuAttached = m_clicks.hasMenu();
+    if (m_notifier)
+        m_notifier->setContent(m_content);
+    if (m_window)
+        m_window->setContent(m_content);
+    takePlace();
+}
+
+void LinuxStatusItem::takePlace()
+{
+    if (m_updateScheduled)
+        return; // update() comes here, with the content complete.
+    const StatusArea::Kind kind = m_area->kind();
+    if (kind != StatusArea::Kind::notifierHost)
+        m_notifier.reset();
+    if (kind != StatusArea::Kind::xembedTray)
+        m_window.reset();
+
+    const auto clicked = [this](const StatusItemEvent& event) { m_clicks.click(event); };
+    if (kind == StatusArea::Kind::notifierHost) {
+        if (!m_notifier)
+            m_notifier = std::make_unique<StatusNotifierItem>(m_content, m_area->tint(), clicked,
+                                                              [this] { return m_clicks.menuForHost(); });
+        m_notifier->registerWith(m_area->host().watcher());
+    } else if (kind == StatusArea::Kind::xembedTray) {
+        if (!m_window)
+            m_window = std::make_unique<XEmbedTrayWindow>(m_content, m_area->tint(), clicked);
+        m_window->dock(m_area->xembed().tray(), m_area->xembed().visual());
+    }
+}
+
+void LinuxStatusItem::openMenu(const Menu& menu)
+{
+    m_menuView->popUp(menu, m_window ? m_window->screenGeometry() : std::nullopt);
+}
+
+} // namespace orvane

@@ -1,0 +1,38 @@
+// A connection of its own to the session bus. Connecting waits for the bus daemon's greeting, so it is done
+// on a pool thread; the signals come on the thread of this object. Closed with the object.
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+class SessionBusLink : public QObject {
+    Q_OBJECT
+public:
+    explicit SessionBusLink(QObject* parent = nullptr);
+    ~SessionBusLink() override;
+
+    /// Leads to exactly one of the two signals, later.
+    void open();
+    /// Only after ready().
+    [[nodiscard]] QDBusConnection& bus() { return *m_bus; }
+    [[nodiscard]] bool isOpen() const { return m_bus.has_value(); }
+
+Q_SIGNALS:
+    void ready();
+    /// There is no session bus, or it refused.
+    void failed();
+
+private:
+    struct Opening;
+    void opened(const std::shared_ptr<Opening>& opening);
+
+    std::shared_ptr<Opening> m_opening;
+    std::optional<QDBusConnection> m_bus;
+};
+
+} // namespace orvane

@@ -1,0 +1,48 @@
+// Knows whether the session has a StatusNotifierItem host, as it comes and goes. Main thread; never waits.
+#pragma once
+
+#include "PlatformLinux/Tray/SessionBusLink.h"
+
+#include <QDBusMessage>
+
+class QDBusPendingCallWatcher;
+
+namespace orvane {
+
+class StatusNotifierHostWatch : public QObject {
+    Q_OBJECT
+public:
+    enum class State { asking, absent, present };
+    enum class Bus { unknown, none, open };
+
+    explicit StatusNotifierHostWatch(QObject* parent = nullptr);
+
+    [[nodiscard]] State state() const { return m_state; }
+    [[nodiscard]] Bus bus() const { return m_bus; }
+    /// The unique name of the watcher to register with; a new one means that items must register again.
+    [[nodiscard]] QString watcher() const { return m_watcher; }
+
+Q_SIGNALS:
+    void changed();
+
+private Q_SLOTS:
+    void nameOwnerChanged(const QString& name, const QString& before, const QString& now,
+                          const QDBusMessage& message);
+    void hostsChanged();
+
+private:
+    void busReady();
+    void askForWatcher();
+    void askForHost();
+    void watcherIs(const QString& owner);
+    void settle(State state);
+
+    SessionBusLink m_link;
+    Bus m_bus = Bus::unknown;
+    State m_state = State::asking;
+    QString m_watcher;
+    /// Answers to earlier questions are void.
+    int m_question = 0;
+};
+
+} // namespace orvane

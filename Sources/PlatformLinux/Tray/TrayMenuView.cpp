@@ -1,0 +1,225 @@
+#include "PlatformLinux/Tray/TrayMenuView.h"
+
+#include "PlatformLinux/Tray/MenuText.h"
+#include "PlatformLinux/Tray/TemplateTint.h"
+#include "PlatformLinux/X11/X11Connection.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
+#include <QPainter>
+#include <QPalette>
+#include <QScreen>
+#include <QStyle>
+#include <QWidgetAction>
+#include <QWindow>
+
+#include <chrono>
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+constexpr auto keyEquivalentProperty = "orvaneKeyEquivalent";
+/// A menu may contain itself.
+constexpr int deepestLevel = 8;
+
+QIcon iconOf(const TemplateImage& image, const QWidget& shownIn)
+{
+    const int side = shownIn.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &shownIn);
+    const double ratio = shownIn.devicePixelRatioF();
+    const auto pixmap = [&](QPalette::ColorGroup group) {
+        const QColor colour = shownIn.palette().color(group, QPalette::WindowText);
+        QImage picture = tinted(image, QSize(side, side) * ratio, colour);
+        picture.setDevicePixelRatio(ratio);
+        return QPixmap::fromImage(picture);
+    };
+    QIcon icon(pixmap(QPalette::Active));
+    icon.addPixmap(pixmap(QPalette::Disabled), QIcon::Disabled);
+    return icon;
+}
+
+/// An item that is a picture.
+class PictureWidget : public QWidget {
+public:
+    PictureWidget(const TemplateImage& image, QWidget* parent) : QWidget(parent), m_image(image) {}
+
+    [[nodiscard]] QSize sizeHint() const override { return m_image.size.toSize(); }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+private:
+    void paintEvent(QPaintEvent*) override
+    {
+        const double ratio = devicePixelRatioF();
+        QImage picture =
+            tinted(m_image, m_image.size.toSize() * ratio, palette().color(QPalette::WindowText));
+        picture.setDevicePixelRatio(ratio);
+        QPainter(this).drawImage(0, 0, picture);
+    }
+
+    TemplateImage m_image;
+};
+
+} // namespace
+
+TrayMenuView::TrayMenuView(QObject* parent) : QObject(parent)
+{
+    using namespace std::chrono_literals;
+    m_grabAgain.setSingleShot(true);
+    m_grabAgain.setInterval(20ms);
+    connect(&m_grabAgain, &QTimer::timeout, this, &TrayMenuView::holdPointer);
+}
+
+TrayMenuView::~TrayMenuView()
+{
+    close();
+}
+
+void TrayMenuView::popUp(const Menu& menu, std::optional<QRect> item)
+{
+    close();
+    auto* popup = new QMenu;
+    m_popup = popup;
+    // Deleted later than the choice, which is told after the menu has closed.
+    connect(popup, &QMenu::aboutToHide, popup, &QObject::deleteLater);
+    connect(popup, &QMenu::aboutToHide, this, &TrayMenuView::letPointerGo);
+    fill(*popup, menu, 1);
+    if (popup->isEmpty()) {
+        delete popup;
+        return;
+    }
+    QPoint place = QCursor::pos();
+    if (item) {
+        const QSize size = popup->sizeHint();
+        const QScreen* screen = QGuiApplication::screenAt(item->center());
+        const bool fitsBelow = !screen || item->bottom() + 1 + size.height() <= screen->geometry().bottom();
+        place = fitsBelow ? item->bottomLeft() + QPoint(0, 1) : item->topLeft() - QPoint(0, size.height());
+    }
+    popup->popup(place);
+    holdPointer();
+}
+
+void TrayMenuView::holdPointer()
+{
+    // A panel that reports a click as the button goes down has the pointer until it comes up, and the grab
+    // by which the menu closes at a click elsewhere fails, which Qt doesn't notice. The server tells nobody
+    // when that ends, so look again while the finger is down.
+    const auto x = X11Connection::ofApplication();
+    if (!x || !m_popup || !m_popup->isVisible())
+        return;
+    if (x->pointerButtonIsDown()) {
+        m_failedToHold = true;
+        m_grabAgain.start();
+    } else if (std::exchange(m_failedToHold, false)) {
+        m_popup->windowHandle()->setMouseGrabEnabled(true);
+        m_popup->windowHandle()->setKeyboardGrabEnabled(true);
+    }
+}
+
+void TrayMenuView::letPointerGo()
+{
+    m_grabAgain.stop();
+    m_failedToHold = false;
+    if (QWindow* window = m_popup ? m_popup->windowHandle() : nullptr) {
+        window->setMouseGrabEnabled(false);
+        window->setKeyboardGrabEnabled(false);
+    }
+}
+
+void TrayMenuView::close()
+{
+    if (!m_popup)
+        return;
+    m_popup->close();
+    m_popup->deleteLater();
+    m_popup.clear();
+}
+
+void TrayMenuView::fill(QMenu& popup, const Menu& menu, int depth)
+{
+    popup.installEventFilter(this);
+    for (const MenuItem& item : menu.items) {
+        if (item.kind == MenuItem::Kind::separator)
+            popup.addSeparator();
+        else
+            addItem(popup, item, depth);
+    }
+}
+
+QAction* TrayMenuView::addItem(QMenu& popup, const MenuItem& item, int depth)
+{
+    QAction* action = nullptr;
+    if (item.view) {
+        auto* widgetAction = new QWidgetAction(&popup);
+        auto* picture = new PictureWidget(*item.view, &popup);
+        picture->setAccessibleName(plainMenuTitle(item.title));
+        widgetAction->setDefaultWidget(picture);
+        popup.addAction(widgetAction);
+        action = widgetAction;
+    } else if (item.submenu) {
+        QMenu* submenu = popup.addMenu(widgetMenuText(item.title));
+        if (depth < deepestLevel)
+            fill(*submenu, *item.submenu, depth + 1);
+        action = submenu->menuAction();
+    } else {
+        action = popup.addAction(widgetMenuText(item.title));
+    }
+    action->setEnabled(item.enabled && (item.action || item.submenu));
+    if (item.image)
+        action->setIcon(iconOf(*item.image, popup));
+    action->setIconVisibleInMenu(true);
+    if (item.state == MenuItem::State::on) {
+        action->setCheckable(true);
+        action->setChecked(true);
+    }
+    if (item.keyEquivalent.size() == 1 && !item.view && !item.submenu) {
+        const QString keys =
+            (item.keyEquivalent.front().isUpper() ? QLatin1String("Ctrl+Shift+") : QLatin1String("Ctrl+")) +
+            item.keyEquivalent.toUpper();
+        action->setProperty(keyEquivalentProperty, item.keyEquivalent);
+        action->setText(action->text() + u'\t' + QKeySequence(keys).toString(QKeySequence::NativeText));
+    }
+    if (item.action) {
+        connect(action, &QAction::triggered, this, [this, item] {
+            QMetaObject::invokeMethod(
+                this, [item] { item.action(item); }, Qt::QueuedConnection);
+        });
+    }
+    return action;
+}
+
+bool TrayMenuView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto* popup = qobject_cast<QMenu*>(watched);
+        if (popup && chooseByKey(*popup, *static_cast<QKeyEvent*>(event)))
+            return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+bool TrayMenuView::chooseByKey(const QMenu& popup, const QKeyEvent& key)
+{
+    const auto modifiers = key.modifiers() & ~Qt::KeypadModifier;
+    const bool shift = modifiers & Qt::ShiftModifier;
+    const auto command = modifiers & ~Qt::ShiftModifier;
+    if (command != Qt::ControlModifier && command != Qt::MetaModifier)
+        return false;
+    for (QAction* action : popup.actions()) {
+        const QString equivalent = action->property(keyEquivalentProperty).toString();
+        if (equivalent.isEmpty() || !action->isEnabled())
+            continue;
+        if (key.key() != equivalent.toUpper().front().unicode() || equivalent.front().isUpper() != shift)
+            continue;
+        if (m_popup)
+            m_popup->close();
+        action->trigger();
+        return true;
+    }
+    return false;
+}
+
+} // namespace orvane
