@@ -1,0 +1,53 @@
+// The program whose window is the active one, as the window manager tells it. Main thread, but for
+// commandKeys(). Listens from start() on and wakes only when another window becomes the active one.
+// Without an X server, or a window manager that tells, there is never one.
+#pragma once
+
+#include "Platform/RunningApplication.h"
+#include "PlatformLinux/Applications/CommandConvention.h"
+#include "PlatformLinux/X11/X11Connection.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+#include <QTimer>
+
+#include <atomic>
+#include <optional>
+
+namespace orvane {
+
+class DesktopEntries;
+
+class FrontmostApplication : public QObject, private QAbstractNativeEventFilter {
+    Q_OBJECT
+public:
+    explicit FrontmostApplication(DesktopEntries& entries);
+    ~FrontmostApplication() override;
+
+    /// A second call changes nothing.
+    void start();
+    [[nodiscard]] const std::optional<RunningApplication>& application() const { return m_application; }
+    /// Of that program. Any thread, without waiting.
+    [[nodiscard]] CommandKeys commandKeys() const { return m_commandKeys.load(std::memory_order_relaxed); }
+
+Q_SIGNALS:
+    /// Another program has come to the front, or none is there any more.
+    void changed();
+
+private:
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void readActiveWindow();
+    [[nodiscard]] xcb_window_t activeWindow() const;
+    std::optional<RunningApplication> programOf(xcb_window_t window);
+    void settle(std::optional<RunningApplication> application);
+
+    DesktopEntries& m_entries;
+    std::optional<X11Connection> m_x;
+    xcb_atom_t m_activeWindowAtom = XCB_ATOM_NONE;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+    QTimer m_noneForLong;
+    std::optional<RunningApplication> m_application;
+    std::atomic<CommandKeys> m_commandKeys = CommandKeys::control;
+};
+
+} // namespace orvane

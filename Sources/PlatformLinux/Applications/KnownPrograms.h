@@ -1,0 +1,21 @@
+// The programs that have a bundle identifier other than their desktop entry's id, and the names by which
+// the desktop tells of them.
+#pragma once
+
+#include <QLatin1StringView>
+#include <QString>
+
+#include <optional>
+
+namespace orvane {
+
+namespace systemProgram {
+inline constexpr QLatin1StringView fileManager("com.apple.finder");
+inline constexpr QLatin1StringView dock("com.apple.dock");
+inline constexpr QLatin1StringView terminal("com.apple.Terminal");
+} // namespace systemProgram
+
+/// By the class of a window, the file name of an executable or the id of a desktop entry; case is ignored.
+std::optional<QString> knownProgram(QStringView name);
+
+} // namespace orvane

@@ -1,0 +1,130 @@
+#include "PlatformLinux/Session/FileManagerAutomation.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDeadlineTimer>
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+const QString fileManager = QStringLiteral("org.freedesktop.FileManager1");
+const QString daemonName = QStringLiteral("org.freedesktop.DBus");
+const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
+
+enum class Start { no, ifNeeded };
+
+QDBusMessage ping(Start start)
+{
+    auto call =
+        QDBusMessage::createMethodCall(fileManager, QStringLiteral("/org/freedesktop/FileManager1"),
+                                       QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"));
+    call.setAutoStartService(start == Start::ifNeeded);
+    return call;
+}
+
+QDBusMessage startableNames()
+{
+    return QDBusMessage::createMethodCall(daemonName, daemonPath, daemonName,
+                                          QStringLiteral("ListActivatableNames"));
+}
+
+Permissions::OSStatus statusOf(const QDBusError& error)
+{
+    switch (error.type()) {
+    case QDBusError::NoError:
+    case QDBusError::UnknownMethod:
+    case QDBusError::UnknownObject:
+    case QDBusError::UnknownInterface:
+        return Permissions::noErr; // an answer, whatever it is
+    case QDBusError::AccessDenied:
+        return Permissions::errAEEventNotPermitted;
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+        return FileManagerAutomation::errAETimeout;
+    default:
+        return Permissions::procNotFound; // nobody has the name, or it couldn't be started
+    }
+}
+
+Permissions::OSStatus statusOfStartable(const QDBusPendingReply<QStringList>& names)
+{
+    return names.isValid() && names.value().contains(fileManager) ? Permissions::noErr
+                                                                  : Permissions::procNotFound;
+}
+
+} // namespace
+
+FileManagerAutomation::FileManagerAutomation(QDBusConnection session) : m_session(std::move(session)) {}
+
+FileManagerAutomation::OSStatus FileManagerAutomation::status()
+{
+    if (!m_session.isConnected())
+        return Permissions::procNotFound;
+    if (!m_listens) {
+        listen();
+        QDeadlineTimer end(150);
+        const auto remaining = [&] { return static_cast<int>(std::max<qint64>(end.remainingTime(), 1)); };
+        OSStatus status = statusOf(QDBusError(m_session.call(ping(Start::no), QDBus::Block, remaining())));
+        if (status == Permissions::procNotFound) {
+            const QDBusMessage names = m_session.call(startableNames(), QDBus::Block, remaining());
+            status = statusOfStartable(QDBusPendingCall::fromCompletedCall(names));
+        }
+        m_status = status;
+        if (end.hasExpired())
+            refresh(); // it may only have been slow
+    }
+    return m_status;
+}
+
+FileManagerAutomation::OSStatus FileManagerAutomation::askAndStart()
+{
+    constexpr int longestWaitMs = 25000;
+    if (!m_session.isConnected())
+        return Permissions::procNotFound;
+    const OSStatus status =
+        statusOf(QDBusError(m_session.call(ping(Start::ifNeeded), QDBus::Block, longestWaitMs)));
+    m_status = status;
+    return status;
+}
+
+void FileManagerAutomation::listen()
+{
+    m_listens = true;
+    m_session.connect(daemonName, daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), {fileManager},
+                      QString(), this, SLOT(refresh()));
+    // Told by newer daemons when a program that could be started is installed or removed.
+    m_session.connect(daemonName, daemonPath, daemonName, QStringLiteral("ActivatableServicesChanged"), this,
+                      SLOT(refresh()));
+}
+
+void FileManagerAutomation::refresh()
+{
+    auto* pending = new QDBusPendingCallWatcher(m_session.asyncCall(ping(Start::no)), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, number = ++m_question] {
+        pending->deleteLater();
+        if (number != m_question)
+            return;
+        const OSStatus status = statusOf(pending->error());
+        if (status == Permissions::procNotFound)
+            askWhetherItCanBeStarted(number);
+        else
+            m_status = status;
+    });
+}
+
+void FileManagerAutomation::askWhetherItCanBeStarted(unsigned number)
+{
+    auto* pending = new QDBusPendingCallWatcher(m_session.asyncCall(startableNames()), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, number] {
+        pending->deleteLater();
+        if (number == m_question)
+            m_status = statusOfStartable(*pending);
+    });
+}
+
+} // namespace orvane

@@ -1,0 +1,56 @@
+// Permissions as tests of ability: nobody on this desktop is asked for consent, so what is told is what
+// works. Why something doesn't is said in the log, once each.
+#pragma once
+
+#include "Platform/Permissions.h"
+#include "PlatformLinux/Session/AccessibilityBus.h"
+#include "PlatformLinux/Session/DenialLog.h"
+#include "PlatformLinux/Session/FileManagerAutomation.h"
+#include "PlatformLinux/X11/WindowManagerWatch.h"
+#include "PlatformLinux/X11/XAccess.h"
+
+#include <optional>
+
+namespace orvane {
+
+class LogSink;
+
+class LinuxPermissions : public Permissions {
+public:
+    /// `sessionType` is what XDG_SESSION_TYPE says.
+    explicit LinuxPermissions(LogSink& log,
+                              const QString& sessionType = qEnvironmentVariable("XDG_SESSION_TYPE"));
+    ~LinuxPermissions() override;
+
+    /// A window manager speaks EWMH, and the accessibility bus is enabled.
+    bool axIsProcessTrusted() override;
+    /// Enables the accessibility bus; axIsProcessTrusted() follows later.
+    void axIsProcessTrustedWithPrompt() override;
+
+    /// XInput and XTEST are there, and the server lets the keyboard be held. Tried once, and at requests.
+    bool preflightListenEventAccess() override;
+    void requestListenEventAccess() override;
+
+    /// The root window can be read. Tried once, and at requests.
+    bool preflightScreenCaptureAccess() override;
+    void requestScreenCaptureAccess() override;
+
+    /// Of the file manager alone; every other program is procNotFound.
+    OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) override;
+
+private:
+    /// False, after saying why, where everything is denied.
+    bool sessionAllowsAnything();
+    void sayWhy(OSStatus automation);
+
+    DenialLog m_denials;
+    /// Why this kind of session allows nothing; empty where it does.
+    const QString m_sessionDenial;
+    std::optional<WindowManagerWatch> m_windowManager;
+    AccessibilityBus m_accessibilityBus;
+    FileManagerAutomation m_fileManager;
+    std::optional<XAccess> m_input;
+    std::optional<XAccess> m_screen;
+};
+
+} // namespace orvane

@@ -1,0 +1,31 @@
+// One inhibitor lock of logind; its end releases it.
+#pragma once
+
+#include "Platform/PowerAssertions.h"
+
+#include <QDBusUnixFileDescriptor>
+#include <QString>
+
+#include <memory>
+
+namespace orvane {
+
+class LogindInhibitor {
+public:
+    struct Result {
+        PowerAssertions::Status status;
+        std::unique_ptr<LogindInhibitor> inhibitor;
+        /// Why there is none, for the log.
+        QString error;
+    };
+
+    /// `what` is a list of lock types with colons between them. Waits for the answer for at most 0.4 s.
+    static Result create(const QString& what, const QString& who, const QString& why);
+
+private:
+    explicit LogindInhibitor(QDBusUnixFileDescriptor lock) : m_lock(std::move(lock)) {}
+
+    QDBusUnixFileDescriptor m_lock;
+};
+
+} // namespace orvane

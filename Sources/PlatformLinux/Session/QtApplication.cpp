@@ -1,0 +1,141 @@
+#include "PlatformLinux/Session/QtApplication.h"
+
+#include "Platform/LogSink.h"
+#include "PlatformLinux/X11/TaskBarEntry.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QSocketNotifier>
+#include <QWindow>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace orvane {
+
+namespace {
+
+void writeLog(LogSink& log, LogLevel level, const QString& message)
+{
+    log.write(level, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("Application"), message);
+}
+
+/// Written to by the signal handler, which may do no more than that.
+int endingSignal = -1;
+
+extern "C" void noteEndingSignal(int)
+{
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const auto written = ::write(endingSignal, &one, sizeof one);
+}
+
+void requireDisplay(LogSink& log)
+{
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return;
+    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
+        writeLog(log, LogLevel::fault,
+                 QStringLiteral("There is no X display to run on: DISPLAY is not set. Start Orvane from a "
+                                "desktop session"));
+        std::exit(1);
+    }
+    // Of a Wayland session, only its X server can be used.
+    qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+} // namespace
+
+QtApplication::QtApplication(int& argc, char** argv, LogSink& log) : m_log(log)
+{
+    requireDisplay(log);
+    QCoreApplication::setApplicationName(QStringLiteral("orvane"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvane"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("net.lindenrow.orvane"));
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    m_application = std::make_unique<QApplication>(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    m_application->installEventFilter(this);
+    endOnSignals();
+}
+
+QtApplication::~QtApplication() = default;
+
+void QtApplication::endOnSignals()
+{
+    // A handler and not a signalfd: a blocked mask would be handed down to every program that we start.
+    endingSignal = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (endingSignal < 0) {
+        writeLog(
+            m_log, LogLevel::error,
+            QStringLiteral("Signals can't be watched: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
+        return;
+    }
+    m_signals = std::make_unique<QSocketNotifier>(endingSignal, QSocketNotifier::Read);
+    connect(m_signals.get(), &QSocketNotifier::activated, this, [this] { terminate(); });
+    struct sigaction action = {};
+    action.sa_handler = noteEndingSignal;
+    action.sa_flags = SA_RESTART;
+    for (const int signal : std::array{SIGINT, SIGTERM, SIGHUP})
+        sigaction(signal, &action, nullptr);
+}
+
+void QtApplication::setActivationPolicy(ActivationPolicy policy)
+{
+    m_policy = policy;
+    for (QWindow* window : QGuiApplication::topLevelWindows()) {
+        if (window->isVisible())
+            applyPolicy(*window);
+    }
+}
+
+void QtApplication::terminate()
+{
+    QCoreApplication::quit();
+}
+
+int QtApplication::run()
+{
+    if (m_delegate) {
+        QMetaObject::invokeMethod(
+            this, [this] { m_delegate->applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+    }
+    return QApplication::exec();
+}
+
+void QtApplication::reopen()
+{
+    if (!m_delegate)
+        return;
+    bool hasVisibleWindows = false;
+    for (const QWindow* window : QGuiApplication::topLevelWindows())
+        hasVisibleWindows = hasVisibleWindows || (window->isVisible() && window->type() == Qt::Window);
+    m_delegate->applicationShouldHandleReopen(hasVisibleWindows);
+}
+
+bool QtApplication::eventFilter(QObject* watched, QEvent* event)
+{
+    // Exposed is the first moment at which the window manager knows the window.
+    if (event->type() == QEvent::Expose) {
+        auto* window = qobject_cast<QWindow*>(watched);
+        if (window && !window->parent() && window->type() == Qt::Window && window->isExposed())
+            applyPolicy(*window);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void QtApplication::applyPolicy(const QWindow& window) const
+{
+    if (window.type() == Qt::Window)
+        requestTaskBarEntry(window, m_policy == ActivationPolicy::regular ? TaskBarEntry::shown
+                                                                          : TaskBarEntry::hidden);
+}
+
+} // namespace orvane

@@ -1,0 +1,50 @@
+// The application object on Qt: its life, its delegate, its task bar entry, and the signals that end it.
+#pragma once
+
+#include "Platform/Application.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QApplication;
+class QSocketNotifier;
+class QWindow;
+
+namespace orvane {
+
+class LogSink;
+
+class QtApplication : public QObject, public Application {
+    Q_OBJECT
+
+public:
+    /// Makes the QApplication. Ends the process with a message where there is no display.
+    QtApplication(int& argc, char** argv, LogSink& log);
+    ~QtApplication() override;
+
+    void setDelegate(ApplicationDelegate* delegate) override { m_delegate = delegate; }
+    void setActivationPolicy(ActivationPolicy policy) override;
+    ActivationPolicy activationPolicy() const override { return m_policy; }
+    void terminate() override;
+
+    /// Runs the event loop, whose first act is to call the delegate; gives the exit status.
+    int run();
+    /// A further start of the program reached this one.
+    void reopen();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void endOnSignals();
+    void applyPolicy(const QWindow& window) const;
+
+    LogSink& m_log;
+    std::unique_ptr<QApplication> m_application;
+    std::unique_ptr<QSocketNotifier> m_signals;
+    ApplicationDelegate* m_delegate = nullptr;
+    ActivationPolicy m_policy = ActivationPolicy::accessory;
+};
+
+} // namespace orvane

@@ -1,0 +1,23 @@
+// Which programs show a page of the system's settings on this desktop. Pure; any thread.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace orvane {
+
+struct SettingsCommand {
+    QString program;
+    QStringList arguments;
+
+    friend bool operator==(const SettingsCommand&, const SettingsCommand&) = default;
+};
+
+bool isSettingsURL(const QString& url);
+
+/// What to try, the best first: those of the session's desktops, then those that run on any. Of each, the
+/// page itself goes before the front page of the settings. Empty for a page that nobody knows.
+QList<SettingsCommand> settingsCommands(const QString& url, const QStringList& currentDesktops);
+
+} // namespace orvane
