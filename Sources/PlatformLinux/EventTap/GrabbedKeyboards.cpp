@@ -1,0 +1,176 @@
+#include "PlatformLinux/EventTap/GrabbedKeyboards.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+std::string refusal(const std::string& name, const char* why)
+{
+    return "The keyboard \"" + name + "\" is left alone: " + why + ".";
+}
+
+} // namespace
+
+GrabbedKeyboards::~GrabbedKeyboards()
+{
+    letGo();
+}
+
+std::vector<std::string> GrabbedKeyboards::grab()
+{
+    const struct {
+        xcb_input_event_mask_t header;
+        std::uint32_t bits;
+    } hierarchy{{XCB_INPUT_DEVICE_ALL, 1}, XCB_INPUT_XI_EVENT_MASK_HIERARCHY};
+    xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &hierarchy.header);
+
+    const Keyboards present = m_connection.keyboards();
+    m_master = present.master;
+    if (m_xtest != present.xtest) {
+        m_xtest = present.xtest;
+        // The server starts it with its own idea of a keyboard, whose key codes may be others.
+        if (present.lastUsed != m_xtest && present.lastUsed != m_master)
+            DeviceKeymap::of(m_connection, m_master).applyTo(m_connection, m_xtest);
+        m_keymap = DeviceKeymap::of(m_connection, m_xtest);
+    }
+
+    std::vector<std::string> problems;
+    for (const KeyboardDevice& device : present.hardware) {
+        const bool isOurs =
+            std::ranges::any_of(m_keyboards, [&](const Keyboard& each) { return each.id == device.id; });
+        if (isOurs)
+            continue;
+        std::string problem = grabOne(device);
+        if (problem.empty() || std::ranges::find(m_refused, device.id) != m_refused.end())
+            continue;
+        m_refused.push_back(device.id);
+        problems.push_back(std::move(problem));
+    }
+    return problems;
+}
+
+/// Gives a sentence when it can't be had.
+std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
+{
+    if (device.attachment == KeyboardDevice::Attachment::floating)
+        return refusal(device.name, "another program has grabbed it, or it was set aside");
+    // Asked before: a key that goes down afterwards is known by its event or, at worst, by its release.
+    const KeySet down = m_connection.keysDown(device.id);
+    constexpr std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
+    const auto cookie = xcb_input_xi_grab_device(
+        m_connection.xcb(), m_connection.root(), XCB_CURRENT_TIME, XCB_NONE, device.id,
+        XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, 1, &mask);
+    xcb_generic_error_t* error = nullptr;
+    const XcbReply<xcb_input_xi_grab_device_reply_t> reply(
+        xcb_input_xi_grab_device_reply(m_connection.xcb(), cookie, &error));
+    const XcbReply<xcb_generic_error_t> ownedError(error);
+    if (error) {
+        return refusal(device.name, error->error_code == XCB_ACCESS
+                                        ? "the X server doesn't trust this program"
+                                        : "the X server knows no such device any more");
+    }
+    if (!reply)
+        return refusal(device.name, "the X server doesn't answer");
+    switch (reply->status) {
+    case XCB_GRAB_STATUS_SUCCESS:
+        break;
+    case XCB_GRAB_STATUS_ALREADY_GRABBED:
+        return refusal(device.name, "another program has grabbed it");
+    case XCB_GRAB_STATUS_FROZEN:
+        return refusal(device.name, "another program holds its events up");
+    default:
+        return refusal(device.name, "the X server doesn't allow it");
+    }
+    m_keyboards.push_back({device.id, device.name, down});
+    m_downAtFirst |= down;
+    return {};
+}
+
+std::optional<HardwareKey> GrabbedKeyboards::motion(const xcb_input_key_press_event_t& event,
+                                                    KeyMotion motion)
+{
+    const auto at = std::ranges::find(m_keyboards, event.deviceid, &Keyboard::id);
+    if (at == m_keyboards.end() || event.detail > 0xFF)
+        return std::nullopt;
+    const auto key = static_cast<std::uint8_t>(event.detail);
+    const bool isDownElsewhere = this->isDownElsewhere(key, *at);
+    at->down.set(key, motion != KeyMotion::release);
+    if (isDownElsewhere)
+        return std::nullopt;
+    return HardwareKey{key, motion};
+}
+
+bool GrabbedKeyboards::isDownElsewhere(std::uint8_t key, const Keyboard& but) const
+{
+    return std::ranges::any_of(
+        m_keyboards, [&](const Keyboard& each) { return each.id != but.id && each.down.test(key); });
+}
+
+GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hierarchy_event_t& event)
+{
+    if (m_isFree)
+        return {};
+    constexpr std::uint32_t gone =
+        XCB_INPUT_HIERARCHY_MASK_SLAVE_REMOVED | XCB_INPUT_HIERARCHY_MASK_DEVICE_DISABLED |
+        XCB_INPUT_HIERARCHY_MASK_SLAVE_ATTACHED | XCB_INPUT_HIERARCHY_MASK_SLAVE_DETACHED;
+    Changed changed;
+    auto infos = xcb_input_hierarchy_infos_iterator(&event);
+    for (; infos.rem; xcb_input_hierarchy_info_next(&infos)) {
+        if ((infos.data->flags & gone) == 0)
+            continue;
+        std::erase(m_refused, infos.data->deviceid);
+        const auto at = std::ranges::find(m_keyboards, infos.data->deviceid, &Keyboard::id);
+        if (at == m_keyboards.end())
+            continue;
+        changed.released |= at->down;
+        m_keyboards.erase(at);
+    }
+    for (const Keyboard& keyboard : m_keyboards)
+        changed.released &= ~keyboard.down;
+    changed.problems = grab();
+    return changed;
+}
+
+void GrabbedKeyboards::followKeymap()
+{
+    DeviceKeymap present = DeviceKeymap::of(m_connection, m_xtest);
+    if (present == m_keymap)
+        return;
+    m_keymap = std::move(present);
+    for (const Keyboard& keyboard : m_keyboards)
+        m_keymap.applyTo(m_connection, keyboard.id);
+}
+
+void GrabbedKeyboards::letGo()
+{
+    if (m_isFree)
+        return;
+    m_isFree = true;
+    followKeymap();
+    for (const Keyboard& keyboard : m_keyboards)
+        copyLocks(m_connection, m_master, keyboard.id);
+    for (const Keyboard& keyboard : m_keyboards)
+        xcb_input_xi_ungrab_device(m_connection.xcb(), XCB_CURRENT_TIME, keyboard.id);
+    m_connection.synchronize();
+}
+
+void GrabbedKeyboards::settle(const KeySet& modifiers, const KeySet& heldBack)
+{
+    for (const Keyboard& keyboard : m_keyboards) {
+        // Asked of the server: the user may have let go of them since.
+        const KeySet down = m_connection.keysDown(keyboard.id);
+        for (unsigned i = 0; i < down.size(); ++i) {
+            const auto key = static_cast<std::uint8_t>(i);
+            if (!down.test(key) || !(modifiers.test(key) || heldBack.test(key)))
+                continue;
+            m_connection.releaseOn(keyboard.id, key);
+            if (modifiers.test(key))
+                m_connection.pressOn(keyboard.id, key);
+        }
+    }
+    m_connection.synchronize();
+}
+
+} // namespace orvane

@@ -1,0 +1,73 @@
+// The user's keyboards while they are taken away from the server and their keys come to us alone. They are
+// taken together for one: a key is down when it is on any of them. The end of the object lets them go.
+// One thread at a time.
+#pragma once
+
+#include "PlatformLinux/EventTap/DeviceKeymap.h"
+#include "PlatformLinux/EventTap/InjectorModel.h"
+#include "PlatformLinux/EventTap/InputConnection.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <xcb/xinput.h>
+
+namespace orvane {
+
+class GrabbedKeyboards {
+public:
+    explicit GrabbedKeyboards(InputConnection& connection) : m_connection(connection) {}
+    ~GrabbedKeyboards();
+    GrabbedKeyboards(const GrabbedKeyboards&) = delete;
+    GrabbedKeyboards& operator=(const GrabbedKeyboards&) = delete;
+
+    /// Takes those that aren't taken yet, and hears of devices that come and go from now on. Gives a sentence
+    /// for each one that can't be had. Round trips.
+    std::vector<std::string> grab();
+    bool isEmpty() const { return m_keyboards.empty(); }
+    /// What was down on those that were grabbed, at that time.
+    const KeySet& downAtFirst() const { return m_downAtFirst; }
+
+    /// What an event of a device means for the one keyboard; nothing when the key is down elsewhere too.
+    std::optional<HardwareKey> motion(const xcb_input_key_press_event_t& event, KeyMotion motion);
+    /// Devices came or went. The keys that went with them, and new sentences as those of grab().
+    struct Changed {
+        KeySet released;
+        std::vector<std::string> problems;
+    };
+    Changed hierarchyChanged(const xcb_input_hierarchy_event_t& event);
+
+    /// The layout or the repeat rate may have changed, of which grabbed devices aren't told: gives them the
+    /// new ones, or the old ones would be back with the devices. Round trips.
+    void followKeymap();
+
+    /// Lets all go. What they did before is in the connection's queue when this returns, and nothing comes
+    /// after it. Round trips.
+    void letGo();
+    /// After letGo(): of the keys that are still down, makes `modifiers` count again, which the applications
+    /// have seen released, and keeps `heldBack`, which they have never seen, from repeating. Round trips.
+    void settle(const KeySet& modifiers, const KeySet& heldBack);
+
+private:
+    struct Keyboard {
+        DeviceId id = 0;
+        std::string name;
+        KeySet down;
+    };
+
+    std::string grabOne(const KeyboardDevice& device);
+    bool isDownElsewhere(std::uint8_t key, const Keyboard& but) const;
+
+    InputConnection& m_connection;
+    DeviceId m_master = 0;
+    DeviceId m_xtest = 0;
+    /// Of the XTEST keyboard, which does hear of changes.
+    DeviceKeymap m_keymap;
+    std::vector<Keyboard> m_keyboards;
+    std::vector<DeviceId> m_refused;
+    KeySet m_downAtFirst;
+    bool m_isFree = false;
+};
+
+} // namespace orvane

@@ -1,0 +1,99 @@
+#include "PlatformLinux/EventTap/GuardianLink.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+
+namespace orvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Longer than a healthy one needs by far; then it is made to end.
+constexpr std::chrono::milliseconds farewell = 1s;
+constexpr char goodbye = 'b';
+
+bool endsWithin(pid_t process, std::chrono::milliseconds limit)
+{
+    const FileDescriptor watched(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
+    pollfd wait{watched.get(), POLLIN, 0};
+    int ready = 0;
+    do
+        ready = ::poll(&wait, 1, static_cast<int>(limit.count()));
+    while (ready < 0 && errno == EINTR);
+    return ready > 0;
+}
+
+} // namespace
+
+QByteArray GuardianLink::program()
+{
+    // Beside the program, or where an installation has it.
+    const QString directory = QCoreApplication::applicationDirPath();
+    for (const char* place : {"/orvane-guardian", "/../libexec/orvane/orvane-guardian"}) {
+        const QString path = directory + QLatin1String(place);
+        if (QFile::exists(path))
+            return QFile::encodeName(path);
+    }
+    return {};
+}
+
+GuardianLink::GuardianLink(QByteArray program, std::uint32_t window, std::string& problem)
+{
+    if (program.isEmpty()) {
+        problem = "orvane-guardian isn't beside the program or in its libexec; reinstall. Until then a crash "
+                  "can leave a key pressed.";
+        return;
+    }
+    int ends[2] = {};
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+        problem = "No guardian could be started: " + std::string(std::strerror(errno)) + ".";
+        return;
+    }
+    const FileDescriptor reading(ends[0]);
+    m_pipe = FileDescriptor(ends[1]);
+
+    posix_spawn_file_actions_t actions;
+    ::posix_spawn_file_actions_init(&actions);
+    ::posix_spawn_file_actions_adddup2(&actions, reading.get(), STDIN_FILENO);
+    posix_spawnattr_t attributes;
+    ::posix_spawnattr_init(&attributes);
+    // Not of our process group, and deaf from its first moment, for it inherits this thread's blocked
+    // signals: what is meant to end us must not end it before.
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+    QByteArray windowText = QByteArray::number(window);
+    char* arguments[] = {program.data(), windowText.data(), nullptr};
+    const int error =
+        ::posix_spawn(&m_process, program.constData(), &actions, &attributes, arguments, environ);
+    ::posix_spawnattr_destroy(&attributes);
+    ::posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) {
+        problem = "No guardian could be started: " + std::string(std::strerror(error)) + ".";
+        m_process = -1;
+        m_pipe.reset();
+    }
+}
+
+GuardianLink::~GuardianLink()
+{
+    if (m_process < 0)
+        return;
+    [[maybe_unused]] const ssize_t written = ::write(m_pipe.get(), &goodbye, 1);
+    m_pipe.reset();
+    if (!endsWithin(m_process, farewell))
+        ::kill(m_process, SIGKILL);
+    ::waitpid(m_process, nullptr, 0);
+}
+
+} // namespace orvane

@@ -1,0 +1,314 @@
+#include "PlatformLinux/EventTap/InjectorModel.h"
+
+#include "PlatformLinux/EventTap/EventKeyCodes.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr EventFlags chordFlags =
+    eventFlag::shift | eventFlag::control | eventFlag::option | eventFlag::command;
+
+bool wasRewritten(const Event& observed, const Event& answer)
+{
+    return ((observed.flags ^ answer.flags) & chordFlags) != 0;
+}
+
+template <typename Visit>
+void forEachKey(const KeySet& keys, Visit visit)
+{
+    for (unsigned key = 0; key < keys.size(); ++key) {
+        if (keys.test(key))
+            visit(static_cast<std::uint8_t>(key));
+    }
+}
+
+} // namespace
+
+void InjectorModel::setHeld(const KeySet& keys)
+{
+    m_held = keys;
+    m_down = keys;
+    m_injected.fill(0);
+    forEachKey(keys, [this](std::uint8_t key) { m_injected[key] = key; });
+}
+
+Event InjectorModel::observe(HardwareKey hardware, std::uint64_t timestamp)
+{
+    const bool goesUp = hardware.motion == KeyMotion::release;
+    if (m_roles.roleOf(hardware.key) == ModifierRole::capsLock)
+        observeCapsLock(hardware.motion);
+    KeySet held = m_held;
+    held.set(hardware.key, !goesUp);
+    // A key that goes up stays among the held ones until deliver() knows what went down for it.
+    m_held.set(hardware.key, m_held.test(hardware.key) || !goesUp);
+
+    Event event;
+    event.type = goesUp ? EventType::keyUp : EventType::keyDown;
+    if (m_roles.isModifier(hardware.key))
+        event.type = EventType::flagsChanged;
+    event.flags = flagsOfHeld(held);
+    event.keycode = eventKeyCode(hardware.key);
+    event.autorepeat = hardware.motion == KeyMotion::repeat ? 1 : 0;
+    event.timestamp = timestamp;
+    return event;
+}
+
+/// The lock sets in with the press; the press that finds it set ends it with its release.
+void InjectorModel::observeCapsLock(KeyMotion motion)
+{
+    if (motion == KeyMotion::press) {
+        m_capsWasLocked = m_capsUnlocksOnRelease = m_capsLocked;
+        m_capsLocked = true;
+    } else if (motion == KeyMotion::release && m_capsUnlocksOnRelease) {
+        m_capsLocked = m_capsUnlocksOnRelease = false;
+    }
+}
+
+void InjectorModel::deliver(HardwareKey hardware, const Event& observed, const std::optional<Event>& answer,
+                            CommandKeys command, KeyActions& actions)
+{
+    switch (hardware.motion) {
+    case KeyMotion::press:
+        pressed(hardware.key, observed, answer, command, actions);
+        break;
+    case KeyMotion::release:
+        released(hardware.key, observed, answer, command, actions);
+        break;
+    case KeyMotion::repeat:
+        // A passed key repeats by itself on the XTEST keyboard.
+        if (!answer)
+            stopRepeating(hardware.key, actions);
+        break;
+    }
+}
+
+void InjectorModel::pressed(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
+                            CommandKeys command, KeyActions& actions)
+{
+    if (!answer) {
+        m_injected[key] = 0;
+        if (m_roles.roleOf(key) == ModifierRole::capsLock) {
+            m_capsLocked = m_capsWasLocked;
+            m_capsUnlocksOnRelease = false;
+        }
+        return;
+    }
+    std::uint8_t target = key;
+    if (answer->keycode != observed.keycode)
+        target = xKeyOfEvent(answer->keycode).value_or(key);
+    m_injected[key] = target;
+    bring(chordAfter(observed, *answer, command), target, actions);
+    if (!m_roles.chordKeys().test(target))
+        press(target, actions);
+}
+
+void InjectorModel::released(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
+                             CommandKeys command, KeyActions& actions)
+{
+    const bool wasKnown = m_held.test(key);
+    const std::uint8_t target = wasKnown ? m_injected[key] : key;
+    m_held.reset(key);
+    m_injected[key] = 0;
+    if (target == 0)
+        return;
+    if (!wasKnown)
+        m_down.set(key); // pressed before the devices were grabbed: whoever saw that waits for the release
+    if (m_roles.chordKeys().test(target)) {
+        const KeySet physical = physicalChord();
+        const bool isRewritten = answer && wasRewritten(observed, *answer) && physical.any();
+        bring(isRewritten ? chordAfter(observed, *answer, command) : physical, 0, actions);
+        return;
+    }
+    // Even when a tap removed the release: the press went through, and nothing may stay down.
+    if (m_down.test(target) && !standsForAHeldKey(target))
+        release(target, actions);
+    endBorrowing(actions);
+}
+
+void InjectorModel::stopRepeating(std::uint8_t key, KeyActions& actions)
+{
+    const std::uint8_t target = m_injected[key];
+    if (target == 0 || m_roles.chordKeys().test(target))
+        return;
+    m_injected[key] = 0;
+    if (m_down.test(target) && !standsForAHeldKey(target))
+        release(target, actions);
+    endBorrowing(actions);
+}
+
+void InjectorModel::post(const Event& event, CommandKeys command, KeyActions& actions)
+{
+    const auto key = xKeyOfEvent(event.keycode);
+    if (event.type == EventType::flagsChanged) {
+        const bool ends = (event.flags & chordFlags) == 0;
+        bring(ends ? physicalChord() : chordFor(event.flags, command, Borrowing::posted), 0, actions);
+        return;
+    }
+    if (!key)
+        return;
+    if (event.type == EventType::keyDown) {
+        bring(chordFor(event.flags, command, Borrowing::posted), 0, actions);
+        // The user may hold that very key: then its own release is to do nothing any more.
+        if (m_down.test(*key))
+            release(*key, actions);
+        forEachKey(m_held, [&](std::uint8_t held) {
+            if (m_injected[held] == *key)
+                m_injected[held] = 0;
+        });
+        m_posted.set(*key);
+        press(*key, actions);
+    } else if (event.type == EventType::keyUp) {
+        m_posted.reset(*key);
+        if (m_down.test(*key))
+            release(*key, actions);
+        if (m_posted.none())
+            bring(physicalChord(), 0, actions);
+    }
+}
+
+void InjectorModel::releaseAll(KeyActions& actions)
+{
+    if (m_devices == Devices::free) {
+        forEachKey(m_posted, [&](std::uint8_t key) { release(key, actions); });
+        m_posted.reset();
+        bring(physicalChord(), 0, actions);
+    } else {
+        forEachKey(m_down & ~m_roles.chordKeys(), [&](std::uint8_t key) { release(key, actions); });
+        m_posted.reset();
+        bring({}, 0, actions);
+    }
+    m_held.reset();
+    m_down.reset();
+    m_injected.fill(0);
+}
+
+EventFlags InjectorModel::flagsOfHeld(const KeySet& held) const
+{
+    EventFlags flags = m_capsLocked ? eventFlag::alphaShift : EventFlags{0};
+    forEachKey(held & m_roles.chordKeys(), [&](std::uint8_t key) { flags |= flagOf(m_roles.roleOf(key)); });
+    return flags;
+}
+
+KeySet InjectorModel::heldBack() const
+{
+    KeySet keys;
+    forEachKey(m_held, [&](std::uint8_t key) { keys.set(key, m_injected[key] == 0); });
+    return keys;
+}
+
+/// The modifiers as the user holds them, less those that a tap kept back.
+KeySet InjectorModel::physicalChord() const
+{
+    KeySet chord;
+    forEachKey(m_held, [&](std::uint8_t key) { chord.set(m_injected[key]); });
+    return (chord | m_posted) & m_roles.chordKeys();
+}
+
+/// The modifiers that the flags of a rewritten or posted event ask for: of each role the keys that are held
+/// anyway, or the one that stands for it.
+KeySet InjectorModel::chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const
+{
+    const KeySet physical = physicalChord();
+    const bool wantsCommand = (flags & eventFlag::command) != 0;
+    const bool isWanted[] = {
+        (flags & eventFlag::shift) != 0 || (wantsCommand && command == CommandKeys::controlShift),
+        (flags & eventFlag::control) != 0 || wantsCommand,
+        (flags & eventFlag::option) != 0,
+    };
+    constexpr ModifierRole roles[] = {ModifierRole::shift, ModifierRole::control, ModifierRole::option};
+
+    KeySet chord = m_posted & m_roles.chordKeys();
+    for (std::size_t i = 0; i < std::size(roles); ++i) {
+        if (!isWanted[i])
+            continue;
+        bool isHeld = false;
+        forEachKey(physical, [&](std::uint8_t key) {
+            if (m_roles.roleOf(key) == roles[i])
+                chord.set(key), isHeld = true;
+        });
+        if (const std::uint8_t key = m_roles.representative(roles[i]); !isHeld && key != 0)
+            chord.set(key);
+    }
+    // The third level chooses a character: the user's own chord keeps it, a posted one must not have it.
+    if (borrowing == Borrowing::rewritten) {
+        forEachKey(physical, [&](std::uint8_t key) {
+            if (m_roles.roleOf(key) == ModifierRole::levelThree)
+                chord.set(key);
+        });
+    }
+    return chord;
+}
+
+KeySet InjectorModel::chordAfter(const Event& observed, const Event& answer, CommandKeys command) const
+{
+    return wasRewritten(observed, answer) ? chordFor(answer.flags, command, Borrowing::rewritten)
+                                          : physicalChord();
+}
+
+/// Presses first and lets go afterwards, so that a Super or an Alt that is lifted is no lone one, which would
+/// open a menu. `ownKey` is the one that the user presses at this moment.
+void InjectorModel::bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions)
+{
+    const KeySet present = m_down & m_roles.chordKeys();
+    const KeySet missing = chord & ~present;
+    const KeySet surplus = present & ~chord;
+    forEachKey(missing, [&](std::uint8_t key) { press(key, actions); });
+    const KeySet physical = physicalChord();
+    if (m_lone != 0 && surplus.test(m_lone) && physical.test(m_lone))
+        tapNeutralKey(actions);
+    forEachKey(surplus, [&](std::uint8_t key) { release(key, actions); });
+    const bool putsBack = m_lone != 0 && missing.test(m_lone) && physical.test(m_lone);
+    if (putsBack && m_lone != ownKey && surplus.none())
+        tapNeutralKey(actions);
+}
+
+/// Modifiers that no modifier of the user's stands behind end with the key that they were pressed for.
+void InjectorModel::endBorrowing(KeyActions& actions)
+{
+    if (m_posted.none() && physicalChord().none())
+        bring({}, 0, actions);
+}
+
+void InjectorModel::tapNeutralKey(KeyActions& actions)
+{
+    for (const ModifierRole role : {ModifierRole::control, ModifierRole::shift}) {
+        const std::uint8_t key = m_roles.representative(role);
+        if (key == 0 || m_down.test(key))
+            continue;
+        press(key, actions);
+        release(key, actions);
+        return;
+    }
+}
+
+void InjectorModel::press(std::uint8_t key, KeyActions& actions)
+{
+    const ModifierRole role = m_roles.roleOf(key);
+    m_lone = role == ModifierRole::command || role == ModifierRole::option ? key : std::uint8_t{0};
+    if (m_down.test(key))
+        release(key, actions);
+    m_down.set(key);
+    actions.append({KeyMotion::press, key, seatOf(key)});
+}
+
+void InjectorModel::release(std::uint8_t key, KeyActions& actions)
+{
+    m_down.reset(key);
+    actions.append({KeyMotion::release, key, seatOf(key)});
+}
+
+KeySeat InjectorModel::seatOf(std::uint8_t key) const
+{
+    const bool isOnHardware = m_devices == Devices::free && m_held.test(key) && m_injected[key] == key;
+    return isOnHardware ? KeySeat::hardware : KeySeat::xtest;
+}
+
+bool InjectorModel::standsForAHeldKey(std::uint8_t key) const
+{
+    bool stands = false;
+    forEachKey(m_held, [&](std::uint8_t held) { stands = stands || m_injected[held] == key; });
+    return stands;
+}
+
+} // namespace orvane

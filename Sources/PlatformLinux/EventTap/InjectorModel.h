@@ -1,0 +1,92 @@
+// Decides what is pressed on the XTEST keyboard: the keys of events that may go on, with the modifiers that
+// the event says. Knows what the user holds and what the applications believe to be held, and sees to it that
+// a key that went down for them comes up. Pure; one thread at a time. Docs/decisions/0004-event-tap.md
+// tells why it presses what it presses.
+#pragma once
+
+#include "Platform/Event.h"
+#include "PlatformLinux/Applications/CommandConvention.h"
+#include "PlatformLinux/EventTap/KeyActions.h"
+#include "PlatformLinux/EventTap/ModifierRoles.h"
+
+#include <array>
+#include <optional>
+
+namespace orvane {
+
+/// One motion of a key on the user's keyboards taken together.
+struct HardwareKey {
+    std::uint8_t key = 0;
+    KeyMotion motion = KeyMotion::press;
+};
+
+class InjectorModel {
+public:
+    enum class Devices { grabbed, free };
+
+    /// Of grabbed devices it is told every motion. Of free ones it only knows what setHeld() said, and what
+    /// it lifts there it lifts on the hardware's own seat.
+    explicit InjectorModel(Devices devices) : m_devices(devices) {}
+
+    void setRoles(const ModifierRoles& roles) { m_roles = roles; }
+    const ModifierRoles& roles() const { return m_roles; }
+    /// The server's word on Caps Lock, which rules over the model's expectation.
+    void setCapsLocked(bool locked) { m_capsLocked = locked; }
+    /// The keys that the user holds and the applications know of, at the beginning or between posted chords.
+    void setHeld(const KeySet& keys);
+
+    /// Takes a motion in and gives the event that it is.
+    Event observe(HardwareKey hardware, std::uint64_t timestamp);
+    /// What follows when the event has passed the taps and came out as `answer`; nothing is a removed one.
+    void deliver(HardwareKey hardware, const Event& observed, const std::optional<Event>& answer,
+                 CommandKeys command, KeyActions& actions);
+    void post(const Event& event, CommandKeys command, KeyActions& actions);
+    /// Lets go of all that was pressed; afterwards nothing is held.
+    void releaseAll(KeyActions& actions);
+
+    /// The modifiers that the user holds, and the state of Caps Lock.
+    EventFlags flags() const { return flagsOfHeld(m_held); }
+    bool hasPostedKeysDown() const { return m_posted.any(); }
+    /// What the user holds, and of that what no application has seen.
+    const KeySet& held() const { return m_held; }
+    KeySet heldBack() const;
+
+private:
+    enum class Borrowing { rewritten, posted };
+
+    void pressed(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
+                 CommandKeys command, KeyActions& actions);
+    void released(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
+                  CommandKeys command, KeyActions& actions);
+    void stopRepeating(std::uint8_t key, KeyActions& actions);
+
+    void observeCapsLock(KeyMotion motion);
+    EventFlags flagsOfHeld(const KeySet& held) const;
+    KeySet physicalChord() const;
+    KeySet chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const;
+    KeySet chordAfter(const Event& observed, const Event& answer, CommandKeys command) const;
+    void bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions);
+    void endBorrowing(KeyActions& actions);
+    void tapNeutralKey(KeyActions& actions);
+
+    void press(std::uint8_t key, KeyActions& actions);
+    void release(std::uint8_t key, KeyActions& actions);
+    KeySeat seatOf(std::uint8_t key) const;
+    bool standsForAHeldKey(std::uint8_t key) const;
+
+    Devices m_devices;
+    ModifierRoles m_roles;
+    KeySet m_held;
+    /// For a held key the key that went to the applications in its place, mostly itself; 0 for none.
+    std::array<std::uint8_t, 256> m_injected{};
+    KeySet m_posted;
+    /// What the applications believe to be down.
+    KeySet m_down;
+    /// The Super or Alt key after whose press no other has been pressed; its release would open a menu.
+    std::uint8_t m_lone = 0;
+    bool m_capsLocked = false;
+    bool m_capsWasLocked = false;
+    bool m_capsUnlocksOnRelease = false;
+};
+
+} // namespace orvane

@@ -1,0 +1,42 @@
+// What the injector is to do, in order: a list in a buffer of its own, for it is made anew for each event.
+#pragma once
+
+#include <array>
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+
+namespace orvane {
+
+enum class KeyMotion : std::uint8_t { press, repeat, release };
+
+/// The keyboard that a key is pressed on: the server's XTEST keyboard, or the user's own.
+enum class KeySeat : std::uint8_t { xtest, hardware };
+
+struct KeyAction {
+    KeyMotion motion = KeyMotion::press;
+    std::uint8_t key = 0;
+    KeySeat seat = KeySeat::xtest;
+
+    friend bool operator==(const KeyAction&, const KeyAction&) = default;
+};
+
+class KeyActions {
+public:
+    void append(KeyAction action)
+    {
+        assert(m_size < m_actions.size());
+        m_actions[m_size++] = action;
+    }
+    const KeyAction* begin() const { return m_actions.data(); }
+    const KeyAction* end() const { return m_actions.data() + m_size; }
+    std::size_t size() const { return m_size; }
+    bool empty() const { return m_size == 0; }
+
+private:
+    // At worst every key of the keyboard is let go, and every modifier is pressed and let go besides.
+    std::array<KeyAction, 512> m_actions;
+    std::size_t m_size = 0;
+};
+
+} // namespace orvane

@@ -1,0 +1,6 @@
+// libxcb's keyboard protocol, whose header uses a word of C++ as a name.
+#pragma once
+
+#define explicit explicitComponents
+#include <xcb/xkb.h>
+#undef explicit
