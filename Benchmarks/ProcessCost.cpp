@@ -85,7 +85,7 @@ public:
         if (!file.open(QIODevice::ReadOnly))
             return 0;
         for (const QByteArray& line : file.readAll().split('\n')) {
-            if (line.startsWith(QByteArray(field) + ':'))
+            if (line.startsWith(QByteArray(field).append(':')))
                 return line.simplified().split(' ').at(1).toDouble();
         }
         return 0;

@@ -17,8 +17,14 @@ QList<SystemPermission> permissions(const QList<PermissionRequirement>& requirem
 
 } // namespace
 
-Task<> Capability::install(CapabilityContext) { co_return; }
-Task<> Capability::uninstall(CapabilityContext) { co_return; }
+Task<> Capability::install(CapabilityContext)
+{
+    co_return;
+}
+Task<> Capability::uninstall(CapabilityContext)
+{
+    co_return;
+}
 
 QList<SystemPermission> Capability::requiredPermissions() const
 {

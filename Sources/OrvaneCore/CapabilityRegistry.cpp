@@ -48,7 +48,10 @@ CapabilityState CapabilityRegistry::state(const CapabilityID& id) const
     return found ? found->state : CapabilityState{};
 }
 
-bool CapabilityRegistry::isActive(const CapabilityID& id) const { return state(id) == Kind::active; }
+bool CapabilityRegistry::isActive(const CapabilityID& id) const
+{
+    return state(id) == Kind::active;
+}
 
 Task<> CapabilityRegistry::setEnabled(bool value, CapabilityID id)
 {

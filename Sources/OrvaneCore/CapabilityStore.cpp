@@ -30,9 +30,8 @@ QVariantMap CapabilityStore::dictionary(const QString& key, QMetaType::Type valu
     if (value.typeId() != QMetaType::QVariantMap)
         return {};
     const QVariantMap map = value.toMap();
-    const bool ofOneType = std::all_of(map.cbegin(), map.cend(), [&](const QVariant& element) {
-        return element.typeId() == valueType;
-    });
+    const bool ofOneType = std::all_of(
+        map.cbegin(), map.cend(), [&](const QVariant& element) { return element.typeId() == valueType; });
     return ofOneType ? map : QVariantMap();
 }
 

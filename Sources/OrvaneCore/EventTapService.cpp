@@ -60,9 +60,9 @@ void EventTapService::rebuildTap()
     for (const auto& subscriber : *m_subscribers)
         mask |= subscriber->eventMask();
 
-    m_machPort = platform().eventTaps.tapCreate(EventTaps::Location::session, EventTaps::Placement::headInsert,
-                                                EventTaps::Options::defaultTap, mask,
-                                                &EventTapService::eventTapCallback, this);
+    m_machPort = platform().eventTaps.tapCreate(
+        EventTaps::Location::session, EventTaps::Placement::headInsert, EventTaps::Options::defaultTap, mask,
+        &EventTapService::eventTapCallback, this);
     if (!m_machPort) {
         m_log.error(
             QStringLiteral("Failed to create event tap — is Accessibility/Input Monitoring granted?"));

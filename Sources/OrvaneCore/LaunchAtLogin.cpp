@@ -5,7 +5,10 @@
 
 namespace orvane {
 
-bool LaunchAtLogin::isEnabled() { return platform().loginItem.status() == LoginItem::Status::enabled; }
+bool LaunchAtLogin::isEnabled()
+{
+    return platform().loginItem.status() == LoginItem::Status::enabled;
+}
 
 void LaunchAtLogin::set(bool enabled)
 {

@@ -9,6 +9,9 @@ void Logger::write(LogLevel level, const QString& message) const
     platform().log.write(level, m_subsystem, m_category, message);
 }
 
-Logger Log::make(const QString& category) { return Logger(subsystem, category); }
+Logger Log::make(const QString& category)
+{
+    return Logger(subsystem, category);
+}
 
 } // namespace orvane

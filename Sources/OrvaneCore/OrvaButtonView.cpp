@@ -62,12 +62,15 @@ void OrvaButtonView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setOpacity(ownOpacity());
     const QRectF box = shape();
-    paintOrvaControlBox(painter, box, corner, isDown());
+    if (isDefault())
+        paintOrvaDefaultBox(painter, box, corner, isDown());
+    else
+        paintOrvaControlBox(painter, box, corner, isDown());
 
     const double textWidth = QFontMetricsF(font()).horizontalAdvance(m_title);
     double x = box.center().x() - (symbolWidth() + textWidth) / 2;
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const QColor ink = orvaColor(OrvaColor::primary);
+    const QColor ink = orvaColor(isDefault() ? OrvaColor::onAccent : OrvaColor::primary);
     if (m_symbol) {
         const double symbolX = mirrored ? x + textWidth + symbolWidth() - symbolSide : x;
         paintOrvaSymbol(painter, *m_symbol,

@@ -1,6 +1,7 @@
 #include "OrvaneCore/OrvaRows.h"
 
 #include "OrvaneCore/OrvaButtonView.h"
+#include "OrvaneCore/OrvaIconButtonView.h"
 #include "OrvaneCore/OrvaPage.h"
 #include "OrvaneCore/OrvaPickerView.h"
 #include "OrvaneCore/OrvaSection.h"
@@ -59,7 +60,7 @@ Qt::Alignment qtAlignment(VerticalAlignment alignment)
 
 bool takesTheRest(const AnyView& view)
 {
-    return view.as<OrvaRowLabel>() || view.as<OrvaCalloutText>();
+    return view.as<OrvaRowLabel>() || view.as<OrvaCalloutText>() || view.as<OrvaSpacer>();
 }
 
 QMargins rowMargins(const OrvaRow& row)
@@ -83,7 +84,9 @@ QMargins rowMargins(const OrvaRow& row)
 
 int ringMargin(const AnyView& view)
 {
-    return view.as<OrvaButton>() || view.as<OrvaSwitch>() ? orvaRingMargin : 0;
+    if (view.as<OrvaIconButton>())
+        return OrvaIconButtonView::margin;
+    return view.as<OrvaButton>() || view.as<OrvaSwitch>() || view.as<OrvaSelectableText>() ? orvaRingMargin : 0;
 }
 
 QWidget* makeOrvaWidget(const OrvaRow& row)

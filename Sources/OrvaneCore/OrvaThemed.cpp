@@ -30,4 +30,18 @@ void paintOrvaControlBox(QPainter& painter, const QRectF& shape, double corner, 
     painter.restore();
 }
 
+void paintOrvaDefaultBox(QPainter& painter, const QRectF& shape, double corner, bool pressed)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(orvaColor(OrvaColor::accent));
+    painter.drawRoundedRect(shape, corner, corner);
+    if (pressed) {
+        painter.setBrush(QColor(0, 0, 0, 28));
+        painter.drawRoundedRect(shape, corner, corner);
+    }
+    painter.restore();
+}
+
 } // namespace orvane

@@ -53,9 +53,21 @@ void paintOrvaFocusRing(QPainter& painter, const QRectF& shape, double corner);
 
 /// The box of a button, picker or stepper.
 void paintOrvaControlBox(QPainter& painter, const QRectF& shape, double corner, bool pressed);
+/// The box of the button that Return presses.
+void paintOrvaDefaultBox(QPainter& painter, const QRectF& shape, double corner, bool pressed);
+
+/// Whether a control was last used with the keyboard: where its focus goes on to, so does the ring.
+class OrvaKeyboardUse {
+public:
+    bool isUsedByKeyboard() const { return m_keyboardFocus; }
+
+protected:
+    ~OrvaKeyboardUse() = default;
+    bool m_keyboardFocus = false;
+};
 
 template <class Base>
-class OrvaControl : public OrvaThemed<Base> {
+class OrvaControl : public OrvaThemed<Base>, public OrvaKeyboardUse {
 public:
     using OrvaThemed<Base>::OrvaThemed;
 
@@ -98,9 +110,6 @@ protected:
         this->update();
         Base::keyPressEvent(event);
     }
-
-private:
-    bool m_keyboardFocus = false;
 };
 
 } // namespace orvane

@@ -22,9 +22,12 @@ PermissionStatus grantedOrDenied(bool granted)
 PermissionStatus automationStatus(Permissions::Prompt prompt)
 {
     switch (platform().permissions.determinePermissionToAutomateTarget(automationTarget, prompt)) {
-    case Permissions::noErr: return PermissionStatus::granted;
-    case Permissions::errAEEventNotPermitted: return PermissionStatus::denied;
-    default: return PermissionStatus::notDetermined;
+    case Permissions::noErr:
+        return PermissionStatus::granted;
+    case Permissions::errAEEventNotPermitted:
+        return PermissionStatus::denied;
+    default:
+        return PermissionStatus::notDetermined;
     }
 }
 
@@ -32,10 +35,14 @@ PermissionStatus read(SystemPermission permission)
 {
     Permissions& system = platform().permissions;
     switch (permission) {
-    case SystemPermission::accessibility: return grantedOrDenied(system.axIsProcessTrusted());
-    case SystemPermission::inputMonitoring: return grantedOrDenied(system.preflightListenEventAccess());
-    case SystemPermission::screenRecording: return grantedOrDenied(system.preflightScreenCaptureAccess());
-    case SystemPermission::appleEvents: return automationStatus(Permissions::Prompt::no);
+    case SystemPermission::accessibility:
+        return grantedOrDenied(system.axIsProcessTrusted());
+    case SystemPermission::inputMonitoring:
+        return grantedOrDenied(system.preflightListenEventAccess());
+    case SystemPermission::screenRecording:
+        return grantedOrDenied(system.preflightScreenCaptureAccess());
+    case SystemPermission::appleEvents:
+        return automationStatus(Permissions::Prompt::no);
     }
     Q_UNREACHABLE();
 }
@@ -72,10 +79,18 @@ void PermissionManager::request(SystemPermission permission)
 {
     Permissions& system = platform().permissions;
     switch (permission) {
-    case SystemPermission::accessibility: system.axIsProcessTrustedWithPrompt(); break;
-    case SystemPermission::inputMonitoring: system.requestListenEventAccess(); break;
-    case SystemPermission::screenRecording: system.requestScreenCaptureAccess(); break;
-    case SystemPermission::appleEvents: requestAutomation(); return;
+    case SystemPermission::accessibility:
+        system.axIsProcessTrustedWithPrompt();
+        break;
+    case SystemPermission::inputMonitoring:
+        system.requestListenEventAccess();
+        break;
+    case SystemPermission::screenRecording:
+        system.requestScreenCaptureAccess();
+        break;
+    case SystemPermission::appleEvents:
+        requestAutomation();
+        return;
     }
     refresh();
 }

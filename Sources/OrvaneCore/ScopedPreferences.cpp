@@ -9,7 +9,10 @@ ScopedPreferences::ScopedPreferences(DefaultsStore& defaults, QString prefix)
 {
 }
 
-QString ScopedPreferences::fullKey(const QString& key) const { return m_prefix + QLatin1Char('.') + key; }
+QString ScopedPreferences::fullKey(const QString& key) const
+{
+    return m_prefix + QLatin1Char('.') + key;
+}
 
 void ScopedPreferences::registerDefaults(const QVariantMap& defaults) const
 {
@@ -24,15 +27,24 @@ std::optional<QString> ScopedPreferences::string(const QString& key) const
     return m_defaults->string(fullKey(key));
 }
 
-bool ScopedPreferences::boolean(const QString& key) const { return m_defaults->boolean(fullKey(key)); }
-qint64 ScopedPreferences::integer(const QString& key) const { return m_defaults->integer(fullKey(key)); }
+bool ScopedPreferences::boolean(const QString& key) const
+{
+    return m_defaults->boolean(fullKey(key));
+}
+qint64 ScopedPreferences::integer(const QString& key) const
+{
+    return m_defaults->integer(fullKey(key));
+}
 
 std::optional<QByteArray> ScopedPreferences::data(const QString& key) const
 {
     return m_defaults->data(fullKey(key));
 }
 
-QVariant ScopedPreferences::object(const QString& key) const { return m_defaults->object(fullKey(key)); }
+QVariant ScopedPreferences::object(const QString& key) const
+{
+    return m_defaults->object(fullKey(key));
+}
 
 void ScopedPreferences::set(const QVariant& value, const QString& key) const
 {

@@ -65,7 +65,10 @@ template <class T>
 class Setting : public Observable<T>, public AnySetting {
 public:
     Setting(SettingsObject& owner, QStringView key, T defaultValue)
-        : Observable<T>(defaultValue), m_owner(owner), m_key(key.toString()), m_default(std::move(defaultValue))
+        : Observable<T>(defaultValue),
+          m_owner(owner),
+          m_key(key.toString()),
+          m_default(std::move(defaultValue))
     {
         owner.m_settings.push_back(this);
     }

@@ -8,7 +8,10 @@ namespace orvane::SyntheticEvent {
 /// The letters "ORVA".
 inline constexpr std::int64_t marker = 0x4F525641;
 
-inline void mark(Event& event) { event.setIntegerValueField(EventField::eventSourceUserData, marker); }
+inline void mark(Event& event)
+{
+    event.setIntegerValueField(EventField::eventSourceUserData, marker);
+}
 
 inline bool isOurs(const Event& event)
 {

@@ -18,7 +18,10 @@ inline constexpr std::array allSystemPermissions{
 
 enum class PermissionStatus { granted, denied, notDetermined };
 
-inline bool isGranted(PermissionStatus status) { return status == PermissionStatus::granted; }
+inline bool isGranted(PermissionStatus status)
+{
+    return status == PermissionStatus::granted;
+}
 
 /// "accessibility", "inputMonitoring", "screenRecording", "appleEvents".
 QString rawValue(SystemPermission permission);

@@ -1,0 +1,24 @@
+#include "OrvaneCore/OrvaAppChooser.h"
+
+#include "OrvaneCore/OrvaAppChooserPanel.h"
+#include "Platform/Platform.h"
+#include "Platform/Workspace.h"
+
+#include <QApplication>
+#include <QPointer>
+
+namespace orvane::OrvaAppChooser {
+
+void run(std::function<void(const QString& bundleID)> accepted)
+{
+    static QPointer<OrvaAppChooserPanel> panel;
+    if (!panel || !panel->isVisible()) {
+        panel = new OrvaAppChooserPanel(platform().sharedWorkspace.installedApplications(),
+                                        std::move(accepted), QApplication::activeWindow());
+        panel->open();
+    }
+    panel->raise();
+    panel->activateWindow();
+}
+
+} // namespace orvane::OrvaAppChooser

@@ -1,0 +1,15 @@
+// The panel in which a person chooses one of the installed programs. Main thread.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace orvane::OrvaAppChooser {
+
+/// Shows the panel above the active window and returns at once. `accepted` is called with the identifier of
+/// the program chosen; not at all when the panel is dismissed or the program chosen has none. A second call
+/// while the panel is up brings it to the front.
+void run(std::function<void(const QString& bundleID)> accepted);
+
+} // namespace orvane::OrvaAppChooser

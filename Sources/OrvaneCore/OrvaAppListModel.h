@@ -1,0 +1,43 @@
+// Installed programs to choose from, by name, narrowed by what is searched for. Main thread.
+#pragma once
+
+#include "Platform/RunningApplication.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QIcon>
+#include <QList>
+
+namespace orvane {
+
+class OrvaAppListModel final : public QAbstractListModel {
+public:
+    enum Role {
+        /// The identifier, where it has to tell programs of one name apart.
+        detailRole = Qt::UserRole,
+    };
+
+    explicit OrvaAppListModel(QList<InstalledApplication> applications);
+
+    /// Leaves those whose name or identifier holds every word of the query, however it is written.
+    void setQuery(const QString& query);
+
+    bool isEmptyWithoutQuery() const { return m_all.isEmpty(); }
+    const InstalledApplication& at(int row) const { return m_shown.at(row); }
+    /// A program without identifier can't be chosen.
+    bool isAcceptable(int row) const { return m_shown.at(row).bundleIdentifier.has_value(); }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+private:
+    QIcon icon(const QString& name) const;
+
+    QList<InstalledApplication> m_all;
+    QList<InstalledApplication> m_shown;
+    QHash<QString, int> m_namesakes;
+    mutable QHash<QString, QIcon> m_icons; // read from the disk when first shown
+};
+
+} // namespace orvane

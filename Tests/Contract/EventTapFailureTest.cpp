@@ -1,0 +1,225 @@
+// A main thread that hangs, a program that is killed, a guardian that is, and a connection that breaks.
+#include "Contract/EventTapFixture.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+#include <csignal>
+#include <utility>
+
+namespace orvane::tests {
+namespace {
+
+constexpr const char* keyboard = "testkbd";
+constexpr const char* xtestKeyboard = "Virtual core XTEST keyboard";
+
+class EventTapFailureTest : public EventTapFixture {
+protected:
+    /// The guardians that this or another process has started.
+    static QList<qint64> guardiansOf(qint64 process)
+    {
+        QList<qint64> found;
+        for (const QString& thread : entries(QStringLiteral("/proc/%1/task").arg(process))) {
+            for (const QByteArray& child :
+                 read(QStringLiteral("/proc/%1/task/%2/children").arg(process).arg(thread)).split(' ')) {
+                if (name(child.toLongLong()) == "orvane-guardian")
+                    found.append(child.toLongLong());
+            }
+        }
+        return found;
+    }
+    static QByteArray name(qint64 process)
+    {
+        return read(QStringLiteral("/proc/%1/cmdline").arg(process)).split('\0').value(0).split('/').last();
+    }
+    /// The one guardian of a process, once it is there; 0 when it doesn't come. A new one has no name yet.
+    static qint64 guardianOf(qint64 process)
+    {
+        EXPECT_TRUE(eventually(10s, [&] { return guardiansOf(process).size() == 1; }));
+        return guardiansOf(process).value(0);
+    }
+    static bool isAlive(qint64 process)
+    {
+        const QByteArray state =
+            read(QStringLiteral("/proc/%1/stat").arg(process)).split(')').last().trimmed();
+        return !state.isEmpty() && !state.startsWith('Z');
+    }
+
+private:
+    static QByteArray read(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static QStringList entries(const QString& path)
+    {
+        return QDir(path).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    }
+};
+
+TEST_F(EventTapFailureTest, AHungMainThreadCostsTheUserASecondAndNoKey)
+{
+    bool hangs = true;
+    bool keyPassed = false;
+    LambdaTap tap(taps, [&](Event&) {
+        if (std::exchange(hangs, false)) {
+            keyPassed = window.waitFor(60s, [&] { return window.typed() == "a"; });
+            // The keyboard is free: what follows comes directly, before this callback returns.
+            hardware.tap(key::b);
+            keyPassed = keyPassed && window.waitFor(60s, [&] { return window.typed() == "ab"; });
+        }
+        return false; // too late
+    });
+    hardware.tap(key::a);
+    ASSERT_TRUE(eventually(60s, [&] { return tap.timeouts() == 1; }));
+    EXPECT_TRUE(keyPassed);
+    EXPECT_FALSE(tap.tap()->isEnabled());
+    EXPECT_FALSE(other.isFloating(keyboard));
+    EXPECT_EQ(tap.seen().size(), 1u) << "the events after it weren't shown";
+    EXPECT_EQ(log.messages().filter(QStringLiteral("more than a second")).size(), 1);
+}
+
+TEST_F(EventTapFailureTest, ATapThatTimedOutCanBeEnabledAgain)
+{
+    bool hangs = true;
+    LambdaTap tap(taps, [&](Event&) {
+        if (std::exchange(hangs, false))
+            window.waitFor(60s, [&] { return window.typed() == "a"; });
+        return true;
+    });
+    hardware.tap(key::a);
+    ASSERT_TRUE(eventually(60s, [&] { return tap.timeouts() == 1; }));
+    tap.tap()->enable(true);
+    EXPECT_TRUE(tap.tap()->isEnabled());
+    const auto seenBefore = tap.seen().size();
+    hardware.tap(key::b);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed() == "ab"; })) << window.typed().data();
+    EXPECT_TRUE(eventually(10s, [&] { return tap.seen().size() == seenBefore + 2; }));
+    EXPECT_EQ(tap.timeouts(), 1);
+}
+
+TEST_F(EventTapFailureTest, AWatchdogMayBeFasterThanTheNotice)
+{
+    bool hangs = true;
+    LambdaTap tap(taps, [&](Event&) {
+        if (std::exchange(hangs, false)) {
+            window.waitFor(60s, [&] { return window.typed() == "a"; });
+            window.waitFor(60s, [&] { return !tap.tap()->isEnabled(); });
+            tap.tap()->enable(true);
+        }
+        return true;
+    });
+    hardware.tap(key::a);
+    EXPECT_TRUE(eventually(60s, [&] { return tap.timeouts() == 1; }));
+    EXPECT_TRUE(tap.tap()->isEnabled());
+    hardware.tap(key::b);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed() == "ab"; })) << window.typed().data();
+}
+
+TEST_F(EventTapFailureTest, AKilledProgramLeavesNothingPressedAndNobodyBehind)
+{
+    QProcess program;
+    program.start(QStringLiteral(ORVANE_EVENT_TAP_PEER), QStringList());
+    ASSERT_TRUE(eventually(20s, [&] { return program.readAllStandardOutput().contains("ready"); }))
+        << program.readAllStandardError().toStdString();
+    const qint64 guardian = guardianOf(program.processId());
+    ASSERT_NE(guardian, 0);
+    hardware.press(key::shiftL);
+    hardware.press(key::a);
+    keysOnce(2);
+    ASSERT_EQ(other.keysDown(xtestKeyboard), (QList<int>{key::a, key::shiftL}));
+
+    ::kill(static_cast<pid_t>(program.processId()), SIGKILL);
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown(xtestKeyboard).isEmpty(); }));
+    hardware.release(key::a);
+    hardware.release(key::shiftL);
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown().isEmpty(); }));
+    EXPECT_FALSE(other.isFloating(keyboard));
+    EXPECT_TRUE(eventually(10s, [&] { return !isAlive(guardian); }));
+    EXPECT_TRUE(eventually(10s, [&] { return program.state() == QProcess::NotRunning; }));
+}
+
+TEST_F(EventTapFailureTest, AKilledProgramWhoseUserLetGoMeanwhileLeavesNothingPressed)
+{
+    QProcess program;
+    program.start(QStringLiteral(ORVANE_EVENT_TAP_PEER), QStringList());
+    ASSERT_TRUE(eventually(20s, [&] { return program.readAllStandardOutput().contains("ready"); }));
+    hardware.press(key::controlL);
+    hardware.press(key::x);
+    keysOnce(2);
+    // Stopped, it can't pass the releases on; then it dies.
+    ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
+    hardware.release(key::x);
+    hardware.release(key::controlL);
+    ::kill(static_cast<pid_t>(program.processId()), SIGKILL);
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown().isEmpty(); }));
+    EXPECT_TRUE(eventually(10s, [&] { return program.state() == QProcess::NotRunning; }));
+}
+
+TEST_F(EventTapFailureTest, TheGuardianLivesAsLongAsTheTap)
+{
+    const qint64 self = QCoreApplication::applicationPid();
+    EXPECT_TRUE(guardiansOf(self).isEmpty());
+    {
+        LambdaTap tap(taps);
+        EXPECT_NE(guardianOf(self), 0);
+    }
+    EXPECT_TRUE(eventually(10s, [&] { return guardiansOf(self).isEmpty(); }));
+}
+
+TEST_F(EventTapFailureTest, AGuardianThatDiesIsReplacedOnce)
+{
+    const qint64 self = QCoreApplication::applicationPid();
+    LambdaTap tap(taps);
+    const qint64 first = guardianOf(self);
+    ASSERT_NE(first, 0);
+    ::kill(static_cast<pid_t>(first), SIGKILL);
+    qint64 second = 0;
+    ASSERT_TRUE(
+        eventually(10s, [&] { return (second = guardiansOf(self).value(0)) != 0 && second != first; }));
+    ::kill(static_cast<pid_t>(second), SIGKILL);
+    EXPECT_TRUE(eventually(10s, [&] { return log.messages().size() == 2; }));
+    EXPECT_TRUE(guardiansOf(self).isEmpty());
+    hardware.tap(key::a);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed() == "a"; }));
+}
+
+TEST_F(EventTapFailureTest, WhatEndsTheProgramDoesNotEndTheGuardianFirst)
+{
+    QProcess program;
+    program.start(QStringLiteral(ORVANE_EVENT_TAP_PEER), QStringList());
+    ASSERT_TRUE(eventually(20s, [&] { return program.readAllStandardOutput().contains("ready"); }));
+    const qint64 guardian = guardianOf(program.processId());
+    ASSERT_NE(guardian, 0);
+    hardware.press(key::a);
+    keysOnce(1);
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM})
+        ::kill(static_cast<pid_t>(guardian), signal);
+    ::kill(static_cast<pid_t>(program.processId()), SIGTERM);
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown(xtestKeyboard).isEmpty(); }));
+    hardware.release(key::a);
+    EXPECT_TRUE(eventually(10s, [&] { return !isAlive(guardian); }));
+    EXPECT_TRUE(eventually(10s, [&] { return program.state() == QProcess::NotRunning; }));
+}
+
+TEST_F(EventTapFailureTest, ALostConnectionDisablesTheTapWithOneLineInTheLog)
+{
+    LambdaTap tap(taps);
+    ASSERT_TRUE(other.killOwnerOf("Orvane event tap"));
+    EXPECT_TRUE(eventually(10s, [&] { return !tap.tap()->isEnabled(); }));
+    EXPECT_EQ(log.messages(),
+              QStringList{QStringLiteral("The X server is gone; keyboard events can't be tapped any more.")});
+    EXPECT_EQ(tap.timeouts(), 0);
+    hardware.tap(key::a);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed() == "a"; }));
+
+    tap.tap()->enable(true);
+    EXPECT_TRUE(tap.tap()->isEnabled());
+    hardware.tap(key::b);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed() == "ab"; }));
+}
+
+} // namespace
+} // namespace orvane::tests

@@ -1,0 +1,49 @@
+// The Linux layer's taps on the private desktop, with its keyboard and a window that has the focus.
+#pragma once
+
+#include "Contract/EventTapSupport.h"
+#include "Desktop/Support/Hardware.h"
+#include "Desktop/Support/KeyWindow.h"
+#include "Desktop/Support/OtherClient.h"
+#include "Fakes/FakeLogSink.h"
+#include "PlatformLinux/EventTap/XInputEventTaps.h"
+#include "Support/Eventually.h"
+
+#include <atomic>
+
+#include <gmock/gmock.h>
+
+namespace orvane::tests {
+
+class EventTapFixture : public ::testing::Test {
+protected:
+    ~EventTapFixture() override
+    {
+        // One test must not press the next one's keys.
+        EXPECT_TRUE(eventually(10s, [this] { return other.keysDown().isEmpty(); }));
+    }
+
+    /// Until the window has got so many keys; then what they were.
+    QStringList keysOnce(qsizetype count)
+    {
+        EXPECT_TRUE(eventually(10s, [&] { return window.keys().size() >= count; }));
+        return window.keys();
+    }
+
+    std::atomic<CommandKeys> commandKeys{CommandKeys::control};
+    FakeLogSink log;
+    OtherClient other;
+    KeyWindow window;
+    XInputEventTaps taps{log, [this] { return commandKeys.load(); }};
+    Hardware hardware;
+};
+
+/// Super+C becomes Control+C.
+inline bool superCIsControlC(Event& event)
+{
+    if (event.keycode == 8 && (event.flags & eventFlag::command) != 0)
+        event.flags ^= eventFlag::control | eventFlag::command;
+    return true;
+}
+
+} // namespace orvane::tests

@@ -1,0 +1,68 @@
+// For tests of event taps: key codes by position, and a tap whose callback is a lambda.
+#pragma once
+
+#include "Platform/EventTaps.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace orvane::tests {
+
+// X key codes.
+namespace key {
+inline constexpr std::uint8_t a = 38, b = 56, c = 54, v = 55, x = 53, y = 29;
+inline constexpr std::uint8_t controlL = 37, shiftL = 50, superL = 133, capsLock = 66, numLock = 77;
+} // namespace key
+
+constexpr EventMask keyboardMask =
+    eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp) | eventMaskBit(EventType::flagsChanged);
+
+/// A tap that is in place until it ends, and what it has seen.
+class LambdaTap {
+public:
+    /// Whether the event passes.
+    using Handler = std::function<bool(Event&)>;
+
+    explicit LambdaTap(EventTaps& taps, Handler handler = {}, EventMask mask = keyboardMask)
+        : m_handler(std::move(handler)),
+          m_tap(taps.tapCreate(EventTaps::Location::session, EventTaps::Placement::headInsert,
+                               EventTaps::Options::defaultTap, mask, &LambdaTap::callback, this))
+    {
+        if (!m_tap)
+            return;
+        m_tap->addToMainRunLoop();
+        m_tap->enable(true);
+    }
+
+    EventTap* tap() { return m_tap.get(); }
+    const std::vector<Event>& seen() const { return m_seen; }
+    int timeouts() const { return m_timeouts; }
+    bool sawRepeat() const
+    {
+        for (const Event& event : m_seen) {
+            if (event.autorepeat != 0)
+                return true;
+        }
+        return false;
+    }
+
+private:
+    static Event* callback(EventType type, Event* event, void* userInfo)
+    {
+        auto* self = static_cast<LambdaTap*>(userInfo);
+        if (type == EventType::tapDisabledByTimeout) {
+            ++self->m_timeouts;
+            return event;
+        }
+        self->m_seen.push_back(*event);
+        return !self->m_handler || self->m_handler(*event) ? event : nullptr;
+    }
+
+    Handler m_handler;
+    std::vector<Event> m_seen;
+    int m_timeouts = 0;
+    std::unique_ptr<EventTap> m_tap;
+};
+
+} // namespace orvane::tests

@@ -1,0 +1,221 @@
+// What only a real X server and window manager do to the permissions.
+#include "Desktop/Support/Hardware.h"
+#include "Fakes/FakeLogSink.h"
+#include "PlatformLinux/Session/LinuxPermissions.h"
+#include "PlatformLinux/X11/X11Connection.h"
+#include "Support/Eventually.h"
+
+#include <QLineEdit>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <cstring>
+
+#include <xcb/xinput.h>
+
+namespace orvane::tests {
+
+namespace {
+
+constexpr auto deadline = 10s;
+
+/// The word of a window manager on the root window, put back at the end.
+class WindowManagersWord {
+public:
+    WindowManagersWord()
+    {
+        const QByteArray bytes = m_x.property(m_x.root(), m_name, XCB_ATOM_WINDOW);
+        if (bytes.size() == sizeof m_before)
+            std::memcpy(&m_before, bytes.constData(), sizeof m_before);
+    }
+    ~WindowManagersWord() { set(m_x.root(), m_before); }
+    WindowManagersWord(const WindowManagersWord&) = delete;
+    WindowManagersWord& operator=(const WindowManagersWord&) = delete;
+
+    void remove()
+    {
+        xcb_delete_property(m_x.xcb(), m_x.root(), m_name);
+        xcb_flush(m_x.xcb());
+    }
+
+    void set(xcb_window_t onWindow, xcb_window_t to)
+    {
+        xcb_change_property(m_x.xcb(), XCB_PROP_MODE_REPLACE, onWindow, m_name, XCB_ATOM_WINDOW, 32, 1, &to);
+        xcb_flush(m_x.xcb());
+    }
+
+    /// A window manager that says what it should, to be ended by destroying its window.
+    xcb_window_t appear()
+    {
+        const xcb_window_t window = xcb_generate_id(m_x.xcb());
+        xcb_create_window(m_x.xcb(), 0, window, m_x.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
+                          nullptr);
+        set(window, window);
+        set(m_x.root(), window);
+        return window;
+    }
+
+    void die(xcb_window_t window)
+    {
+        xcb_destroy_window(m_x.xcb(), window);
+        xcb_flush(m_x.xcb());
+    }
+
+    xcb_window_t before() const { return m_before; }
+
+private:
+    X11Connection m_x = *X11Connection::ofApplication();
+    xcb_atom_t m_name = m_x.atom("_NET_SUPPORTING_WM_CHECK");
+    xcb_window_t m_before = XCB_WINDOW_NONE;
+};
+
+/// Within its life, new connections of this process are those of a client that the server doesn't trust.
+class Untrusted {
+public:
+    Untrusted()
+    {
+        const QString file = m_directory.filePath(QStringLiteral("authority"));
+        QProcess xauth;
+        xauth.start(u"xauth"_qs, {u"-q"_qs, u"-f"_qs, file, u"generate"_qs, qEnvironmentVariable("DISPLAY"),
+                                  u"."_qs, u"untrusted"_qs, u"timeout"_qs, u"60"_qs});
+        EXPECT_TRUE(xauth.waitForFinished() && xauth.exitCode() == 0)
+            << xauth.readAllStandardError().constData();
+        qputenv("XAUTHORITY", QFile::encodeName(file));
+    }
+    ~Untrusted() { qunsetenv("XAUTHORITY"); }
+    Untrusted(const Untrusted&) = delete;
+    Untrusted& operator=(const Untrusted&) = delete;
+
+private:
+    QTemporaryDir m_directory;
+};
+
+class LinuxPermissionsLive : public ::testing::Test {
+protected:
+    bool isTrusted() { return m_permissions.axIsProcessTrusted(); }
+
+    FakeLogSink m_log;
+    LinuxPermissions m_permissions{m_log};
+};
+
+} // namespace
+
+TEST_F(LinuxPermissionsLive, AccessibilityFollowsTheWindowManager)
+{
+    WindowManagersWord word;
+    ASSERT_TRUE(isTrusted());
+    word.remove();
+    EXPECT_TRUE(eventually(deadline, [this] { return !isTrusted(); }));
+    ASSERT_EQ(m_log.messages().size(), 1);
+    EXPECT_TRUE(m_log.messages()[0].contains(QStringLiteral("window manager")));
+    const xcb_window_t another = word.appear();
+    EXPECT_TRUE(eventually(deadline, [this] { return isTrusted(); }));
+    word.die(another);
+    EXPECT_TRUE(eventually(deadline, [this] { return !isTrusted(); }));
+    EXPECT_EQ(m_log.messages().size(), 1) << "said once";
+}
+
+TEST_F(LinuxPermissionsLive, ADeadWindowManagersWordDoesNotCount)
+{
+    WindowManagersWord word;
+    word.die(word.appear());
+    EXPECT_FALSE(isTrusted());
+}
+
+TEST_F(LinuxPermissionsLive, AClientThatTheServerDoesNotTrustIsDenied)
+{
+    const Untrusted untrusted;
+    EXPECT_FALSE(m_permissions.preflightListenEventAccess());
+    EXPECT_FALSE(m_permissions.preflightScreenCaptureAccess());
+    EXPECT_EQ(m_log.messages().size(), 2);
+    for (const QString& message : m_log.messages())
+        EXPECT_TRUE(message.contains(QStringLiteral("ssh -X"))) << qPrintable(message);
+}
+
+TEST_F(LinuxPermissionsLive, ADeniedRequestSaysWhyEachTimeAndAReadOnlyOnce)
+{
+    const Untrusted untrusted;
+    EXPECT_FALSE(m_permissions.preflightListenEventAccess());
+    EXPECT_FALSE(m_permissions.preflightListenEventAccess());
+    EXPECT_EQ(m_log.messages().size(), 1);
+    m_permissions.requestListenEventAccess();
+    m_permissions.requestListenEventAccess();
+    EXPECT_EQ(m_log.messages().size(), 3);
+}
+
+TEST_F(LinuxPermissionsLive, ARequestTriesAgain)
+{
+    {
+        const Untrusted untrusted;
+        ASSERT_FALSE(m_permissions.preflightListenEventAccess());
+        ASSERT_FALSE(m_permissions.preflightScreenCaptureAccess());
+    }
+    EXPECT_FALSE(m_permissions.preflightListenEventAccess());
+    m_permissions.requestListenEventAccess();
+    m_permissions.requestScreenCaptureAccess();
+    EXPECT_TRUE(m_permissions.preflightListenEventAccess());
+    EXPECT_TRUE(m_permissions.preflightScreenCaptureAccess());
+}
+
+TEST_F(LinuxPermissionsLive, TryingForInputTakesNoKeyFromAnybody)
+{
+    QLineEdit line;
+    line.show();
+    line.activateWindow();
+    ASSERT_TRUE(eventually(deadline, [&] { return line.hasFocus(); }));
+    Hardware hardware;
+    const Hardware::KeyCode a = hardware.key("a");
+    constexpr int keys = 60;
+    for (int i = 0; i < keys; ++i) {
+        hardware.press(a);
+        m_permissions.requestListenEventAccess();
+        hardware.release(a);
+        m_permissions.requestListenEventAccess();
+    }
+    EXPECT_TRUE(eventually(deadline, [&] { return line.text().size() >= keys; }));
+    EXPECT_EQ(line.text(), QString(keys, u'a'));
+}
+
+TEST_F(LinuxPermissionsLive, AKeyboardThatSomebodyHoldsIsNoDenial)
+{
+    const auto x = X11Connection::ofApplication();
+    const auto devices = xcb_input_xi_query_device(x->xcb(), XCB_INPUT_DEVICE_ALL);
+    const XcbReply<xcb_input_xi_query_device_reply_t> reply(
+        xcb_input_xi_query_device_reply(x->xcb(), devices, nullptr));
+    xcb_input_device_id_t keyboard = 0;
+    for (auto each = xcb_input_xi_query_device_infos_iterator(reply.get()); each.rem;
+         xcb_input_xi_device_info_next(&each)) {
+        if (QByteArray(xcb_input_xi_device_info_name(each.data), each.data->name_len) == "testkbd")
+            keyboard = each.data->deviceid;
+    }
+    const auto grab = xcb_input_xi_grab_device(x->xcb(), x->root(), XCB_CURRENT_TIME, XCB_CURSOR_NONE,
+                                               keyboard, XCB_INPUT_GRAB_MODE_22_ASYNC,
+                                               XCB_INPUT_GRAB_MODE_22_ASYNC, false, 0, nullptr);
+    const XcbReply<xcb_input_xi_grab_device_reply_t> grabbed(
+        xcb_input_xi_grab_device_reply(x->xcb(), grab, nullptr));
+    ASSERT_TRUE(grabbed && grabbed->status == XCB_GRAB_STATUS_SUCCESS);
+    m_permissions.requestListenEventAccess();
+    EXPECT_TRUE(m_permissions.preflightListenEventAccess());
+    xcb_input_xi_ungrab_device(x->xcb(), XCB_CURRENT_TIME, keyboard);
+    xcb_flush(x->xcb());
+}
+
+TEST_F(LinuxPermissionsLive, AnyOtherTargetIsNotThere)
+{
+    EXPECT_EQ(m_permissions.determinePermissionToAutomateTarget(QStringLiteral("org.mozilla.firefox"),
+                                                                Permissions::Prompt::no),
+              Permissions::procNotFound);
+}
+
+TEST_F(LinuxPermissionsLive, AWaylandSessionDeniesWhatItsXServerWouldAllow)
+{
+    LinuxPermissions permissions(m_log, QStringLiteral("wayland"));
+    EXPECT_FALSE(permissions.axIsProcessTrusted());
+    EXPECT_FALSE(permissions.preflightListenEventAccess());
+    EXPECT_FALSE(permissions.preflightScreenCaptureAccess());
+    EXPECT_EQ(m_log.messages().size(), 1);
+}
+
+} // namespace orvane::tests

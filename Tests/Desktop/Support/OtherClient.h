@@ -1,0 +1,48 @@
+// Another client of the X server that looks at its keyboards, and wants them too.
+#pragma once
+
+#include <QList>
+
+#include <memory>
+
+namespace orvane::tests {
+
+class OtherClient {
+public:
+    OtherClient();
+    ~OtherClient();
+    OtherClient(const OtherClient&) = delete;
+    OtherClient& operator=(const OtherClient&) = delete;
+
+    /// The keys that the server takes for pressed.
+    QList<int> keysDown();
+    QList<int> keysDown(const char* device);
+    unsigned lockedModifiers();
+
+    struct RepeatRate {
+        unsigned delay, interval;
+        bool operator==(const RepeatRate&) const = default;
+    };
+    RepeatRate repeatRate();
+    void setRepeatRate(RepeatRate rate);
+
+    /// As a window manager listens for a key.
+    void grabKey(int key);
+    /// The keys that came by grabKey(): positive for a press.
+    QList<int> grabbedKeys();
+
+    /// Takes a device for itself until its end. False when it is taken.
+    bool grabDevice(const char* device);
+    void setDeviceEnabled(const char* device, bool enabled);
+    bool isFloating(const char* device);
+    /// Ends the client that owns a child of the root by this name. False when there is none.
+    bool killOwnerOf(const char* windowName);
+
+private:
+    int idOf(const char* device);
+
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace orvane::tests
