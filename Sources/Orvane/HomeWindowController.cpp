@@ -13,6 +13,13 @@ namespace {
 constexpr QSize contentSize(940, 640);
 constexpr QSize minimumContentSize(820, 560);
 
+/// Where a window can be seen whole, with room for its frame.
+QRect availableGeometry()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry().adjusted(8, 32, -8, -8) : QRect(QPoint(), contentSize);
+}
+
 } // namespace
 
 HomeWindowController::HomeWindowController() = default;
@@ -29,14 +36,14 @@ void HomeWindowController::show()
         m_window = std::make_unique<QWidget>();
         m_window->setWindowTitle(QStringLiteral("Orvane"));
         m_window->setWindowIcon(QIcon(QStringLiteral(":/icons/net.lindenrow.orvane.svg")));
-        m_window->setMinimumSize(minimumContentSize);
-        m_window->resize(contentSize);
+        const QRect available = availableGeometry();
+        m_window->setMinimumSize(minimumContentSize.boundedTo(available.size()));
+        m_window->resize(contentSize.boundedTo(available.size()));
         auto* layout = new QVBoxLayout(m_window.get());
         layout->setContentsMargins(0, 0, 0, 0);
         if (QWidget* content = m_makeContentView().makeWidget())
             layout->addWidget(content);
-        if (const QScreen* screen = QGuiApplication::primaryScreen())
-            m_window->move(screen->availableGeometry().center() - m_window->rect().center());
+        m_window->move(available.center() - m_window->rect().center());
     }
     if (!m_window)
         return;

@@ -7,6 +7,8 @@ int main(int argc, char** argv)
 {
     using namespace orvane;
     LinuxPlatform linux(argc, argv);
+    if (const auto status = linux.handOver())
+        return *status;
     PlatformScope scope(linux.platform());
     AppDelegate delegate(&AppEnvironment::shared);
     linux.platform().application.setDelegate(&delegate);

@@ -111,7 +111,7 @@ public:
     /// The present value at once, then each new one.
     [[nodiscard]] Subscription subscribe(std::function<void(const T&)> handler)
     {
-        handler(m_value);
+        handler(T(m_value));
         return subscribeToChanges(std::move(handler));
     }
 

@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-/// One choice of a few, all in sight, as rows of a section. `label` isn't shown; assistive technology says it.
+/// One choice of a few, all in sight, in one row of a section. `label` is for assistive technology alone.
 struct OrvaRadioGroup {
     QString label;
     Binding<QString> selection;

@@ -28,6 +28,10 @@ bool isNumber(const QVariant& value)
 template <>
 std::optional<bool> readSetting(const ScopedPreferences& prefs, const QString& key)
 {
+    const QVariant value = prefs.object(key);
+    const int type = value.typeId();
+    if (type != QMetaType::Bool && type != QMetaType::QString && !isNumber(value))
+        return std::nullopt;
     return prefs.boolean(key);
 }
 

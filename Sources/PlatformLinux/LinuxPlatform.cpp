@@ -17,11 +17,20 @@
 
 namespace orvane {
 
-struct LinuxPlatform::Services {
-    Services(int& argc, char** argv) : application(argc, argv, log) {}
+/// What a process is before it knows whether it is the one.
+struct LinuxPlatform::Process {
+    Process(int& argc, char** argv) : application(argc, argv, log) {}
 
     JournalLogSink log;
     QtApplication application;
+    SingleInstance singleInstance{log};
+};
+
+struct LinuxPlatform::Services {
+    explicit Services(Process& theProcess) : process(theProcess) {}
+
+    Process& process;
+    LogSink& log = process.log;
     QtRunLoop runLoop;
     SystemClock clock;
     ProgramBundle bundle;
@@ -29,14 +38,13 @@ struct LinuxPlatform::Services {
     JsonDefaultsStore defaults{JsonDefaultsStore::standardPath(), log, runLoop};
     AutostartLoginItem loginItem;
     LogindPowerAssertions powerAssertions{log};
-    SingleInstance singleInstance{log};
-    LinuxWorkspace workspace{log, singleInstance};
+    LinuxWorkspace workspace{log, process.singleInstance};
     LinuxStatusBar statusBar{log};
     NotificationCenter notificationCenter;
     XInputEventTaps eventTaps{log, [this] { return workspace.commandKeys(); }};
     LinuxPermissions permissions{log};
 
-    Platform platform{.application = application,
+    Platform platform{.application = process.application,
                       .mainBundle = bundle,
                       .clock = clock,
                       .defaultNotificationCenter = notificationCenter,
@@ -52,21 +60,34 @@ struct LinuxPlatform::Services {
                       .sharedWorkspace = workspace};
 };
 
-LinuxPlatform::LinuxPlatform(int& argc, char** argv) : m_services(std::make_unique<Services>(argc, argv)) {}
+LinuxPlatform::LinuxPlatform(int& argc, char** argv) : m_process(std::make_unique<Process>(argc, argv)) {}
 LinuxPlatform::~LinuxPlatform() = default;
+
+std::optional<int> LinuxPlatform::handOver()
+{
+    QtApplication& application = m_process->application;
+    switch (m_process->singleInstance.claim([&application] { application.reopen(); })) {
+    case SingleInstance::Claim::claimed:
+    case SingleInstance::Claim::unavailable:
+        break;
+    case SingleInstance::Claim::handedOver:
+        return 0;
+    case SingleInstance::Claim::unanswered:
+        return 1;
+    }
+    return std::nullopt;
+}
 
 Platform& LinuxPlatform::platform()
 {
+    if (!m_services)
+        m_services = std::make_unique<Services>(*m_process);
     return m_services->platform;
 }
 
 int LinuxPlatform::run()
 {
-    QtApplication& application = m_services->application;
-    if (m_services->singleInstance.claim([&application] { application.reopen(); }) ==
-        SingleInstance::Claim::handedOver)
-        return 0;
-    return application.run();
+    return m_process->application.run();
 }
 
 } // namespace orvane

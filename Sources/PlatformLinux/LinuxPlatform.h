@@ -4,6 +4,7 @@
 #include "Platform/Platform.h"
 
 #include <memory>
+#include <optional>
 
 namespace orvane {
 
@@ -15,14 +16,21 @@ public:
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
+    /// Claims to be the session's one process. If another one is it, that one is told to come to the front, and
+    /// the exit status is given with which this process has to end. Comes before everything that touches the
+    /// user's files.
+    std::optional<int> handOver();
+
+    /// Made at the first call.
     Platform& platform();
 
-    /// Runs the event loop with the delegate that was set, unless another process of the session is the one:
-    /// then that one is told to come to the front. Gives the exit status.
+    /// Runs the event loop with the delegate that was set. Gives the exit status.
     int run();
 
 private:
+    struct Process;
     struct Services;
+    std::unique_ptr<Process> m_process;
     std::unique_ptr<Services> m_services;
 };
 

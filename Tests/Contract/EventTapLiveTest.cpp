@@ -1,8 +1,8 @@
 #include "Contract/EventTapFixture.h"
+#include "Desktop/Support/Peer.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>
-#include <QProcess>
 
 #include <thread>
 
@@ -259,31 +259,13 @@ TEST_F(EventTapLiveTest, AQtLineEditGetsWhatIsTyped)
 
 TEST_F(EventTapLiveTest, AGtkEntryGetsWhatIsTyped)
 {
-    constexpr const char* program = R"(
-import gi
-gi.require_version("Gtk", "3.0")
-from gi.repository import Gtk
-window = Gtk.Window()
-entry = Gtk.Entry()
-entry.connect("activate", lambda entry: (print(entry.get_text()), Gtk.main_quit()))
-entry.connect("focus-in-event", lambda *_: print("focused", flush=True) and False)
-window.add(entry)
-window.show_all()
-window.present()
-Gtk.main()
-)";
-    QProcess gtk;
-    gtk.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), QLatin1String(program)});
-    QByteArray output;
-    ASSERT_TRUE(eventually(20s, [&] { return (output += gtk.readAll()).contains("focused"); }))
-        << gtk.readAllStandardError().toStdString();
+    Peer entry(Peer::gtkEntry());
+    ASSERT_TRUE(eventually(20s, [&] { return other.activate("Entry"); }));
+    ASSERT_TRUE(entry.tells(QStringLiteral("focused")));
     LambdaTap tap(taps);
     for (const char letter : QByteArray(pangram))
         hardware.tap(std::string(1, letter).c_str());
-    hardware.tap("Return");
-    EXPECT_TRUE(eventually(20s, [&] { return (output += gtk.readAll()).contains(pangram); }))
-        << output.toStdString();
-    EXPECT_TRUE(eventually(20s, [&] { return gtk.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(entry.tells(QLatin1String("text:") + QLatin1String(pangram))) << entry.text().toStdString();
 }
 
 } // namespace

@@ -58,6 +58,8 @@ const char* textOf(SingleInstance::Claim claim)
         return "claimed";
     case SingleInstance::Claim::handedOver:
         return "handed over";
+    case SingleInstance::Claim::unanswered:
+        return "unanswered";
     case SingleInstance::Claim::unavailable:
         return "unavailable";
     }

@@ -252,7 +252,7 @@ TEST_F(AwakeDesktopTest, TheScreenSaverStaysOffWhileAwakeAndComesOnOtherwise)
     EXPECT_TRUE(eventually(15s, [&] { return saver.state() == ScreenSaver::State::on; }));
 }
 
-TEST_F(AwakeDesktopTest, TheStatusItemGoesWithItsSettingAndTheFeature)
+TEST_F(AwakeDesktopTest, WithItsSettingOffThereIsNoStatusItem)
 {
     start(defaults({{QStringLiteral("showMenuBarIcon"), false}, {QStringLiteral("awakeOnLaunch"), true}}));
     ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));

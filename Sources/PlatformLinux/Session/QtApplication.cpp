@@ -90,10 +90,15 @@ void QtApplication::endOnSignals()
 void QtApplication::setActivationPolicy(ActivationPolicy policy)
 {
     m_policy = policy;
-    for (QWindow* window : QGuiApplication::topLevelWindows()) {
-        if (window->isVisible())
-            applyPolicy(*window);
+    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
+        if (window->isVisible() && window->type() == Qt::Window)
+            requestTaskBarEntry(*window, taskBarEntry());
     }
+}
+
+TaskBarEntry QtApplication::taskBarEntry() const
+{
+    return m_policy == ActivationPolicy::regular ? TaskBarEntry::shown : TaskBarEntry::hidden;
 }
 
 void QtApplication::terminate()
@@ -103,15 +108,26 @@ void QtApplication::terminate()
 
 int QtApplication::run()
 {
-    if (m_delegate) {
-        QMetaObject::invokeMethod(
-            this, [this] { m_delegate->applicationDidFinishLaunching(); }, Qt::QueuedConnection);
-    }
+    QMetaObject::invokeMethod(this, &QtApplication::launch, Qt::QueuedConnection);
     return QApplication::exec();
+}
+
+void QtApplication::launch()
+{
+    if (m_delegate)
+        m_delegate->applicationDidFinishLaunching();
+    m_hasLaunched = true;
+    if (m_reopenIsDue)
+        reopen();
 }
 
 void QtApplication::reopen()
 {
+    if (!m_hasLaunched) {
+        m_reopenIsDue = true;
+        return;
+    }
+    m_reopenIsDue = false;
     if (!m_delegate)
         return;
     bool hasVisibleWindows = false;
@@ -122,20 +138,13 @@ void QtApplication::reopen()
 
 bool QtApplication::eventFilter(QObject* watched, QEvent* event)
 {
-    // Exposed is the first moment at which the window manager knows the window.
-    if (event->type() == QEvent::Expose) {
-        auto* window = qobject_cast<QWindow*>(watched);
-        if (window && !window->parent() && window->type() == Qt::Window && window->isExposed())
-            applyPolicy(*window);
+    // Sent before the window is mapped: whoever lists windows sees from the first whether it is one of theirs.
+    if (event->type() == QEvent::Show) {
+        const auto* window = qobject_cast<QWindow*>(watched);
+        if (window && !window->parent() && window->type() == Qt::Window)
+            setInitialTaskBarEntry(*window, taskBarEntry());
     }
     return QObject::eventFilter(watched, event);
-}
-
-void QtApplication::applyPolicy(const QWindow& window) const
-{
-    if (window.type() == Qt::Window)
-        requestTaskBarEntry(window, m_policy == ActivationPolicy::regular ? TaskBarEntry::shown
-                                                                          : TaskBarEntry::hidden);
 }
 
 } // namespace orvane

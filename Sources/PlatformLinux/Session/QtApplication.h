@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Application.h"
+#include "PlatformLinux/X11/TaskBarEntry.h"
 
 #include <QObject>
 
@@ -37,14 +38,18 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void launch();
     void endOnSignals();
-    void applyPolicy(const QWindow& window) const;
+    TaskBarEntry taskBarEntry() const;
 
     LogSink& m_log;
     std::unique_ptr<QApplication> m_application;
     std::unique_ptr<QSocketNotifier> m_signals;
     ApplicationDelegate* m_delegate = nullptr;
     ActivationPolicy m_policy = ActivationPolicy::accessory;
+    bool m_hasLaunched = false;
+    /// A further start came before the launch, and waits for it.
+    bool m_reopenIsDue = false;
 };
 
 } // namespace orvane

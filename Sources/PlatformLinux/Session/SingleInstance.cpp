@@ -73,9 +73,10 @@ SingleInstance::Claim SingleInstance::claim(std::function<void()> activated)
     const QDBusMessage answer = bus.call(call, QDBus::Block, longestWaitMs);
     if (answer.type() == QDBusMessage::ErrorMessage) {
         m_log.write(LogLevel::error, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("Application"),
-                    QStringLiteral("Orvane runs already but doesn't answer: %1. End that process and start "
+                    QStringLiteral("Orvane runs already but doesn't answer (%1). End that process and start "
                                    "again")
-                        .arg(answer.errorMessage()));
+                        .arg(answer.errorName()));
+        return Claim::unanswered;
     }
     return Claim::handedOver;
 }

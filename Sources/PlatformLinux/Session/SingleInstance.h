@@ -19,6 +19,7 @@ public:
     enum class Claim {
         claimed,     // this process is the one
         handedOver,  // another one is, and was told to come to the front
+        unanswered,  // another one is, and doesn't answer; the log says so
         unavailable, // there is no session bus; nothing stops a second process
     };
 

@@ -111,8 +111,9 @@ bool DBusMenuLayout::matches(const DBusMenuLayout& other) const
     };
     return std::equal(m_nodes.begin(), m_nodes.end(), other.m_nodes.begin(), other.m_nodes.end(),
                       [&](const Node& a, const Node& b) {
+                          // Panels don't take back a check mark's box: an item that loses it is another.
                           return a.item.kind == b.item.kind && a.item.title == b.item.title &&
-                                 sameChildren(a, b);
+                                 a.item.state == b.item.state && sameChildren(a, b);
                       });
 }
 

@@ -2,13 +2,56 @@
 
 #include "PlatformLinux/X11/X11Connection.h"
 
+#include <cstring>
+#include <vector>
+
 namespace orvane {
+
+namespace {
+
+struct StateAtoms {
+    explicit StateAtoms(const X11Connection& x11)
+        : state(x11.atom("_NET_WM_STATE")), skipTaskBar(x11.atom("_NET_WM_STATE_SKIP_TASKBAR")),
+          skipPager(x11.atom("_NET_WM_STATE_SKIP_PAGER"))
+    {
+    }
+
+    xcb_atom_t state;
+    xcb_atom_t skipTaskBar;
+    xcb_atom_t skipPager;
+};
+
+std::vector<xcb_atom_t> atomsOf(const QByteArray& property)
+{
+    std::vector<xcb_atom_t> atoms(static_cast<std::size_t>(property.size()) / sizeof(xcb_atom_t));
+    std::memcpy(atoms.data(), property.constData(), atoms.size() * sizeof(xcb_atom_t));
+    return atoms;
+}
+
+} // namespace
+
+void setInitialTaskBarEntry(const QWindow& window, TaskBarEntry entry)
+{
+    const auto x11 = X11Connection::ofApplication();
+    if (!x11 || !window.handle())
+        return;
+    const StateAtoms names(*x11);
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    // What Qt has put there stays; it keeps ours in its turn.
+    std::vector<xcb_atom_t> atoms = atomsOf(x11->property(id, names.state, XCB_ATOM_ATOM));
+    std::erase_if(atoms, [&](xcb_atom_t atom) { return atom == names.skipTaskBar || atom == names.skipPager; });
+    if (entry == TaskBarEntry::hidden)
+        atoms.insert(atoms.end(), {names.skipTaskBar, names.skipPager});
+    xcb_change_property(x11->xcb(), XCB_PROP_MODE_REPLACE, id, names.state, XCB_ATOM_ATOM, 32,
+                        static_cast<std::uint32_t>(atoms.size()), atoms.data());
+}
 
 void requestTaskBarEntry(const QWindow& window, TaskBarEntry entry)
 {
     const auto x11 = X11Connection::ofApplication();
     if (!x11 || !window.handle())
         return;
+    const StateAtoms names(*x11);
     constexpr std::uint32_t remove = 0;
     constexpr std::uint32_t add = 1;
     constexpr std::uint32_t fromAnApplication = 1;
@@ -16,10 +59,10 @@ void requestTaskBarEntry(const QWindow& window, TaskBarEntry entry)
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = static_cast<xcb_window_t>(window.winId());
-    message.type = x11->atom("_NET_WM_STATE");
+    message.type = names.state;
     message.data.data32[0] = entry == TaskBarEntry::shown ? remove : add;
-    message.data.data32[1] = x11->atom("_NET_WM_STATE_SKIP_TASKBAR");
-    message.data.data32[2] = x11->atom("_NET_WM_STATE_SKIP_PAGER");
+    message.data.data32[1] = names.skipTaskBar;
+    message.data.data32[2] = names.skipPager;
     message.data.data32[3] = fromAnApplication;
     xcb_send_event(x11->xcb(), 0, x11->root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,

@@ -1,4 +1,4 @@
-// Whether a mapped window of ours has an entry in the task bar and in the pager. Main thread.
+// Whether a window of ours has an entry in the task bar and in the pager. Main thread.
 #pragma once
 
 #include <QWindow>
@@ -7,7 +7,10 @@ namespace orvane {
 
 enum class TaskBarEntry { shown, hidden };
 
-/// Asks the window manager; without one, or on another platform plugin, nothing happens.
+/// For a window that is not mapped yet.
+void setInitialTaskBarEntry(const QWindow& window, TaskBarEntry entry);
+
+/// For one that is: asks the window manager. Without one, or on another platform plugin, nothing happens.
 void requestTaskBarEntry(const QWindow& window, TaskBarEntry entry);
 
 } // namespace orvane

@@ -8,6 +8,7 @@
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <X11/extensions/XInput.h>
 #include <X11/extensions/XInput2.h>
 
@@ -133,16 +134,55 @@ bool OtherClient::isFloating(const char* device)
     return floats;
 }
 
+bool OtherClient::isNamed(unsigned long window, const char* name)
+{
+    char* found = nullptr;
+    XFetchName(m_state->display, window, &found);
+    const bool isSame = found && qstrcmp(found, name) == 0;
+    XFree(found);
+    return isSame;
+}
+
+bool OtherClient::activate(const char* title)
+{
+    Display* display = m_state->display;
+    const Window root = DefaultRootWindow(display);
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0, left = 0;
+    unsigned char* list = nullptr;
+    constexpr long limit = 1024;
+    XGetWindowProperty(display, root, XInternAtom(display, "_NET_CLIENT_LIST", False), 0, limit, False,
+                       XA_WINDOW, &type, &format, &count, &left, &list);
+    Window found = 0;
+    for (unsigned long i = 0; i < count && !found; ++i) {
+        const Window window = reinterpret_cast<const unsigned long*>(list)[i];
+        if (isNamed(window, title))
+            found = window;
+    }
+    XFree(list);
+    if (!found)
+        return false;
+    constexpr long sourceIsAPanel = 2;
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = found;
+    event.xclient.message_type = XInternAtom(display, "_NET_ACTIVE_WINDOW", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = sourceIsAPanel;
+    XSendEvent(display, root, False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    XSync(display, False);
+    return true;
+}
+
 bool OtherClient::killOwnerOf(const char* windowName)
 {
     Window root = 0, parent = 0, *children = nullptr, found = 0;
     unsigned count = 0;
     XQueryTree(m_state->display, DefaultRootWindow(m_state->display), &root, &parent, &children, &count);
     for (unsigned i = 0; i < count && !found; ++i) {
-        char* name = nullptr;
-        if (XFetchName(m_state->display, children[i], &name) && qstrcmp(name, windowName) == 0)
+        if (isNamed(children[i], windowName))
             found = children[i];
-        XFree(name);
     }
     XFree(children);
     if (found)

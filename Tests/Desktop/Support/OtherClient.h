@@ -35,11 +35,15 @@ public:
     bool grabDevice(const char* device);
     void setDeviceEnabled(const char* device, bool enabled);
     bool isFloating(const char* device);
+    /// Asks the window manager to give the focus to a window with this title, as a panel does. False when
+    /// there is none.
+    bool activate(const char* title);
     /// Ends the client that owns a child of the root by this name. False when there is none.
     bool killOwnerOf(const char* windowName);
 
 private:
     int idOf(const char* device);
+    bool isNamed(unsigned long window, const char* name);
 
     struct State;
     std::unique_ptr<State> m_state;

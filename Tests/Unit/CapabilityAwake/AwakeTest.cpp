@@ -709,9 +709,14 @@ TEST_F(AwakePaneTest, TheStatusLineFollowsTheState)
     EXPECT_EQ(footnote(), QStringLiteral("Your Mac sleeps normally."));
     controller().activate(AwakeDuration::indefinite);
     EXPECT_EQ(footnote(), QStringLiteral("Awake until you turn it off."));
-    controller().activate(AwakeDuration::hours1);
-    EXPECT_TRUE(footnote().startsWith(QStringLiteral("Awake until ")));
     EXPECT_GT(changes, 0);
+    controller().activate(AwakeDuration::hours1);
+    const QString oneHour = footnote();
+    EXPECT_TRUE(oneHour.startsWith(QStringLiteral("Awake until ")));
+    changes = 0;
+    controller().expiresAt.set(fake.clock.date() + 4h);
+    EXPECT_EQ(changes, 1) << "only the end has changed";
+    EXPECT_NE(footnote(), oneHour);
 }
 
 TEST(AwakeStatusFootnote, TheTimeIsLocalInTheShortStyleWithoutSeconds)

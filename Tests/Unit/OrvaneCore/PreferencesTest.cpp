@@ -129,15 +129,19 @@ TEST_F(SettingsTest, StoredValuesAreRead)
 
 TEST_F(SettingsTest, AStoredValueOfAnotherTypeGivesTheDefault)
 {
+    store("glow", QVariantList{});
     store("shade", 3);
     store("reach", QStringLiteral("far"));
     store("bulbs", 2.5);
     store("rooms", QVariantList{QStringLiteral("attic"), 4});
     const LampSettings settings(scope());
+    EXPECT_TRUE(settings.glow.get());
     EXPECT_EQ(settings.shadeRaw.get(), QStringLiteral("linen"));
     EXPECT_EQ(settings.reach.get(), 1.5);
     EXPECT_EQ(settings.bulbs.get(), 3);
     EXPECT_EQ(settings.rooms.get(), QStringList{QStringLiteral("hall")});
+    store("glow", QStringLiteral("no"));
+    EXPECT_FALSE(LampSettings(scope()).glow.get());
     store("bulbs", 4e12);
     store("rooms", QStringLiteral("attic"));
     const LampSettings again(scope());

@@ -278,7 +278,7 @@ TEST_F(DBusMenuExporterTest, AClickAfterAnEqualRebuildReachesTheFreshItem)
     EXPECT_TRUE(chosen.isEmpty());
 }
 
-TEST_F(DBusMenuExporterTest, AChangedStateIsToldWithoutANewLayout)
+TEST_F(DBusMenuExporterTest, AnItemThatIsSwitchedOffIsToldWithoutANewLayout)
 {
     menu.items << item(QStringLiteral("Awake")) << item(QStringLiteral("Quit"));
     const auto before = layout();
@@ -287,22 +287,34 @@ TEST_F(DBusMenuExporterTest, AChangedStateIsToldWithoutANewLayout)
     QObject::connect(&exporter, &DBusMenuExporter::LayoutUpdated, [&] { ++layouts; });
     QObject::connect(&exporter, &DBusMenuExporter::ItemsPropertiesUpdated,
                      [&](const auto& updated, const auto& removed) { told.emplace_back(updated, removed); });
-    menu.items[0].state = MenuItem::State::on;
+    menu.items[0].enabled = false;
     EXPECT_FALSE(exporter.AboutToShow(0));
     EXPECT_EQ(layouts, 0);
     ASSERT_EQ(told.size(), 1u);
     const auto updated = told[0].first;
     ASSERT_EQ(updated.size(), 1);
     EXPECT_EQ(updated[0].id, before.children[0].id);
-    EXPECT_EQ(updated[0].properties.value(QStringLiteral("toggle-state")).toInt(), 1);
+    EXPECT_FALSE(updated[0].properties.value(QStringLiteral("enabled"), true).toBool());
 
-    menu.items[0].state = MenuItem::State::off;
+    menu.items[0].enabled = true;
     exporter.AboutToShow(0);
     ASSERT_EQ(told.size(), 2u);
     const auto removed = told[1].second;
     ASSERT_EQ(removed.size(), 1);
-    EXPECT_THAT(removed[0].names,
-                testing::UnorderedElementsAre(QStringLiteral("toggle-type"), QStringLiteral("toggle-state")));
+    EXPECT_THAT(removed[0].names, ElementsAre(QStringLiteral("enabled")));
+}
+
+TEST_F(DBusMenuExporterTest, AnItemThatLosesItsCheckMarkIsANewOneSoThatNoEmptyBoxStays)
+{
+    menu.items << item(QStringLiteral("One hour")) << item(QStringLiteral("Two hours"));
+    menu.items[0].state = MenuItem::State::on;
+    const auto before = layout();
+    menu.items[0].state = MenuItem::State::off;
+    menu.items[1].state = MenuItem::State::on;
+    EXPECT_TRUE(exporter.AboutToShow(0));
+    const auto after = layout();
+    EXPECT_NE(after.children[0].id, before.children[0].id);
+    EXPECT_FALSE(after.children[0].properties.contains(QStringLiteral("toggle-type")));
 }
 
 TEST_F(DBusMenuExporterTest, InvalidatingAnnouncesARevisionThatTheNextLayoutHas)
