@@ -40,8 +40,12 @@ protected:
     {
         for (int row = 0; row < m_list->count(); ++row) {
             const auto& entry = m_registry->entries().at(row);
-            m_list->item(row)->setIcon(orvaSymbolPixmap(entry.metadata().symbolName, iconSide,
-                                                        orvaColor(OrvaColor::primary), devicePixelRatioF()));
+            const auto picture = [&](const QColor& color) {
+                return orvaSymbolPixmap(entry.metadata().symbolName, iconSide, color, devicePixelRatioF());
+            };
+            QIcon icon(picture(orvaColor(OrvaColor::primary)));
+            icon.addPixmap(picture(palette().color(QPalette::HighlightedText)), QIcon::Selected);
+            m_list->item(row)->setIcon(icon);
             m_list->item(row)->setSizeHint(QSize(sidebarWidth, 34));
         }
     }

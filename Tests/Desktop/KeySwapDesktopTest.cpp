@@ -1,5 +1,6 @@
 // Ctrl Shortcuts as a person meets them: keys of the hardware, in real programs.
 #include "Desktop/Support/Hardware.h"
+#include "Desktop/Support/OtherClient.h"
 #include "Desktop/Support/Peer.h"
 #include "Desktop/Support/Program.h"
 #include "Desktop/Support/Screen.h"
@@ -161,17 +162,61 @@ TEST_F(KeySwapDesktopTest, InTheCommonModeControlCStillInterruptsInATerminal)
     }));
 }
 
-TEST_F(KeySwapDesktopTest, ALoneSuperStillReachesTheDesktop)
+TEST_F(KeySwapDesktopTest, ALoneSuperStillReachesTheWindowManagerInEachMode)
 {
-    start("commonShortcuts");
+    for (const char* mode : {"commonShortcuts", "fullSwap"}) {
+        start(mode);
+        const int superKey = m_hardware.key("Super_L");
+        OtherClient windowManager;
+        windowManager.grabKey(superKey);
+        m_hardware.tap("Super_L");
+        QList<int> seen;
+        EXPECT_TRUE(eventually(5s, [&] {
+            seen += windowManager.grabbedKeys();
+            return seen.contains(superKey) && seen.contains(-superKey);
+        })) << mode;
+        EXPECT_EQ(keysDown(), 0);
+        m_program.reset();
+    }
+}
+
+TEST_F(KeySwapDesktopTest, AKeyboardThatIsDisabledUnderAHungProgramHarmsNothing)
+{
+    start("fullSwap");
+    OtherClient other;
     Peer peer(Peer::lineEdit());
     ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
-    // Ctrl+Esc's place on this desktop: the window manager itself is asked, by Alt+Tab below; here the key
-    // has to come through as it is, with nothing of Control about it.
-    m_hardware.tap("Super_L");
-    type("ok");
-    EXPECT_TRUE(peer.tells(QStringLiteral("text:ok")));
-    EXPECT_EQ(keysDown(), 0);
+    for (const char* letter : {"a", "b", "c"})
+        m_hardware.press(letter);
+    ASSERT_TRUE(peer.tells(QStringLiteral("text:abc")));
+    {
+        const StoppedThread mainThread(m_program->pid());
+        other.setDeviceEnabled("testkbd", false);
+        // Until the tap has given up, and let its devices go with one of them disabled.
+        EXPECT_TRUE(eventually(10s, [&] { return other.keysDown().isEmpty(); }));
+    }
+    other.setDeviceEnabled("testkbd", true);
+    EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Re-enabled a disabled event tap"))));
+    for (const char* letter : {"a", "b", "c"})
+        m_hardware.release(letter);
+    chord("Super_L", "a");
+    EXPECT_TRUE(eventually(10s, [&] {
+        chord("Super_L", "a");
+        return peer.lines().last().startsWith(QStringLiteral("marked:abc"));
+    })) << peer.lines().join(QLatin1Char('\n')).toStdString();
+}
+
+TEST_F(KeySwapDesktopTest, TheWindowManagersDeathIsSurvived)
+{
+    start("fullSwap");
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    ASSERT_TRUE(OtherClient().killOwnerOf("Xfwm4"));
+    EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("The window manager is gone"))));
+    EXPECT_TRUE(m_program->isRunning());
+    QProcess::startDetached(QStringLiteral("xfwm4"), {});
+    EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("A window manager is there again"))));
+    EXPECT_TRUE(m_program->isRunning());
 }
 
 TEST_F(KeySwapDesktopTest, AltTabStillSwitchesWindows)

@@ -149,11 +149,24 @@ void GrabbedKeyboards::letGo()
         return;
     m_isFree = true;
     followKeymap();
+    followLocks();
+    // Servers up to 21.1 crash when a device is let go that was disabled under its grab, as all are by a switch
+    // to another console. Such a one is left to the connection's end, which they survive. The event that tells
+    // may still be on its way, so the server is asked.
+    const Keyboards present = m_connection.keyboards();
+    for (const Keyboard& keyboard : m_keyboards) {
+        const bool isEnabled = std::ranges::any_of(
+            present.hardware, [&](const KeyboardDevice& device) { return device.id == keyboard.id; });
+        if (isEnabled)
+            xcb_input_xi_ungrab_device(m_connection.xcb(), XCB_CURRENT_TIME, keyboard.id);
+    }
+    m_connection.synchronize();
+}
+
+void GrabbedKeyboards::followLocks()
+{
     for (const Keyboard& keyboard : m_keyboards)
         copyLocks(m_connection, m_master, keyboard.id);
-    for (const Keyboard& keyboard : m_keyboards)
-        xcb_input_xi_ungrab_device(m_connection.xcb(), XCB_CURRENT_TIME, keyboard.id);
-    m_connection.synchronize();
 }
 
 void GrabbedKeyboards::settle(const KeySet& modifiers, const KeySet& heldBack)

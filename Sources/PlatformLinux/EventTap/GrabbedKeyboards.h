@@ -41,6 +41,9 @@ public:
     /// The layout or the repeat rate may have changed, of which grabbed devices aren't told: gives them the
     /// new ones, or the old ones would be back with the devices. Round trips.
     void followKeymap();
+    /// The locks or the locked layout may have changed: the lamps and the state of grabbed devices follow.
+    /// Round trips.
+    void followLocks();
 
     /// Lets all go. What they did before is in the connection's queue when this returns, and nothing comes
     /// after it. Round trips.

@@ -2,6 +2,8 @@
 
 #include "PlatformLinux/EventTap/EventKeyCodes.h"
 
+#include <utility>
+
 namespace orvane {
 
 namespace {
@@ -86,6 +88,7 @@ void InjectorModel::deliver(HardwareKey hardware, const Event& observed, const s
 void InjectorModel::pressed(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
                             CommandKeys command, KeyActions& actions)
 {
+    m_loneRewritten = 0;
     if (!answer) {
         m_injected[key] = 0;
         if (m_roles.roleOf(key) == ModifierRole::capsLock) {
@@ -101,11 +104,15 @@ void InjectorModel::pressed(std::uint8_t key, const Event& observed, const std::
     bring(chordAfter(observed, *answer, command), target, actions);
     if (!m_roles.chordKeys().test(target))
         press(target, actions);
+    else if (m_roles.roleOf(key) == ModifierRole::command && wasRewritten(observed, *answer) &&
+             m_held.count() == 1)
+        m_loneRewritten = key;
 }
 
 void InjectorModel::released(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
                              CommandKeys command, KeyActions& actions)
 {
+    const bool wasLone = std::exchange(m_loneRewritten, 0) == key && key != 0;
     const bool wasKnown = m_held.test(key);
     const std::uint8_t target = wasKnown ? m_injected[key] : key;
     m_held.reset(key);
@@ -118,6 +125,10 @@ void InjectorModel::released(std::uint8_t key, const Event& observed, const std:
         const KeySet physical = physicalChord();
         const bool isRewritten = answer && wasRewritten(observed, *answer) && physical.any();
         bring(isRewritten ? chordAfter(observed, *answer, command) : physical, 0, actions);
+        if (wasLone && answer) {
+            press(key, actions);
+            release(key, actions);
+        }
         return;
     }
     // Even when a tap removed the release: the press went through, and nothing may stay down.
@@ -139,6 +150,7 @@ void InjectorModel::stopRepeating(std::uint8_t key, KeyActions& actions)
 
 void InjectorModel::post(const Event& event, CommandKeys command, KeyActions& actions)
 {
+    m_loneRewritten = 0;
     const auto key = xKeyOfEvent(event.keycode);
     if (event.type == EventType::flagsChanged) {
         const bool ends = (event.flags & chordFlags) == 0;

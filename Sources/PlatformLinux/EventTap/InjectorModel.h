@@ -41,6 +41,8 @@ public:
     void deliver(HardwareKey hardware, const Event& observed, const std::optional<Event>& answer,
                  CommandKeys command, KeyActions& actions);
     void post(const Event& event, CommandKeys command, KeyActions& actions);
+    /// The user clicked or turned the wheel: no modifier that is held now is a lone one.
+    void pointerPressed() { m_loneRewritten = 0; }
     /// Lets go of all that was pressed; afterwards nothing is held.
     void releaseAll(KeyActions& actions);
 
@@ -84,6 +86,9 @@ private:
     KeySet m_down;
     /// The Super or Alt key after whose press no other has been pressed; its release would open a menu.
     std::uint8_t m_lone = 0;
+    /// A Super key that went on as another modifier and with which nothing has been done yet: as a lone one it
+    /// still means itself.
+    std::uint8_t m_loneRewritten = 0;
     bool m_capsLocked = false;
     bool m_capsWasLocked = false;
     bool m_capsUnlocksOnRelease = false;

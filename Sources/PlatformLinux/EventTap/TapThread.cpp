@@ -113,6 +113,7 @@ bool TapThread::grabKeyboards()
     xcb_change_property(m_connection->xcb(), XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME,
                         XCB_ATOM_STRING, 8, name.size(), name.data());
     watchKeyboardSettings();
+    watchButtons();
     m_keyboards = std::make_unique<GrabbedKeyboards>(*m_connection);
     for (const std::string& problem : m_keyboards->grab())
         log(LogLevel::notice, problem);
@@ -133,13 +134,24 @@ void TapThread::watchKeyboardSettings()
     xcb_xkb_select_events_details_t details{};
     details.affectNewKeyboard = details.newKeyboardDetails =
         XCB_XKB_NKN_DETAIL_KEYCODES | XCB_XKB_NKN_DETAIL_GEOMETRY | XCB_XKB_NKN_DETAIL_DEVICE_ID;
-    details.affectState = details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_LOCK;
+    details.affectState = details.stateDetails =
+        XCB_XKB_STATE_PART_MODIFIER_LOCK | XCB_XKB_STATE_PART_GROUP_LOCK;
     details.affectCtrls = details.ctrlDetails = std::uint32_t{XCB_XKB_BOOL_CTRL_REPEAT_KEYS} |
                                                 XCB_XKB_CONTROL_PER_KEY_REPEAT |
                                                 XCB_XKB_CONTROL_CONTROLS_ENABLED;
     constexpr std::uint16_t mapParts = 0xFF;
     xcb_xkb_select_events_aux(m_connection->xcb(), XCB_XKB_ID_USE_CORE_KBD, wanted, 0, 0, mapParts, mapParts,
                               &details);
+}
+
+/// A click ends a modifier's being alone.
+void TapThread::watchButtons()
+{
+    const struct {
+        xcb_input_event_mask_t header;
+        std::uint32_t bits;
+    } buttons{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS};
+    xcb_input_xi_select_events(m_connection->xcb(), m_connection->root(), 1, &buttons.header);
 }
 
 void TapThread::work()
@@ -166,6 +178,8 @@ void TapThread::wait()
     pollfd waits[] = {{m_connection->descriptor(), POLLIN, 0},
                       {m_wake.descriptor(), POLLIN, 0},
                       {m_guardian ? m_guardian->descriptor() : -1, 0, 0}};
+    if (handleNextEvent()) // a flush may have read it in, and the descriptor is silent about it
+        return;
     ::poll(waits, std::size(waits), -1);
     if (waits[1].revents != 0)
         m_wake.clear();
@@ -214,6 +228,9 @@ bool TapThread::handleNextEvent()
         case XCB_INPUT_KEY_RELEASE:
             handleKey(as<xcb_input_key_press_event_t>(*event));
             break;
+        case XCB_INPUT_RAW_BUTTON_PRESS:
+            m_model.pointerPressed();
+            break;
         case XCB_INPUT_HIERARCHY:
             handleHierarchy(as<xcb_input_hierarchy_event_t>(*event));
             break;
@@ -248,6 +265,7 @@ void TapThread::handleKey(HardwareKey key)
             log(LogLevel::notice, "A key event waited for more than a second for the main thread, so the "
                                   "event tap was disabled and the keyboards are free.");
             giveUp(Ending::timedOut);
+            m_asksMain = false; // nor does any other event wait any more
         }
         answer = exchanged.event;
     }
@@ -275,6 +293,8 @@ void TapThread::handleKeyboardSettings(std::uint8_t kind)
 {
     if (kind == XCB_XKB_STATE_NOTIFY) {
         m_model.setCapsLocked(m_connection->capsIsLocked());
+        if (m_keyboards)
+            m_keyboards->followLocks();
         return;
     }
     m_model.setRoles(m_connection->modifierRoles());
@@ -319,6 +339,9 @@ void TapThread::watchGuardian(short happened)
 {
     if (happened == 0)
         return;
+    m_connection->synchronize();
+    if (m_connection->isLost())
+        return; // it went with the server, as it should
     m_guardian.reset();
     if (m_guardianWasReplaced) {
         log(LogLevel::error, "The guardian of the keyboard died again; a crash can leave a key pressed.");

@@ -59,6 +59,7 @@ private:
     void wait();
     void end();
 
+    void watchButtons();
     bool handleNextEvent();
     void handleKey(const xcb_input_key_press_event_t& event);
     void handleKey(HardwareKey key);

@@ -44,7 +44,12 @@ bool LinuxPermissions::axIsProcessTrusted()
     if (!sessionAllowsAnything())
         return false;
     if (!m_windowManager)
-        m_windowManager.emplace();
+        m_windowManager.emplace([this](bool isPresent) {
+            m_denials.sayAgain(isPresent
+                                   ? QStringLiteral("A window manager is there again.")
+                                   : QStringLiteral("The window manager is gone: windows of other programs "
+                                                    "can't be moved until there is one again."));
+        });
     if (!m_windowManager->isPresent()) {
         m_denials.say(
             QStringLiteral("Windows of other programs can't be moved: no window manager is running that "

@@ -85,6 +85,9 @@ void QtApplication::endOnSignals()
     action.sa_flags = SA_RESTART;
     for (const int signal : std::array{SIGINT, SIGTERM, SIGHUP})
         sigaction(signal, &action, nullptr);
+    // A shell that stopped this process would stop the user's keyboard with it, the key to go on included.
+    for (const int signal : std::array{SIGTSTP, SIGTTIN, SIGTTOU})
+        std::signal(signal, SIG_IGN);
 }
 
 void QtApplication::setActivationPolicy(ActivationPolicy policy)

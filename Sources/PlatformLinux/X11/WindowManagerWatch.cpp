@@ -6,7 +6,8 @@
 
 namespace orvane {
 
-WindowManagerWatch::WindowManagerWatch() : m_x(X11Connection::ofApplication())
+WindowManagerWatch::WindowManagerWatch(std::function<void(bool isPresent)> changed)
+    : m_changed(std::move(changed)), m_x(X11Connection::ofApplication())
 {
     if (!m_x)
         return;
@@ -40,6 +41,14 @@ void WindowManagerWatch::find()
     m_window = window && windowToldBy(window) == window ? window : xcb_window_t{XCB_WINDOW_NONE};
 }
 
+void WindowManagerWatch::findAgain()
+{
+    const bool wasPresent = isPresent();
+    find();
+    if (m_changed && isPresent() != wasPresent)
+        m_changed(isPresent());
+}
+
 bool WindowManagerWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
 {
     if (eventType != "xcb_generic_event_t")
@@ -49,12 +58,12 @@ bool WindowManagerWatch::nativeEventFilter(const QByteArray& eventType, void* me
     case XCB_PROPERTY_NOTIFY: {
         const auto* told = reinterpret_cast<const xcb_property_notify_event_t*>(event);
         if (told->window == m_x->root() && told->atom == m_check)
-            find();
+            findAgain();
         break;
     }
     case XCB_DESTROY_NOTIFY:
         if (m_window && reinterpret_cast<const xcb_destroy_notify_event_t*>(event)->window == m_window)
-            find();
+            findAgain();
         break;
     default:
         break;

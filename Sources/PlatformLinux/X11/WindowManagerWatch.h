@@ -6,13 +6,15 @@
 
 #include <QAbstractNativeEventFilter>
 
+#include <functional>
 #include <optional>
 
 namespace orvane {
 
 class WindowManagerWatch : private QAbstractNativeEventFilter {
 public:
-    WindowManagerWatch();
+    /// `changed` is told of each coming and going from now on.
+    explicit WindowManagerWatch(std::function<void(bool isPresent)> changed = {});
     ~WindowManagerWatch() override;
     WindowManagerWatch(const WindowManagerWatch&) = delete;
     WindowManagerWatch& operator=(const WindowManagerWatch&) = delete;
@@ -22,8 +24,10 @@ public:
 private:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
     void find();
+    void findAgain();
     [[nodiscard]] xcb_window_t windowToldBy(xcb_window_t window) const;
 
+    std::function<void(bool)> m_changed;
     std::optional<X11Connection> m_x;
     xcb_atom_t m_check = XCB_ATOM_NONE;
     /// The manager's own, which goes with it.

@@ -409,6 +409,29 @@ TEST_F(InjectorModelTest, UnderTheFullSwapBothKeysMakeControlInMostApplications)
     EXPECT_EQ(release(superL), "-Ctrl");
 }
 
+TEST_F(InjectorModelTest, UnderTheFullSwapALoneSuperIsStillOne)
+{
+    subscriber = fullSwap;
+    EXPECT_EQ(press(superL), "+Ctrl");
+    EXPECT_EQ(release(superL), "-Ctrl +Super -Super");
+    // With a key or a click between, it was no lone one.
+    press(superL);
+    press(keyC);
+    release(keyC);
+    EXPECT_EQ(release(superL), "-Ctrl");
+    press(superL);
+    model.pointerPressed();
+    EXPECT_EQ(release(superL), "-Ctrl");
+    // Nor with another key held from before.
+    press(keyA);
+    press(superL);
+    EXPECT_EQ(release(superL), "-Ctrl");
+    release(keyA);
+    // Control in Super's place is none either.
+    EXPECT_EQ(press(controlL), "+Ctrl");
+    EXPECT_EQ(release(controlL), "-Ctrl");
+}
+
 TEST_F(InjectorModelTest, UnderTheFullSwapATerminalStillGetsControlFromSuper)
 {
     subscriber = fullSwap;

@@ -72,6 +72,18 @@ class QtApplicationTest : public ::testing::Test {
 protected:
     QtApplicationTest() { m_application.setDelegate(&m_delegate); }
 
+    /// Runs the loop, and in it `act` once the program has launched.
+    void afterLaunch(const std::function<void()>& act)
+    {
+        m_delegate.launched = [&] {
+            QTimer::singleShot(0, [&] {
+                act();
+                m_application.terminate();
+            });
+        };
+        m_application.run();
+    }
+
     FakeLogSink m_log;
     Arguments m_arguments;
     QtApplication m_application{m_arguments.count, m_arguments.values, m_log};
@@ -137,19 +149,34 @@ TEST_F(QtApplicationTest, TheSignalsThatEndAProgramTerminateIt)
 
 TEST_F(QtApplicationTest, AFurtherStartTellsTheDelegateWhetherAWindowIsVisible)
 {
-    m_application.reopen();
-    QWidget window;
-    window.show();
-    m_application.reopen();
-    window.hide();
-    m_application.reopen();
+    afterLaunch([this] {
+        m_application.reopen();
+        QWidget window;
+        window.show();
+        m_application.reopen();
+        window.hide();
+        m_application.reopen();
+    });
     EXPECT_THAT(m_delegate.reopens, ::testing::ElementsAre(false, true, false));
+}
+
+TEST_F(QtApplicationTest, AFurtherStartBeforeTheLaunchWaitsForIt)
+{
+    m_application.reopen();
+    m_delegate.launched = [this] {
+        EXPECT_THAT(m_delegate.reopens, ::testing::IsEmpty());
+        m_application.terminate();
+    };
+    m_application.run();
+    EXPECT_THAT(m_delegate.reopens, ::testing::ElementsAre(false));
 }
 
 TEST_F(QtApplicationTest, AFurtherStartWithoutADelegateIsPassedOver)
 {
-    m_application.setDelegate(nullptr);
-    m_application.reopen();
+    afterLaunch([this] {
+        m_application.setDelegate(nullptr);
+        m_application.reopen();
+    });
     EXPECT_THAT(m_delegate.reopens, ::testing::IsEmpty());
 }
 
