@@ -23,6 +23,18 @@ namespace orvane {
 
 namespace {
 
+/// Compositors treat menus in their own way; Qt calls a menu without a parent window a normal one.
+void markAsPopupMenu(WId window)
+{
+    const auto x11 = X11Connection::ofApplication();
+    if (!x11)
+        return;
+    const xcb_atom_t type = x11->atom("_NET_WM_WINDOW_TYPE_POPUP_MENU");
+    xcb_change_property(x11->xcb(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
+                        x11->atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &type);
+}
+
+
 constexpr auto keyEquivalentProperty = "orvaneKeyEquivalent";
 /// A menu may contain itself.
 constexpr int deepestLevel = 8;
@@ -82,6 +94,7 @@ void TrayMenuView::popUp(const Menu& menu, std::optional<QRect> item)
 {
     close();
     auto* popup = new QMenu;
+    markAsPopupMenu(popup->winId());
     m_popup = popup;
     // Deleted later than the choice, which is told after the menu has closed.
     connect(popup, &QMenu::aboutToHide, popup, &QObject::deleteLater);
