@@ -150,9 +150,9 @@ void GrabbedKeyboards::letGo()
     m_isFree = true;
     followKeymap();
     followLocks();
-    // Servers up to 21.1 crash when a device is let go that was disabled under its grab, as all are by a switch
-    // to another console. Such a one is left to the connection's end, which they survive. The event that tells
-    // may still be on its way, so the server is asked.
+    // Servers up to 21.1 crash when a device is let go that was disabled under its grab, as all are by a
+    // switch to another console. Such a one is left to the connection's end, which they survive. The event
+    // that tells may still be on its way, so the server is asked.
     const Keyboards present = m_connection.keyboards();
     for (const Keyboard& keyboard : m_keyboards) {
         const bool isEnabled = std::ranges::any_of(

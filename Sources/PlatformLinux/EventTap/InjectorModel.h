@@ -86,8 +86,8 @@ private:
     KeySet m_down;
     /// The Super or Alt key after whose press no other has been pressed; its release would open a menu.
     std::uint8_t m_lone = 0;
-    /// A Super key that went on as another modifier and with which nothing has been done yet: as a lone one it
-    /// still means itself.
+    /// A Super key that went on as another modifier and with which nothing has been done yet: as a lone one
+    /// it still means itself.
     std::uint8_t m_loneRewritten = 0;
     bool m_capsLocked = false;
     bool m_capsWasLocked = false;
