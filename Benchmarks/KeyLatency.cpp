@@ -1,4 +1,5 @@
-// Time of a key from the hardware to an application, with the tap of Ctrl Shortcuts on beside off, in one run:
+// Time of a key from the hardware to an application, with the tap of Ctrl Shortcuts on beside off, in one
+// run:
 //   Tools/desktop/session -- build/bench/bin/KeyLatency [keys]
 // Needs the private desktop's hardware keyboard "testkbd".
 #include <QCoreApplication>
@@ -77,8 +78,8 @@ public:
             qFatal("there is no test keyboard");
         XSetWindowAttributes attributes{};
         attributes.override_redirect = True;
-        m_window = XCreateWindow(m_application, DefaultRootWindow(m_application), 0, 0, 50, 50, 0, CopyFromParent,
-                                 InputOutput, nullptr, CWOverrideRedirect, &attributes);
+        m_window = XCreateWindow(m_application, DefaultRootWindow(m_application), 0, 0, 50, 50, 0,
+                                 CopyFromParent, InputOutput, nullptr, CWOverrideRedirect, &attributes);
         XSelectInput(m_application, m_window, KeyPressMask | KeyReleaseMask | ExposureMask);
         XMapRaised(m_application, m_window);
         XEvent event;

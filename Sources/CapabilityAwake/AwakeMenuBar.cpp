@@ -13,6 +13,7 @@ AwakeMenuBar::AwakeMenuBar(std::weak_ptr<AwakeController> controller)
     : m_controller(std::move(controller)),
       m_statusItem(platform().systemStatusBar.makeStatusItem(StatusItem::squareLength))
 {
+    m_statusItem->setAutosaveName(QStringLiteral("net.lindenrow.orvane.awake"));
     m_statusItem->setAction([this](const StatusItemEvent* event) { clicked(event); });
     m_statusItem->setToolTip(QStringLiteral("Orvane Awake"));
     refreshIcon();

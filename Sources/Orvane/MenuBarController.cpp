@@ -35,6 +35,7 @@ void MenuBarController::setVisible(bool visible)
         return;
     }
     m_statusItem = platform().systemStatusBar.makeStatusItem(StatusItem::variableLength);
+    m_statusItem->setAutosaveName(QStringLiteral("net.lindenrow.orvane"));
     m_statusItem->setImage(MenuBarIcon::statusImage());
     m_statusItem->setToolTip(QStringLiteral("Orvane"));
     m_statusItem->setMenu([weak = weak_from_this()] {

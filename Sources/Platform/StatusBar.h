@@ -34,6 +34,8 @@ public:
 
     virtual ~StatusItem() = default;
 
+    /// The name by which the desktop remembers where the user wants the item. To be set when it is made.
+    virtual void setAutosaveName(const QString& name) = 0;
     virtual void setImage(const TemplateImage& image) = 0;
     virtual void setToolTip(const QString& text) = 0;
     virtual void setAction(Action action) = 0;

@@ -136,6 +136,7 @@ TEST_F(AwakeDesktopTest, AClickOnTheStatusItemTakesItAwayAndAnotherBringsItBack)
     ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
     const TrayItem item = awakeItem();
     EXPECT_EQ(item.title, QStringLiteral("Awake"));
+    EXPECT_EQ(item.id, QStringLiteral("net.lindenrow.orvane.awake"));
     click(item, Button::left);
     EXPECT_TRUE(locksBecome(QString()));
     EXPECT_TRUE(eventually(5s, [&] { return awakeItem().title == QStringLiteral("Asleep"); }));

@@ -74,8 +74,7 @@ protected:
     {
         m_program = std::make_unique<Program>(Program::Start{.defaults = defaults(mode)});
         ASSERT_TRUE(m_program->waitUntilReady());
-        ASSERT_TRUE(
-            m_program->waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
+        ASSERT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
     }
     void TearDown() override
     {
@@ -148,9 +147,9 @@ TEST_F(KeySwapDesktopTest, InTheCommonModeControlCStillInterruptsInATerminal)
     const QString script =
         QStringLiteral("trap 'echo interrupted >> %1; exit' INT; echo ready >> %1; while :; do read x; done")
             .arg(mark);
-    Peer terminal(QStringLiteral("xterm"), {QStringLiteral("-fa"), QStringLiteral("DejaVu Sans Mono"),
-                                            QStringLiteral("-e"), QStringLiteral("sh"), QStringLiteral("-c"),
-                                            script});
+    Peer terminal(QStringLiteral("xterm"),
+                  {QStringLiteral("-fa"), QStringLiteral("DejaVu Sans Mono"), QStringLiteral("-e"),
+                   QStringLiteral("sh"), QStringLiteral("-c"), script});
     const auto content = [&] {
         QFile file(mark);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -14,6 +14,7 @@ public:
     FakeStatusItem(FakeStatusBar& bar, double itemLength);
     ~FakeStatusItem() override;
 
+    void setAutosaveName(const QString& name) override { autosaveName = name; }
     void setImage(const TemplateImage& newImage) override { image = newImage; }
     void setToolTip(const QString& text) override { toolTip = text; }
     void setAction(Action newAction) override { action = std::move(newAction); }
@@ -25,6 +26,7 @@ public:
     void click(StatusItemEvent event) { click(&event); }
 
     TemplateImage image;
+    QString autosaveName;
     QString toolTip;
     double length;
     Action action;

@@ -141,7 +141,8 @@ void QtApplication::reopen()
 
 bool QtApplication::eventFilter(QObject* watched, QEvent* event)
 {
-    // Sent before the window is mapped: whoever lists windows sees from the first whether it is one of theirs.
+    // Sent before the window is mapped: whoever lists windows sees from the first whether it is one of
+    // theirs.
     if (event->type() == QEvent::Show) {
         const auto* window = qobject_cast<QWindow*>(watched);
         if (window && !window->parent() && window->type() == Qt::Window)

@@ -63,6 +63,11 @@ LinuxStatusItem::~LinuxStatusItem()
     ItemNumber::giveBack(m_content.number);
 }
 
+void LinuxStatusItem::setAutosaveName(const QString& name)
+{
+    m_content.autosaveName = name;
+}
+
 void LinuxStatusItem::setImage(const TemplateImage& image)
 {
     m_content.image = image;

@@ -21,6 +21,7 @@ public:
     LinuxStatusItem(std::shared_ptr<StatusArea> area, double length);
     ~LinuxStatusItem() override;
 
+    void setAutosaveName(const QString& name) override;
     void setImage(const TemplateImage& image) override;
     void setToolTip(const QString& text) override;
     void setAction(Action action) override;

@@ -8,6 +8,8 @@ namespace orvane {
 struct StatusItemContent {
     /// Tells the items of the process apart, from 1.
     int number = 0;
+    /// Tells them apart for the desktop, from one start to the next; may be empty.
+    QString autosaveName;
     double length = StatusItem::squareLength;
     TemplateImage image;
     /// Counts the images set: pictures that are drawn can't be compared.

@@ -135,7 +135,9 @@ QString StatusNotifierItem::category() const
 
 QString StatusNotifierItem::id() const
 {
-    return QStringLiteral("net.lindenrow.orvane-%1").arg(m_content.number);
+    return m_content.autosaveName.isEmpty()
+               ? QStringLiteral("net.lindenrow.orvane-%1").arg(m_content.number)
+               : m_content.autosaveName;
 }
 
 QString StatusNotifierItem::title() const

@@ -34,7 +34,6 @@ void markAsPopupMenu(WId window)
                         x11->atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &type);
 }
 
-
 constexpr auto keyEquivalentProperty = "orvaneKeyEquivalent";
 /// A menu may contain itself.
 constexpr int deepestLevel = 8;

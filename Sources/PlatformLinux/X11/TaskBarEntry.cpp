@@ -11,7 +11,8 @@ namespace {
 
 struct StateAtoms {
     explicit StateAtoms(const X11Connection& x11)
-        : state(x11.atom("_NET_WM_STATE")), skipTaskBar(x11.atom("_NET_WM_STATE_SKIP_TASKBAR")),
+        : state(x11.atom("_NET_WM_STATE")),
+          skipTaskBar(x11.atom("_NET_WM_STATE_SKIP_TASKBAR")),
           skipPager(x11.atom("_NET_WM_STATE_SKIP_PAGER"))
     {
     }
@@ -39,7 +40,8 @@ void setInitialTaskBarEntry(const QWindow& window, TaskBarEntry entry)
     const auto id = static_cast<xcb_window_t>(window.winId());
     // What Qt has put there stays; it keeps ours in its turn.
     std::vector<xcb_atom_t> atoms = atomsOf(x11->property(id, names.state, XCB_ATOM_ATOM));
-    std::erase_if(atoms, [&](xcb_atom_t atom) { return atom == names.skipTaskBar || atom == names.skipPager; });
+    std::erase_if(atoms,
+                  [&](xcb_atom_t atom) { return atom == names.skipTaskBar || atom == names.skipPager; });
     if (entry == TaskBarEntry::hidden)
         atoms.insert(atoms.end(), {names.skipTaskBar, names.skipPager});
     xcb_change_property(x11->xcb(), XCB_PROP_MODE_REPLACE, id, names.state, XCB_ATOM_ATOM, 32,

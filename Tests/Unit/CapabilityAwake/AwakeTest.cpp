@@ -291,6 +291,7 @@ TEST_F(AwakeTest, TheStatusItemStandsWhileTheServiceRuns)
     ASSERT_EQ(itemCount(), 1u);
     EXPECT_EQ(item().length, StatusItem::squareLength);
     EXPECT_EQ(item().toolTip, QStringLiteral("Orvane Awake"));
+    EXPECT_EQ(item().autosaveName, awakeID);
     EXPECT_EQ(item().image.symbolName, QStringLiteral("eye.slash"));
     EXPECT_EQ(item().image.accessibilityDescription, QStringLiteral("Asleep"));
     service.stop();

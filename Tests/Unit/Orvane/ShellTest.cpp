@@ -268,6 +268,7 @@ TEST_F(MenuBarControllerTest, ShowingTwiceMakesOneItemOnly)
     ASSERT_EQ(fake.statusBar.items.size(), 1u);
     EXPECT_EQ(fake.statusBar.items[0]->length, StatusItem::variableLength);
     EXPECT_EQ(fake.statusBar.items[0]->toolTip, QStringLiteral("Orvane"));
+    EXPECT_EQ(fake.statusBar.items[0]->autosaveName, QStringLiteral("net.lindenrow.orvane"));
     controller->setVisible(false);
     controller->setVisible(false);
     EXPECT_TRUE(fake.statusBar.items.empty());
