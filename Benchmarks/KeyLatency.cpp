@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput.h>
 #include <X11/extensions/XTest.h>
@@ -85,6 +86,7 @@ public:
         XEvent event;
         XWindowEvent(m_application, m_window, ExposureMask, &event);
         XSetInputFocus(m_application, m_window, RevertToParent, CurrentTime);
+        XkbSetDetectableAutoRepeat(m_application, True, nullptr);
         XSync(m_application, False);
     }
 
@@ -105,6 +107,24 @@ public:
         return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
     }
 
+    /// Milliseconds between the repeats of a key that is held.
+    std::vector<double> hold(unsigned key, int repeats)
+    {
+        std::vector<double> intervals;
+        send(key, true);
+        auto last = Clock::now();
+        for (int i = 0; i <= repeats; ++i) {
+            XEvent event;
+            XWindowEvent(m_application, m_window, KeyPressMask, &event);
+            const auto now = Clock::now();
+            if (i > 0) // the first comes after the delay
+                intervals.push_back(std::chrono::duration<double, std::milli>(now - last).count());
+            last = now;
+        }
+        send(key, false);
+        return intervals;
+    }
+
 private:
     Display* m_hardware = XOpenDisplay(nullptr);
     Display* m_application = XOpenDisplay(nullptr);
@@ -112,19 +132,31 @@ private:
     Window m_window = 0;
 };
 
-std::vector<double> measure(bool tapped, int keys)
+struct Times {
+    std::vector<double> latency;
+    std::vector<double> repeat;
+
+    void append(const Times& more)
+    {
+        latency.insert(latency.end(), more.latency.begin(), more.latency.end());
+        repeat.insert(repeat.end(), more.repeat.begin(), more.repeat.end());
+    }
+};
+
+Times measure(bool tapped, int keys)
 {
     const Program program(tapped);
     Keyboard keyboard;
-    std::vector<double> times;
+    Times times;
     for (int i = 0; i < keys; ++i) {
         const unsigned key = 38 + static_cast<unsigned>(i % 8);
         for (const bool down : {true, false}) {
             const double time = keyboard.send(key, down);
             if (i >= 50)
-                times.push_back(time);
+                times.latency.push_back(time);
         }
     }
+    times.repeat = keyboard.hold(38, 20);
     return times;
 }
 
@@ -140,17 +172,19 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     const int keys = QCoreApplication::arguments().value(1, QStringLiteral("2000")).toInt();
-    std::map<bool, std::vector<double>> times;
+    std::map<bool, Times> times;
     for (int round = 0; round < 3; ++round) {
         for (const bool tapped : {false, true}) {
-            const auto more = measure(tapped, keys);
-            times[tapped].insert(times[tapped].end(), more.begin(), more.end());
+            times[tapped].append(measure(tapped, keys));
         }
     }
     for (const bool tapped : {false, true}) {
-        std::printf("%-12s median %6.0f us   p99 %6.0f us   (%zu events)\n", tapped ? "tap on" : "tap off",
-                    quantile(times[tapped], 0.5), quantile(times[tapped], 0.99), times[tapped].size());
+        std::printf("%-8s median %5.0f us   p99 %5.0f us   (%zu events)   a held key repeats each %.1f ms\n",
+                    tapped ? "tap on" : "tap off", quantile(times[tapped].latency, 0.5),
+                    quantile(times[tapped].latency, 0.99), times[tapped].latency.size(),
+                    quantile(times[tapped].repeat, 0.5));
     }
-    std::printf("ratio of the medians %.2f\n", quantile(times[true], 0.5) / quantile(times[false], 0.5));
+    std::printf("ratio of the medians %.2f\n",
+                quantile(times[true].latency, 0.5) / quantile(times[false].latency, 0.5));
     return 0;
 }

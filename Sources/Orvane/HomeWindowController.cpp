@@ -1,5 +1,8 @@
 #include "Orvane/HomeWindowController.h"
 
+#include "Platform/Application.h"
+#include "Platform/Platform.h"
+
 #include <QGuiApplication>
 #include <QIcon>
 #include <QScreen>
@@ -51,6 +54,7 @@ void HomeWindowController::show()
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
+    platform().application.activateIgnoringOtherApps();
 }
 
 } // namespace orvane

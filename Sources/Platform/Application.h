@@ -26,6 +26,9 @@ public:
     virtual void setDelegate(ApplicationDelegate* delegate) = 0;
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
     virtual ActivationPolicy activationPolicy() const = 0;
+    /// Brings the program's windows to the front and makes them the active ones, whatever else the user is
+    /// working with: for what he has just asked for.
+    virtual void activateIgnoringOtherApps() = 0;
     /// Ends the event loop; what is queued behind this call may not run any more.
     virtual void terminate() = 0;
 };

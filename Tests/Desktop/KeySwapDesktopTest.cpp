@@ -95,6 +95,24 @@ protected:
             m_hardware.tap(name);
         }
     }
+    /// A terminal whose program writes "ready" into a file, and "interrupted" when it is.
+    static std::unique_ptr<Peer> interruptibleTerminal(const QString& mark)
+    {
+        const QString script =
+            QStringLiteral(
+                "trap 'echo interrupted >> %1; exit' INT; echo ready >> %1; while :; do read x; done")
+                .arg(mark);
+        return std::make_unique<Peer>(QStringLiteral("xterm"),
+                                      QStringList{QStringLiteral("-fa"), QStringLiteral("DejaVu Sans Mono"),
+                                                  QStringLiteral("-e"), QStringLiteral("sh"),
+                                                  QStringLiteral("-c"), script});
+    }
+    static QByteArray contentOf(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
     /// Types, selects all, copies and pastes twice over with one modifier.
     void copyAndPaste(const QString& editor, const char* modifier)
     {
@@ -143,21 +161,11 @@ TEST_F(KeySwapDesktopTest, InTheCommonModeControlCStillInterruptsInATerminal)
     start("commonShortcuts");
     QTemporaryDir folder;
     const QString mark = folder.filePath(QStringLiteral("mark"));
-    // The trap tells of the interrupt; the shell tells when it is ready for it.
-    const QString script =
-        QStringLiteral("trap 'echo interrupted >> %1; exit' INT; echo ready >> %1; while :; do read x; done")
-            .arg(mark);
-    Peer terminal(QStringLiteral("xterm"),
-                  {QStringLiteral("-fa"), QStringLiteral("DejaVu Sans Mono"), QStringLiteral("-e"),
-                   QStringLiteral("sh"), QStringLiteral("-c"), script});
-    const auto content = [&] {
-        QFile file(mark);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
-    ASSERT_TRUE(eventually(15s, [&] { return content() == "ready\n"; }));
+    const auto terminal = interruptibleTerminal(mark);
+    ASSERT_TRUE(eventually(15s, [&] { return contentOf(mark) == "ready\n"; }));
     EXPECT_TRUE(eventually(15s, [&] {
         chord("Control_L", "c"); // until the window has the keyboard
-        return content().contains("interrupted");
+        return contentOf(mark).contains("interrupted");
     }));
 }
 
@@ -203,6 +211,38 @@ TEST_F(KeySwapDesktopTest, AKeyboardThatIsDisabledUnderAHungProgramHarmsNothing)
         chord("Super_L", "a");
         return peer.lines().last().startsWith(QStringLiteral("marked:abc"));
     })) << peer.lines().join(QLatin1Char('\n')).toStdString();
+}
+
+TEST_F(KeySwapDesktopTest, AChangeOfTheFrontmostProgramHoldsForTheNextKeys)
+{
+    start("fullSwap");
+    Peer editor(Peer::lineEdit());
+    ASSERT_TRUE(editor.tells(QStringLiteral("focused")));
+    type("here");
+    chord("Super_L", "a");
+    ASSERT_TRUE(editor.tells(QStringLiteral("marked:here")));
+
+    // A terminal is on the list of exceptions: there Control is Control again.
+    QTemporaryDir folder;
+    const QString mark = folder.filePath(QStringLiteral("mark"));
+    const auto terminal = interruptibleTerminal(mark);
+    ASSERT_TRUE(eventually(15s, [&] { return contentOf(mark) == "ready\n"; }));
+    EXPECT_TRUE(eventually(15s, [&] {
+        chord("Control_L", "c"); // until the window has the keyboard
+        return contentOf(mark).contains("interrupted");
+    }));
+
+    // Back in the editor, Super is Control again. (Qt says nothing of a focus that was away for a moment
+    // only.)
+    ASSERT_TRUE(OtherClient().activate("Line edit"));
+    ASSERT_TRUE(eventually(10s, [&] {
+        m_hardware.tap("End");
+        return editor.lines().last() == QStringLiteral("marked:");
+    }));
+    EXPECT_TRUE(eventually(10s, [&] {
+        chord("Super_L", "a");
+        return editor.lines().last() == QStringLiteral("marked:here");
+    }));
 }
 
 TEST_F(KeySwapDesktopTest, TheWindowManagersDeathIsSurvived)

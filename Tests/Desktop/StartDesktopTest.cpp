@@ -1,5 +1,6 @@
 // How the program starts, a second time too, and what it makes of damaged or missing surroundings.
 #include "Desktop/Support/Logind.h"
+#include "Desktop/Support/Peer.h"
 #include "Desktop/Support/Program.h"
 #include "Desktop/Support/Screen.h"
 #include "Desktop/Support/Tray.h"
@@ -8,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 
 #include <csignal>
 
@@ -38,6 +40,16 @@ struct StartDesktopTest : testing::Test {
     bool homeIsShown(const Program& program)
     {
         return m_screen.window(program.pid(), QStringLiteral("Orvane")).has_value();
+    }
+    static std::uint32_t activeWindow()
+    {
+        QProcess xprop;
+        xprop.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_ACTIVE_WINDOW")});
+        xprop.waitForFinished();
+        // "_NET_ACTIVE_WINDOW(WINDOW): window id # 0x1200006", with a further number behind a comma or not
+        const QString text = QString::fromLatin1(xprop.readAllStandardOutput());
+        const QString id = text.section(QStringLiteral("# "), 1).section(QLatin1Char(','), 0, 0).trimmed();
+        return id.toUInt(nullptr, 16);
     }
     static QString besideDefaults(const Program& program, const char* pattern)
     {
@@ -72,6 +84,35 @@ TEST_F(StartDesktopTest, ASecondStartReachesTheFirstAndShowsItsHomeWindow)
     EXPECT_EQ(exit->code, 0);
     EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(first); }));
     EXPECT_TRUE(first.isRunning());
+}
+
+TEST_F(StartDesktopTest, AFurtherStartBringsAHiddenAwayWindowToTheFront)
+{
+    Program first({});
+    ASSERT_TRUE(first.waitUntilReady());
+    ASSERT_TRUE(eventually(10s, [&] { return homeIsShown(first); }));
+    Peer other(Peer::lineEdit());
+    ASSERT_TRUE(other.tells(QStringLiteral("focused")));
+    const auto home = m_screen.window(first.pid(), QStringLiteral("Orvane"));
+    ASSERT_TRUE(home);
+    ASSERT_NE(activeWindow(), home->id);
+
+    Program second({.home = first.home()});
+    ASSERT_TRUE(second.wait());
+    EXPECT_TRUE(eventually(10s, [&] { return activeWindow() == home->id; }));
+}
+
+TEST_F(StartDesktopTest, ASecondStartThatGetsNoAnswerSaysSoByItsExitStatus)
+{
+    Program first({.defaults = awakeDefaults});
+    ASSERT_TRUE(first.waitUntilReady());
+    first.signal(SIGSTOP);
+    Program second({.home = first.home()});
+    EXPECT_TRUE(second.waitForLog(containing("Orvane runs already but doesn't answer")));
+    const auto exit = second.wait();
+    first.signal(SIGCONT);
+    ASSERT_TRUE(exit);
+    EXPECT_EQ(exit->code, 1);
 }
 
 TEST_F(StartDesktopTest, ADamagedDefaultsFileIsSetAsideAndSaid)

@@ -10,10 +10,12 @@ public:
     void setDelegate(ApplicationDelegate* newDelegate) override { delegate = newDelegate; }
     void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
     ActivationPolicy activationPolicy() const override { return policy; }
+    void activateIgnoringOtherApps() override { ++activations; }
     void terminate() override { ++terminations; }
 
     ApplicationDelegate* delegate = nullptr;
     ActivationPolicy policy = ActivationPolicy::accessory;
+    int activations = 0;
     int terminations = 0;
 };
 

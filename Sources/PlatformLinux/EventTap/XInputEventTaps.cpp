@@ -148,6 +148,7 @@ bool XInputEventTaps::makeThread(bool forTap)
     auto thread = std::make_unique<TapThread>(purpose, m_log, m_commandKeys);
     if (thread->ending() == TapThread::Ending::failed)
         return false;
+    m_log.forget();
     m_thread = std::move(thread);
     m_notifier.reset(new QSocketNotifier(m_thread->mailbox().descriptor(), QSocketNotifier::Read));
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { deliver(); });

@@ -5,6 +5,7 @@
 #include "Platform/EventTaps.h"
 #include "Platform/LogSink.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
+#include "PlatformLinux/EventTap/RepeatedLog.h"
 
 #include <QObject>
 #include <QSocketNotifier>
@@ -55,7 +56,7 @@ private:
     void deliver();
     std::optional<Event> walk(Event event, Location from);
 
-    LogSink& m_log;
+    RepeatedLog m_log;
     std::function<CommandKeys()> m_commandKeys;
     /// Never changed in place: a walk keeps the list that it began with.
     std::shared_ptr<const Taps> m_taps = std::make_shared<const Taps>();

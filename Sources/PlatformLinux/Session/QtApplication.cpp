@@ -1,7 +1,7 @@
 #include "PlatformLinux/Session/QtApplication.h"
 
 #include "Platform/LogSink.h"
-#include "PlatformLinux/X11/TaskBarEntry.h"
+#include "PlatformLinux/X11/WindowManagement.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -102,6 +102,14 @@ void QtApplication::setActivationPolicy(ActivationPolicy policy)
 TaskBarEntry QtApplication::taskBarEntry() const
 {
     return m_policy == ActivationPolicy::regular ? TaskBarEntry::shown : TaskBarEntry::hidden;
+}
+
+void QtApplication::activateIgnoringOtherApps()
+{
+    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
+        if (window->isVisible() && window->type() == Qt::Window)
+            requestActivation(*window);
+    }
 }
 
 void QtApplication::terminate()

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Platform/Application.h"
-#include "PlatformLinux/X11/TaskBarEntry.h"
+#include "PlatformLinux/X11/WindowManagement.h"
 
 #include <QObject>
 
@@ -27,6 +27,7 @@ public:
     void setDelegate(ApplicationDelegate* delegate) override { m_delegate = delegate; }
     void setActivationPolicy(ActivationPolicy policy) override;
     ActivationPolicy activationPolicy() const override { return m_policy; }
+    void activateIgnoringOtherApps() override;
     void terminate() override;
 
     /// Runs the event loop, whose first act is to call the delegate; gives the exit status.

@@ -126,7 +126,9 @@ TEST_F(AppDelegateTest, ReopeningShowsTheHomeWindowWhateverIsVisible)
     EXPECT_TRUE(delegate.applicationShouldHandleReopen(false));
     EXPECT_TRUE(homeIsShown());
     const QWidget* window = environment()->homeWindow().window();
+    EXPECT_EQ(fake.application.activations, 1);
     EXPECT_TRUE(delegate.applicationShouldHandleReopen(true));
+    EXPECT_EQ(fake.application.activations, 2);
     EXPECT_EQ(environment()->homeWindow().window(), window);
 }
 

@@ -1,7 +1,9 @@
-#include "PlatformLinux/X11/TaskBarEntry.h"
+#include "PlatformLinux/X11/WindowManagement.h"
 
 #include "PlatformLinux/X11/X11Connection.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <vector>
 
@@ -48,6 +50,26 @@ void setInitialTaskBarEntry(const QWindow& window, TaskBarEntry entry)
                         static_cast<std::uint32_t>(atoms.size()), atoms.data());
 }
 
+namespace {
+
+/// A request to the window manager about a window of ours.
+void send(const X11Connection& x11, const QWindow& window, xcb_atom_t type,
+          const std::array<std::uint32_t, 4>& data)
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = type;
+    std::copy(data.begin(), data.end(), message.data.data32);
+    xcb_send_event(x11.xcb(), 0, x11.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(x11.xcb());
+}
+
+} // namespace
+
 void requestTaskBarEntry(const QWindow& window, TaskBarEntry entry)
 {
     const auto x11 = X11Connection::ofApplication();
@@ -57,19 +79,18 @@ void requestTaskBarEntry(const QWindow& window, TaskBarEntry entry)
     constexpr std::uint32_t remove = 0;
     constexpr std::uint32_t add = 1;
     constexpr std::uint32_t fromAnApplication = 1;
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = static_cast<xcb_window_t>(window.winId());
-    message.type = names.state;
-    message.data.data32[0] = entry == TaskBarEntry::shown ? remove : add;
-    message.data.data32[1] = names.skipTaskBar;
-    message.data.data32[2] = names.skipPager;
-    message.data.data32[3] = fromAnApplication;
-    xcb_send_event(x11->xcb(), 0, x11->root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
-    xcb_flush(x11->xcb());
+    send(
+        *x11, window, names.state,
+        {entry == TaskBarEntry::shown ? remove : add, names.skipTaskBar, names.skipPager, fromAnApplication});
+}
+
+void requestActivation(const QWindow& window)
+{
+    const auto x11 = X11Connection::ofApplication();
+    if (!x11 || !window.handle())
+        return;
+    constexpr std::uint32_t fromTheUser = 2;
+    send(*x11, window, x11->atom("_NET_ACTIVE_WINDOW"), {fromTheUser, XCB_CURRENT_TIME, XCB_NONE, 0});
 }
 
 } // namespace orvane
