@@ -10,11 +10,15 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <map>
 #include <string>
 #include <vector>
+
+#include <sys/timerfd.h>
+#include <unistd.h>
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
@@ -64,6 +68,26 @@ private:
     QByteArray m_output;
 };
 
+/// Keys come with pauses between them, in which everybody has gone to sleep.
+class Pace {
+public:
+    Pace() : m_timer(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC))
+    {
+        constexpr timespec period{0, 4'000'000};
+        const itimerspec times{period, period};
+        timerfd_settime(m_timer, 0, &times, nullptr);
+    }
+    ~Pace() { close(m_timer); }
+    void wait() const
+    {
+        std::uint64_t ticks = 0;
+        [[maybe_unused]] const auto count = read(m_timer, &ticks, sizeof ticks);
+    }
+
+private:
+    int m_timer;
+};
+
 class Keyboard {
 public:
     Keyboard()
@@ -99,6 +123,7 @@ public:
     /// Microseconds until the application has the event.
     double send(unsigned key, bool down)
     {
+        m_pace.wait();
         const auto start = Clock::now();
         XTestFakeDeviceKeyEvent(m_hardware, m_device, key, down ? True : False, nullptr, 0, CurrentTime);
         XFlush(m_hardware);
@@ -128,6 +153,7 @@ public:
 private:
     Display* m_hardware = XOpenDisplay(nullptr);
     Display* m_application = XOpenDisplay(nullptr);
+    Pace m_pace;
     XDevice* m_device = nullptr;
     Window m_window = 0;
 };

@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <stdexcept>
 
@@ -304,6 +305,43 @@ TEST_F(KeySwapDesktopTest, AHungMainThreadCostsAtMostASecondOfKeysAndTheTapComes
     EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Re-enabled a disabled event tap"))));
     chord("Super_L", "a");
     EXPECT_TRUE(peer.tells(QStringLiteral("marked:ab"))) << "the tap is back";
+}
+
+TEST_F(KeySwapDesktopTest, TheDeathOfTheXServerEndsTheProgramInOrder)
+{
+    QTemporaryDir folder;
+    const QString state = folder.filePath(QStringLiteral("state"));
+    QProcess desktop;
+    desktop.start(QStringLiteral(ORVANE_SESSION),
+                  {QStringLiteral("--state"), state, QStringLiteral("--no-panel"),
+                   QStringLiteral("--no-dock"), QStringLiteral("--no-desktop"),
+                   QStringLiteral("--no-files")});
+    const auto variable = [&](const char* name) {
+        const QRegularExpression line(QStringLiteral("export %1=\"?([^\"\n]*)").arg(QLatin1String(name)));
+        return line.match(QString::fromUtf8(contentOf(state + QStringLiteral("/env")))).captured(1);
+    };
+    ASSERT_TRUE(eventually(30s, [&] { return !variable("DBUS_SESSION_BUS_ADDRESS").isEmpty(); }));
+
+    Program::Start options{.defaults = defaults("fullSwap")};
+    for (const char* name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
+        options.environment.insert(QLatin1String(name), variable(name));
+    Program program(options);
+    ASSERT_TRUE(program.waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active")), 20s));
+
+    // Its configuration lies in the state directory, so its command line tells which one it is.
+    QProcess search;
+    search.start(QStringLiteral("pgrep"), {QStringLiteral("-f"), QStringLiteral("Xorg.*") + state});
+    search.waitForFinished();
+    const pid_t server = search.readAllStandardOutput().split('\n').first().toInt();
+    ASSERT_GT(server, 0);
+    kill(server, SIGKILL);
+    EXPECT_TRUE(program.waitForLog(QRegularExpression(QStringLiteral("The X server is gone"))));
+    const auto exit = program.wait();
+    desktop.terminate();
+    desktop.waitForFinished();
+    ASSERT_TRUE(exit);
+    EXPECT_EQ(exit->signal, 0);
+    EXPECT_EQ(exit->code, 1);
 }
 
 TEST_F(KeySwapDesktopTest, KillingTheProgramWithAChordHeldLeavesNothingPressed)
