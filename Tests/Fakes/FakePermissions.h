@@ -12,7 +12,11 @@ namespace orvane {
 
 class FakePermissions : public Permissions {
 public:
-    bool axIsProcessTrusted() override { return accessibility; }
+    bool axIsProcessTrusted() override
+    {
+        onRead();
+        return accessibility;
+    }
     void axIsProcessTrustedWithPrompt() override { asked(QStringLiteral("accessibility")); }
     bool preflightListenEventAccess() override { return inputMonitoring; }
     void requestListenEventAccess() override { asked(QStringLiteral("inputMonitoring")); }
@@ -27,6 +31,8 @@ public:
         return automation;
     }
 
+    /// Told of each reading of all, before its first answer.
+    std::function<void()> onRead = [] {};
     bool accessibility = false;
     bool inputMonitoring = false;
     bool screenRecording = false;

@@ -32,8 +32,13 @@ public:
 
 class FakeFileManager : public FileManager {
 public:
-    QStringList applicationSupportDirectories() const override { return supportDirectories; }
+    QStringList applicationSupportDirectories() const override
+    {
+        ++reads;
+        return supportDirectories;
+    }
 
+    mutable int reads = 0;
     QStringList supportDirectories{QStringLiteral("/fake/support")};
 };
 

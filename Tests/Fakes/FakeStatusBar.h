@@ -42,11 +42,14 @@ class FakeStatusBar : public StatusBar {
 public:
     std::unique_ptr<StatusItem> makeStatusItem(double length) override
     {
+        onMake();
         return std::make_unique<FakeStatusItem>(*this, length);
     }
 
     /// Items in place, in order of their making.
     std::vector<FakeStatusItem*> items;
+    /// Told of each item before it is made.
+    std::function<void()> onMake = [] {};
 };
 
 /// Chooses an item of a menu as a user would; false when it can't be chosen.

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace orvane {
@@ -17,7 +18,11 @@ public:
         OpenCompletion completion;
     };
 
-    NotificationCenter& notificationCenter() override { return m_center; }
+    NotificationCenter& notificationCenter() override
+    {
+        onUse();
+        return m_center;
+    }
     void openApplication(const QString& path, OpenConfiguration configuration,
                          OpenCompletion completion) override
     {
@@ -47,6 +52,8 @@ public:
     QList<InstalledApplication> installed;
     std::vector<Opened> opened;
     QStringList openedURLs;
+    /// Told of each use of the notification centre.
+    std::function<void()> onUse = [] {};
 
 private:
     NotificationCenter m_center;

@@ -96,6 +96,39 @@ TEST_F(AppEnvironmentTest, MakingItReadsThePermissionsOnceAndStartsNothing)
     EXPECT_EQ(environment()->homeWindow().window(), nullptr);
 }
 
+TEST_F(AppEnvironmentTest, IsBuiltInItsFixedOrder)
+{
+    QStringList order;
+    fake.permissions.onRead = [&] {
+        order.append(QStringLiteral("permissions"));
+        EXPECT_EQ(fake.defaults.registrations, 1) << "the application's preferences come first";
+        EXPECT_EQ(fake.fileManager.reads, 0) << "no capability is registered yet";
+    };
+    fake.workspace.onUse = [&] {
+        order.append(QStringLiteral("tap armed"));
+        EXPECT_GE(fake.fileManager.reads, 2) << "the capabilities are registered";
+    };
+    const auto made = AppEnvironment::make();
+    EXPECT_EQ(fake.fileManager.reads, made->registry().entries().size());
+    EXPECT_EQ(order, (QStringList{QStringLiteral("permissions"), QStringLiteral("tap armed")}));
+}
+
+TEST_F(AppDelegateTest, LaunchingTakesItsStepsInOrder)
+{
+    fake.defaults.stored.clear();
+    fake.application.policy = Application::ActivationPolicy::regular;
+    std::optional<Application::ActivationPolicy> policyAtItem;
+    fake.statusBar.onMake = [&] {
+        if (!policyAtItem)
+            policyAtItem = fake.application.policy;
+        EXPECT_FALSE(homeIsShown());
+    };
+    launch();
+    EXPECT_EQ(policyAtItem, Application::ActivationPolicy::accessory) << "the policy is set before the item";
+    EXPECT_TRUE(homeIsShown());
+    EXPECT_TRUE(environment()->registry().activeEntries().isEmpty()) << "restoring is a task";
+}
+
 TEST_F(AppDelegateTest, NothingIsDoneBeforeTheLaunch)
 {
     EXPECT_TRUE(fake.defaults.registered.isEmpty());
