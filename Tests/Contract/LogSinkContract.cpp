@@ -73,13 +73,12 @@ private:
 
 class StandardErrorSubject : public Subject {
 public:
-    StandardErrorSubject() { m_file.open(); }
-    LogSink& log() override
+    StandardErrorSubject()
     {
-        if (!m_log)
-            m_log = std::make_unique<JournalLogSink>("/nonexistent/socket", m_file.handle());
-        return *m_log;
+        m_file.open();
+        m_log = std::make_unique<JournalLogSink>("/nonexistent/socket", m_file.handle());
     }
+    LogSink& log() override { return *m_log; }
 
     QStringList arrived() override
     {
