@@ -11,6 +11,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <utility>
+
 #include <gmock/gmock.h>
 
 namespace orvane::tests {
@@ -89,14 +91,32 @@ protected:
         return std::nullopt;
     }
 
+    /// All places, once every item of the program has one: an item that comes later moves the others.
+    std::optional<QRect> place(const TrayItem& item)
+    {
+        const QList<TrayItem> items = m_tray.itemsOf(m_program->pid());
+        if (!findItem(QStringLiteral("Orvane")))
+            return std::nullopt;
+        QList<QRect> places;
+        for (const TrayItem& each : items) {
+            const auto found = m_tray.place(m_screen, each);
+            if (!found || places.contains(*found))
+                return std::nullopt;
+            places.append(*found);
+        }
+        return m_tray.place(m_screen, item);
+    }
+
     void click(const TrayItem& item, Button button)
     {
-        std::optional<QRect> place;
+        // A menu that is still closing would take the click.
+        ASSERT_TRUE(eventually(5s, [&] { return m_screen.openMenus().isEmpty(); }));
+        std::optional<QRect> first;
         ASSERT_TRUE(eventually(10s, [&] {
-            place = m_tray.place(m_screen, item);
-            return place.has_value();
+            const auto before = std::exchange(first, place(item));
+            return first && before == first;
         })) << "the panel doesn't show the item";
-        m_hardware.click(place->center(), button);
+        m_hardware.click(first->center(), button);
     }
 
     QVariant stored(const char* key)

@@ -155,6 +155,8 @@ bool chooseInOpenMenu(const Screen& screen, Hardware& hardware, const MenuNode& 
                       const QStringList& labels)
 {
     const MenuNode* node = &menu;
+    if (!eventually(5s, [&] { return !screen.openMenus().isEmpty(); }))
+        return false;
     const qsizetype openBefore = screen.openMenus().size();
     for (qsizetype depth = 0; depth < labels.size(); ++depth) {
         const MenuNode* wanted = node->find({labels[depth]});
