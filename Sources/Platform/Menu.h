@@ -1,9 +1,11 @@
 // A menu as a value: what it says and does, with no toolkit behind it. Whoever shows one renders it.
 #pragma once
 
+#include "Platform/EventFlags.h"
 #include "Platform/TemplateImage.h"
 
 #include <QList>
+#include <QSizeF>
 #include <QString>
 
 #include <any>
@@ -11,9 +13,22 @@
 #include <memory>
 #include <optional>
 
+class QColor;
+class QPainter;
+class QRectF;
+
 namespace orvane {
 
 struct Menu;
+
+/// What an item shows in place of its title, in colours of its own.
+struct MenuItemView {
+    /// Points.
+    QSizeF size;
+    /// Draws into the given rectangle, which has the shape of `size` at any scale. `text` is the colour of
+    /// titles in that menu.
+    std::function<void(QPainter& painter, const QRectF& rect, const QColor& text)> draw;
+};
 
 struct MenuItem {
     enum class Kind { item, separator };
@@ -28,13 +43,23 @@ struct MenuItem {
     bool enabled = true;
     State state = State::off;
     std::optional<TemplateImage> image;
-    /// One character that, with Command, chooses the item while its menu is open; upper case adds Shift.
+    /// One character that, with the modifiers of the mask, chooses the item; upper case adds Shift. In a
+    /// status menu it counts while the menu is open, in the main menu while a window of the program is in
+    /// front.
     QString keyEquivalent;
+    EventFlags keyEquivalentModifierMask = eventFlag::command;
+    /// Whether another layout may move the key equivalent to the key that prints it there.
+    bool allowsAutomaticKeyEquivalentLocalization = true;
+    /// Of a main menu's item without action: the command that goes to whatever has the focus, such as
+    /// "copy:".
+    QString selector;
     /// Travels with the item for the action's use.
     std::any representedObject;
+    /// Lives as long as the item or its last copy.
+    std::shared_ptr<void> association;
     std::shared_ptr<Menu> submenu;
-    /// Drawn in place of the title, in a box of its size; the title stays the accessible name.
-    std::optional<TemplateImage> view;
+    /// The title stays the accessible name, and is what a desktop shows that draws the menu itself.
+    std::optional<MenuItemView> view;
 
     static MenuItem separator()
     {
@@ -45,6 +70,15 @@ struct MenuItem {
 };
 
 struct Menu {
+    /// Posted on the default notification centre when a menu of the program opens and has closed, wherever
+    /// the desktop draws it; a submenu's opening posts nothing.
+    static QString didBeginTrackingNotification()
+    {
+        return QStringLiteral("NSMenuDidBeginTrackingNotification");
+    }
+    static QString didEndTrackingNotification() { return QStringLiteral("NSMenuDidEndTrackingNotification"); }
+
+    QString title;
     QList<MenuItem> items;
 };
 

@@ -36,8 +36,9 @@ public:
     virtual std::optional<RunningApplication> frontmostApplication() = 0;
     /// Programs that a person may choose from, by name; reads their entries from the disk.
     virtual QList<InstalledApplication> installedApplications() = 0;
-    /// Starts the program at an absolute path. With a new instance of the running program itself, this
-    /// process gives up its claim to be the one that a further start reaches.
+    /// Starts the program at an absolute path. A new instance of the running program itself waits for this
+    /// process to end before it takes anything that two can't have; once it is started, further starts don't
+    /// reach this process any more.
     virtual void openApplication(const QString& path, OpenConfiguration configuration,
                                  OpenCompletion completion) = 0;
     /// Opens a URL with whatever the desktop has for it. False when nothing can.

@@ -1,21 +1,37 @@
 #include "PlatformLinux/LinuxPlatform.h"
 
 #include "Platform/NotificationCenter.h"
+#include "PlatformLinux/Appearance/DesktopAppearance.h"
+#include "PlatformLinux/EventMonitors/X11EventMonitors.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 #include "PlatformLinux/Files/AutostartLoginItem.h"
 #include "PlatformLinux/Files/JsonDefaultsStore.h"
 #include "PlatformLinux/Files/ProgramBundle.h"
 #include "PlatformLinux/Files/XdgFileManager.h"
 #include "PlatformLinux/JournalLogSink.h"
+#include "PlatformLinux/Keys/ServerKeymap.h"
+#include "PlatformLinux/Keys/X11HotKeys.h"
+#include "PlatformLinux/Keys/XkbInputSources.h"
+#include "PlatformLinux/Menus/MenuTracking.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
 #include "PlatformLinux/Session/LinuxWorkspace.h"
 #include "PlatformLinux/Session/LogindPowerAssertions.h"
 #include "PlatformLinux/Session/QtApplication.h"
 #include "PlatformLinux/Session/QtRunLoop.h"
 #include "PlatformLinux/Session/SingleInstance.h"
+#include "PlatformLinux/Session/Succession.h"
+#include "PlatformLinux/Session/XkbSound.h"
+#include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
 
 namespace orvane {
+
+namespace {
+
+/// A process that has been told to end takes a fraction of this.
+constexpr std::chrono::seconds longestFarewell{5};
+
+} // namespace
 
 /// What a process is before it knows whether it is the one.
 struct LinuxPlatform::Process {
@@ -31,6 +47,7 @@ struct LinuxPlatform::Services {
 
     Process& process;
     LogSink& log = process.log;
+    DesktopAppearance appearance;
     QtRunLoop runLoop;
     SystemClock clock;
     ProgramBundle bundle;
@@ -39,22 +56,33 @@ struct LinuxPlatform::Services {
     AutostartLoginItem loginItem;
     LogindPowerAssertions powerAssertions{log};
     LinuxWorkspace workspace{log, process.singleInstance};
-    LinuxStatusBar statusBar{log};
     NotificationCenter notificationCenter;
+    MenuTracking menuTracking{notificationCenter};
+    LinuxStatusBar statusBar{log, &menuTracking};
+    ServerKeymap keymap;
+    DesktopShortcuts desktopShortcuts{keymap};
+    X11HotKeys hotKeys{log, desktopShortcuts};
+    XkbInputSources inputSources{keymap, notificationCenter};
+    XkbSound sound;
     XInputEventTaps eventTaps{log, [this] { return workspace.commandKeys(); }};
+    X11EventMonitors eventMonitors{eventTaps, menuTracking};
     LinuxPermissions permissions{log};
 
     Platform platform{.application = process.application,
                       .mainBundle = bundle,
                       .clock = clock,
                       .defaultNotificationCenter = notificationCenter,
+                      .eventMonitors = eventMonitors,
                       .eventTaps = eventTaps,
                       .fileManager = fileManager,
+                      .hotKeys = hotKeys,
+                      .inputSources = inputSources,
                       .loginItem = loginItem,
                       .log = log,
                       .permissions = permissions,
                       .powerAssertions = powerAssertions,
                       .mainRunLoop = runLoop,
+                      .sound = sound,
                       .standardDefaults = defaults,
                       .systemStatusBar = statusBar,
                       .sharedWorkspace = workspace};
@@ -66,6 +94,7 @@ LinuxPlatform::~LinuxPlatform() = default;
 std::optional<int> LinuxPlatform::handOver()
 {
     QtApplication& application = m_process->application;
+    Succession::awaitPredecessor(longestFarewell, m_process->log);
     switch (m_process->singleInstance.claim([&application] { application.reopen(); })) {
     case SingleInstance::Claim::claimed:
     case SingleInstance::Claim::unavailable:

@@ -241,6 +241,8 @@ TEST_F(LinuxWorkspaceTest, TheProgramsOfTheDesktopCanBeChosenFrom)
     EXPECT_TRUE(identifiers.contains(u"com.apple.finder"_qs));
     EXPECT_TRUE(identifiers.contains(u"com.apple.Terminal"_qs));
     EXPECT_FALSE(names.contains(QString()));
+    EXPECT_FALSE(identifiers.contains(u"com.apple.dock"_qs)) << "it never is where a person types";
+    EXPECT_FALSE(names.contains(u"Panel"_qs)) << "nor are the desktop's own settings";
 }
 
 class OpeningOfURLs : public LinuxWorkspaceTest {

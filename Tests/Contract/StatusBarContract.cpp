@@ -200,7 +200,7 @@ MenuItem choice(
 
 Menu menuOf(std::initializer_list<MenuItem> items)
 {
-    return Menu{QList<MenuItem>(items)};
+    return Menu{{}, QList<MenuItem>(items)};
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #include "Platform/Application.h"
 
+#include <QStringList>
+
 namespace orvane {
 
 class FakeApplication : public Application {
@@ -11,11 +13,28 @@ public:
     void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
     ActivationPolicy activationPolicy() const override { return policy; }
     void activateIgnoringOtherApps() override { ++activations; }
+    void setMainMenu(std::shared_ptr<Menu> newMenu) override { menu = std::move(newMenu); }
+    std::shared_ptr<const Menu> mainMenu() const override { return menu; }
+    void setWindowsMenu(std::shared_ptr<Menu> newMenu) override { windowsMenu = std::move(newMenu); }
+    bool sendAction(QStringView selector) override
+    {
+        sentActions.append(selector.toString());
+        return takesActions;
+    }
+    void hide() override { ++hidings; }
+    void orderFrontStandardAboutPanel() override { ++aboutPanels; }
     void terminate() override { ++terminations; }
 
     ApplicationDelegate* delegate = nullptr;
     ActivationPolicy policy = ActivationPolicy::accessory;
+    std::shared_ptr<Menu> menu;
+    std::shared_ptr<Menu> windowsMenu;
+    QStringList sentActions;
+    /// Whether something has the focus that takes what is sent.
+    bool takesActions = true;
     int activations = 0;
+    int hidings = 0;
+    int aboutPanels = 0;
     int terminations = 0;
 };
 

@@ -3,6 +3,8 @@
 
 #include "Platform/DefaultsStore.h"
 
+#include <functional>
+
 namespace orvane {
 
 class FakeDefaultsStore : public DefaultsStore {
@@ -22,6 +24,8 @@ public:
 
     void set(const QString& key, const QVariant& value) override
     {
+        if (onSet)
+            onSet(key, value);
         if (value.isValid())
             stored.insert(key, value);
         else
@@ -39,6 +43,8 @@ public:
     QVariantMap stored;
     QVariantMap registered;
     int registrations = 0;
+    /// Told of each `set` before it is done.
+    std::function<void(const QString& key, const QVariant& value)> onSet;
 };
 
 } // namespace orvane

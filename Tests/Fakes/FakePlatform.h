@@ -4,12 +4,16 @@
 #include "Fakes/FakeApplication.h"
 #include "Fakes/FakeClock.h"
 #include "Fakes/FakeDefaultsStore.h"
+#include "Fakes/FakeEventMonitors.h"
 #include "Fakes/FakeEventTaps.h"
+#include "Fakes/FakeHotKeys.h"
+#include "Fakes/FakeInputSources.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeLoginItem.h"
 #include "Fakes/FakePermissions.h"
 #include "Fakes/FakePowerAssertions.h"
 #include "Fakes/FakeRunLoop.h"
+#include "Fakes/FakeSound.h"
 #include "Fakes/FakeStatusBar.h"
 #include "Fakes/FakeWorkspace.h"
 #include "Platform/Bundle.h"
@@ -51,17 +55,21 @@ public:
     FakeApplication application;
     FakeBundle bundle;
     FakeClock clock;
+    FakeEventMonitors eventMonitors;
     FakeEventTaps eventTaps;
     FakeFileManager fileManager;
+    FakeHotKeys hotKeys;
     FakeLogSink log;
     FakeLoginItem loginItem;
     FakePermissions permissions;
     FakePowerAssertions powerAssertions;
     FakeRunLoop runLoop{clock};
+    FakeSound sound;
     FakeDefaultsStore defaults;
     FakeStatusBar statusBar;
     FakeWorkspace workspace;
     NotificationCenter notificationCenter;
+    FakeInputSources inputSources{notificationCenter};
 
 private:
     Platform m_platform;

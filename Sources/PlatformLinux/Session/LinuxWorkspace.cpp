@@ -2,8 +2,10 @@
 
 #include "Platform/LogSink.h"
 #include "PlatformLinux/Applications/ApplicationIdentity.h"
+#include "PlatformLinux/Applications/KnownPrograms.h"
 #include "PlatformLinux/Session/SettingsPages.h"
 #include "PlatformLinux/Session/SingleInstance.h"
+#include "PlatformLinux/Session/Succession.h"
 
 #include <QDBusConnection>
 #include <QDesktopServices>
@@ -47,10 +49,12 @@ QList<InstalledApplication> LinuxWorkspace::installedApplications()
 {
     QList<InstalledApplication> list;
     for (const DesktopEntries::Entry& entry : m_entries.entriesForMenus()) {
-        list.append({.bundleIdentifier = bundleIdentifier(
-                         {.windowClass = entry.startupWMClass, .executable = {}, .desktopEntryID = entry.id}),
-                     .localizedName = entry.name,
-                     .iconName = entry.iconName});
+        const auto identifier = bundleIdentifier(
+            {.windowClass = entry.startupWMClass, .executable = {}, .desktopEntryID = entry.id});
+        if (entry.isPartOfDesktop || identifier == systemProgram::dock)
+            continue;
+        list.append(
+            {.bundleIdentifier = identifier, .localizedName = entry.name, .iconName = entry.iconName});
     }
     return list;
 }
@@ -74,12 +78,25 @@ void LinuxWorkspace::prepareForSleep(bool goingToSleep)
 void LinuxWorkspace::openApplication(const QString& path, OpenConfiguration configuration,
                                      OpenCompletion completion)
 {
-    if (configuration.createsNewApplicationInstance)
-        m_singleInstance.release();
-
-    const std::optional<QString> error = start(path, {});
+    const std::optional<QString> error =
+        configuration.createsNewApplicationInstance ? startSuccessor(path) : start(path, {});
     QMetaObject::invokeMethod(
         this, [completion = std::move(completion), error] { completion(error); }, Qt::QueuedConnection);
+}
+
+std::optional<QString> LinuxWorkspace::startSuccessor(const QString& path)
+{
+    auto bequest = Succession::Bequest::make();
+    if (!bequest)
+        return QStringLiteral("%1 could not be started: %2").arg(path, qt_error_string());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    bequest->applyTo(environment);
+    if (auto error = start(path, {}, environment))
+        return error;
+    std::move(*bequest).keep();
+    // Whoever starts the program from here on is to find the new process, or to become it.
+    m_singleInstance.release();
+    return std::nullopt;
 }
 
 bool LinuxWorkspace::openURL(const QString& url)
@@ -116,9 +133,11 @@ bool LinuxWorkspace::openSettings(const QString& url)
     return false;
 }
 
-std::optional<QString> LinuxWorkspace::start(const QString& program, const QStringList& arguments)
+std::optional<QString> LinuxWorkspace::start(const QString& program, const QStringList& arguments,
+                                             const QProcessEnvironment& environment)
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.setProgram(program);
     process.setArguments(arguments);
     process.setStandardInputFile(QProcess::nullDevice());

@@ -7,6 +7,7 @@
 #include "PlatformLinux/Applications/FrontmostApplication.h"
 
 #include <QObject>
+#include <QProcessEnvironment>
 
 namespace orvane {
 
@@ -40,7 +41,11 @@ private:
     void postActivation();
     bool openSettings(const QString& url);
     /// Nothing, or why the program couldn't be started.
-    std::optional<QString> start(const QString& program, const QStringList& arguments);
+    std::optional<QString>
+    start(const QString& program, const QStringList& arguments,
+          const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
+    /// The same for a process that waits for this one's end.
+    std::optional<QString> startSuccessor(const QString& path);
     void note(const QString& message);
 
     LogSink& m_log;

@@ -1,11 +1,15 @@
 #include "PlatformLinux/Session/QtApplication.h"
 
 #include "Platform/LogSink.h"
+#include "PlatformLinux/Menus/MainMenuView.h"
+#include "PlatformLinux/Menus/MenuCommands.h"
+#include "PlatformLinux/Session/AboutPanel.h"
 #include "PlatformLinux/X11/WindowManagement.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QSocketNotifier>
+#include <QWidget>
 #include <QWindow>
 
 #include <array>
@@ -14,6 +18,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -63,10 +68,18 @@ QtApplication::QtApplication(int& argc, char** argv, LogSink& log) : m_log(log)
     m_application = std::make_unique<QApplication>(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     m_application->installEventFilter(this);
+    m_mainMenu = std::make_unique<MainMenuView>(
+        MainMenuView::Commands{[this](QStringView selector) { return takesAction(selector); },
+                               [this](QStringView selector) { return sendAction(selector); }});
     endOnSignals();
 }
 
-QtApplication::~QtApplication() = default;
+QtApplication::~QtApplication()
+{
+    // Widgets end before the toolkit does.
+    m_mainMenu.reset();
+    delete m_aboutPanel;
+}
 
 void QtApplication::endOnSignals()
 {
@@ -106,10 +119,77 @@ TaskBarEntry QtApplication::taskBarEntry() const
 
 void QtApplication::activateIgnoringOtherApps()
 {
+    unhide();
     for (const QWindow* window : QGuiApplication::topLevelWindows()) {
         if (window->isVisible() && window->type() == Qt::Window)
             requestActivation(*window);
     }
+}
+
+void QtApplication::setMainMenu(std::shared_ptr<Menu> menu)
+{
+    m_mainMenu->setMenu(std::move(menu));
+}
+
+std::shared_ptr<const Menu> QtApplication::mainMenu() const
+{
+    return m_mainMenu->menu();
+}
+
+void QtApplication::setWindowsMenu(std::shared_ptr<Menu> menu)
+{
+    m_mainMenu->setWindowsMenu(std::move(menu));
+}
+
+bool QtApplication::takesAction(QStringView selector) const
+{
+    return menuCommands::isTaken(selector) || selector == u"hide:" || selector == u"terminate:" ||
+           selector == u"orderFrontStandardAboutPanel:";
+}
+
+bool QtApplication::sendAction(QStringView selector)
+{
+    if (menuCommands::send(selector))
+        return true;
+    if (selector == u"hide:")
+        hide();
+    else if (selector == u"terminate:")
+        terminate();
+    else if (selector == u"orderFrontStandardAboutPanel:")
+        orderFrontStandardAboutPanel();
+    else
+        return false;
+    return true;
+}
+
+void QtApplication::hide()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible() || window->windowType() == Qt::ToolTip)
+            continue;
+        window->hide();
+        if (window->windowType() != Qt::Popup)
+            m_hidden.append(window);
+    }
+}
+
+void QtApplication::unhide()
+{
+    const auto hidden = std::exchange(m_hidden, {});
+    for (const QPointer<QWidget>& window : hidden) {
+        if (window)
+            window->show();
+    }
+}
+
+void QtApplication::orderFrontStandardAboutPanel()
+{
+    if (!m_aboutPanel)
+        m_aboutPanel = new AboutPanel;
+    m_aboutPanel->show();
+    m_aboutPanel->raise();
+    if (const QWindow* window = m_aboutPanel->windowHandle())
+        requestActivation(*window);
 }
 
 void QtApplication::terminate()
@@ -139,6 +219,7 @@ void QtApplication::reopen()
         return;
     }
     m_reopenIsDue = false;
+    unhide();
     if (!m_delegate)
         return;
     bool hasVisibleWindows = false;

@@ -4,17 +4,22 @@
 #include "Platform/Application.h"
 #include "PlatformLinux/X11/WindowManagement.h"
 
+#include <QList>
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 
 class QApplication;
 class QSocketNotifier;
+class QWidget;
 class QWindow;
 
 namespace orvane {
 
+class AboutPanel;
 class LogSink;
+class MainMenuView;
 
 class QtApplication : public QObject, public Application {
     Q_OBJECT
@@ -28,6 +33,12 @@ public:
     void setActivationPolicy(ActivationPolicy policy) override;
     ActivationPolicy activationPolicy() const override { return m_policy; }
     void activateIgnoringOtherApps() override;
+    void setMainMenu(std::shared_ptr<Menu> menu) override;
+    std::shared_ptr<const Menu> mainMenu() const override;
+    void setWindowsMenu(std::shared_ptr<Menu> menu) override;
+    bool sendAction(QStringView selector) override;
+    void hide() override;
+    void orderFrontStandardAboutPanel() override;
     void terminate() override;
 
     /// Runs the event loop, whose first act is to call the delegate; gives the exit status.
@@ -40,6 +51,8 @@ protected:
 
 private:
     void launch();
+    void unhide();
+    bool takesAction(QStringView selector) const;
     void endOnSignals();
     TaskBarEntry taskBarEntry() const;
 
@@ -47,6 +60,10 @@ private:
     std::unique_ptr<QApplication> m_application;
     std::unique_ptr<QSocketNotifier> m_signals;
     ApplicationDelegate* m_delegate = nullptr;
+    std::unique_ptr<MainMenuView> m_mainMenu;
+    /// Put out of sight by hide().
+    QList<QPointer<QWidget>> m_hidden;
+    QPointer<AboutPanel> m_aboutPanel;
     ActivationPolicy m_policy = ActivationPolicy::accessory;
     bool m_hasLaunched = false;
     /// A further start came before the launch, and waits for it.

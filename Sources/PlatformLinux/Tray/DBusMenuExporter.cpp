@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusError>
+#include <QDBusMessage>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QPointer>
@@ -131,11 +132,27 @@ const DBusMenuLayout::Node* DBusMenuExporter::find(int id) const
     return node ? node : m_before.node(id);
 }
 
+QString DBusMenuExporter::host() const
+{
+    return calledFromDBus() ? message().service() : QString();
+}
+
+void DBusMenuExporter::tellOfEvent(int id, const QString& eventId)
+{
+    if (eventId == QLatin1String("clicked"))
+        Q_EMIT clicked(host());
+    else if (id == 0 && eventId == QLatin1String("opened"))
+        Q_EMIT opened(host());
+    else if (id == 0 && eventId == QLatin1String("closed"))
+        Q_EMIT closed(host());
+}
+
 bool DBusMenuExporter::choose(int id, const QString& eventId)
 {
     const auto* node = find(id);
     if (!node)
         return false;
+    tellOfEvent(id, eventId);
     const MenuItem& item = node->item;
     if (eventId != QLatin1String("clicked") || !item.action || !item.enabled || item.view ||
         item.kind != MenuItem::Kind::item)
@@ -171,6 +188,7 @@ bool DBusMenuExporter::AboutToShow(int id)
             refuseId(id);
         return false;
     }
+    Q_EMIT aboutToShow(host());
     const QPointer<DBusMenuExporter> self(this);
     const Rebuilt what = rebuild();
     if (!self)

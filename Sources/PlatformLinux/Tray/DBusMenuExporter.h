@@ -51,6 +51,12 @@ Q_SIGNALS:
     Q_SCRIPTABLE void LayoutUpdated(uint revision, int parent);
     Q_SCRIPTABLE void ItemActivationRequested(int id, uint timestamp);
 
+    // For this process alone: what a host, known by its unique bus name, tells of the menu as a whole.
+    void aboutToShow(const QString& host);
+    void opened(const QString& host);
+    void closed(const QString& host);
+    void clicked(const QString& host);
+
 private:
     enum class Rebuilt { same, properties, layout };
 
@@ -58,6 +64,9 @@ private:
     void announceProperties(const DBusMenuLayout& before);
     [[nodiscard]] const DBusMenuLayout::Node* find(int id) const;
     bool choose(int id, const QString& eventId);
+    /// Empty when the call didn't come by the bus.
+    [[nodiscard]] QString host() const;
+    void tellOfEvent(int id, const QString& eventId);
     void refuseId(int id);
 
     Source m_source;

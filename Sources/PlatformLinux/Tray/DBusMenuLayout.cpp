@@ -1,5 +1,6 @@
 #include "PlatformLinux/Tray/DBusMenuLayout.h"
 
+#include "PlatformLinux/Menus/KeyEquivalent.h"
 #include "PlatformLinux/Tray/MenuText.h"
 #include "PlatformLinux/Tray/TemplateTint.h"
 #include "PlatformLinux/X11/X11Connection.h"
@@ -26,16 +27,23 @@ QByteArray png(const TemplateImage& image, const QColor& colour)
     return bytes;
 }
 
-DBusMenuShortcut shortcutOf(const QString& keyEquivalent)
+DBusMenuShortcut shortcutOf(const MenuItem& item)
 {
-    if (keyEquivalent.size() != 1)
+    const auto combination = keyCombination(item);
+    if (!combination)
         return {};
-    const QChar key = keyEquivalent.front();
-    const QByteArray name = keysymName(key.toLower().unicode());
+    const QByteArray name = keysymName(item.keyEquivalent.front().toLower().unicode());
     if (name.isEmpty())
         return {};
-    QStringList keys{QStringLiteral("Control")};
-    if (key.isUpper())
+    const Qt::KeyboardModifiers modifiers = combination->keyboardModifiers();
+    QStringList keys;
+    if (modifiers.testFlag(Qt::ControlModifier))
+        keys.append(QStringLiteral("Control"));
+    if (modifiers.testFlag(Qt::MetaModifier))
+        keys.append(QStringLiteral("Super"));
+    if (modifiers.testFlag(Qt::AltModifier))
+        keys.append(QStringLiteral("Alt"));
+    if (modifiers.testFlag(Qt::ShiftModifier))
         keys.append(QStringLiteral("Shift"));
     return {keys << QString::fromLatin1(name)};
 }
@@ -54,10 +62,10 @@ QVariantMap propertiesOf(const MenuItem& item, const QColor& imageColour)
         map[QStringLiteral("toggle-type")] = QStringLiteral("checkmark");
         map[QStringLiteral("toggle-state")] = 1;
     }
-    const auto& picture = item.view ? item.view : item.image;
-    if (picture)
-        map[QStringLiteral("icon-data")] = png(*picture, imageColour);
-    const DBusMenuShortcut shortcut = shortcutOf(item.keyEquivalent);
+    // Of a view the protocol can carry nothing but its title: an icon is a small square.
+    if (item.image)
+        map[QStringLiteral("icon-data")] = png(*item.image, imageColour);
+    const DBusMenuShortcut shortcut = shortcutOf(item);
     if (!shortcut.isEmpty())
         map[QStringLiteral("shortcut")] = QVariant::fromValue(shortcut);
     if (item.submenu)

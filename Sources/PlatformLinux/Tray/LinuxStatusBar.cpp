@@ -5,7 +5,7 @@
 
 namespace orvane {
 
-LinuxStatusBar::LinuxStatusBar(LogSink& log) : m_log(log) {}
+LinuxStatusBar::LinuxStatusBar(LogSink& log, MenuTracking* tracking) : m_log(log), m_tracking(tracking) {}
 
 LinuxStatusBar::~LinuxStatusBar() = default;
 
@@ -13,7 +13,7 @@ std::unique_ptr<StatusItem> LinuxStatusBar::makeStatusItem(double length)
 {
     if (!m_area)
         m_area = std::make_shared<StatusArea>(m_log);
-    return std::make_unique<LinuxStatusItem>(m_area, length);
+    return std::make_unique<LinuxStatusItem>(m_area, length, m_tracking);
 }
 
 } // namespace orvane

@@ -9,18 +9,21 @@
 namespace orvane {
 
 class LogSink;
+class MenuTracking;
 class StatusArea;
 
 class LinuxStatusBar : public StatusBar {
 public:
-    /// `log` outlives the status bar and its items.
-    explicit LinuxStatusBar(LogSink& log);
+    /// Both outlive the status bar and its items; `tracking` learns of the menus that the desktop draws, and
+    /// may be null.
+    explicit LinuxStatusBar(LogSink& log, MenuTracking* tracking = nullptr);
     ~LinuxStatusBar() override;
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override;
 
 private:
     LogSink& m_log;
+    MenuTracking* m_tracking;
     std::shared_ptr<StatusArea> m_area;
 };
 

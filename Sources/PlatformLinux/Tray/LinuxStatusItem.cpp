@@ -40,8 +40,9 @@ private:
 
 } // namespace
 
-LinuxStatusItem::LinuxStatusItem(std::shared_ptr<StatusArea> area, double length)
+LinuxStatusItem::LinuxStatusItem(std::shared_ptr<StatusArea> area, double length, MenuTracking* tracking)
     : m_area(std::move(area)),
+      m_tracking(tracking),
       m_clicks([this](const Menu& menu) { openMenu(menu); }),
       m_menuView(std::make_unique<TrayMenuView>())
 {
@@ -129,8 +130,8 @@ void LinuxStatusItem::takePlace()
     const auto clicked = [this](const StatusItemEvent& event) { m_clicks.click(event); };
     if (kind == StatusArea::Kind::notifierHost) {
         if (!m_notifier)
-            m_notifier = std::make_unique<StatusNotifierItem>(m_content, m_area->tint(), clicked,
-                                                              [this] { return m_clicks.menuForHost(); });
+            m_notifier = std::make_unique<StatusNotifierItem>(
+                m_content, m_area->tint(), clicked, [this] { return m_clicks.menuForHost(); }, m_tracking);
         m_notifier->registerWith(m_area->host().watcher());
     } else if (kind == StatusArea::Kind::xembedTray) {
         if (!m_window)

@@ -10,6 +10,7 @@
 
 namespace orvane {
 
+class MenuTracking;
 class StatusArea;
 class StatusNotifierItem;
 class TrayMenuView;
@@ -18,7 +19,8 @@ class XEmbedTrayWindow;
 class LinuxStatusItem : public QObject, public StatusItem {
     Q_OBJECT
 public:
-    LinuxStatusItem(std::shared_ptr<StatusArea> area, double length);
+    /// `tracking` outlives the item; it may be null.
+    LinuxStatusItem(std::shared_ptr<StatusArea> area, double length, MenuTracking* tracking);
     ~LinuxStatusItem() override;
 
     void setAutosaveName(const QString& name) override;
@@ -35,6 +37,7 @@ private:
     void openMenu(const Menu& menu);
 
     std::shared_ptr<StatusArea> m_area;
+    MenuTracking* m_tracking;
     StatusItemContent m_content;
     StatusItemClicks m_clicks;
     std::unique_ptr<TrayMenuView> m_menuView;

@@ -11,11 +11,12 @@
 namespace orvane {
 
 StatusNotifierItem::StatusNotifierItem(StatusItemContent content, TrayTint tint, ClickHandler clicked,
-                                       DBusMenuExporter::Source menuSource)
+                                       DBusMenuExporter::Source menuSource, MenuTracking* tracking)
     : m_content(std::move(content)),
       m_tint(std::move(tint)),
       m_clicked(std::move(clicked)),
-      m_menu(std::move(menuSource))
+      m_menu(std::move(menuSource)),
+      m_tracking(tracking)
 {
     registerStatusNotifierTypes();
     // A name is never used twice: the bus may still be busy with the end of an earlier connection.
@@ -47,6 +48,7 @@ StatusNotifierItem::~StatusNotifierItem()
 void StatusNotifierItem::exportItem()
 {
     QDBusConnection& bus = m_link->bus();
+    watchHostMenu();
     bus.registerObject(sni::menuPath, &m_menu, QDBusConnection::ExportScriptableContents);
     bus.registerObject(sni::itemPath, this, QDBusConnection::ExportScriptableContents);
 
@@ -66,6 +68,18 @@ void StatusNotifierItem::exportItem()
         m_hasName = true;
         registerNow();
     });
+}
+
+void StatusNotifierItem::watchHostMenu()
+{
+    if (!m_tracking)
+        return;
+    m_hostMenu = std::make_unique<HostMenuWatch>(*m_tracking, m_link->bus());
+    HostMenuWatch* watch = m_hostMenu.get();
+    connect(&m_menu, &DBusMenuExporter::aboutToShow, watch, &HostMenuWatch::aboutToShow);
+    connect(&m_menu, &DBusMenuExporter::opened, watch, &HostMenuWatch::opened);
+    connect(&m_menu, &DBusMenuExporter::closed, watch, &HostMenuWatch::closed);
+    connect(&m_menu, &DBusMenuExporter::clicked, watch, &HostMenuWatch::clicked);
 }
 
 void StatusNotifierItem::registerWith(const QString& watcher)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "PlatformLinux/Tray/DBusMenuExporter.h"
+#include "PlatformLinux/Tray/HostMenuWatch.h"
 #include "PlatformLinux/Tray/SessionBusLink.h"
 #include "PlatformLinux/Tray/StatusItemContent.h"
 #include "PlatformLinux/Tray/StatusNotifierTypes.h"
@@ -45,8 +46,9 @@ public:
     using ClickHandler = std::function<void(const StatusItemEvent& event)>;
 
     /// `menuSource` is asked for the menu of a right click whenever the host wants to render one.
+    /// `tracking` is told when the host has it open; null where nobody wants to know.
     StatusNotifierItem(StatusItemContent content, TrayTint tint, ClickHandler clicked,
-                       DBusMenuExporter::Source menuSource);
+                       DBusMenuExporter::Source menuSource, MenuTracking* tracking);
     ~StatusNotifierItem() override;
 
     void setContent(const StatusItemContent& content);
@@ -82,6 +84,7 @@ Q_SIGNALS:
 
 private:
     void exportItem();
+    void watchHostMenu();
     void registerNow();
     void reportClick(StatusItemEvent::Type type);
 
@@ -89,6 +92,8 @@ private:
     TrayTint m_tint;
     ClickHandler m_clicked;
     DBusMenuExporter m_menu;
+    MenuTracking* m_tracking;
+    std::unique_ptr<HostMenuWatch> m_hostMenu;
     QString m_name;
     QString m_watcher;
     bool m_hasName = false;

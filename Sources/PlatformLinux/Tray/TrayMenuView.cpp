@@ -1,5 +1,6 @@
 #include "PlatformLinux/Tray/TrayMenuView.h"
 
+#include "PlatformLinux/Menus/KeyEquivalent.h"
 #include "PlatformLinux/Tray/MenuText.h"
 #include "PlatformLinux/Tray/TemplateTint.h"
 #include "PlatformLinux/X11/X11Connection.h"
@@ -7,7 +8,6 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QKeySequence>
 #include <QMenu>
 #include <QPainter>
 #include <QPalette>
@@ -35,6 +35,7 @@ void markAsPopupMenu(WId window)
 }
 
 constexpr auto keyEquivalentProperty = "orvaneKeyEquivalent";
+constexpr auto keyMaskProperty = "orvaneKeyMask";
 /// A menu may contain itself.
 constexpr int deepestLevel = 8;
 
@@ -53,25 +54,37 @@ QIcon iconOf(const TemplateImage& image, const QWidget& shownIn)
     return icon;
 }
 
-/// An item that is a picture.
-class PictureWidget : public QWidget {
-public:
-    PictureWidget(const TemplateImage& image, QWidget* parent) : QWidget(parent), m_image(image) {}
+/// Nothing else has the keyboard while the menu is open, so Super is as good a command key as Control.
+bool isChosenBy(const MenuItem& item, QKeyCombination key)
+{
+    if (isKeyEquivalent(item, key))
+        return true;
+    Qt::KeyboardModifiers modifiers = key.keyboardModifiers();
+    if (!modifiers.testFlag(Qt::MetaModifier) || modifiers.testFlag(Qt::ControlModifier))
+        return false;
+    modifiers.setFlag(Qt::MetaModifier, false);
+    modifiers.setFlag(Qt::ControlModifier, true);
+    return isKeyEquivalent(item, QKeyCombination(modifiers, key.key()));
+}
 
-    [[nodiscard]] QSize sizeHint() const override { return m_image.size.toSize(); }
+/// An item that draws itself.
+class ItemWidget : public QWidget {
+public:
+    ItemWidget(const MenuItemView& view, QWidget* parent) : QWidget(parent), m_view(view) {}
+
+    [[nodiscard]] QSize sizeHint() const override { return m_view.size.toSize(); }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 private:
     void paintEvent(QPaintEvent*) override
     {
-        const double ratio = devicePixelRatioF();
-        QImage picture =
-            tinted(m_image, m_image.size.toSize() * ratio, palette().color(QPalette::WindowText));
-        picture.setDevicePixelRatio(ratio);
-        QPainter(this).drawImage(0, 0, picture);
+        // Not of the disabled group: an item that can't be chosen isn't one that is out of use.
+        QPainter painter(this);
+        m_view.draw(painter, QRectF({}, m_view.size),
+                    palette().color(QPalette::Active, QPalette::WindowText));
     }
 
-    TemplateImage m_image;
+    MenuItemView m_view;
 };
 
 } // namespace
@@ -166,9 +179,9 @@ QAction* TrayMenuView::addItem(QMenu& popup, const MenuItem& item, int depth)
     QAction* action = nullptr;
     if (item.view) {
         auto* widgetAction = new QWidgetAction(&popup);
-        auto* picture = new PictureWidget(*item.view, &popup);
-        picture->setAccessibleName(plainMenuTitle(item.title));
-        widgetAction->setDefaultWidget(picture);
+        auto* widget = new ItemWidget(*item.view, &popup);
+        widget->setAccessibleName(plainMenuTitle(item.title));
+        widgetAction->setDefaultWidget(widget);
         popup.addAction(widgetAction);
         action = widgetAction;
     } else if (item.submenu) {
@@ -187,12 +200,10 @@ QAction* TrayMenuView::addItem(QMenu& popup, const MenuItem& item, int depth)
         action->setCheckable(true);
         action->setChecked(true);
     }
-    if (item.keyEquivalent.size() == 1 && !item.view && !item.submenu) {
-        const QString keys =
-            (item.keyEquivalent.front().isUpper() ? QLatin1String("Ctrl+Shift+") : QLatin1String("Ctrl+")) +
-            item.keyEquivalent.toUpper();
+    if (const QString keys = keyEquivalentText(item); !keys.isEmpty() && !item.view && !item.submenu) {
         action->setProperty(keyEquivalentProperty, item.keyEquivalent);
-        action->setText(action->text() + u'\t' + QKeySequence(keys).toString(QKeySequence::NativeText));
+        action->setProperty(keyMaskProperty, QVariant::fromValue(item.keyEquivalentModifierMask));
+        action->setText(action->text() + u'\t' + keys);
     }
     if (item.action) {
         connect(action, &QAction::triggered, this, [this, item] {
@@ -215,16 +226,11 @@ bool TrayMenuView::eventFilter(QObject* watched, QEvent* event)
 
 bool TrayMenuView::chooseByKey(const QMenu& popup, const QKeyEvent& key)
 {
-    const auto modifiers = key.modifiers() & ~Qt::KeypadModifier;
-    const bool shift = modifiers & Qt::ShiftModifier;
-    const auto command = modifiers & ~Qt::ShiftModifier;
-    if (command != Qt::ControlModifier && command != Qt::MetaModifier)
-        return false;
     for (QAction* action : popup.actions()) {
-        const QString equivalent = action->property(keyEquivalentProperty).toString();
-        if (equivalent.isEmpty() || !action->isEnabled())
-            continue;
-        if (key.key() != equivalent.toUpper().front().unicode() || equivalent.front().isUpper() != shift)
+        MenuItem item;
+        item.keyEquivalent = action->property(keyEquivalentProperty).toString();
+        item.keyEquivalentModifierMask = action->property(keyMaskProperty).value<EventFlags>();
+        if (!action->isEnabled() || !isChosenBy(item, key.keyCombination()))
             continue;
         if (m_popup)
             m_popup->close();

@@ -11,11 +11,15 @@ std::optional<X11Connection> X11Connection::ofApplication()
     auto* native = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     if (!native || !native->connection() || !native->display())
         return std::nullopt;
-    const int number = DefaultScreen(native->display());
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(native->connection()));
-    for (int i = 0; i < number && screens.rem > 1; ++i)
+    return over(native->connection(), DefaultScreen(native->display()));
+}
+
+X11Connection X11Connection::over(xcb_connection_t* connection, int screenNumber)
+{
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (int i = 0; i < screenNumber && screens.rem > 1; ++i)
         xcb_screen_next(&screens);
-    return X11Connection(native->connection(), number, screens.data);
+    return X11Connection(connection, screenNumber, screens.data);
 }
 
 xcb_atom_t X11Connection::atom(const char* name) const

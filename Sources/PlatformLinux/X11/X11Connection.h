@@ -17,6 +17,8 @@ namespace orvane {
 class X11Connection {
 public:
     static std::optional<X11Connection> ofApplication();
+    /// The same operations over a connection of one's own, which outlives the object.
+    static X11Connection over(xcb_connection_t* connection, int screenNumber);
 
     [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb; }
     [[nodiscard]] int screenNumber() const { return m_screenNumber; }

@@ -70,6 +70,35 @@ TEST_F(DBusMenuExporterTest, ItemsComeInOrderUnderARootThatIsASubmenu)
               (QVariantMap{{QStringLiteral("type"), QStringLiteral("separator")}}));
 }
 
+TEST_F(DBusMenuExporterTest, WhatAHostTellsOfTheWholeMenuIsPassedOnAndOfSubmenusOnlyTheChoice)
+{
+    MenuItem more = item(QStringLiteral("More"));
+    more.submenu = std::make_shared<Menu>(Menu{{}, {item(QStringLiteral("Inner"))}});
+    menu.items << more;
+    QStringList told;
+    const auto note = [&](const char* what) {
+        return [&told, what](const QString&) { told.append(QString::fromLatin1(what)); };
+    };
+    QObject::connect(&exporter, &DBusMenuExporter::aboutToShow, note("about to show"));
+    QObject::connect(&exporter, &DBusMenuExporter::opened, note("opened"));
+    QObject::connect(&exporter, &DBusMenuExporter::closed, note("closed"));
+    QObject::connect(&exporter, &DBusMenuExporter::clicked, note("clicked"));
+    const auto tell = [this](int id, const char* event) {
+        exporter.Event(id, QString::fromLatin1(event), QDBusVariant(QVariant(0)), 0);
+    };
+    (void)exporter.AboutToShow(0);
+    const int submenu = layout().children[0].id;
+    (void)exporter.AboutToShow(submenu);
+    for (const int id : {0, submenu}) {
+        tell(id, "opened");
+        tell(id, "closed");
+    }
+    tell(layout().children[0].children[0].id, "clicked");
+    EXPECT_EQ(told, (QStringList{QStringLiteral("about to show"), QStringLiteral("opened"),
+                                 QStringLiteral("closed"), QStringLiteral("clicked")}));
+    deliverQueuedCalls();
+}
+
 TEST_F(DBusMenuExporterTest, UnderscoresAreDoubledSoThatNoneIsTakenForAMnemonic)
 {
     menu.items << item(QStringLiteral("a_b__c & d"));
@@ -135,13 +164,14 @@ TEST_F(DBusMenuExporterTest, ItemsThatCannotBeChosenAreDisabled)
     MenuItem inert;
     inert.title = QStringLiteral("Inert");
     MenuItem drawn = item(QStringLiteral("Drawn"));
-    drawn.view = TemplateImage{{}, {}, {100, 20}, [](QPainter&, const QRectF&) {}};
+    drawn.view = MenuItemView{{100, 20}, [](QPainter&, const QRectF&, const QColor&) {}};
     menu.items << disabled << inert << drawn << item(QStringLiteral("Enabled"));
     const auto root = layout();
     for (std::size_t i = 0; i < 3; ++i)
         EXPECT_EQ(root.children[i].properties.value(QStringLiteral("enabled")), QVariant(false)) << i;
     EXPECT_FALSE(root.children[3].properties.contains(QStringLiteral("enabled")));
     EXPECT_EQ(label(root.children[2]), QStringLiteral("Drawn"));
+    EXPECT_FALSE(root.children[2].properties.contains(QStringLiteral("icon-data")));
     for (const auto& child : root.children)
         click(child.id);
     deliverQueuedCalls();

@@ -2,6 +2,10 @@
 #include "Fakes/FakeLogSink.h"
 #include "PlatformLinux/Session/QtApplication.h"
 
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
@@ -10,6 +14,7 @@
 #include <csignal>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace orvane::tests {
@@ -107,6 +112,110 @@ TYPED_TEST(ApplicationContract, KeepsThePolicyThatWasSet)
         this->application().setActivationPolicy(policy);
         EXPECT_EQ(this->application().activationPolicy(), policy);
     }
+}
+
+TYPED_TEST(ApplicationContract, GivesTheMainMenuBackThatWasSet)
+{
+    EXPECT_EQ(this->application().mainMenu(), nullptr);
+    const auto menu = std::make_shared<Menu>();
+    menu->title = QStringLiteral("Main");
+    this->application().setMainMenu(menu);
+    EXPECT_EQ(this->application().mainMenu(), menu);
+    this->application().setMainMenu(nullptr);
+    EXPECT_EQ(this->application().mainMenu(), nullptr);
+}
+
+TEST_F(QtApplicationTest, HiddenWindowsComeBackWithTheProgram)
+{
+    QWidget first;
+    QWidget second;
+    QWidget never;
+    first.show();
+    second.show();
+    m_application.hide();
+    EXPECT_FALSE(first.isVisible());
+    EXPECT_FALSE(second.isVisible());
+    m_application.activateIgnoringOtherApps();
+    EXPECT_TRUE(first.isVisible());
+    EXPECT_TRUE(second.isVisible());
+    EXPECT_FALSE(never.isVisible());
+}
+
+TEST_F(QtApplicationTest, AHiddenWindowThatWasDeletedIsForgotten)
+{
+    auto window = std::make_unique<QWidget>();
+    QWidget other;
+    window->show();
+    other.show();
+    m_application.hide();
+    window.reset();
+    m_application.activateIgnoringOtherApps();
+    EXPECT_TRUE(other.isVisible());
+}
+
+TEST_F(QtApplicationTest, AFurtherStartBringsHiddenWindowsBackAndCountsThem)
+{
+    QWidget window;
+    afterLaunch([&] {
+        window.show();
+        m_application.hide();
+        m_application.reopen();
+        EXPECT_TRUE(window.isVisible());
+    });
+    EXPECT_THAT(m_delegate.reopens, ::testing::ElementsAre(true));
+}
+
+QWidget* aboutPanel()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->windowTitle().startsWith(QStringLiteral("About")))
+            return widget;
+    }
+    return nullptr;
+}
+
+TEST_F(QtApplicationTest, TheAboutPanelSaysNameAndVersionAndThereIsOne)
+{
+    m_application.orderFrontStandardAboutPanel();
+    m_application.orderFrontStandardAboutPanel();
+    QWidget* panel = aboutPanel();
+    ASSERT_TRUE(panel);
+    EXPECT_TRUE(panel->isVisible());
+    QStringList texts;
+    for (const QLabel* label : panel->findChildren<QLabel*>())
+        texts.append(label->text());
+    EXPECT_THAT(texts, ::testing::IsSupersetOf(
+                           {QStringLiteral("Orvane"), QStringLiteral("Version " ORVANE_VERSION)}));
+    EXPECT_EQ(QApplication::topLevelWidgets().size(), 1);
+}
+
+TEST_F(QtApplicationTest, EscapeAndControlWCloseTheAboutPanel)
+{
+    const std::pair<Qt::Key, Qt::KeyboardModifiers> keys[] = {{Qt::Key_Escape, Qt::NoModifier},
+                                                              {Qt::Key_W, Qt::ControlModifier}};
+    for (const auto& [key, modifiers] : keys) {
+        m_application.orderFrontStandardAboutPanel();
+        QPointer<QWidget> panel = aboutPanel();
+        ASSERT_TRUE(panel);
+        QKeyEvent press(QEvent::KeyPress, key, modifiers);
+        QCoreApplication::sendEvent(panel, &press);
+        EXPECT_FALSE(panel->isVisible());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_FALSE(panel);
+    }
+}
+
+TEST_F(QtApplicationTest, CommandsOfTheApplicationAreSentToIt)
+{
+    QWidget window;
+    window.show();
+    EXPECT_TRUE(m_application.sendAction(u"hide:"));
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(m_application.sendAction(u"orderFrontStandardAboutPanel:"));
+    EXPECT_TRUE(aboutPanel());
+    EXPECT_FALSE(m_application.sendAction(u"nobody:"));
+    EXPECT_FALSE(m_application.sendAction(u"copy:")) << "with nothing in focus";
+    afterLaunch([this] { EXPECT_TRUE(m_application.sendAction(u"terminate:")); });
 }
 
 TEST_F(QtApplicationTest, TheRunningLoopTellsTheDelegateOnceAndTerminatingEndsIt)

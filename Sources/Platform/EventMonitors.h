@@ -1,0 +1,43 @@
+// A look at the input events on their way to the program's own windows and menus. Main thread.
+#pragma once
+
+#include "Platform/Event.h"
+
+#include <QPointF>
+
+#include <functional>
+#include <memory>
+
+namespace orvane {
+
+/// A monitor in place. Its end takes it away; a handler may end its own.
+class EventMonitor {
+public:
+    virtual ~EventMonitor() = default;
+};
+
+class EventMonitors {
+public:
+    enum class Disposition { pass, swallow };
+
+    struct MonitoredEvent {
+        Event event;
+        /// Of the pointer, in points, in the space of all screens: origin at the top left of the first one,
+        /// y downwards.
+        QPointF location;
+    };
+    using Handler = std::function<Disposition(const MonitoredEvent&)>;
+
+    virtual ~EventMonitors() = default;
+
+    /// Called for each event of the mask before a window of the program gets it; a swallowed one goes no
+    /// further. The newest monitor is asked first.
+    [[nodiscard]] virtual std::unique_ptr<EventMonitor> addLocalMonitor(EventMask mask, Handler handler) = 0;
+
+    /// The same while a menu of the program is being tracked, wherever the desktop draws it: the events that
+    /// the menu would get. Key down and key up only. With no menu open it costs nothing.
+    [[nodiscard]] virtual std::unique_ptr<EventMonitor> addMenuTrackingMonitor(EventMask mask,
+                                                                               Handler handler) = 0;
+};
+
+} // namespace orvane

@@ -1,0 +1,36 @@
+// What the keys print: the present keyboard layout. Main thread.
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+/// One layout, as it was when it was asked for.
+class KeyboardLayout {
+public:
+    virtual ~KeyboardLayout() = default;
+    /// The text to show for a key without modifiers, at most four UTF-16 units; a dead key gives its accent.
+    /// Nothing for a key that prints nothing.
+    virtual std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const = 0;
+};
+
+class InputSources {
+public:
+    /// Posted on the default notification centre after the layout has changed.
+    static QString selectedKeyboardInputSourceChangedNotification()
+    {
+        return QStringLiteral("SelectedKeyboardInputSourceChanged");
+    }
+
+    virtual ~InputSources() = default;
+
+    /// The layout in use, or, where that doesn't type Latin letters, the first of the user's layouts that does.
+    /// Null when the system can't tell.
+    virtual std::shared_ptr<const KeyboardLayout> currentASCIICapableKeyboardLayout() = 0;
+};
+
+} // namespace orvane

@@ -1,0 +1,34 @@
+// Monitors in the order in which they are asked, the newest first. Main thread.
+#pragma once
+
+#include "Platform/EventMonitors.h"
+
+#include <memory>
+#include <vector>
+
+namespace orvane {
+
+class MonitorList {
+public:
+    using Disposition = EventMonitors::Disposition;
+    using MonitoredEvent = EventMonitors::MonitoredEvent;
+
+    /// `changed` is told when the first monitor comes and when the last one has gone.
+    explicit MonitorList(std::function<void()> changed);
+
+    /// The monitor may outlive the list.
+    [[nodiscard]] std::unique_ptr<EventMonitor> add(EventMask mask, EventMonitors::Handler handler);
+    [[nodiscard]] bool isEmpty() const { return m_state->monitors.empty(); }
+    [[nodiscard]] Disposition offer(const MonitoredEvent& event) const;
+
+private:
+    class Monitor;
+    struct State {
+        std::vector<Monitor*> monitors;
+        std::function<void()> changed;
+    };
+
+    std::shared_ptr<State> m_state;
+};
+
+} // namespace orvane

@@ -1,0 +1,113 @@
+#include "PlatformLinux/EventMonitors/X11EventMonitors.h"
+
+#include "PlatformLinux/Keys/KeyFlags.h"
+#include "PlatformLinux/Menus/MenuTracking.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+
+namespace orvane {
+
+namespace {
+
+constexpr EventMask menuEvents = eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp);
+
+} // namespace
+
+X11EventMonitors::X11EventMonitors(EventTaps& taps, const MenuTracking& menus)
+    : m_taps(taps),
+      m_menus(menus),
+      m_local([this] { update(); }),
+      m_menuTracking([this] { update(); }),
+      m_reader([this](const MonitoredEvent& event) { return offer(event); })
+{
+    connect(&menus, &MenuTracking::placeChanged, this, &X11EventMonitors::update);
+}
+
+X11EventMonitors::~X11EventMonitors()
+{
+    listen(false);
+}
+
+std::unique_ptr<EventMonitor> X11EventMonitors::addLocalMonitor(EventMask mask, Handler handler)
+{
+    return m_local.add(mask, std::move(handler));
+}
+
+std::unique_ptr<EventMonitor> X11EventMonitors::addMenuTrackingMonitor(EventMask mask, Handler handler)
+{
+    return m_menuTracking.add(mask & menuEvents, std::move(handler));
+}
+
+void X11EventMonitors::update()
+{
+    const MenuTracking::Place place = m_menus.place();
+    const bool menuIsMonitored = !m_menuTracking.isEmpty();
+    listen(!m_local.isEmpty() || (menuIsMonitored && place == MenuTracking::Place::program));
+    tap(menuIsMonitored && place == MenuTracking::Place::desktop);
+}
+
+void X11EventMonitors::listen(bool listens)
+{
+    if (listens == m_isListening)
+        return;
+    m_isListening = listens;
+    QCoreApplication* application = QCoreApplication::instance();
+    if (!listens) {
+        application->removeNativeEventFilter(this);
+        return;
+    }
+    application->installNativeEventFilter(this);
+    if (const auto x = X11Connection::ofApplication())
+        m_reader.start(*x);
+}
+
+void X11EventMonitors::tap(bool taps)
+{
+    if (!taps) {
+        m_tap.reset();
+        m_isTapRefused = false;
+        return;
+    }
+    if (m_tap || m_isTapRefused)
+        return;
+    // Behind the taps that change keys: the menu gets what they make.
+    m_tap = m_taps.tapCreate(EventTaps::Location::session, EventTaps::Placement::tailAppend,
+                             EventTaps::Options::defaultTap, menuEvents, &tapCallback, this);
+    m_isTapRefused = !m_tap;
+    if (!m_tap)
+        return;
+    m_tap->addToMainRunLoop();
+    m_tap->enable(true);
+}
+
+bool X11EventMonitors::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto x = X11Connection::ofApplication();
+    return x && m_reader.read(*x, *static_cast<xcb_generic_event_t*>(message)) == Disposition::swallow;
+}
+
+EventMonitors::Disposition X11EventMonitors::offer(const MonitoredEvent& event)
+{
+    if (m_menus.place() == MenuTracking::Place::program &&
+        m_menuTracking.offer(event) == Disposition::swallow)
+        return Disposition::swallow;
+    return m_local.offer(event);
+}
+
+Event* X11EventMonitors::tapCallback(EventType type, Event* event, void* userInfo)
+{
+    auto* self = static_cast<X11EventMonitors*>(userInfo);
+    if (type == EventType::tapDisabledByTimeout || type == EventType::tapDisabledByUserInput) {
+        if (self->m_tap)
+            self->m_tap->enable(true);
+        return event;
+    }
+    MonitoredEvent monitored{*event, QCursor::pos()};
+    monitored.event.flags |= flagsOfKeyItself(event->keycode);
+    return self->m_menuTracking.offer(monitored) == Disposition::swallow ? nullptr : event;
+}
+
+} // namespace orvane

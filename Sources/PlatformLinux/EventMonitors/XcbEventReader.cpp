@@ -1,0 +1,283 @@
+#include "PlatformLinux/EventMonitors/XcbEventReader.h"
+
+#include "PlatformLinux/EventTap/EventKeyCodes.h"
+#include "PlatformLinux/EventTap/XkbProtocol.h"
+#include "PlatformLinux/Keys/KeyFlags.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+#include <algorithm>
+#include <chrono>
+#include <span>
+
+#include <xcb/xinput.h>
+
+namespace orvane {
+
+namespace {
+
+using MonitoredEvent = EventMonitors::MonitoredEvent;
+using Disposition = EventMonitors::Disposition;
+
+/// The X buttons that are turns of the wheel.
+constexpr std::uint32_t firstWheelButton = 4;
+constexpr std::uint32_t lastWheelButton = 7;
+
+std::uint64_t uptimeNanoseconds()
+{
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(std::chrono::nanoseconds(now).count());
+}
+
+bool isOurs(xcb_window_t id)
+{
+    const QWindowList windows = QGuiApplication::allWindows();
+    return std::ranges::any_of(
+        windows, [id](const QWindow* window) { return window->handle() && window->winId() == id; });
+}
+
+/// The server's pixels as the toolkit's points: each screen is scaled about its own corner. Not by the
+/// window, whose place the toolkit may not know yet.
+QPointF location(QPointF pixel)
+{
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QPointF corner = screen->geometry().topLeft();
+        const double ratio = screen->devicePixelRatio();
+        if (QRectF(corner, QSizeF(screen->geometry().size()) * ratio).contains(pixel))
+            return corner + (pixel - corner) / ratio;
+    }
+    return pixel;
+}
+
+double pixels(xcb_input_fp1616_t value)
+{
+    constexpr double one = 0x10000;
+    return value / one;
+}
+
+EventType typeOfButton(std::uint32_t button, bool goesDown)
+{
+    if (button >= firstWheelButton && button <= lastWheelButton)
+        return goesDown ? EventType::scrollWheel : EventType::null; // a turn, and not two
+    switch (button) {
+    case XCB_BUTTON_INDEX_1:
+        return goesDown ? EventType::leftMouseDown : EventType::leftMouseUp;
+    case XCB_BUTTON_INDEX_3:
+        return goesDown ? EventType::rightMouseDown : EventType::rightMouseUp;
+    default:
+        return goesDown ? EventType::otherMouseDown : EventType::otherMouseUp;
+    }
+}
+
+bool hasBit(std::span<const std::uint32_t> words, unsigned bit)
+{
+    constexpr unsigned width = 32;
+    return bit / width < words.size() && ((words[bit / width] >> bit % width) & 1) != 0;
+}
+
+EventType typeOfMotion(const xcb_input_button_press_event_t& event)
+{
+    // The first two valuators are the place; the others are wheels.
+    const std::span valuators(xcb_input_button_press_valuator_mask(&event), event.valuators_len);
+    constexpr std::uint32_t place = 3;
+    if (!valuators.empty() && valuators[0] != 0 && (valuators[0] & place) == 0)
+        return EventType::scrollWheel;
+    const std::span buttons(xcb_input_button_press_button_mask(&event), event.buttons_len);
+    if (hasBit(buttons, XCB_BUTTON_INDEX_1))
+        return EventType::leftMouseDragged;
+    if (hasBit(buttons, XCB_BUTTON_INDEX_3))
+        return EventType::rightMouseDragged;
+    const bool isHeld = hasBit(buttons, XCB_BUTTON_INDEX_2) || hasBit(buttons, lastWheelButton + 1) ||
+                        hasBit(buttons, lastWheelButton + 2);
+    return isHeld ? EventType::otherMouseDragged : EventType::mouseMoved;
+}
+
+bool isDown(const X11Connection& x, std::uint8_t key)
+{
+    const auto cookie = xcb_query_keymap(x.xcb());
+    const XcbReply<xcb_query_keymap_reply_t> reply(xcb_query_keymap_reply(x.xcb(), cookie, nullptr));
+    return reply && (reply->keys[key / 8] >> key % 8 & 1) != 0;
+}
+
+} // namespace
+
+void XcbEventReader::start(const X11Connection& x)
+{
+    const auto* xinput = xcb_get_extension_data(x.xcb(), &xcb_input_id);
+    m_xinput = xinput && xinput->present ? xinput->major_opcode : 0;
+    const auto* xkb = xcb_get_extension_data(x.xcb(), &xcb_xkb_id);
+    m_xkbEvent = xkb && xkb->present ? xkb->first_event : 0;
+    readMapping(x);
+    m_unsure.reset();
+    m_swallowed.reset();
+    m_swallowedButtons = 0;
+    m_down.reset();
+    const auto cookie = xcb_query_keymap(x.xcb());
+    const XcbReply<xcb_query_keymap_reply_t> reply(xcb_query_keymap_reply(x.xcb(), cookie, nullptr));
+    for (unsigned key = 0; reply && key < m_down.size(); ++key)
+        m_down.set(key, (reply->keys[key / 8] >> key % 8 & 1) != 0);
+}
+
+void XcbEventReader::readMapping(const X11Connection& x)
+{
+    const xcb_setup_t* setup = xcb_get_setup(x.xcb());
+    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const auto cookie = xcb_get_keyboard_mapping(x.xcb(), setup->min_keycode, count);
+    const XcbReply<xcb_get_keyboard_mapping_reply_t> reply(
+        xcb_get_keyboard_mapping_reply(x.xcb(), cookie, nullptr));
+    if (!reply)
+        return;
+    const auto length = static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(reply.get()));
+    m_roles = ModifierRoles::fromKeysyms(setup->min_keycode, reply->keysyms_per_keycode,
+                                         {xcb_get_keyboard_mapping_keysyms(reply.get()), length});
+}
+
+Disposition XcbEventReader::read(const X11Connection& x, xcb_generic_event_t& event)
+{
+    const int type = event.response_type & 0x7F;
+    const bool isNewKeymap =
+        type == m_xkbEvent && (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY);
+    if (type == XCB_MAPPING_NOTIFY || (m_xkbEvent != 0 && isNewKeymap)) {
+        readMapping(x);
+        return Disposition::pass;
+    }
+    switch (type) {
+    case XCB_KEY_PRESS:
+    case XCB_KEY_RELEASE:
+        return readKey(x, reinterpret_cast<const xcb_key_press_event_t&>(event));
+    case XCB_FOCUS_OUT:
+        m_down.reset(); // what is let go from now on is told to somebody else
+        m_unsure.reset();
+        return Disposition::pass;
+    case XCB_GE_GENERIC:
+        return readDevice(event);
+    default:
+        return Disposition::pass;
+    }
+}
+
+Disposition XcbEventReader::readDevice(xcb_generic_event_t& event)
+{
+    auto& device = reinterpret_cast<xcb_input_button_press_event_t&>(event);
+    if (m_xinput == 0 || device.extension != m_xinput)
+        return Disposition::pass;
+    switch (device.event_type) {
+    case XCB_INPUT_BUTTON_PRESS:
+    case XCB_INPUT_BUTTON_RELEASE: {
+        const Disposition disposition = readMouse(device);
+        const std::uint32_t bit = device.detail < 32 ? 1u << device.detail : 0;
+        // Crossings that follow the release may still have the button in them, so until its next press.
+        if (device.event_type == XCB_INPUT_BUTTON_PRESS)
+            m_swallowedButtons =
+                disposition == Disposition::swallow ? m_swallowedButtons | bit : m_swallowedButtons & ~bit;
+        return disposition;
+    }
+    case XCB_INPUT_MOTION: {
+        const Disposition disposition = readMouse(device);
+        if (device.buttons_len > 0)
+            *xcb_input_button_press_button_mask(&device) &= ~m_swallowedButtons;
+        return disposition;
+    }
+    case XCB_INPUT_ENTER:
+    case XCB_INPUT_LEAVE: {
+        const auto& crossing = reinterpret_cast<const xcb_input_enter_event_t&>(event);
+        if (crossing.buttons_len > 0)
+            *xcb_input_enter_buttons(&crossing) &= ~m_swallowedButtons;
+        return Disposition::pass;
+    }
+    default:
+        return Disposition::pass;
+    }
+}
+
+Disposition XcbEventReader::readKey(const X11Connection& x, const xcb_key_press_event_t& event)
+{
+    if (!isOurs(event.event))
+        return Disposition::pass;
+    const bool goesDown = (event.response_type & 0x7F) == XCB_KEY_PRESS;
+    MonitoredEvent monitored;
+    monitored.event.type = goesDown ? EventType::keyDown : EventType::keyUp;
+    if (m_roles.isModifier(event.detail))
+        monitored.event.type = EventType::flagsChanged;
+    monitored.event.keycode = eventKeyCode(event.detail);
+    monitored.event.timestamp = uptimeNanoseconds();
+    monitored.event.flags = flagsAfter(event, goesDown) | flagsOfKeyItself(monitored.event.keycode);
+    monitored.location = location(QPointF(event.root_x, event.root_y));
+    return goesDown ? press(event, monitored) : release(x, event, monitored);
+}
+
+Disposition XcbEventReader::press(const xcb_key_press_event_t& event, MonitoredEvent monitored)
+{
+    if (const auto unsure = std::exchange(m_unsure, std::nullopt)) {
+        if (unsure->key != event.detail || unsure->time != event.time) {
+            m_down.reset(unsure->key);
+            (void)deliver(unsure->event);
+        }
+    }
+    monitored.event.autorepeat = m_down.test(event.detail) ? 1 : 0;
+    m_down.set(event.detail);
+    if (monitored.event.autorepeat && monitored.event.type == EventType::flagsChanged)
+        return Disposition::pass;
+    const Disposition disposition = deliver(monitored);
+    m_swallowed.set(event.detail, disposition == Disposition::swallow);
+    return disposition;
+}
+
+Disposition XcbEventReader::release(const X11Connection& x, const xcb_key_press_event_t& event,
+                                    MonitoredEvent monitored)
+{
+    // A held key comes as pairs of a release and a press of one time. The toolkit looks ahead for the press;
+    // here the server is asked whether the key is down, which it is also after a quick second press.
+    if (isDown(x, event.detail)) {
+        m_unsure = Release{event.detail, event.time, monitored};
+        return m_swallowed.test(event.detail) ? Disposition::swallow : Disposition::pass;
+    }
+    m_down.reset(event.detail);
+    m_swallowed.reset(event.detail);
+    return deliver(monitored);
+}
+
+/// The server tells what was in force before.
+EventFlags XcbEventReader::flagsAfter(const xcb_key_press_event_t& event, bool goesDown)
+{
+    EventFlags flags = eventFlagsOfXState(event.state);
+    const ModifierRole role = m_roles.roleOf(event.detail);
+    if (role == ModifierRole::capsLock) {
+        // The lock sets in with the press; the press that finds it set ends it with its release.
+        if (goesDown)
+            m_capsUnlocksOnRelease = (flags & eventFlag::alphaShift) != 0;
+        const bool isLocked = goesDown || !m_capsUnlocksOnRelease;
+        return isLocked ? flags | eventFlag::alphaShift : flags & ~eventFlag::alphaShift;
+    }
+    if (goesDown)
+        return flags | flagOf(role);
+    for (unsigned key = 0; key < m_down.size(); ++key) {
+        const auto other = static_cast<std::uint8_t>(key);
+        if (m_down.test(key) && other != event.detail && m_roles.roleOf(other) == role)
+            return flags;
+    }
+    return flags & ~flagOf(role);
+}
+
+Disposition XcbEventReader::readMouse(const xcb_input_button_press_event_t& event)
+{
+    const bool isMotion = event.event_type == XCB_INPUT_MOTION;
+    // What the server makes up for old programs is told in the proper form as well.
+    if (!isMotion && (event.flags & XCB_INPUT_POINTER_EVENT_FLAGS_POINTER_EMULATED) != 0)
+        return Disposition::pass;
+    if (!isOurs(event.event))
+        return Disposition::pass;
+    MonitoredEvent monitored;
+    monitored.event.type = isMotion ? typeOfMotion(event)
+                                    : typeOfButton(event.detail, event.event_type == XCB_INPUT_BUTTON_PRESS);
+    if (monitored.event.type == EventType::null)
+        return Disposition::pass;
+    monitored.event.timestamp = uptimeNanoseconds();
+    monitored.event.flags = eventFlagsOfXState(event.mods.effective);
+    monitored.location = location(QPointF(pixels(event.root_x), pixels(event.root_y)));
+    return deliver(monitored);
+}
+
+} // namespace orvane

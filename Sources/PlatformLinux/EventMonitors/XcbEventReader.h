@@ -1,0 +1,62 @@
+// Reads the key and mouse events that the X server sends to windows of this process. They are taken as they
+// come from the server: before input methods, shortcuts and widgets, and once each. Main thread.
+#pragma once
+
+#include "Platform/EventMonitors.h"
+#include "PlatformLinux/EventTap/ModifierRoles.h"
+#include "PlatformLinux/X11/X11Connection.h"
+
+#include <functional>
+#include <optional>
+
+struct xcb_input_button_press_event_t;
+
+namespace orvane {
+
+class XcbEventReader {
+public:
+    using Disposition = EventMonitors::Disposition;
+    /// Called for each event found.
+    using Deliver = std::function<Disposition(const EventMonitors::MonitoredEvent&)>;
+
+    explicit XcbEventReader(Deliver deliver) : m_deliver(std::move(deliver)) {}
+
+    /// Begins: takes over what is held at this moment.
+    void start(const X11Connection& x);
+    /// Whether the event is to go no further.
+    /// May change it: of a button whose press was swallowed it says no more that it is held, or the toolkit
+    /// would make up the press.
+    Disposition read(const X11Connection& x, xcb_generic_event_t& event);
+
+private:
+    struct Release {
+        std::uint8_t key = 0;
+        xcb_timestamp_t time = 0;
+        EventMonitors::MonitoredEvent event;
+    };
+
+    Disposition readKey(const X11Connection& x, const xcb_key_press_event_t& event);
+    Disposition readDevice(xcb_generic_event_t& event);
+    Disposition readMouse(const xcb_input_button_press_event_t& event);
+    Disposition press(const xcb_key_press_event_t& event, EventMonitors::MonitoredEvent monitored);
+    Disposition release(const X11Connection& x, const xcb_key_press_event_t& event,
+                        EventMonitors::MonitoredEvent monitored);
+    Disposition deliver(const EventMonitors::MonitoredEvent& event) { return m_deliver(event); }
+    EventFlags flagsAfter(const xcb_key_press_event_t& event, bool goesDown);
+    void readMapping(const X11Connection& x);
+
+    Deliver m_deliver;
+    std::uint8_t m_xinput = 0;
+    std::uint8_t m_xkbEvent = 0;
+    ModifierRoles m_roles;
+    KeySet m_down;
+    /// Keys whose last press was swallowed.
+    KeySet m_swallowed;
+    /// Bits of the buttons, by number, whose press was swallowed.
+    std::uint32_t m_swallowedButtons = 0;
+    bool m_capsUnlocksOnRelease = false;
+    /// Half of a repeat, or a real release; the next press tells.
+    std::optional<Release> m_unsure;
+};
+
+} // namespace orvane

@@ -1,0 +1,40 @@
+// What the keys of a keymap print and where its symbols are, by virtual key codes: a copy that needs the
+// keymap no more. Pure; any thread.
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+struct xkb_keymap;
+
+namespace orvane {
+
+class KeymapTables {
+public:
+    struct Place {
+        int virtualKeyCode = 0;
+        enum class Level { plain, shifted } level = Level::plain;
+        friend bool operator==(const Place&, const Place&) = default;
+    };
+
+    /// `group` is the layout in use, counted from 0.
+    static KeymapTables of(xkb_keymap* keymap, std::uint32_t group);
+
+    /// Of the layout in use, or where that doesn't type Latin letters, of the first one that does. Nothing
+    /// for a key that prints nothing, or more than four UTF-16 units.
+    std::optional<QString> text(std::int64_t virtualKeyCode) const;
+    /// The key that a symbol is typed with; on the layout in use, if it is there.
+    std::optional<Place> placeOf(std::uint32_t keysym) const;
+
+private:
+    static constexpr std::size_t virtualKeyCodeCount = 0x80;
+
+    std::array<QString, virtualKeyCodeCount> m_texts;
+    QHash<std::uint32_t, Place> m_places;
+};
+
+} // namespace orvane

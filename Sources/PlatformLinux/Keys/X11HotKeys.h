@@ -1,0 +1,32 @@
+// Hot keys on X11: registrations over grabbed keys, and the handlers that are told of them. With nothing
+// registered there is neither a grab nor a connection. Main thread.
+#pragma once
+
+#include "Platform/HotKeys.h"
+
+namespace orvane {
+
+class DesktopShortcuts;
+class LogSink;
+
+class X11HotKeys : public HotKeys {
+public:
+    X11HotKeys(LogSink& log, DesktopShortcuts& desktopShortcuts);
+    ~X11HotKeys() override;
+
+    Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                     EventHotKeyID id) override;
+    std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
+    SymbolicHotKeys copySymbolicHotKeys() override;
+
+private:
+    class HotKey;
+    class InstalledHandler;
+    struct State;
+
+    /// Registrations and handlers may outlive the service.
+    std::shared_ptr<State> m_state;
+    DesktopShortcuts& m_desktopShortcuts;
+};
+
+} // namespace orvane

@@ -1,0 +1,38 @@
+#include "PlatformLinux/Keys/XkbInputSources.h"
+
+#include "Platform/NotificationCenter.h"
+#include "PlatformLinux/Keys/KeymapTables.h"
+#include "PlatformLinux/Keys/ServerKeymap.h"
+
+namespace orvane {
+
+namespace {
+
+class XkbKeyboardLayout : public KeyboardLayout {
+public:
+    explicit XkbKeyboardLayout(std::shared_ptr<const KeymapTables> tables) : m_tables(std::move(tables)) {}
+
+    std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const override
+    {
+        return m_tables->text(virtualKeyCode);
+    }
+
+private:
+    std::shared_ptr<const KeymapTables> m_tables;
+};
+
+} // namespace
+
+XkbInputSources::XkbInputSources(ServerKeymap& keymap, NotificationCenter& center) : m_keymap(keymap)
+{
+    QObject::connect(&keymap, &ServerKeymap::changed, &m_context,
+                     [&center] { center.post(selectedKeyboardInputSourceChangedNotification()); });
+}
+
+std::shared_ptr<const KeyboardLayout> XkbInputSources::currentASCIICapableKeyboardLayout()
+{
+    auto tables = m_keymap.tables();
+    return tables ? std::make_shared<XkbKeyboardLayout>(std::move(tables)) : nullptr;
+}
+
+} // namespace orvane

@@ -1,0 +1,94 @@
+#include "PlatformLinux/Shortcuts/XfconfShortcuts.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+
+#include <algorithm>
+#include <chrono>
+
+namespace orvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto changesGatheringTime = 100ms;
+
+const QString service = QStringLiteral("org.xfce.Xfconf");
+const QString path = QStringLiteral("/org/xfce/Xfconf");
+const QString interface = QStringLiteral("org.xfce.Xfconf");
+const QString shortcutsChannel = QStringLiteral("xfce4-keyboard-shortcuts");
+
+/// Keys of the window manager that it listens to only while a window is moved, resized or chosen.
+bool isOfAMode(const QString& action)
+{
+    static const QStringList ofModes{QStringLiteral("cancel_key"), QStringLiteral("left_key"),
+                                     QStringLiteral("right_key"), QStringLiteral("up_key"),
+                                     QStringLiteral("down_key")};
+    return ofModes.contains(action);
+}
+
+} // namespace
+
+QList<Accelerator> acceleratorsOfXfconf(const QVariantMap& properties)
+{
+    QList<Accelerator> found;
+    for (const QString& provider : {QStringLiteral("/commands/"), QStringLiteral("/xfwm4/")}) {
+        const bool isCustom = properties.value(provider + QLatin1String("custom/override")).toBool();
+        const QString base = provider + QLatin1String(isCustom ? "custom/" : "default/");
+        for (auto property = properties.lowerBound(base);
+             property != properties.end() && property.key().startsWith(base); ++property) {
+            // What isn't a string tells something of the one above it.
+            const bool isShortcut = property->typeId() == QMetaType::QString;
+            const QString action = property->toString();
+            if (!isShortcut || action.isEmpty() || isOfAMode(action))
+                continue;
+            if (const auto accelerator = parseGtkAccelerator(QStringView(property.key()).sliced(base.size())))
+                found.append(*accelerator);
+        }
+    }
+    return found;
+}
+
+XfconfShortcuts::XfconfShortcuts()
+{
+    m_changesEnd.setSingleShot(true);
+    m_changesEnd.setInterval(changesGatheringTime);
+    connect(&m_changesEnd, &QTimer::timeout, this, &XfconfShortcuts::read);
+}
+
+void XfconfShortcuts::start(QDBusConnection* bus)
+{
+    if (!bus)
+        return;
+    m_bus = *bus;
+    for (const QString& signal : {QStringLiteral("PropertyChanged"), QStringLiteral("PropertyRemoved")})
+        m_bus->connect(service, path, interface, signal, {shortcutsChannel}, {}, this,
+                       SLOT(noticeChange(QString)));
+    auto* watcher = new QDBusServiceWatcher(service, *m_bus, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &XfconfShortcuts::read);
+    read();
+}
+
+void XfconfShortcuts::noticeChange(const QString&)
+{
+    m_changesEnd.start();
+}
+
+void XfconfShortcuts::read()
+{
+    auto call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("GetAllProperties"));
+    call.setArguments({shortcutsChannel, QStringLiteral("/")});
+    call.setAutoStartService(false); // where it doesn't run, nobody has shortcuts from it
+    auto* watcher = new QDBusPendingCallWatcher(m_bus->asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QVariantMap> reply = *watcher;
+        if (!reply.isError())
+            set(acceleratorsOfXfconf(reply.value()));
+    });
+}
+
+} // namespace orvane

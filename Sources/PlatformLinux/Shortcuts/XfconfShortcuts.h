@@ -1,0 +1,34 @@
+// The shortcuts of Xfce: of its commands and of its window manager, from the settings daemon. Main thread.
+#pragma once
+
+#include "PlatformLinux/Shortcuts/ShortcutSource.h"
+
+#include <QDBusConnection>
+#include <QTimer>
+#include <QVariant>
+
+#include <optional>
+
+namespace orvane {
+
+/// Those that are in force by the properties of the channel. Pure.
+QList<Accelerator> acceleratorsOfXfconf(const QVariantMap& properties);
+
+class XfconfShortcuts : public ShortcutSource {
+    Q_OBJECT
+public:
+    XfconfShortcuts();
+    void start(QDBusConnection* bus) override;
+
+private Q_SLOTS:
+    void noticeChange(const QString& channel);
+
+private:
+    void read();
+
+    std::optional<QDBusConnection> m_bus;
+    /// One act of the user changes several properties.
+    QTimer m_changesEnd;
+};
+
+} // namespace orvane

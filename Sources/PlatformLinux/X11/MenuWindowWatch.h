@@ -1,0 +1,47 @@
+// Whether a process has menus on the screen: viewable windows of a menu's type that the window manager leaves
+// alone. Listens on a connection of its own to all windows that come and go, so only for as long as somebody
+// has to know. Main thread.
+#pragma once
+
+#include "PlatformLinux/X11/X11Connection.h"
+
+#include <QObject>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <set>
+
+namespace orvane {
+
+class MenuWindowWatch : public QObject {
+    Q_OBJECT
+public:
+    explicit MenuWindowWatch(std::int64_t process);
+    ~MenuWindowWatch() override;
+
+    /// Begins to look. With no X server nothing is ever shown.
+    void start();
+    [[nodiscard]] bool isShown() const { return !m_menus.empty(); }
+
+Q_SIGNALS:
+    /// The receiver may have this object deleted later.
+    void changed(bool isShown);
+
+private:
+    void findShown();
+    void read();
+    void handle(const xcb_generic_event_t& event);
+    void add(xcb_window_t window);
+    void remove(xcb_window_t window);
+    [[nodiscard]] bool isMenu(xcb_window_t window) const;
+
+    std::int64_t m_process;
+    XcbConnection m_connection;
+    std::optional<X11Connection> m_x;
+    xcb_atom_t m_windowType = XCB_ATOM_NONE;
+    std::array<xcb_atom_t, 3> m_menuTypes{};
+    std::set<xcb_window_t> m_menus;
+};
+
+} // namespace orvane

@@ -1,0 +1,278 @@
+#include "Contract/EventMonitorsFixture.h"
+
+#include <QProcess>
+#include <QShortcut>
+
+#include <vector>
+
+namespace orvane::tests {
+namespace {
+
+using ::testing::ElementsAre;
+using namespace eventFlag;
+
+constexpr std::uint8_t menuKey = 135;
+
+class EventMonitorsLiveTest : public EventMonitorsFixture {
+protected:
+    auto note(EventMask mask, Disposition disposition = Disposition::pass)
+    {
+        return monitors.addLocalMonitor(mask, [this, disposition](const MonitoredEvent& event) {
+            seen.push_back(event);
+            return disposition;
+        });
+    }
+
+    bool hasSeen(std::size_t count)
+    {
+        return eventually(deadline, [&] { return seen.size() >= count; });
+    }
+
+    bool told(EventType type, QPoint where) const
+    {
+        return std::any_of(seen.begin(), seen.end(), [&](const MonitoredEvent& event) {
+            return event.event.type == type && event.location.toPoint() == where;
+        });
+    }
+
+    std::vector<MonitoredEvent> seen;
+    NotingWindow window;
+};
+
+TEST_F(EventMonitorsLiveTest, ASwallowedKeyTriggersNeitherAShortcutNorText)
+{
+    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_B), &window);
+    int activations = 0;
+    QObject::connect(&shortcut, &QShortcut::activated, [&] { ++activations; });
+    {
+        const auto monitor = note(eventMaskBit(EventType::keyDown), Disposition::swallow);
+        hardware.press("Control_L");
+        hardware.tap("b");
+        hardware.release("Control_L");
+        hardware.tap("c");
+        ASSERT_TRUE(hasSeen(2));
+    }
+    hardware.tap("x");
+    EXPECT_TRUE(eventually(deadline, [&] { return window.edit.text() == QStringLiteral("x"); }));
+    EXPECT_EQ(activations, 0);
+    EXPECT_EQ(seen.size(), 2u);
+    hardware.press("Control_L");
+    hardware.tap("b");
+    hardware.release("Control_L");
+    EXPECT_TRUE(eventually(deadline, [&] { return activations == 1; }));
+}
+
+TEST_F(EventMonitorsLiveTest, APassedShortcutIsSeenOnceAndFires)
+{
+    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_B), &window);
+    int activations = 0;
+    QObject::connect(&shortcut, &QShortcut::activated, [&] { ++activations; });
+    const auto monitor = note(eventMaskBit(EventType::keyDown));
+    hardware.press("Control_L");
+    hardware.tap("b");
+    hardware.release("Control_L");
+    EXPECT_TRUE(eventually(deadline, [&] { return activations == 1; }));
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].event.flags, control);
+}
+
+TEST_F(EventMonitorsLiveTest, ModifiersComeAsChangesOfFlagsAndInTheFlagsOfKeys)
+{
+    const auto monitor = note(keyEvents | eventMaskBit(EventType::flagsChanged));
+    hardware.press("Shift_L");
+    hardware.press("Alt_L");
+    hardware.tap("c");
+    hardware.release("Alt_L");
+    hardware.release("Shift_L");
+    ASSERT_TRUE(hasSeen(6));
+    std::vector<std::pair<EventType, EventFlags>> told;
+    for (const MonitoredEvent& event : seen)
+        told.emplace_back(event.event.type, event.event.flags);
+    EXPECT_THAT(told, ElementsAre(std::pair(EventType::flagsChanged, shift),
+                                  std::pair(EventType::flagsChanged, shift | option),
+                                  std::pair(EventType::keyDown, shift | option),
+                                  std::pair(EventType::keyUp, shift | option),
+                                  std::pair(EventType::flagsChanged, shift),
+                                  std::pair(EventType::flagsChanged, EventFlags{0})));
+}
+
+TEST_F(EventMonitorsLiveTest, OneOfTwoShiftsThatStaysHeldKeepsTheFlag)
+{
+    const auto monitor = note(eventMaskBit(EventType::flagsChanged));
+    hardware.press("Shift_L");
+    hardware.press("Shift_R");
+    hardware.release("Shift_L");
+    hardware.release("Shift_R");
+    ASSERT_TRUE(hasSeen(4));
+    EXPECT_EQ(seen[2].event.flags, shift);
+    EXPECT_EQ(seen[3].event.flags, 0u);
+}
+
+TEST_F(EventMonitorsLiveTest, CapsLockIsAFlagAndKeepsOneUntilItIsPressedAgain)
+{
+    const auto monitor = note(keyEvents | eventMaskBit(EventType::flagsChanged));
+    hardware.tap("Caps_Lock");
+    hardware.tap("c");
+    hardware.tap("Caps_Lock");
+    ASSERT_TRUE(hasSeen(6));
+    EXPECT_EQ(seen[0].event.flags, alphaShift);
+    EXPECT_EQ(seen[2].event.flags, alphaShift);
+    EXPECT_EQ(seen[2].event.type, EventType::keyDown);
+    EXPECT_EQ(seen[5].event.flags, 0u);
+    EXPECT_TRUE(eventually(deadline, [this] { return other.lockedModifiers() == 0; }));
+}
+
+TEST_F(EventMonitorsLiveTest, AKeyThatBecomesAModifierIsOneFromThenOn)
+{
+    const auto setOption = [](const QString& option) {
+        return QProcess::execute(QStringLiteral("setxkbmap"),
+                                 {QStringLiteral("-rules"), QStringLiteral("evdev"),
+                                  QStringLiteral("-layout"), QStringLiteral("us"), QStringLiteral("-option"),
+                                  QString(), QStringLiteral("-option"), option}) == 0;
+    };
+    const auto monitor = note(keyEvents | eventMaskBit(EventType::flagsChanged));
+    ASSERT_TRUE(setOption(QStringLiteral("altwin:menu_win")));
+    EXPECT_TRUE(eventually(deadline, [this] {
+        seen.clear();
+        hardware.tap(menuKey);
+        return hasSeen(2) && seen[0].event.type == EventType::flagsChanged;
+    }));
+    EXPECT_EQ(seen[0].event.flags, command);
+    EXPECT_EQ(seen[1].event.flags, 0u);
+    ASSERT_TRUE(setOption(QString()));
+    EXPECT_TRUE(eventually(deadline, [this] {
+        seen.clear();
+        hardware.tap(menuKey);
+        return hasSeen(2) && seen[0].event.type == EventType::keyDown;
+    }));
+}
+
+TEST_F(EventMonitorsLiveTest, ArrowsFunctionKeysAndTheKeypadCarryTheirFlags)
+{
+    const auto monitor = note(eventMaskBit(EventType::keyDown));
+    for (const char* key : {"Left", "F5", "KP_Add", "Delete", "BackSpace"})
+        hardware.tap(key);
+    ASSERT_TRUE(hasSeen(5));
+    std::vector<std::pair<std::int64_t, EventFlags>> told;
+    for (const MonitoredEvent& event : seen)
+        told.emplace_back(event.event.keycode, event.event.flags);
+    EXPECT_THAT(told, ElementsAre(std::pair(0x7B, numericPad | secondaryFn), std::pair(0x60, secondaryFn),
+                                  std::pair(0x45, numericPad), std::pair(0x75, secondaryFn),
+                                  std::pair(0x33, EventFlags{0})));
+}
+
+TEST_F(EventMonitorsLiveTest, AHeldKeyRepeatsAndIsReleasedOnce)
+{
+    const auto rate = other.repeatRate();
+    other.setRepeatRate({100, 20});
+    {
+        const auto monitor = note(keyEvents);
+        hardware.press("c");
+        EXPECT_TRUE(hasSeen(4));
+        hardware.release("c");
+        EXPECT_TRUE(eventually(deadline, [this] { return seen.back().event.type == EventType::keyUp; }));
+        hardware.tap("x");
+        const std::size_t count = seen.size();
+        ASSERT_TRUE(hasSeen(count + 2));
+        EXPECT_EQ(seen.front().event.autorepeat, 0);
+        for (std::size_t i = 1; i + 1 < count; ++i) {
+            EXPECT_EQ(seen[i].event.type, EventType::keyDown);
+            EXPECT_EQ(seen[i].event.autorepeat, 1);
+        }
+        EXPECT_EQ(seen[count].event.autorepeat, 0);
+        EXPECT_EQ(seen[count + 1].event.type, EventType::keyUp);
+    }
+    other.setRepeatRate(rate);
+}
+
+TEST_F(EventMonitorsLiveTest, AHeldKeyWhosePressIsSwallowedTypesNothing)
+{
+    const auto rate = other.repeatRate();
+    other.setRepeatRate({100, 20});
+    {
+        const auto monitor = note(eventMaskBit(EventType::keyDown), Disposition::swallow);
+        hardware.press("c");
+        EXPECT_TRUE(hasSeen(4));
+        hardware.release("c");
+        EXPECT_TRUE(eventually(deadline, [this] { return other.keysDown().isEmpty(); }));
+    }
+    hardware.tap("x");
+    EXPECT_TRUE(eventually(deadline, [this] { return window.edit.text() == QStringLiteral("x"); }));
+    other.setRepeatRate(rate);
+}
+
+TEST_F(EventMonitorsLiveTest, QuickTapsOfOneKeyAreAsManyPressesAndReleases)
+{
+    const auto monitor = note(keyEvents);
+    constexpr int count = 20;
+    for (int i = 0; i < count; ++i)
+        hardware.tap("c");
+    ASSERT_TRUE(hasSeen(2 * count));
+    EXPECT_EQ(seen.size(), 2u * count);
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+        EXPECT_EQ(seen[i].event.type, i % 2 == 0 ? EventType::keyDown : EventType::keyUp);
+        EXPECT_EQ(seen[i].event.autorepeat, 0);
+    }
+    EXPECT_TRUE(eventually(deadline, [this] { return window.edit.text().size() == count; }));
+}
+
+TEST_F(EventMonitorsLiveTest, MouseButtonsMotionAndWheelComeWithTheirPlace)
+{
+    const QPoint place = window.edit.mapToGlobal(QPoint(20, 10));
+    hardware.movePointer(place - QPoint(0, 2));
+    constexpr EventMask mouse =
+        eventMaskBit(EventType::leftMouseDown) | eventMaskBit(EventType::leftMouseUp) |
+        eventMaskBit(EventType::rightMouseDown) | eventMaskBit(EventType::rightMouseUp) |
+        eventMaskBit(EventType::otherMouseDown) | eventMaskBit(EventType::otherMouseUp) |
+        eventMaskBit(EventType::mouseMoved) | eventMaskBit(EventType::leftMouseDragged) |
+        eventMaskBit(EventType::scrollWheel);
+    const auto monitor = note(mouse);
+    hardware.movePointer(place);
+    EXPECT_TRUE(eventually(deadline, [&] { return told(EventType::mouseMoved, place); }));
+    hardware.press(Button::left);
+    EXPECT_TRUE(eventually(deadline, [&] { return told(EventType::leftMouseDown, place); }));
+    const QPoint further = place + QPoint(8, 0);
+    hardware.movePointer(further);
+    EXPECT_TRUE(eventually(deadline, [&] { return told(EventType::leftMouseDragged, further); }));
+    hardware.release(Button::left);
+    EXPECT_TRUE(eventually(deadline, [&] { return told(EventType::leftMouseUp, further); }));
+
+    hardware.click(Button::wheelDown);
+    EXPECT_TRUE(eventually(deadline, [&] { return told(EventType::scrollWheel, further); }));
+}
+
+TEST_F(EventMonitorsLiveTest, ASwallowedClickDoesNotReachTheWindow)
+{
+    const QPoint place = window.edit.mapToGlobal(QPoint(133, 10));
+    const auto monitor = monitors.addLocalMonitor(
+        eventMaskBit(EventType::leftMouseDown) | eventMaskBit(EventType::leftMouseUp),
+        [&](const MonitoredEvent& event) {
+            seen.push_back(event);
+            return event.location.toPoint() == place ? Disposition::swallow : Disposition::pass;
+        });
+    hardware.click(place);
+    ASSERT_TRUE(eventually(deadline, [&] { return told(EventType::leftMouseUp, place); }));
+    EXPECT_TRUE(told(EventType::leftMouseDown, place));
+    // Elsewhere, so that it isn't the second half of a double click.
+    hardware.click(window.edit.mapToGlobal(QPoint(200, 10)));
+    const QStringList& noted = window.edit.noted;
+    const qsizetype before = noted.size();
+    EXPECT_TRUE(eventually(deadline, [&] { return noted.size() >= before + 2; }));
+    EXPECT_TRUE(noted.filter(QStringLiteral("133")).isEmpty()) << qPrintable(noted.join(u','));
+}
+
+TEST_F(EventMonitorsLiveTest, NothingIsFilteredWithoutAMonitor)
+{
+    EXPECT_FALSE(monitors.isListening());
+    auto local = note(keyEvents);
+    EXPECT_TRUE(monitors.isListening());
+    local.reset();
+    EXPECT_FALSE(monitors.isListening());
+    const auto menu =
+        monitors.addMenuTrackingMonitor(keyEvents, [](const MonitoredEvent&) { return Disposition::pass; });
+    EXPECT_FALSE(monitors.isListening());
+    EXPECT_FALSE(monitors.isTapping());
+}
+
+} // namespace
+} // namespace orvane::tests

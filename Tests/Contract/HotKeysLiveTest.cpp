@@ -1,0 +1,413 @@
+#include "Contract/EventTapSupport.h"
+#include "Contract/HotKeysSupport.h"
+#include "Desktop/Support/Hardware.h"
+#include "Desktop/Support/KeyWindow.h"
+#include "Desktop/Support/OtherClient.h"
+#include "Fakes/FakeLogSink.h"
+#include "PlatformLinux/EventTap/XInputEventTaps.h"
+#include "PlatformLinux/Keys/ServerKeymap.h"
+#include "PlatformLinux/Keys/X11HotKeys.h"
+#include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
+#include "PlatformLinux/X11/XcbReply.h"
+#include "Support/Eventually.h"
+
+#include <QProcess>
+
+#include <gmock/gmock.h>
+
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/sync.h>
+
+#include <xcb/res.h>
+
+namespace orvane::tests {
+namespace {
+
+constexpr std::uint8_t xKeyOfJ = 44, xKeyOfK = 45, xKeyOfAlt = 64;
+
+/// A client that grabs and asks what OtherClient has no words for.
+class Xlib {
+public:
+    Xlib() = default;
+    ~Xlib() { XCloseDisplay(m_display); }
+    Xlib(const Xlib&) = delete;
+    Xlib& operator=(const Xlib&) = delete;
+
+    void grab(int key, unsigned modifiers)
+    {
+        XGrabKey(m_display, key, modifiers, DefaultRootWindow(m_display), False, GrabModeAsync,
+                 GrabModeAsync);
+        XSync(m_display, False);
+    }
+
+    /// Whether one more client could have the combination.
+    bool couldGrab(int key, unsigned modifiers)
+    {
+        static bool isRefused;
+        isRefused = false;
+        const auto previous = XSetErrorHandler([](Display*, XErrorEvent*) {
+            isRefused = true;
+            return 0;
+        });
+        grab(key, modifiers);
+        XUngrabKey(m_display, key, modifiers, DefaultRootWindow(m_display));
+        XSync(m_display, False);
+        XSetErrorHandler(previous);
+        return !isRefused;
+    }
+
+    void lockGroup(unsigned group)
+    {
+        XkbLockGroup(m_display, XkbUseCoreKbd, group);
+        XSync(m_display, False);
+    }
+
+    int clients()
+    {
+        const XcbConnection xcb(xcb_connect(nullptr, nullptr));
+        const XcbReply<xcb_res_query_clients_reply_t> reply(
+            xcb_res_query_clients_reply(xcb.get(), xcb_res_query_clients(xcb.get()), nullptr));
+        return reply ? static_cast<int>(reply->num_clients) : -1;
+    }
+
+    /// Of the server's own clock.
+    qint64 milliseconds()
+    {
+        int count = 0;
+        int major = 0, minor = 0;
+        XSyncInitialize(m_display, &major, &minor);
+        XSyncSystemCounter* counters = XSyncListSystemCounters(m_display, &count);
+        qint64 time = 0;
+        for (int i = 0; i < count; ++i) {
+            XSyncValue value;
+            if (qstrcmp(counters[i].name, "SERVERTIME") == 0 &&
+                XSyncQueryCounter(m_display, counters[i].counter, &value))
+                time = qint64{XSyncValueHigh32(value)} << 32 | XSyncValueLow32(value);
+        }
+        XSyncFreeSystemCounterList(counters);
+        return time;
+    }
+
+private:
+    Display* m_display = XOpenDisplay(nullptr);
+};
+
+class QuickRepeat {
+public:
+    explicit QuickRepeat(OtherClient& client) : m_client(client) { m_client.setRepeatRate({60, 20}); }
+    ~QuickRepeat() { m_client.setRepeatRate(m_before); }
+    QuickRepeat(const QuickRepeat&) = delete;
+    QuickRepeat& operator=(const QuickRepeat&) = delete;
+
+private:
+    OtherClient& m_client;
+    OtherClient::RepeatRate m_before = m_client.repeatRate();
+};
+
+void setLayout(const QString& layout, const QStringList& options = {})
+{
+    QStringList arguments{u"-rules"_qs,  u"evdev"_qs, u"-model"_qs,  u"pc105"_qs,
+                          u"-layout"_qs, layout,      u"-option"_qs, QString()};
+    for (const QString& option : options)
+        arguments << u"-option"_qs << option;
+    ASSERT_EQ(QProcess::execute(u"setxkbmap"_qs, arguments), 0);
+}
+
+} // namespace
+
+class HotKeysLiveTest : public ::testing::Test {
+protected:
+    ~HotKeysLiveTest() override
+    {
+        // One test must not press the next one's keys.
+        EXPECT_TRUE(eventually(10s, [this] { return other.keysDown().isEmpty(); }));
+        EXPECT_EQ(other.lockedModifiers(), 0u);
+    }
+
+    HotKeys::Registration registerKey(std::uint32_t virtualKeyCode, std::uint32_t id,
+                                      std::uint32_t modifiers = controlOption)
+    {
+        return hotKeys.registerEventHotKey(virtualKeyCode, modifiers, hotKeyId(id));
+    }
+    void pressModifiers()
+    {
+        hardware.press(key::controlL);
+        hardware.press(xKeyOfAlt);
+    }
+    void releaseModifiers()
+    {
+        hardware.release(xKeyOfAlt);
+        hardware.release(key::controlL);
+    }
+    void tap(std::uint8_t xKey)
+    {
+        pressModifiers();
+        hardware.tap(xKey);
+        releaseModifiers();
+    }
+    /// Lets the server's clock go on until it has repeated a held key a dozen times by QuickRepeat.
+    void awaitRepeats()
+    {
+        const qint64 begin = xlib.milliseconds();
+        EXPECT_TRUE(eventually(10s, [&] { return xlib.milliseconds() > begin + 300; }));
+    }
+    void hold(std::uint8_t xKey)
+    {
+        hardware.press(xKey);
+        awaitRepeats();
+        hardware.release(xKey);
+    }
+    bool hears(const char* events)
+    {
+        return eventually(10s, [&] { return log.text() == QLatin1String(events); });
+    }
+    std::string heard() const { return log.text().toStdString(); }
+
+    FakeLogSink logSink;
+    OtherClient other;
+    Xlib xlib;
+    KeyWindow window;
+    ServerKeymap keymap;
+    DesktopShortcuts desktopShortcuts{keymap};
+    X11HotKeys hotKeys{logSink, desktopShortcuts};
+    HotKeyLog log{hotKeys};
+    Hardware hardware;
+};
+
+TEST_F(HotKeysLiveTest, TheLocksDontMatter)
+{
+    const auto registration = registerKey(virtualKey::k, 1);
+    for (const bool caps : {false, true}) {
+        for (const bool num : {false, true}) {
+            if (caps)
+                hardware.tap(key::capsLock);
+            if (num)
+                hardware.tap(key::numLock);
+            const auto before = log.events().size();
+            tap(xKeyOfK);
+            EXPECT_TRUE(eventually(10s, [&] { return log.events().size() == before + 2; }))
+                << "caps " << caps << " num " << num << ": " << heard();
+            if (caps)
+                hardware.tap(key::capsLock);
+            if (num)
+                hardware.tap(key::numLock);
+        }
+    }
+}
+
+TEST_F(HotKeysLiveTest, AKeyThatIsHeldFiresOnce)
+{
+    const QuickRepeat quickRepeat(other);
+    const auto registration = registerKey(virtualKey::k, 1);
+    hold(xKeyOfJ);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed().size() > 3; })) << "the server repeats";
+    pressModifiers();
+    hold(xKeyOfK);
+    releaseModifiers();
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+}
+
+TEST_F(HotKeysLiveTest, AKeyThatIsHeldFiresOnceWithAnEventTapToo)
+{
+    const QuickRepeat quickRepeat(other);
+    XInputEventTaps taps(logSink, [] { return CommandKeys::control; });
+    LambdaTap eventTap(taps);
+    const auto registration = registerKey(virtualKey::k, 1);
+    pressModifiers();
+    hold(xKeyOfK);
+    releaseModifiers();
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+    EXPECT_TRUE(eventTap.sawRepeat());
+}
+
+TEST_F(HotKeysLiveTest, TheReleaseComesThoughTheModifiersWereLetGoFirst)
+{
+    const auto registration = registerKey(virtualKey::k, 1);
+    pressModifiers();
+    hardware.press(xKeyOfK);
+    EXPECT_TRUE(hears("+1")) << heard();
+    releaseModifiers();
+    hardware.release(xKeyOfK);
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+}
+
+TEST_F(HotKeysLiveTest, OtherModifiersAreAnotherCombination)
+{
+    const auto plain = registerKey(virtualKey::k, 1, carbonModifier::control);
+    const auto more = registerKey(virtualKey::k, 2, carbonModifier::control | carbonModifier::command);
+    hardware.press(key::controlL);
+    hardware.press(key::superL);
+    hardware.tap(xKeyOfK);
+    hardware.release(key::superL);
+    hardware.tap(xKeyOfK);
+    hardware.release(key::controlL);
+    EXPECT_TRUE(hears("+2 -2 +1 -1")) << heard();
+}
+
+TEST_F(HotKeysLiveTest, AnUnregisteredKeyReachesTheWindowAgain)
+{
+    auto registration = registerKey(virtualKey::k, 1);
+    tap(xKeyOfK);
+    ASSERT_TRUE(hears("+1 -1")) << heard();
+    EXPECT_THAT(window.keys().join(u' ').toStdString(), ::testing::Not(::testing::HasSubstr("+45")));
+    registration.hotKey.reset();
+    tap(xKeyOfK);
+    EXPECT_TRUE(eventually(10s, [&] { return window.keys().contains(u"+45/control+alt"_qs); }))
+        << window.keys().join(u' ').toStdString();
+    EXPECT_EQ(log.text(), u"+1 -1"_qs);
+}
+
+TEST_F(HotKeysLiveTest, ARefusalLeavesNothingGrabbed)
+{
+    xlib.grab(xKeyOfK, ControlMask | Mod1Mask | LockMask | Mod2Mask);
+    EXPECT_EQ(registerKey(virtualKey::k, 1).status, eventHotKeyExistsErr);
+    Xlib third;
+    for (const unsigned locks : {0u, unsigned{LockMask}, unsigned{Mod2Mask}})
+        EXPECT_TRUE(third.couldGrab(xKeyOfK, ControlMask | Mod1Mask | locks)) << locks;
+}
+
+TEST_F(HotKeysLiveTest, ACodeOfNoKeyIsRefused)
+{
+    EXPECT_EQ(registerKey(0x7F, 1).status, eventHotKeyInvalidErr);
+    EXPECT_EQ(registerKey(0xFFFF, 1).status, eventHotKeyInvalidErr);
+}
+
+TEST_F(HotKeysLiveTest, WithNothingRegisteredThereIsNoConnection)
+{
+    const int clients = xlib.clients();
+    auto first = registerKey(virtualKey::k, 1);
+    auto second = registerKey(virtualKey::j, 2);
+    EXPECT_EQ(xlib.clients(), clients + 1);
+    first.hotKey.reset();
+    second.hotKey.reset();
+    EXPECT_TRUE(eventually(10s, [&] { return xlib.clients() == clients; }));
+}
+
+TEST_F(HotKeysLiveTest, AKeyThatWasHeldBeforeItsRegistrationFiresOnlyWhenPressedAnew)
+{
+    const QuickRepeat quickRepeat(other);
+    pressModifiers();
+    hardware.press(xKeyOfK);
+    ASSERT_TRUE(eventually(10s, [&] { return window.keys().contains(u"+45/control+alt"_qs); }));
+    const auto registration = registerKey(virtualKey::k, 1);
+    awaitRepeats();
+    hardware.release(xKeyOfK);
+    hardware.tap(xKeyOfK);
+    releaseModifiers();
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+}
+
+TEST_F(HotKeysLiveTest, OfTwoKeysEachIsReportedThoughTheFirstIsLetGoFirst)
+{
+    const auto first = registerKey(virtualKey::k, 1);
+    const auto second = registerKey(virtualKey::j, 2);
+    const auto pressBothAndLetTheFirstGo = [this] {
+        pressModifiers();
+        hardware.press(xKeyOfK);
+        hardware.press(xKeyOfJ);
+        hardware.release(xKeyOfK);
+    };
+    pressBothAndLetTheFirstGo();
+    hardware.release(xKeyOfJ);
+    releaseModifiers();
+    EXPECT_TRUE(hears("+1 +2 -1 -2")) << heard();
+    const QuickRepeat quickRepeat(other);
+    pressBothAndLetTheFirstGo();
+    awaitRepeats(); // the second one's, which begin a new grab
+    hardware.release(xKeyOfJ);
+    releaseModifiers();
+    EXPECT_TRUE(hears("+1 +2 -1 -2 +1 +2 -1 -2")) << heard();
+}
+
+TEST_F(HotKeysLiveTest, ItFiresWhileAnEventTapHasTheKeyboards)
+{
+    XInputEventTaps taps(logSink, [] { return CommandKeys::control; });
+    LambdaTap eventTap(taps);
+    const auto registration = registerKey(virtualKey::k, 1);
+    tap(xKeyOfK);
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+    EXPECT_FALSE(eventTap.seen().empty());
+}
+
+TEST_F(HotKeysLiveTest, ATapThatComesOrGoesWhileTheKeyIsDownLosesNoRelease)
+{
+    XInputEventTaps taps(logSink, [] { return CommandKeys::control; });
+    const auto registration = registerKey(virtualKey::k, 1);
+    auto eventTap = std::make_unique<LambdaTap>(taps);
+    pressModifiers();
+    hardware.press(xKeyOfK);
+    EXPECT_TRUE(hears("+1")) << heard();
+    eventTap.reset();
+    hardware.release(xKeyOfK);
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+    hardware.press(xKeyOfK);
+    EXPECT_TRUE(hears("+1 -1 +1")) << heard();
+    eventTap = std::make_unique<LambdaTap>(taps);
+    hardware.release(xKeyOfK);
+    EXPECT_TRUE(hears("+1 -1 +1 -1")) << heard();
+    releaseModifiers();
+}
+
+TEST_F(HotKeysLiveTest, RegistrationsAndHandlersMayOutliveTheService)
+{
+    auto service = std::make_unique<X11HotKeys>(logSink, desktopShortcuts);
+    auto registration = service->registerEventHotKey(virtualKey::k, controlOption, hotKeyId(1));
+    HotKeyLog late(*service);
+    service.reset();
+    EXPECT_TRUE(eventually(10s, [this] { return xlib.couldGrab(xKeyOfK, ControlMask | Mod1Mask); }));
+    registration.hotKey.reset();
+}
+
+class HotKeysLayoutTest : public HotKeysLiveTest {
+protected:
+    ~HotKeysLayoutTest() override { setLayout(u"us"_qs); }
+};
+
+TEST_F(HotKeysLayoutTest, ItIsThePlaceOfTheKeyThatCountsOnEveryLayout)
+{
+    constexpr std::uint32_t virtualZ = 6;
+    constexpr std::uint8_t xKeyOfZ = 52;
+    const auto registration = registerKey(virtualZ, 1);
+    setLayout(u"de"_qs);
+    tap(xKeyOfZ);
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+    setLayout(u"us,ru"_qs);
+    xlib.lockGroup(1);
+    tap(xKeyOfZ);
+    EXPECT_TRUE(hears("+1 -1 +1 -1")) << heard();
+    xlib.lockGroup(0);
+}
+
+TEST_F(HotKeysLayoutTest, TheModifiersAreFollowedToOtherKeys)
+{
+    const auto registration = registerKey(virtualKey::k, 1, carbonModifier::command);
+    setLayout(u"us"_qs, {u"altwin:swap_alt_win"_qs});
+    const auto altIsSuper = [&] {
+        hardware.press(xKeyOfAlt);
+        hardware.tap(xKeyOfK);
+        hardware.release(xKeyOfAlt);
+        return !log.events().isEmpty();
+    };
+    EXPECT_TRUE(eventually(10s, altIsSuper)) << heard();
+}
+
+TEST_F(HotKeysLayoutTest, AMovedModifierBitIsGrabbedAnew)
+{
+    const auto registration = registerKey(virtualKey::k, 1, carbonModifier::command);
+    // Super on Mod3 instead of Mod4.
+    QProcess xmodmap;
+    xmodmap.start(u"xmodmap"_qs, {u"-"_qs});
+    xmodmap.write("clear mod4\nclear mod3\nadd mod3 = Super_L Super_R\n");
+    xmodmap.closeWriteChannel();
+    ASSERT_TRUE(xmodmap.waitForFinished());
+    ASSERT_EQ(xmodmap.exitCode(), 0) << xmodmap.readAllStandardError().toStdString();
+    EXPECT_TRUE(eventually(10s, [&] { return !xlib.couldGrab(xKeyOfK, Mod3Mask); }));
+    EXPECT_TRUE(xlib.couldGrab(xKeyOfK, Mod4Mask)) << "the old grab is gone";
+    hardware.press(key::superL);
+    hardware.tap(xKeyOfK);
+    hardware.release(key::superL);
+    EXPECT_TRUE(hears("+1 -1")) << heard();
+}
+
+} // namespace orvane::tests

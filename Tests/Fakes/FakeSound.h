@@ -1,0 +1,15 @@
+// Sounds that are counted and not heard.
+#pragma once
+
+#include "Platform/Sound.h"
+
+namespace orvane {
+
+class FakeSound : public Sound {
+public:
+    void beep() override { ++beeps; }
+
+    int beeps = 0;
+};
+
+} // namespace orvane

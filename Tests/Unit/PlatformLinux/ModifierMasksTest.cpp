@@ -1,0 +1,96 @@
+#include "PlatformLinux/Keys/ModifierMasks.h"
+#include "Platform/HotKeys.h"
+
+#include <gmock/gmock.h>
+
+#include <X11/keysym.h>
+#include <xcb/xproto.h>
+
+#include <array>
+#include <vector>
+
+namespace orvane::tests {
+namespace {
+
+using namespace carbonModifier;
+using ::testing::UnorderedElementsAre;
+
+constexpr std::uint8_t firstKey = 8, keyAlt = 8, keySuper = 9, keyNum = 10, keyMeta = 11, keyHyper = 12;
+
+/// Keys with one symbol each, and one key for each modifier.
+ModifierMasks masks(std::array<std::uint8_t, 8> modifierKeys,
+                    std::vector<std::uint32_t> keysyms = {XK_Alt_L, XK_Super_L, XK_Num_Lock, XK_Meta_L,
+                                                          XK_Hyper_L})
+{
+    return ModifierMasks::fromMappings(firstKey, 1, keysyms, 1, modifierKeys);
+}
+
+} // namespace
+
+TEST(ModifierMasks, FindsTheBitsOfTheUsualKeyboard)
+{
+    const auto usual = masks({0, 0, 0, keyAlt, keyNum, 0, keySuper, 0});
+    EXPECT_EQ(usual.stateOf(0), 0);
+    EXPECT_EQ(usual.stateOf(control | shift), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT);
+    EXPECT_EQ(usual.stateOf(option), XCB_MOD_MASK_1);
+    EXPECT_EQ(usual.stateOf(command), XCB_MOD_MASK_4);
+    EXPECT_EQ(usual.stateOf(command | option | control | shift),
+              XCB_MOD_MASK_4 | XCB_MOD_MASK_1 | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT);
+}
+
+TEST(ModifierMasks, BitsThatAreNoneOfTheFourDontCount)
+{
+    const auto usual = masks({0, 0, 0, keyAlt, keyNum, 0, keySuper, 0});
+    EXPECT_EQ(usual.stateOf(control | 0x20000 | 0x400), XCB_MOD_MASK_CONTROL);
+}
+
+TEST(ModifierMasks, TheKeyThatPeoplePressDecidesBetweenSeveralBits)
+{
+    // Meta, on a bit below Alt's.
+    const auto split = masks({0, 0, 0, keyMeta, keyNum, keyAlt, keySuper, 0});
+    EXPECT_EQ(split.stateOf(option), XCB_MOD_MASK_3);
+}
+
+TEST(ModifierMasks, WhereThatKeyIsNoModifierAnotherOfItsKindIs)
+{
+    const auto metaOnly = masks({0, 0, 0, keyMeta, keyNum, 0, keySuper, 0});
+    EXPECT_EQ(metaOnly.stateOf(option), XCB_MOD_MASK_1);
+}
+
+TEST(ModifierMasks, AModifierThatTheKeyboardLacksHasNoState)
+{
+    const auto poor = masks({0, 0, 0, keyAlt, 0, 0, 0, 0});
+    EXPECT_EQ(poor.stateOf(command), std::nullopt);
+    EXPECT_EQ(poor.stateOf(command | option), std::nullopt);
+    EXPECT_EQ(poor.stateOf(option), XCB_MOD_MASK_1);
+    EXPECT_EQ(ModifierMasks().stateOf(option), std::nullopt);
+}
+
+TEST(ModifierMasks, TheLocksMakeFourStates)
+{
+    const auto usual = masks({0, 0, 0, keyAlt, keyNum, 0, keySuper, 0});
+    EXPECT_THAT(usual.withLocks(XCB_MOD_MASK_1),
+                UnorderedElementsAre(XCB_MOD_MASK_1, XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK,
+                                     XCB_MOD_MASK_1 | XCB_MOD_MASK_2,
+                                     XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_LOCK));
+    EXPECT_EQ(usual.withoutLocks(XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_LOCK | 0x2000),
+              XCB_MOD_MASK_1)
+        << "the bits of the group aren't modifiers";
+}
+
+TEST(ModifierMasks, WithoutANumLockThereAreTwoStates)
+{
+    const auto poor = masks({0, 0, 0, keyAlt, 0, 0, keySuper, 0});
+    EXPECT_THAT(poor.withLocks(0), UnorderedElementsAre(0, XCB_MOD_MASK_LOCK));
+    EXPECT_EQ(poor.withoutLocks(XCB_MOD_MASK_2), XCB_MOD_MASK_2);
+}
+
+TEST(ModifierMasks, BrokenMappingsGiveNothing)
+{
+    EXPECT_EQ(ModifierMasks::fromMappings(8, 0, {}, 0, {}), ModifierMasks());
+    const std::vector<std::uint8_t> tooFew{keyAlt, keyAlt};
+    const std::vector<std::uint32_t> keysyms{XK_Alt_L};
+    EXPECT_EQ(ModifierMasks::fromMappings(8, 1, keysyms, 4, tooFew), ModifierMasks());
+}
+
+} // namespace orvane::tests
