@@ -1,0 +1,132 @@
+// From a hot key's event to its action, with as many shortcuts as the program has.
+#include "Fakes/FakePlatform.h"
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "KeyboardShortcuts/ShortcutCoding.h"
+#include "KeyboardShortcuts/State.h"
+#include "PlatformLinux/Files/JsonDefaultsStore.h"
+
+#include <benchmark/benchmark.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<long> allocations{0};
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    allocations.fetch_add(1, std::memory_order_relaxed);
+    if (void* memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+using namespace orvane;
+using namespace orvane::KeyboardShortcuts;
+
+namespace {
+
+constexpr int nameCount = 30;
+
+Shortcut shortcutNumber(int i)
+{
+    return {i, carbonModifier::control | carbonModifier::option};
+}
+
+/// Counts per call: what is built on first use isn't counted.
+template <typename Call>
+void measure(benchmark::State& state, const Call& call)
+{
+    call();
+    const long before = allocations.load();
+    for (auto _ : state)
+        call();
+    state.counters["allocations"] = benchmark::Counter(static_cast<double>(allocations.load() - before),
+                                                       benchmark::Counter::kAvgIterations);
+}
+
+struct Shortcuts {
+    Shortcuts()
+    {
+        for (int i = 0; i < nameCount; ++i) {
+            const Name name(QStringLiteral("capability.action%1").arg(i));
+            setShortcut(shortcutNumber(i), name);
+            onKeyUp(name, [this] { ++fired; });
+        }
+    }
+
+    FakePlatform fake;
+    StateScope scope;
+    long fired = 0;
+};
+
+/// The last of the names: its action runs after all stored shortcuts have been read.
+void released(benchmark::State& state)
+{
+    Shortcuts shortcuts;
+    const KeyboardEvent event{KeyboardEvent::Kind::hotKeyReleased,
+                              EventHotKeyID{CarbonKeyboardShortcuts::hotKeySignature, nameCount},
+                              {},
+                              {}};
+    measure(state, [&] {
+        benchmark::DoNotOptimize(CarbonKeyboardShortcuts::carbonKeyboardShortcutsEventHandler(&event));
+    });
+    if (shortcuts.fired == 0)
+        state.SkipWithError("the action didn't run");
+}
+
+/// The same without the reading: no name has an action for this edge.
+void pressed(benchmark::State& state)
+{
+    const Shortcuts shortcuts;
+    const KeyboardEvent event{KeyboardEvent::Kind::hotKeyPressed,
+                              EventHotKeyID{CarbonKeyboardShortcuts::hotKeySignature, nameCount},
+                              {},
+                              {}};
+    measure(state, [&] {
+        benchmark::DoNotOptimize(CarbonKeyboardShortcuts::carbonKeyboardShortcutsEventHandler(&event));
+    });
+}
+
+/// A key in an open menu that is no shortcut.
+void otherKeyInMenu(benchmark::State& state)
+{
+    const Shortcuts shortcuts;
+    const KeyboardEvent event{KeyboardEvent::Kind::rawKeyDown, {}, 125, 0};
+    measure(state, [&] {
+        benchmark::DoNotOptimize(CarbonKeyboardShortcuts::carbonKeyboardShortcutsEventHandler(&event));
+    });
+}
+
+/// One stored shortcut out of the product's own store, among many keys.
+void storedShortcut(benchmark::State& state)
+{
+    FakePlatform fake;
+    JsonDefaultsStore store(QString(), fake.log, fake.runLoop);
+    for (int i = 0; i < 300; ++i)
+        store.set(QStringLiteral("capability.setting%1").arg(i), i);
+    const QString key = QStringLiteral("KeyboardShortcuts_capability.action");
+    store.set(key, QStringLiteral("{\"carbonKeyCode\":49,\"carbonModifiers\":4096}"));
+    measure(state, [&] { benchmark::DoNotOptimize(decode(*store.string(key))); });
+}
+
+} // namespace
+
+BENCHMARK(released);
+BENCHMARK(pressed);
+BENCHMARK(otherKeyInMenu);
+BENCHMARK(storedShortcut);
+
+BENCHMARK_MAIN();

@@ -1,0 +1,206 @@
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
+
+#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
+#include "KeyboardShortcuts/ShortcutStorage.h"
+#include "KeyboardShortcuts/State.h"
+#include "Platform/Menu.h"
+#include "Platform/Platform.h"
+
+namespace orvane::KeyboardShortcuts {
+
+namespace {
+
+State* presentState = nullptr;
+
+void handle(HandlerTable& handlers, const Shortcut& shortcut)
+{
+    if (!state().isPaused)
+        handlers.fire(shortcut);
+}
+
+void handleOnKeyDown(const Shortcut& shortcut)
+{
+    handle(state().legacyKeyDownHandlers, shortcut);
+}
+
+void handleOnKeyUp(const Shortcut& shortcut)
+{
+    handle(state().legacyKeyUpHandlers, shortcut);
+}
+
+/// However many names hold the shortcut, the system is asked once.
+void registerOnce(const Shortcut& shortcut)
+{
+    if (state().registeredShortcuts.contains(shortcut))
+        return;
+    CarbonKeyboardShortcuts::registerShortcut(shortcut, handleOnKeyDown, handleOnKeyUp);
+    state().registeredShortcuts.insert(shortcut);
+}
+
+void unregister(const Shortcut& shortcut)
+{
+    CarbonKeyboardShortcuts::unregisterShortcut(shortcut);
+    state().registeredShortcuts.erase(shortcut);
+}
+
+QString nameKey()
+{
+    return QStringLiteral("name");
+}
+
+void postChange(const Name& name)
+{
+    platform().defaultNotificationCenter.post(shortcutByNameDidChangeNotification(),
+                                              {{nameKey(), QVariant::fromValue(name)}});
+}
+
+void clear(const Name& name)
+{
+    const auto current = getShortcut(name);
+    if (!current)
+        return;
+    if (name.defaultShortcut())
+        storage::writeCleared(storage::key(name));
+    else
+        storage::remove(storage::key(name));
+    unregister(*current);
+    postChange(name);
+}
+
+void addHandler(HandlerTable& handlers, const Name& name, Action action)
+{
+    handlers.append(name, std::move(action));
+    enable({name});
+}
+
+void setMenuOpen(bool isOpen)
+{
+    if (state().isMenuOpen == isOpen)
+        return;
+    state().isMenuOpen = isOpen;
+    CarbonKeyboardShortcuts::updateEventHandler();
+}
+
+} // namespace
+
+State& state()
+{
+    if (!presentState)
+        presentState = new State;
+    return *presentState;
+}
+
+StateScope::StateScope()
+    : m_state(std::make_unique<State>()), m_previous(std::exchange(presentState, m_state.get()))
+{
+}
+
+StateScope::~StateScope()
+{
+    presentState = m_previous;
+}
+
+void initialize()
+{
+    if (std::exchange(state().isInitialized, true))
+        return;
+    NotificationCenter& center = platform().defaultNotificationCenter;
+    state().openMenuObserver = center.addObserver(Menu::didBeginTrackingNotification(),
+                                                  [](const Notification&) { setMenuOpen(true); });
+    state().closeMenuObserver = center.addObserver(Menu::didEndTrackingNotification(),
+                                                   [](const Notification&) { setMenuOpen(false); });
+}
+
+std::optional<Shortcut> getShortcut(const Name& name)
+{
+    return storage::read(storage::key(name));
+}
+
+void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name)
+{
+    if (shortcut)
+        userDefaultsSet(name, *shortcut);
+    else
+        clear(name);
+}
+
+// The new one is live before the store says so, and the old one goes first even if the two are equal.
+void userDefaultsSet(const Name& name, const Shortcut& shortcut)
+{
+    if (const auto former = getShortcut(name))
+        unregister(*former);
+    registerOnce(shortcut);
+    storage::write(storage::key(name), shortcut);
+    postChange(name);
+}
+
+void reset(const QList<Name>& names)
+{
+    for (const Name& name : names)
+        setShortcut(name.defaultShortcut(), name);
+}
+
+void onKeyDown(const Name& name, Action action)
+{
+    addHandler(state().legacyKeyDownHandlers, name, std::move(action));
+}
+
+void onKeyUp(const Name& name, Action action)
+{
+    addHandler(state().legacyKeyUpHandlers, name, std::move(action));
+}
+
+void enable(const QList<Name>& names)
+{
+    for (const Name& name : names) {
+        if (const auto shortcut = getShortcut(name))
+            registerOnce(*shortcut);
+    }
+}
+
+void disable(const QList<Name>& names)
+{
+    for (const Name& name : names) {
+        if (const auto shortcut = getShortcut(name))
+            unregister(*shortcut);
+    }
+}
+
+bool isEnabled()
+{
+    return state().isEnabled;
+}
+
+void setEnabled(bool enabled)
+{
+    if (state().isEnabled == enabled)
+        return;
+    state().isEnabled = enabled;
+    CarbonKeyboardShortcuts::updateEventHandler();
+}
+
+bool isPaused()
+{
+    return state().isPaused;
+}
+
+void setPaused(bool paused)
+{
+    state().isPaused = paused;
+}
+
+bool isMenuOpen()
+{
+    return state().isMenuOpen;
+}
+
+std::optional<Name> changedName(const Notification& notification)
+{
+    // QVariant's own conversion wants a Name that is made of nothing.
+    const QVariant value = notification.userInfo.value(nameKey());
+    if (value.metaType() != QMetaType::fromType<Name>())
+        return std::nullopt;
+    return *static_cast<const Name*>(value.constData());
+}
+
+} // namespace orvane::KeyboardShortcuts

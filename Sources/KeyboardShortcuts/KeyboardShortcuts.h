@@ -1,0 +1,74 @@
+// A call when the user presses the shortcut of a name, whatever that shortcut is just now.
+//
+// One namespace with static state, on the main thread. Nothing here reports an error: a shortcut that the
+// system refuses doesn't fire, and a stored value that can't be read is none.
+#pragma once
+
+#include "KeyboardShortcuts/Name.h"
+#include "KeyboardShortcuts/Shortcut.h"
+
+#include <QList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+struct Notification;
+}
+
+namespace orvane::KeyboardShortcuts {
+
+using Action = std::function<void()>;
+
+std::optional<Shortcut> getShortcut(const Name& name);
+/// Without a shortcut it clears the name; one that has a default remembers that it was cleared.
+void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name);
+/// Registers the shortcut, stores it under the name and tells of the change. The recorder's way in.
+void userDefaultsSet(const Name& name, const Shortcut& shortcut);
+/// Back to the defaults; a name without one is cleared.
+void reset(const QList<Name>& names);
+
+/// Adds `action` behind those that the name has; none is ever replaced. An action may set shortcuts and add
+/// actions: one that is added while others run waits for the next press.
+void onKeyDown(const Name& name, Action action);
+void onKeyUp(const Name& name, Action action);
+
+/// Actions and stored values stay as they are.
+void enable(const QList<Name>& names);
+void disable(const QList<Name>& names);
+
+/// Whether any shortcut fires at all.
+bool isEnabled();
+void setEnabled(bool enabled);
+/// While a recorder records: shortcuts are taken from the other programs and call nobody.
+bool isPaused();
+void setPaused(bool paused);
+/// While a menu of the program is open.
+bool isMenuOpen();
+
+/// Posted on the default notification centre after each stored change of a name.
+inline QString shortcutByNameDidChangeNotification()
+{
+    return QStringLiteral("KeyboardShortcuts_shortcutByNameDidChange");
+}
+/// The name that such a notification is about: its user info's "name", a `Name`.
+std::optional<Name> changedName(const Notification& notification);
+
+struct State;
+
+/// Fresh state for a scope, for tests: at its end every hot key is let go, and the former state is back.
+/// Keep it inside the scope of the platform that it uses.
+class StateScope {
+public:
+    StateScope();
+    ~StateScope();
+    StateScope(const StateScope&) = delete;
+    StateScope& operator=(const StateScope&) = delete;
+
+private:
+    std::unique_ptr<State> m_state;
+    State* m_previous;
+};
+
+} // namespace orvane::KeyboardShortcuts

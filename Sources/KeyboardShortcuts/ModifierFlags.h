@@ -1,0 +1,20 @@
+// A shortcut's modifiers in both their encodings, and how they are written. Pure.
+#pragma once
+
+#include "Platform/EventFlags.h"
+
+#include <QString>
+
+#include <cstdint>
+
+namespace orvane::KeyboardShortcuts {
+
+/// Control, Option, Shift and Command; every other bit is dropped.
+std::int64_t toCarbonModifiers(EventFlags flags);
+/// The same four, the other way.
+EventFlags toEventFlags(std::int64_t carbonModifiers);
+
+/// The symbols, in the order control, option, shift, command, function, with nothing between them.
+QString description(EventFlags flags);
+
+} // namespace orvane::KeyboardShortcuts

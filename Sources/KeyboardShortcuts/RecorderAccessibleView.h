@@ -1,0 +1,9 @@
+// What a recorder tells assistive technology.
+#pragma once
+
+namespace orvane::KeyboardShortcuts {
+
+/// Once for the process; again it does nothing. Main thread.
+void installRecorderAccessibility();
+
+} // namespace orvane::KeyboardShortcuts
