@@ -1,0 +1,51 @@
+// One entry of the clipboard history. A value.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QUuid>
+
+#include <array>
+#include <chrono>
+#include <optional>
+
+namespace orvane {
+
+enum class ClipKind { text, url, image, fileURLs };
+
+inline constexpr std::array allClipKinds{ClipKind::text, ClipKind::url, ClipKind::image, ClipKind::fileURLs};
+
+/// "text", "url", "image", "fileURLs": what the disk holds.
+QLatin1StringView rawValue(ClipKind kind);
+/// Nothing for an unknown string.
+std::optional<ClipKind> clipKind(QStringView rawValue);
+
+struct ClipItem {
+    /// Time since 2001-01-01T00:00:00Z, with its fraction: the very number that the disk holds.
+    using Date = std::chrono::duration<double>;
+
+    /// Fresh for every capture.
+    QUuid id = {};
+    ClipKind kind = ClipKind::text;
+    /// Of a text as it was read, of a link trimmed, of files their names joined by ", ", of an image nothing.
+    std::optional<QString> text = std::nullopt;
+    /// Of an image: a bare name in the image folder, never a path.
+    std::optional<QString> imageFileName = std::nullopt;
+    /// Of files: absolute paths in the order in which they were copied.
+    std::optional<QStringList> filePaths = std::nullopt;
+    Date date{0};
+    bool pinned = false;
+    /// The identifier of the application in front at the time, for display only.
+    std::optional<QString> sourceApp = std::nullopt;
+
+    static Date dateFrom(std::chrono::system_clock::time_point time);
+
+    /// Whether kind, text, paths and image name are those of `other`, strings by canonical equivalence.
+    bool contentEquals(const ClipItem& other) const;
+    /// The one line that stands for the entry, and all that a search looks at.
+    QString preview() const;
+
+    friend bool operator==(const ClipItem&, const ClipItem&) = default;
+};
+
+} // namespace orvane
