@@ -1,0 +1,41 @@
+// Points, sizes and rectangles of the desktop, in points. A rectangle is its corner of least x and y and its
+// size; which way y runs is for whoever uses it to say.
+#pragma once
+
+namespace orvane {
+
+struct Point {
+    double x = 0;
+    double y = 0;
+    friend bool operator==(const Point&, const Point&) = default;
+};
+
+struct Size {
+    double width = 0;
+    double height = 0;
+    friend bool operator==(const Size&, const Size&) = default;
+};
+
+struct Rect {
+    Point origin;
+    Size size;
+
+    double minX() const { return origin.x; }
+    double minY() const { return origin.y; }
+    double midX() const { return origin.x + size.width * 0.5; }
+    double midY() const { return origin.y + size.height * 0.5; }
+    double maxX() const { return origin.x + size.width; }
+    double maxY() const { return origin.y + size.height; }
+    double width() const { return size.width; }
+    double height() const { return size.height; }
+
+    /// The edges of greatest x and y are outside.
+    bool contains(Point point) const
+    {
+        return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();
+    }
+
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+} // namespace orvane
