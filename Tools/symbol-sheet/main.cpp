@@ -17,7 +17,7 @@ constexpr std::array sizes{16, 18, 22, 24, 52};
 constexpr int rowHeight = 64;
 constexpr int sizesWidth = 212;
 constexpr int nameWidth = 230;
-constexpr int perColumn = 7;
+constexpr int perColumn = 22;
 
 QStringList symbolNames()
 {
