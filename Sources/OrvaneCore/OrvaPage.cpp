@@ -19,6 +19,7 @@ namespace {
 constexpr double headerTile = 52;
 constexpr int headerGap = 16;
 constexpr int textGap = 3;
+constexpr int accessoryGap = 8;
 
 QList<AnyView> present(std::initializer_list<AnyView> views)
 {
@@ -60,9 +61,14 @@ QLayout* makeAutoStartLine(const OrvaPageHeader& header)
         line->addWidget(control);
         line->addWidget(new StartTitleView(header.autoStartTitle, header.autoStartEnabled));
     }
-    if (QWidget* accessory = header.accessory.makeWidget())
-        line->addWidget(accessory);
-    line->addStretch(1);
+    QWidget* const accessory = header.accessory.makeWidget();
+    const bool fills = accessory && (accessory->sizePolicy().expandingDirections() & Qt::Horizontal);
+    if (accessory) {
+        line->addSpacing(accessoryGap);
+        line->addWidget(accessory, fills ? 1 : 0);
+    }
+    if (!fills)
+        line->addStretch(1);
     return line;
 }
 

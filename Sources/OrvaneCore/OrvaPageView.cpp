@@ -54,6 +54,8 @@ OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& head
     setWidgetResizable(true);
     setVerticalScrollBar(new OrvaScrollBarView);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // It stands in the page's padding, always: columns are equally wide on long pages and on short ones.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     // Nothing on the page that could be chosen: Tab goes on to the controls, a click still lets keys scroll.
     setFocusPolicy(Qt::ClickFocus);
 
@@ -73,7 +75,7 @@ OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& head
     auto* ground = new Ground;
     auto* frame = new QHBoxLayout(ground);
     constexpr int padding = static_cast<int>(Orva::pagePadding);
-    frame->setContentsMargins(padding, padding, padding, padding);
+    frame->setContentsMargins(padding, padding, padding - OrvaScrollBarView::thickness, padding);
     // The column takes all that it may before the sides get anything.
     frame->addStretch(0);
     frame->addWidget(column, 1);

@@ -80,14 +80,19 @@ OrvaIconTileView::OrvaIconTileView(const OrvaIconTile& tile) : m_tile(tile)
 void OrvaIconTileView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    paintOrvaIconTile(painter, m_tile, rect());
+}
+
+void paintOrvaIconTile(QPainter& painter, const OrvaIconTile& tile, const QRectF& box)
+{
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF box = rect();
     // The deeper colours of the light scheme in the dark one too: white symbols need them as their ground.
-    const QColor color = orvaColor(m_tile.color, OrvaScheme::light);
+    const QColor color = orvaColor(tile.color, OrvaScheme::light);
     QLinearGradient gradient(box.topLeft(), box.bottomLeft());
     gradient.setColorAt(0, faded(color, 0.95));
     gradient.setColorAt(1, faded(color, 0.78));
-    const double corner = 0.26 * m_tile.size;
+    const double corner = 0.26 * box.width();
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);
     painter.drawRoundedRect(box, corner, corner);
@@ -95,9 +100,10 @@ void OrvaIconTileView::paintEvent(QPaintEvent*)
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), corner - 0.5, corner - 0.5);
 
-    QRectF symbol(0, 0, 0.52 * m_tile.size, 0.52 * m_tile.size);
+    QRectF symbol(0, 0, 0.52 * box.width(), 0.52 * box.width());
     symbol.moveCenter(box.center());
-    paintOrvaSymbol(painter, m_tile.systemImage, symbol, Qt::white, SystemSymbol::Weight::semibold);
+    paintOrvaSymbol(painter, tile.systemImage, symbol, Qt::white, SystemSymbol::Weight::semibold);
+    painter.restore();
 }
 
 void OrvaBannerView::paintEvent(QPaintEvent*)

@@ -11,6 +11,9 @@ namespace orvane {
 class OrvaSymbolView;
 class OrvaTextView;
 
+/// The tile in `box`, whose sides count instead of the tile's own size.
+void paintOrvaIconTile(QPainter& painter, const OrvaIconTile& tile, const QRectF& box);
+
 class OrvaChipView final : public OrvaThemed<QWidget> {
 public:
     explicit OrvaChipView(const OrvaChip& chip);

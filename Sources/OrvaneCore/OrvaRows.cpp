@@ -2,6 +2,7 @@
 
 #include "OrvaneCore/OrvaButtonView.h"
 #include "OrvaneCore/OrvaIconButtonView.h"
+#include "OrvaneCore/OrvaLayout.h"
 #include "OrvaneCore/OrvaPage.h"
 #include "OrvaneCore/OrvaPickerView.h"
 #include "OrvaneCore/OrvaSection.h"
@@ -9,6 +10,7 @@
 #include "OrvaneCore/OrvaStackView.h"
 #include "OrvaneCore/OrvaStepperView.h"
 #include "OrvaneCore/OrvaSwitchView.h"
+#include "OrvaneCore/OrvaTextButtonView.h"
 #include "OrvaneCore/OrvaTextView.h"
 
 #include <QHBoxLayout>
@@ -86,7 +88,10 @@ int ringMargin(const AnyView& view)
 {
     if (view.as<OrvaIconButton>())
         return OrvaIconButtonView::margin;
-    return view.as<OrvaButton>() || view.as<OrvaSwitch>() || view.as<OrvaSelectableText>() ? orvaRingMargin : 0;
+    if (view.as<OrvaTextButton>())
+        return OrvaTextButtonView::margin;
+    return view.as<OrvaButton>() || view.as<OrvaSwitch>() || view.as<OrvaSelectableText>() ? orvaRingMargin
+                                                                                           : 0;
 }
 
 QWidget* makeOrvaWidget(const OrvaRow& row)

@@ -9,21 +9,20 @@ namespace orvane {
 
 namespace {
 
-constexpr int barWidth = 12;
 constexpr double thumbWidth = 6;
 constexpr double shortest = 28;
 constexpr double endGap = 3;
 
 } // namespace
 
-OrvaScrollBarView::OrvaScrollBarView(QWidget* parent) : OrvaThemed(Qt::Vertical, parent)
+OrvaScrollBarView::OrvaScrollBarView(OrvaColor ground) : OrvaThemed(Qt::Vertical), m_ground(ground)
 {
     setAttribute(Qt::WA_Hover);
 }
 
 QSize OrvaScrollBarView::sizeHint() const
 {
-    return QSize(barWidth, 60);
+    return QSize(thickness, 60);
 }
 
 QRectF OrvaScrollBarView::thumb() const
@@ -39,7 +38,7 @@ QRectF OrvaScrollBarView::thumb() const
 void OrvaScrollBarView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), orvaColor(OrvaColor::window));
+    painter.fillRect(rect(), orvaColor(m_ground));
     if (maximum() <= minimum())
         return;
     painter.setRenderHint(QPainter::Antialiasing);

@@ -9,7 +9,11 @@ namespace orvane {
 
 class OrvaScrollBarView final : public OrvaThemed<QScrollBar> {
 public:
-    explicit OrvaScrollBarView(QWidget* parent = nullptr);
+    /// Points; always the same.
+    static constexpr int thickness = 12;
+
+    /// `ground` is what it stands on.
+    explicit OrvaScrollBarView(OrvaColor ground = OrvaColor::window);
 
     QSize sizeHint() const override;
 
@@ -23,6 +27,7 @@ protected:
 private:
     QRectF thumb() const;
 
+    OrvaColor m_ground;
     double m_grip = 0; // where in the thumb the mouse holds it, points
 };
 

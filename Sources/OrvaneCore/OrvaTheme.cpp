@@ -21,12 +21,14 @@ const auto& tokens()
 {
     static const std::array table{
         Token{OrvaColor::window, QColor(0xf4, 0xf4, 0xf6), QColor(0x1c, 0x1c, 0x1f)},
+        Token{OrvaColor::sidebar, QColor(0xea, 0xea, 0xee), QColor(0x23, 0x23, 0x27)},
         Token{OrvaColor::cardFill, QColor(0xff, 0xff, 0xff), QColor(0x28, 0x28, 0x2c)},
         Token{OrvaColor::cardStroke, QColor(0x1d, 0x1d, 0x1f, 18), QColor(0xf2, 0xf2, 0xf4, 18)},
         Token{OrvaColor::divider, QColor(0x1d, 0x1d, 0x1f, 28), QColor(0xf2, 0xf2, 0xf4, 30)},
         Token{OrvaColor::primary, QColor(0x1d, 0x1d, 0x1f), QColor(0xf2, 0xf2, 0xf4)},
         Token{OrvaColor::secondary, QColor(0x5b, 0x5b, 0x62), QColor(0xae, 0xae, 0xb6)},
         Token{OrvaColor::accent, QColor(0x1f, 0x6b, 0xe0), QColor(0x2f, 0x6d, 0xe8)},
+        Token{OrvaColor::link, QColor(0x1a, 0x62, 0xd6), QColor(0x73, 0xa8, 0xff)},
         Token{OrvaColor::green, QColor(0x14, 0x6a, 0x34), QColor(0x3f, 0xce, 0x70)},
         Token{OrvaColor::orange, QColor(0x96, 0x49, 0x00), QColor(0xff, 0xa2, 0x3d)},
         Token{OrvaColor::red, QColor(0xb3, 0x24, 0x1d), QColor(0xff, 0x80, 0x78)},
@@ -89,6 +91,23 @@ QColor orvaColor(OrvaColor color, OrvaScheme scheme)
 QColor orvaColor(OrvaColor color)
 {
     return orvaColor(color, orvaScheme());
+}
+
+QColor orvaLightColor(OrvaColor color, OrvaScheme scheme)
+{
+    if (scheme == OrvaScheme::light) {
+        switch (color) {
+        case OrvaColor::green:
+            return QColor(0x1c, 0x8a, 0x45);
+        case OrvaColor::orange:
+            return QColor(0xb8, 0x5c, 0x00);
+        case OrvaColor::red:
+            return QColor(0xd0, 0x34, 0x2c);
+        default:
+            break;
+        }
+    }
+    return orvaColor(color, scheme);
 }
 
 QColor faded(QColor color, double opacity)

@@ -21,12 +21,14 @@ inline constexpr double bannerCorner = 10;  // corner radius of a status banner
 /// A colour by its role; the token table gives its value, light or dark.
 enum class OrvaColor {
     window,     // behind a page
+    sidebar,    // behind the list of pages
     cardFill,   // the system's control background
     cardStroke, // the primary colour at opacity 0.07
     divider,
     primary,   // text
     secondary, // lesser text
     accent,
+    link, // text that is pressed
     green,
     orange,
     red,
@@ -43,6 +45,8 @@ enum class OrvaScheme { light, dark };
 OrvaScheme orvaScheme();
 QColor orvaColor(OrvaColor color, OrvaScheme scheme);
 QColor orvaColor(OrvaColor color);
+/// For a light or a mark without text: livelier than what text needs, and told from every ground at 3 to 1.
+QColor orvaLightColor(OrvaColor color, OrvaScheme scheme);
 /// `color` at an opacity of 0 to 1, on top of its own.
 QColor faded(QColor color, double opacity);
 
@@ -59,6 +63,12 @@ enum class OrvaFont {
 };
 
 QFont orvaFont(OrvaFont role);
+
+/// How much of the primary colour lies on a chosen row of a sidebar, 0 to 1.
+inline double orvaChosenOpacity(OrvaScheme scheme)
+{
+    return scheme == OrvaScheme::dark ? 0.13 : 0.1;
+}
 
 /// False when the desktop asks for still controls.
 bool orvaAnimates();

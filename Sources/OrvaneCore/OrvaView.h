@@ -34,6 +34,7 @@ public:
     Live(std::function<T()> get, Sources sources) : m_get(std::move(get)), m_sources(std::move(sources)) {}
 
     T get() const { return m_get(); }
+    const Sources& sources() const { return m_sources; }
     bool isConstant() const { return m_sources.empty(); }
 
     [[nodiscard]] Cancellables onChange(const std::function<void()>& handler) const

@@ -61,6 +61,12 @@ TEST_P(OrvaTextContrast, OfPlainTextReachesFourAndAHalf)
         expectReadable(token(OrvaColor::primary), chip, "prominent chip");
         expectReadable(token(OrvaColor::secondary), chip, "chip");
     }
+    for (const OrvaColor ground : {OrvaColor::window, OrvaColor::cardFill})
+        expectReadable(token(OrvaColor::link), token(ground), "link");
+    const QColor row =
+        over(faded(token(OrvaColor::primary), orvaChosenOpacity(GetParam())), token(OrvaColor::sidebar));
+    expectReadable(token(OrvaColor::primary), row, "chosen row of the sidebar");
+    expectReadable(token(OrvaColor::secondary), token(OrvaColor::sidebar), "heading of the sidebar");
     expectReadable(token(OrvaColor::primary), token(OrvaColor::controlFill), "button, picker, stepper");
     const QColor pressed = over(faded(token(OrvaColor::primary), 0.08), token(OrvaColor::controlFill));
     expectReadable(token(OrvaColor::primary), pressed, "pressed button");
@@ -85,6 +91,11 @@ TEST_P(OrvaTextContrast, OfControlsAndTileSymbolsReachesThree)
     for (const OrvaColor ground : {OrvaColor::window, OrvaColor::cardFill}) {
         EXPECT_GE(contrast(token(OrvaColor::accent), token(ground)), 3);
         EXPECT_GE(contrast(token(OrvaColor::controlTrack), token(ground)), 3);
+    }
+    for (const OrvaColor dot : {OrvaColor::green, OrvaColor::orange, OrvaColor::red}) {
+        const QColor row =
+            over(faded(token(OrvaColor::primary), orvaChosenOpacity(GetParam())), token(OrvaColor::sidebar));
+        EXPECT_GE(contrast(orvaLightColor(dot, GetParam()), row), 3);
     }
     // Tiles keep to the light scheme's colours; the lower end of their gradient lets most of the ground in.
     for (const OrvaColor color : {OrvaColor::accent, OrvaColor::green, OrvaColor::orange, OrvaColor::red}) {

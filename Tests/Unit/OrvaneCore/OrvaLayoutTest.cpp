@@ -1,0 +1,244 @@
+// Chips that are buttons, text buttons, wrapping lines and popovers of the view kit, as widgets.
+#include "OrvaneCore/OrvaLayout.h"
+#include "OrvaneCore/OrvaChipButtonView.h"
+#include "OrvaneCore/OrvaPopoverView.h"
+#include "OrvaneCore/OrvaRows.h"
+#include "OrvaneCore/OrvaTextButtonView.h"
+#include "OrvaneCore/OrvaWrapView.h"
+#include "Unit/OrvaneCore/OrvaWidgetSupport.h"
+
+#include <QAccessible>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace orvane;
+using namespace orvane::tests;
+
+struct Key {
+    Observable<QString> text{QStringLiteral("Set")};
+    Observable<bool> isSet{false};
+    Observable<bool> shown{false};
+    int presses = 0;
+};
+
+struct OrvaLayoutTest : testing::Test {
+    std::shared_ptr<Key> key = std::make_shared<Key>();
+
+    OrvaChipButton chip() const
+    {
+        return {OrvaChip{Live<QString>(bind(key, &Key::text)), QStringLiteral("keyboard"),
+                         Live<bool>(bind(key, &Key::isSet))},
+                QStringLiteral("Do It"), [key = key] { ++key->presses; }};
+    }
+};
+
+TEST_F(OrvaLayoutTest, AChipButtonIsPressedByMouseAndKeyboard)
+{
+    const auto widget = rendered(chip());
+    widget->show();
+    click(*widget);
+    EXPECT_EQ(key->presses, 1);
+    press(*widget, Qt::Key_Space);
+    EXPECT_EQ(key->presses, 2);
+    EXPECT_EQ(widget->focusPolicy(), Qt::StrongFocus);
+}
+
+TEST_F(OrvaLayoutTest, AChipButtonSaysItsActionAndItsText)
+{
+    const auto widget = rendered(chip());
+    EXPECT_EQ(widget->toolTip(), QStringLiteral("Do It"));
+    EXPECT_EQ(widget->accessibleName(), QStringLiteral("Do It: Set"));
+    const int narrow = widget->sizeHint().width();
+    key->text.set(QStringLiteral("Control Option Space"));
+    EXPECT_EQ(widget->accessibleName(), QStringLiteral("Do It: Control Option Space"));
+    EXPECT_GT(widget->sizeHint().width(), narrow);
+}
+
+TEST_F(OrvaLayoutTest, ATextButtonHasItsHelpAsDescription)
+{
+    int presses = 0;
+    const auto widget = rendered(OrvaTextButton{.title = QStringLiteral("Website"),
+                                                .action = [&] { ++presses; },
+                                                .help = QStringLiteral("the address")});
+    EXPECT_EQ(widget->accessibleName(), QStringLiteral("Website"));
+    EXPECT_EQ(widget->accessibleDescription(), QStringLiteral("the address"));
+    widget->show();
+    press(*widget, Qt::Key_Space);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(OrvaLayoutTest, AtTheEdgeOfARowTheTextOfATextButtonStandsInLineWithOthers)
+{
+    const OrvaTextButton button{.title = QStringLiteral("Website"), .action = nullptr};
+    EXPECT_EQ(ringMargin(button), OrvaTextButtonView::margin);
+}
+
+TEST_F(OrvaLayoutTest, AWrapTakesAsManyLinesAsItNeeds)
+{
+    QList<AnyView> chips;
+    for (int index = 0; index < 11; ++index)
+        chips.append(chip());
+    const auto wrap = rendered(OrvaWrap{4, chips});
+    const int one = wrap->layout()->itemAt(0)->sizeHint().height();
+    EXPECT_EQ(wrap->heightForWidth(10000), one);
+    EXPECT_EQ(wrap->sizeHint().height(), one);
+    const int width = wrap->layout()->itemAt(0)->sizeHint().width();
+    EXPECT_EQ(wrap->heightForWidth(4 * width + 3 * 4), 3 * one + 2 * 4);
+    wrap->resize(4 * width + 3 * 4, 200);
+    wrap->show();
+    const auto views = all<OrvaChipButtonView>(*wrap);
+    EXPECT_EQ(views.at(4)->y(), one + 4);
+    EXPECT_EQ(views.at(4)->x(), views.at(0)->x());
+    EXPECT_EQ(views.at(3)->y(), views.at(0)->y());
+}
+
+// Popover
+
+struct Field {
+    QString name;
+};
+
+QWidget* makeOrvaWidget(const Field& field)
+{
+    auto* edit = new QLineEdit;
+    edit->setAccessibleName(field.name);
+    return edit;
+}
+
+struct OrvaPopoverTest : OrvaLayoutTest {
+    OrvaPopoverTest()
+    {
+        OrvaChipButton anchor = chip();
+        anchor.action = [key = key] { key->shown.set(!key->shown.get()); };
+        const AnyView popover = OrvaPopover{.isPresented = bind(key, &Key::shown),
+                                            .accessibleName = QStringLiteral("Do It"),
+                                            .anchor = anchor,
+                                            .content = [] { return Field{QStringLiteral("field")}; }};
+        auto* lines = new QVBoxLayout(&window);
+        lines->addWidget(popover.makeWidget(), 0, Qt::AlignTop | Qt::AlignHCenter);
+        outside = new QLineEdit;
+        lines->addWidget(outside, 1, Qt::AlignBottom);
+        window.resize(500, 400);
+        showActive(window);
+    }
+    OrvaPopoverPanelView* panel()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const auto panels = all<OrvaPopoverPanelView>(window);
+        return panels.isEmpty() ? nullptr : panels.constFirst();
+    }
+    QLineEdit* field() { return panel()->findChild<QLineEdit*>(); }
+    OrvaChipButtonView& chipView() { return *all<OrvaChipButtonView>(window).constFirst(); }
+
+    QWidget window;
+    QLineEdit* outside = nullptr;
+};
+
+TEST_F(OrvaPopoverTest, OpensInsideTheWindowWithItsWidthAndPadding)
+{
+    EXPECT_EQ(panel(), nullptr);
+    click(chipView());
+    ASSERT_NE(panel(), nullptr);
+    EXPECT_TRUE(panel()->isVisible());
+    EXPECT_EQ(panel()->window(), &window);
+    EXPECT_EQ(field()->width(), 260 - 2 * 14);
+    EXPECT_GE(panel()->y() + panel()->height(),
+              chipView().mapTo(&window, QPoint(0, chipView().height())).y());
+    EXPECT_EQ(QApplication::focusWidget(), panel()) << "nothing in it is entered by its opening";
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(panel());
+    EXPECT_EQ(accessible->role(), QAccessible::Dialog);
+    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Do It"));
+}
+
+TEST_F(OrvaPopoverTest, ASecondClickOnTheAnchorCloses)
+{
+    click(chipView());
+    click(chipView());
+    EXPECT_FALSE(key->shown.get());
+    EXPECT_EQ(panel(), nullptr);
+}
+
+TEST_F(OrvaPopoverTest, EscapeClosesAndTheAnchorHasTheFocusAgain)
+{
+    chipView().setFocus(Qt::TabFocusReason);
+    press(chipView(), Qt::Key_Space);
+    ASSERT_NE(panel(), nullptr);
+    field()->setFocus();
+    press(*field(), Qt::Key_Escape);
+    EXPECT_EQ(panel(), nullptr);
+    EXPECT_FALSE(key->shown.get());
+    EXPECT_EQ(QApplication::focusWidget(), &chipView());
+}
+
+TEST_F(OrvaPopoverTest, AClickBesideItClosesAndAClickInItDoesNot)
+{
+    click(chipView());
+    click(*panel());
+    ASSERT_NE(panel(), nullptr);
+    click(*field());
+    ASSERT_NE(panel(), nullptr);
+    click(*outside);
+    EXPECT_EQ(panel(), nullptr);
+}
+
+TEST_F(OrvaPopoverTest, FocusThatGoesElsewhereCloses)
+{
+    click(chipView());
+    outside->setFocus();
+    EXPECT_EQ(panel(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), outside);
+}
+
+TEST_F(OrvaPopoverTest, TabGoesRoundInIt)
+{
+    click(chipView());
+    press(*panel(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), field());
+    press(*field(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), panel());
+    press(*panel(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), field());
+    EXPECT_TRUE(key->shown.get());
+}
+
+TEST_F(OrvaPopoverTest, AFieldThatGivesItsFocusUpLeavesItToThePanel)
+{
+    click(chipView());
+    field()->setFocus();
+    field()->clearFocus();
+    EXPECT_TRUE(waitUntil([&] { return QApplication::focusWidget() == panel(); }));
+    EXPECT_TRUE(key->shown.get());
+}
+
+TEST_F(OrvaPopoverTest, TabInAFieldThatHasJustGivenItsFocusUpGoesOnFromThere)
+{
+    click(chipView());
+    QLineEdit* const edit = field();
+    edit->setFocus();
+    edit->clearFocus();
+    press(*edit, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), panel());
+}
+
+TEST_F(OrvaPopoverTest, AnAnchorThatIsHiddenTakesThePanelAlong)
+{
+    click(chipView());
+    window.hide();
+    EXPECT_FALSE(key->shown.get());
+    EXPECT_EQ(panel(), nullptr);
+}
+
+TEST_F(OrvaPopoverTest, StaysInsideTheWindowAtItsEdge)
+{
+    window.resize(300, 200);
+    click(chipView());
+    const QRect body = panel()->geometry().adjusted(18, 18, -18, -18);
+    EXPECT_TRUE(window.rect().contains(body));
+}
+
+} // namespace
