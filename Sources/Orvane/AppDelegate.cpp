@@ -2,6 +2,7 @@
 
 #include "Orvane/AppEnvironment.h"
 #include "Orvane/HomeWindowController.h"
+#include "Orvane/MainMenu.h"
 #include "Orvane/MenuBarController.h"
 #include "OrvaneCore/OrvaNotifications.h"
 #include "OrvaneCore/Task.h"
@@ -20,6 +21,7 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     m_environment = m_makeEnvironment();
     AppPreferences& preferences = m_environment->appPreferences();
+    platform().application.setMainMenu(MainMenu::build());
 
     m_cancellables.push_back(preferences.showDockIconValue().subscribe([](bool showDockIcon) {
         platform().application.setActivationPolicy(showDockIcon ? Application::ActivationPolicy::regular

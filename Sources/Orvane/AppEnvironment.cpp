@@ -1,7 +1,7 @@
 #include "Orvane/AppEnvironment.h"
 
-#include "Orvane/CapabilityBootstrap.h"
 #include "Orvane/HomeWindowController.h"
+#include "Orvane/HotkeyManager.h"
 #include "Orvane/RootView.h"
 #include "OrvaneCore/EventTapService.h"
 #include "Platform/DefaultsStore.h"
@@ -15,24 +15,26 @@ std::shared_ptr<AppEnvironment> AppEnvironment::shared()
     return *instance;
 }
 
-std::shared_ptr<AppEnvironment> AppEnvironment::make()
+std::shared_ptr<AppEnvironment> AppEnvironment::make(const RegisterCapabilities& registerCapabilities)
 {
-    std::shared_ptr<AppEnvironment> environment(new AppEnvironment);
+    std::shared_ptr<AppEnvironment> environment(new AppEnvironment(registerCapabilities));
     environment->wireHomeWindow();
+    environment->registerHotkeys();
     return environment;
 }
 
 // The order of construction is part of the contract: what is made later may rely on what was made before.
-AppEnvironment::AppEnvironment()
+AppEnvironment::AppEnvironment(const RegisterCapabilities& registerCapabilities)
 {
     DefaultsStore& defaults = platform().standardDefaults;
     m_appPreferences = std::make_shared<AppPreferences>(defaults);
     m_permissions = PermissionManager::make();
     m_eventTap = std::make_shared<EventTapService>(Log::make(QStringLiteral("EventTap")));
+    m_hotkeys = std::make_shared<HotkeyManager>();
     m_homeWindow = std::make_shared<HomeWindowController>();
     m_store = std::make_shared<CapabilityStore>(defaults);
     m_registry = std::make_shared<CapabilityRegistry>(m_store, contextMaker());
-    CapabilityBootstrap::registerInto(*m_registry);
+    registerCapabilities(*m_registry);
     m_eventTap->start();
 }
 
@@ -61,6 +63,25 @@ void AppEnvironment::wireHomeWindow()
         const auto self = weak.lock();
         return self ? RootView::make(self) : AnyView();
     });
+}
+
+// Once, for all capabilities, those that are off too: what may act is decided when a shortcut fires.
+void AppEnvironment::registerHotkeys()
+{
+    const std::weak_ptr<AppEnvironment> weak = weak_from_this();
+    m_hotkeys->registerAppLevel(QStringLiteral("app.openOrvane"), [weak] {
+        if (const auto self = weak.lock())
+            self->homeWindow().show();
+    });
+    for (const CapabilityRegistry::Entry& entry : m_registry->entries()) {
+        for (const HotkeyAction& action : entry.capability->hotkeyActions()) {
+            const auto isActive = [weak, id = entry.id()] {
+                const auto self = weak.lock();
+                return self && self->registry().isActive(id);
+            };
+            m_hotkeys->registerHotkey(action.id, isActive, action.handler);
+        }
+    }
 }
 
 bool AppEnvironment::hasOnboarded() const

@@ -1,31 +1,39 @@
 // The composition root: owns every long-lived object, for the life of the process. Main thread.
 #pragma once
 
+#include "Orvane/CapabilityBootstrap.h"
 #include "OrvaneCore/AppPreferences.h"
 #include "OrvaneCore/CapabilityRegistry.h"
 #include "OrvaneCore/CapabilityStore.h"
 #include "OrvaneCore/Observable.h"
 #include "OrvaneCore/PermissionManager.h"
 
+#include <functional>
 #include <memory>
 
 namespace orvane {
 
 class EventTapService;
 class HomeWindowController;
+class HotkeyManager;
 
 class AppEnvironment : public ObservableObject, public std::enable_shared_from_this<AppEnvironment> {
 public:
     /// Made on first use and never released: it must not outlive its platform's end of service, so it has
     /// no end at all.
     static std::shared_ptr<AppEnvironment> shared();
-    /// An environment of one's own, on the installed platform.
-    static std::shared_ptr<AppEnvironment> make();
+    using RegisterCapabilities = std::function<void(CapabilityRegistry&)>;
+    /// An environment of one's own, on the installed platform; with the suite's capabilities, or others.
+    static std::shared_ptr<AppEnvironment>
+    make(const RegisterCapabilities& registerCapabilities = &CapabilityBootstrap::registerInto);
     ~AppEnvironment() override;
 
     AppPreferences& appPreferences() { return *m_appPreferences; }
+    const std::shared_ptr<AppPreferences>& sharedAppPreferences() const { return m_appPreferences; }
     PermissionManager& permissions() { return *m_permissions; }
+    const std::shared_ptr<PermissionManager>& sharedPermissions() const { return m_permissions; }
     EventTapService& eventTap() { return *m_eventTap; }
+    HotkeyManager& hotkeys() { return *m_hotkeys; }
     HomeWindowController& homeWindow() { return *m_homeWindow; }
     CapabilityRegistry& registry() { return *m_registry; }
     const std::shared_ptr<CapabilityRegistry>& sharedRegistry() const { return m_registry; }
@@ -35,13 +43,15 @@ public:
     bool hasOnboarded() const;
 
 private:
-    AppEnvironment();
+    explicit AppEnvironment(const RegisterCapabilities& registerCapabilities);
     CapabilityRegistry::MakeContext contextMaker() const;
     void wireHomeWindow();
+    void registerHotkeys();
 
     std::shared_ptr<AppPreferences> m_appPreferences;
     std::shared_ptr<PermissionManager> m_permissions;
     std::shared_ptr<EventTapService> m_eventTap;
+    std::shared_ptr<HotkeyManager> m_hotkeys;
     std::shared_ptr<HomeWindowController> m_homeWindow;
     std::shared_ptr<CapabilityStore> m_store;
     std::shared_ptr<CapabilityRegistry> m_registry;

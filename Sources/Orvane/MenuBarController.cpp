@@ -1,21 +1,47 @@
 #include "Orvane/MenuBarController.h"
 
+#include "Orvane/ActionBox.h"
 #include "Orvane/AppEnvironment.h"
 #include "Orvane/HomeWindowController.h"
 #include "Orvane/MenuBarIcon.h"
+#include "Orvane/OrvaneBrand.h"
 #include "OrvaneCore/SystemSymbol.h"
 #include "Platform/Application.h"
 #include "Platform/Platform.h"
 #include "Platform/StatusBar.h"
 
+#include <QMarginsF>
+#include <QPainter>
+
 namespace orvane {
 
 namespace {
 
-/// Carries a closure as the represented object of a menu item.
-struct ActionBox {
-    MenuBarItem item;
-};
+/// In points.
+namespace headerBox {
+constexpr QSizeF size(230, 30);
+constexpr QMarginsF padding(13, 7, 13, 3);
+constexpr double typeSize = 14;
+} // namespace headerBox
+
+void drawHeader(QPainter& painter, const QRectF& rect, const QColor& text)
+{
+    using namespace headerBox;
+    painter.save();
+    painter.translate(rect.topLeft());
+    painter.scale(rect.width() / size.width(), rect.height() / size.height());
+    OrvaneBrand::paintWordmark(painter, QRectF({}, size).marginsRemoved(padding), typeSize, {.head = text});
+    painter.restore();
+}
+
+MenuItem headerItem()
+{
+    MenuItem header;
+    header.title = OrvaneBrand::wordHead + OrvaneBrand::wordTail;
+    header.enabled = false;
+    header.view = MenuItemView{headerBox::size, &drawHeader};
+    return header;
+}
 
 } // namespace
 
@@ -47,10 +73,7 @@ void MenuBarController::setVisible(bool visible)
 Menu MenuBarController::menuNeedsUpdate()
 {
     Menu menu;
-    MenuItem header;
-    header.title = QStringLiteral("Orvane");
-    header.enabled = false;
-    menu.items.append(header);
+    menu.items.append(headerItem());
     menu.items.append(MenuItem::separator());
 
     const auto environment = m_environment.lock();

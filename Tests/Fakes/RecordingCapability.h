@@ -53,6 +53,12 @@ public:
     const CapabilityMetadata& classMetadata() const override { return m_metadata; }
     QList<PermissionRequirement> permissionRequirements() const override { return requirements; }
 
+    QList<HotkeyAction> hotkeyActions() override
+    {
+        record("hotkeyActions");
+        return hotkeys;
+    }
+
     Task<> install(CapabilityContext) override
     {
         record("install");
@@ -93,6 +99,7 @@ public:
     std::shared_ptr<QStringList> calls;
     QList<PermissionRequirement> requirements;
     QList<MenuBarItem> contributions;
+    QList<HotkeyAction> hotkeys;
     std::shared_ptr<BackgroundService> service;
     std::optional<CapabilityContext> lastContext;
     QString installError;

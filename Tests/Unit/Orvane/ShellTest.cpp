@@ -1,13 +1,16 @@
 #include "Fakes/FakePlatform.h"
 #include "Fakes/RecordingCapability.h"
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "Orvane/AppDelegate.h"
 #include "Orvane/AppEnvironment.h"
 #include "Orvane/AppRelaunch.h"
 #include "Orvane/HomeWindowController.h"
 #include "Orvane/MenuBarController.h"
-#include "Orvane/MenuBarIcon.h"
+#include "Orvane/OrvaneBrand.h"
 #include "OrvaneCore/OrvaNotifications.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -43,6 +46,7 @@ struct ShellTest : testing::Test {
     }
 
     FakePlatform fake;
+    KeyboardShortcuts::StateScope shortcuts;
     AppDelegate delegate{[this] { return environment(); }};
 
 private:
@@ -121,12 +125,24 @@ TEST_F(AppDelegateTest, LaunchingTakesItsStepsInOrder)
     fake.statusBar.onMake = [&] {
         if (!policyAtItem)
             policyAtItem = fake.application.policy;
+        EXPECT_NE(fake.application.menu, nullptr) << "the menu bar is installed before the item";
         EXPECT_FALSE(homeIsShown());
     };
     launch();
     EXPECT_EQ(policyAtItem, Application::ActivationPolicy::accessory) << "the policy is set before the item";
     EXPECT_TRUE(homeIsShown());
     EXPECT_TRUE(environment()->registry().activeEntries().isEmpty()) << "restoring is a task";
+}
+
+TEST_F(AppDelegateTest, TheMainMenuIsInstalledWithoutAnEntryThatNothingStandsBehind)
+{
+    launch();
+    ASSERT_NE(fake.application.menu, nullptr);
+    ASSERT_EQ(fake.application.menu->items.size(), 3);
+    EXPECT_EQ(titles(*fake.application.menu->items.at(0).submenu),
+              (QStringList{QStringLiteral("About Orvane"), QStringLiteral("-"), QStringLiteral("Hide Orvane"),
+                           QStringLiteral("Quit Orvane")}));
+    EXPECT_EQ(fake.application.windowsMenu, fake.application.menu->items.at(2).submenu);
 }
 
 TEST_F(AppDelegateTest, NothingIsDoneBeforeTheLaunch)
@@ -242,6 +258,40 @@ TEST_F(MenuBarControllerTest, WithNothingActiveTheMenuSaysSo)
     EXPECT_EQ(findItem(statusMenu(), QStringLiteral("Quit Orvane"))->keyEquivalent, QStringLiteral("q"));
 }
 
+TEST_F(MenuBarControllerTest, TheHeaderShowsTheWordmarkInItsBox)
+{
+    launch();
+    const MenuItem header = statusMenu().items.first();
+    EXPECT_EQ(header.title, QStringLiteral("Orvane"));
+    EXPECT_FALSE(header.enabled);
+    EXPECT_FALSE(header.action);
+    ASSERT_TRUE(header.view);
+    EXPECT_EQ(header.view->size, QSizeF(230, 30));
+
+    QImage picture(460, 60, QImage::Format_ARGB32_Premultiplied); // at twice the scale
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    header.view->draw(painter, picture.rect(), Qt::red);
+    painter.end();
+    QRect ink, head;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            if (pixel.alpha() > 20)
+                ink |= QRect(x, y, 1, 1);
+            if (pixel.alpha() > 250 && pixel.red() > 200)
+                head |= QRect(x, y, 1, 1);
+        }
+    }
+    const QSizeF word = OrvaneBrand::wordmarkSize(14) * 2;
+    EXPECT_NEAR(ink.left(), 26, 4) << "leading, behind the padding";
+    EXPECT_GE(ink.top(), 14);
+    EXPECT_LT(ink.bottom(), 54);
+    EXPECT_NEAR(ink.width(), word.width(), 8);
+    EXPECT_FALSE(head.isEmpty()) << "the first part has the colour of text";
+    EXPECT_LT(head.right(), ink.center().x()) << "the rest hasn't";
+}
+
 TEST_F(MenuBarControllerTest, AnActiveCapabilityOffersItsItemsInASubmenu)
 {
     launch();
@@ -252,6 +302,8 @@ TEST_F(MenuBarControllerTest, AnActiveCapabilityOffersItsItemsInASubmenu)
     EXPECT_FALSE(item->action);
     ASSERT_NE(item->submenu, nullptr);
     EXPECT_EQ(titles(*item->submenu), QStringList{QStringLiteral("Keep Awake")});
+    EXPECT_EQ(item->image->symbolName, QStringLiteral("eye.fill"));
+    EXPECT_EQ(item->submenu->items.first().image->symbolName, QStringLiteral("eye.fill"));
     EXPECT_TRUE(choose(*item->submenu, QStringLiteral("Keep Awake")));
     EXPECT_EQ(fake.powerAssertions.held.size(), 1u);
     EXPECT_EQ(titles(*findItem(statusMenu(), QStringLiteral("Awake"))->submenu),
@@ -267,6 +319,7 @@ TEST_F(MenuBarControllerTest, AnActiveCapabilityWithoutItemsOpensTheHomeWindow)
     environment()->registry().setEnabled(true, {QStringLiteral("Plain")});
     const Menu menu = statusMenu();
     EXPECT_EQ(findItem(menu, QStringLiteral("Plain"))->submenu, nullptr);
+    EXPECT_EQ(findItem(menu, QStringLiteral("Plain"))->image->symbolName, QStringLiteral("eye"));
     EXPECT_TRUE(choose(menu, QStringLiteral("Plain")));
     EXPECT_TRUE(homeIsShown());
 }
@@ -283,6 +336,59 @@ TEST_F(MenuBarControllerTest, AFailedOrGatedCapabilityHasNoPlace)
         environment()->registry().setEnabled(true, capability->classMetadata().id);
     }
     EXPECT_TRUE(titles(statusMenu()).contains(QStringLiteral("No capabilities are on")));
+}
+
+TEST_F(MenuBarControllerTest, ActiveCapabilitiesStandInTheirOrderAndAPictureIsOptional)
+{
+    launch();
+    const auto last = std::make_shared<RecordingCapability>(QStringLiteral("Last"));
+    QStringList chosen;
+    for (const char* title : {"One", "Two"}) {
+        last->contributions.append({QLatin1String(title), QLatin1String(title), std::nullopt,
+                                    [&, title] { chosen.append(QLatin1String(title)); }});
+    }
+    environment()->registry().registerCapability(last);
+    environment()->registry().setEnabled(true, {QStringLiteral("Last")});
+    environment()->registry().setEnabled(true, awake);
+    const Menu menu = statusMenu();
+    EXPECT_EQ(titles(menu), (QStringList{QStringLiteral("Orvane"), QStringLiteral("-"),
+                                         QStringLiteral("Awake"), QStringLiteral("Last"), QStringLiteral("-"),
+                                         QStringLiteral("Open Orvane…"), QStringLiteral("Quit Orvane")}));
+    const Menu& submenu = *findItem(menu, QStringLiteral("Last"))->submenu;
+    EXPECT_EQ(titles(submenu), (QStringList{QStringLiteral("One"), QStringLiteral("Two")}));
+    EXPECT_FALSE(submenu.items.first().image);
+    EXPECT_TRUE(choose(submenu, QStringLiteral("Two")));
+    EXPECT_EQ(chosen, QStringList{QStringLiteral("Two")});
+}
+
+TEST_F(MenuBarControllerTest, RunningAnItemThatCarriesNoActionDoesNothing)
+{
+    launch();
+    const auto plain = std::make_shared<RecordingCapability>(QStringLiteral("Plain"));
+    int runs = 0;
+    plain->contributions = {{QStringLiteral("a"), QStringLiteral("A"), std::nullopt, [&] { ++runs; }}};
+    environment()->registry().registerCapability(plain);
+    environment()->registry().setEnabled(true, {QStringLiteral("Plain")});
+    MenuItem item = findItem(statusMenu(), QStringLiteral("Plain"))->submenu->items.first();
+    item.action(item);
+    EXPECT_EQ(runs, 1);
+    item.representedObject = QStringLiteral("something else");
+    item.action(item);
+    item.representedObject.reset();
+    item.action(item);
+    EXPECT_EQ(runs, 1);
+}
+
+TEST_F(MenuBarControllerTest, AMenuThatOutlivesTheEnvironmentIsEmptyOfCapabilitiesAndHarmless)
+{
+    auto made = AppEnvironment::make();
+    const auto controller = std::make_shared<MenuBarController>(made);
+    made->registry().setEnabled(true, awake);
+    made.reset();
+    const Menu menu = controller->menuNeedsUpdate();
+    EXPECT_TRUE(titles(menu).contains(QStringLiteral("No capabilities are on")));
+    EXPECT_TRUE(choose(menu, QStringLiteral("Open Orvane…")));
+    EXPECT_EQ(fake.application.activations, 0);
 }
 
 TEST_F(MenuBarControllerTest, OpenAndQuit)
@@ -307,18 +413,4 @@ TEST_F(MenuBarControllerTest, ShowingTwiceMakesOneItemOnly)
     controller->setVisible(false);
     controller->setVisible(false);
     EXPECT_TRUE(fake.statusBar.items.empty());
-}
-
-TEST(MenuBarIcon, FourCellsByTheNumbers)
-{
-    const MenuBarIcon::Shape shape = MenuBarIcon::shape(QRectF(0, 0, 18, 18));
-    const double width = 15;
-    const double cell = (width - 0.18 * width) / 2;
-    const double step = 0.18 * width + cell;
-    const std::array expected{QRectF(1.5, 1.5, cell, cell), QRectF(1.5, 1.5 + step, cell, cell),
-                              QRectF(1.5 + step, 1.5, cell, cell),
-                              QRectF(1.5 + step, 1.5 + step, cell, cell)};
-    EXPECT_EQ(shape.cells, expected);
-    EXPECT_DOUBLE_EQ(shape.cornerRadius, 0.3 * cell);
-    EXPECT_EQ(MenuBarIcon::statusImage().size, QSizeF(18, 18));
 }

@@ -1,0 +1,23 @@
+// Binds actions to global shortcuts and adds the gate: whether the owner may act is asked when the shortcut
+// fires, never when it is bound. Main thread.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace orvane {
+
+class HotkeyManager {
+public:
+    using IsActive = std::function<bool()>;
+    using Handler = std::function<void()>;
+
+    /// For good: a shortcut that the user stores under `id` later fires too. The action runs when the keys
+    /// are let go.
+    void registerHotkey(const QString& id, IsActive isActive, Handler handler);
+    /// The same without a gate.
+    void registerAppLevel(const QString& id, Handler handler);
+};
+
+} // namespace orvane
