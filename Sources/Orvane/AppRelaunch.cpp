@@ -1,5 +1,6 @@
 #include "Orvane/AppRelaunch.h"
 
+#include "OrvaneCore/Log.h"
 #include "OrvaneCore/Task.h"
 #include "Platform/Application.h"
 #include "Platform/Bundle.h"
@@ -10,14 +11,19 @@ namespace orvane {
 
 void AppRelaunch::relaunch()
 {
-    platform().sharedWorkspace.openApplication(platform().mainBundle.path(),
-                                               {.createsNewApplicationInstance = true},
-                                               [](const std::optional<QString>&) {
-                                                   startTask([]() -> Task<> {
-                                                       platform().application.terminate();
-                                                       co_return;
-                                                   });
-                                               });
+    const QString path = platform().mainBundle.path();
+    platform().sharedWorkspace.openApplication(
+        path, {.createsNewApplicationInstance = true}, [](const std::optional<QString>& error) {
+            if (error) {
+                Log::make(QStringLiteral("Relaunch"))
+                    .error(
+                        QStringLiteral("Orvane ends without a successor; start it by hand. %1").arg(*error));
+            }
+            startTask([]() -> Task<> {
+                platform().application.terminate();
+                co_return;
+            });
+        });
 }
 
 } // namespace orvane
