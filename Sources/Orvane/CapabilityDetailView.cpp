@@ -1,47 +1,75 @@
 #include "Orvane/CapabilityDetailView.h"
 
-#include "OrvaneCore/CapabilityRegistry.h"
+#include "Orvane/CapabilityToggle.h"
+#include "Orvane/HomeNavigation.h"
+#include "Orvane/HotkeyChip.h"
+#include "Orvane/PermissionBanner.h"
+#include "OrvaneCore/OrvaLayout.h"
+#include "OrvaneCore/OrvaNavigation.h"
 #include "OrvaneCore/OrvaPage.h"
+#include "OrvaneCore/PermissionManager.h"
 #include "OrvaneCore/Task.h"
 
 namespace orvane {
 
-Binding<bool> CapabilityDetailView::capabilityToggle(const std::shared_ptr<CapabilityRegistry>& registry,
-                                                     const CapabilityID& id)
+namespace {
+
+constexpr double chipGap = 4;
+
+AnyView hotkeyChips(Capability& capability)
 {
+    QList<AnyView> chips;
+    for (const HotkeyAction& action : capability.hotkeyActions())
+        chips.append(HotkeyChip(action));
+    return chips.isEmpty() ? AnyView() : OrvaWrap{chipGap, chips};
+}
+
+AnyView page(const CapabilityDetailView& view)
+{
+    const CapabilityID id = view.entry.id();
+    const CapabilityMetadata& metadata = view.entry.metadata();
+    const auto context = view.registry->context(id);
+    return OrvaPage{
+        .contentEnabled =
+            Live<bool>([registry = view.registry, id] { return registry->isActive(id); }, {view.registry}),
+        .header = OrvaPageHeader{.symbol = metadata.symbolName,
+                                 .title = metadata.displayName,
+                                 .subtitle = metadata.summary,
+                                 .autoStart = view.autoStart(),
+                                 .autoStartTitle = QStringLiteral("Auto-start at launch"),
+                                 .accessory = hotkeyChips(*view.entry.capability),
+                                 .trailing = CapabilityToggle::make(id, view.registry)},
+        .banner = PermissionBanner::make(*view.entry.capability, view.permissions, view.navigation),
+        .content = context ? view.entry.capability->makeSettingsPane(*context) : AnyView(),
+    };
+}
+
+} // namespace
+
+Binding<bool> CapabilityDetailView::autoStart() const
+{
+    const CapabilityID id = entry.id();
     return Binding<bool>(
-        [registry, id] { return registry->isActive(id); },
-        [registry, id](bool value) {
-            startTask([registry, id, value]() -> Task<> { co_await registry->setEnabled(value, id); });
+        [registry = registry, id] { return registry->startMode(id) == CapabilityStartMode::automatic; },
+        [registry = registry, id](bool on) {
+            registry->setStartMode(on ? CapabilityStartMode::automatic : CapabilityStartMode::manual, id);
         },
         {registry});
 }
 
-AnyView CapabilityDetailView::make(const std::shared_ptr<CapabilityRegistry>& registry,
-                                   const CapabilityID& id)
+QList<AnyView> CapabilityDetailView::children() const
 {
-    const auto entry = registry->entry(id);
-    if (!entry)
-        return {};
-    const CapabilityMetadata& metadata = entry->metadata();
-    const Binding<bool> autoStart(
-        [registry, id] { return registry->startMode(id) == CapabilityStartMode::automatic; },
-        [registry, id](bool on) {
-            registry->setStartMode(on ? CapabilityStartMode::automatic : CapabilityStartMode::manual, id);
-        },
-        {registry});
-    const auto context = registry->context(id);
-    return OrvaPage{
-        .contentEnabled = Live<bool>([registry, id] { return registry->isActive(id); }, {registry}),
-        .header = OrvaPageHeader{.symbol = metadata.symbolName,
-                                 .title = metadata.displayName,
-                                 .subtitle = metadata.summary,
-                                 .autoStart = autoStart,
-                                 .autoStartTitle = QStringLiteral("Auto-start at launch"),
-                                 .trailing = OrvaSwitch{.isOn = capabilityToggle(registry, id),
-                                                        .accessibleName = metadata.displayName}},
-        .content = context ? entry->capability->makeSettingsPane(*context) : AnyView(),
+    const auto refresh = [permissions = permissions] { permissions->refresh(); };
+    const auto reevaluate = [refresh, registry = registry] {
+        refresh();
+        startTask([registry]() -> Task<> { co_await registry->reevaluatePermissionGated(); });
     };
+    return {OrvaTicker{tick, refresh, reevaluate, page(*this)}};
+}
+
+QWidget* makeOrvaWidget(const CapabilityDetailView& view)
+{
+    return view.children().constFirst().makeWidget();
 }
 
 } // namespace orvane

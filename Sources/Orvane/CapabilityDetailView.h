@@ -1,22 +1,34 @@
-// The page of one capability: its name and switches, and its settings pane, live only while it is active.
+// The page of one capability: its name and switches, its permissions, and its settings pane, live only while
+// it is active. Main thread.
+//
+// While it is in sight it reads the permissions again and again, and a capability that waits for one which
+// has been granted becomes active without a click.
 #pragma once
 
-#include "OrvaneCore/CapabilityMetadata.h"
+#include "OrvaneCore/CapabilityRegistry.h"
 #include "OrvaneCore/OrvaView.h"
+
+#include <chrono>
 
 namespace orvane {
 
-class CapabilityRegistry;
+class HomeNavigation;
+class PermissionManager;
 
-class CapabilityDetailView {
-public:
-    /// An empty view for an unknown id.
-    static AnyView make(const std::shared_ptr<CapabilityRegistry>& registry, const CapabilityID& id);
+struct CapabilityDetailView {
+    static constexpr std::chrono::milliseconds tick{2000};
 
-    /// The switch: on exactly while the capability is active; flipping it starts a task that enables or
-    /// disables.
-    static Binding<bool> capabilityToggle(const std::shared_ptr<CapabilityRegistry>& registry,
-                                          const CapabilityID& id);
+    CapabilityRegistry::Entry entry;
+    std::shared_ptr<CapabilityRegistry> registry;
+    std::shared_ptr<PermissionManager> permissions;
+    std::shared_ptr<HomeNavigation> navigation;
+
+    QList<AnyView> children() const;
+
+    /// On means that the capability starts with the program.
+    Binding<bool> autoStart() const;
 };
+
+QWidget* makeOrvaWidget(const CapabilityDetailView& view);
 
 } // namespace orvane

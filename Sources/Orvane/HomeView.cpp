@@ -1,77 +1,107 @@
 #include "Orvane/HomeView.h"
 
 #include "Orvane/CapabilityDetailView.h"
-#include "OrvaneCore/CapabilityRegistry.h"
-#include "OrvaneCore/OrvaSymbol.h"
-#include "OrvaneCore/OrvaThemed.h"
-
-#include <QHBoxLayout>
-#include <QListWidget>
+#include "Orvane/GeneralSettingsView.h"
+#include "Orvane/OrvaneBrand.h"
+#include "Orvane/StatusDot.h"
+#include "OrvaneCore/AppPreferences.h"
+#include "OrvaneCore/PermissionManager.h"
 
 namespace orvane {
 
 namespace {
 
-constexpr int sidebarWidth = 230;
-constexpr double iconSide = 18;
+const QString generalTag = QStringLiteral("general");
+const QString capabilityTag = QStringLiteral("capability/");
 
-class HomeWindowView : public OrvaThemed<QWidget> {
-public:
-    explicit HomeWindowView(std::shared_ptr<CapabilityRegistry> registry)
-        : m_registry(std::move(registry)), m_list(new QListWidget(this)), m_layout(new QHBoxLayout(this))
-    {
-        setAutoFillBackground(true);
-        m_layout->setContentsMargins(0, 0, 0, 0);
-        m_layout->setSpacing(0);
-        m_layout->addWidget(m_list);
-        m_list->setFixedWidth(sidebarWidth);
-        m_list->setFrameShape(QFrame::NoFrame);
-        m_list->setUniformItemSizes(true);
-        m_list->setAccessibleName(QStringLiteral("Features"));
-        for (const CapabilityRegistry::Entry& entry : m_registry->entries())
-            m_list->addItem(entry.metadata().displayName);
-        themeChanged();
-        connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) { showPage(row); });
-        m_list->setCurrentRow(0);
-    }
+/// No id of a capability looks like the general page.
+QString tagOf(const HomeSelection& selection)
+{
+    const CapabilityID* id = selection.capabilityID();
+    return id ? capabilityTag + id->rawValue : generalTag;
+}
 
-protected:
-    void themeChanged() override
-    {
-        for (int row = 0; row < m_list->count(); ++row) {
-            const auto& entry = m_registry->entries().at(row);
-            const auto picture = [&](const QColor& color) {
-                return orvaSymbolPixmap(entry.metadata().symbolName, iconSide, color, devicePixelRatioF());
-            };
-            QIcon icon(picture(orvaColor(OrvaColor::primary)));
-            icon.addPixmap(picture(palette().color(QPalette::HighlightedText)), QIcon::Selected);
-            m_list->item(row)->setIcon(icon);
-            m_list->item(row)->setSizeHint(QSize(sidebarWidth, 34));
-        }
-    }
+HomeSelection selectionOf(const QString& tag)
+{
+    return tag.startsWith(capabilityTag) ? HomeSelection::capability({tag.mid(capabilityTag.size())})
+                                         : HomeSelection::general();
+}
 
-private:
-    void showPage(int row)
-    {
-        delete m_page;
-        m_page = nullptr;
-        if (row < 0)
-            return;
-        m_page = CapabilityDetailView::make(m_registry, m_registry->entries().at(row).id()).makeWidget();
-        m_layout->addWidget(m_page, 1);
-    }
-
-    std::shared_ptr<CapabilityRegistry> m_registry;
-    QListWidget* m_list;
-    QHBoxLayout* m_layout;
-    QWidget* m_page = nullptr;
-};
+OrvaSidebarRow sidebarRow(const CapabilityRegistry::Entry& entry)
+{
+    return {.tag = tagOf(HomeSelection::capability(entry.id())),
+            .title = entry.metadata().displayName,
+            .systemImage = entry.metadata().symbolName,
+            .status = StatusDot::of(entry.state)};
+}
 
 } // namespace
 
+QList<CapabilityCategory> HomeView::groupedCategories(const QList<CapabilityRegistry::Entry>& entries)
+{
+    QList<CapabilityCategory> categories;
+    for (const CapabilityRegistry::Entry& entry : entries) {
+        if (!categories.contains(entry.metadata().category))
+            categories.append(entry.metadata().category);
+    }
+    return categories;
+}
+
+QList<OrvaSidebarSection> HomeView::sidebarSections() const
+{
+    QList<OrvaSidebarSection> sections{{.title = {},
+                                        .rows = {{.tag = generalTag,
+                                                  .title = QStringLiteral("General"),
+                                                  .systemImage = QStringLiteral("gearshape"),
+                                                  .tileColor = OrvaColor::secondary}}}};
+    for (const CapabilityCategory category : groupedCategories(registry->entries())) {
+        OrvaSidebarSection section{.title = displayName(category), .rows = {}};
+        for (const CapabilityRegistry::Entry& entry : registry->entries()) {
+            if (entry.metadata().category == category)
+                section.rows.append(sidebarRow(entry));
+        }
+        sections.append(section);
+    }
+    return sections;
+}
+
+HomeSelection HomeView::shown() const
+{
+    const auto& selection = navigation->selection.get();
+    const CapabilityID* id = selection ? selection->capabilityID() : nullptr;
+    return id && registry->entry(*id) ? *selection : HomeSelection::general();
+}
+
+AnyView HomeView::detail() const
+{
+    const HomeSelection page = shown();
+    const CapabilityID* id = page.capabilityID();
+    if (const auto entry = id ? registry->entry(*id) : std::nullopt)
+        return CapabilityDetailView{*entry, registry, permissions, navigation};
+    return GeneralSettingsView{preferences, permissions, registry, navigation};
+}
+
+QList<AnyView> HomeView::children() const
+{
+    const std::shared_ptr<ObservableObject> selection(navigation, &navigation->selection);
+    const auto shownTag = [view = *this] { return tagOf(view.shown()); };
+    const Binding<QString> selected(
+        shownTag,
+        [navigation = navigation](const QString& tag) { navigation->selection.set(selectionOf(tag)); },
+        {selection});
+    const Live<QList<OrvaSidebarSection>> sections([view = *this] { return view.sidebarSections(); },
+                                                   {registry});
+    return {OrvaSplit{.minimumWidth = sidebarMinimumWidth,
+                      .idealWidth = sidebarIdealWidth,
+                      .header = OrvaneWordmark{wordmarkSize},
+                      .sidebar = OrvaSidebar{QStringLiteral("Features"), selected, sections},
+                      .detail = OrvaKeyed{Live<QString>(shownTag, {selection}),
+                                          [view = *this](const QString&) { return view.detail(); }}}};
+}
+
 QWidget* makeOrvaWidget(const HomeView& view)
 {
-    return new HomeWindowView(view.registry);
+    return view.children().constFirst().makeWidget();
 }
 
 } // namespace orvane

@@ -1,14 +1,35 @@
-// The content of the home window: the capabilities on the left, the page of the chosen one on the right.
+// The content of the home window: the suite's pages in a sidebar, and the one that is chosen. Main thread.
 #pragma once
 
+#include "Orvane/HomeNavigation.h"
+#include "OrvaneCore/CapabilityRegistry.h"
+#include "OrvaneCore/OrvaNavigation.h"
 #include "OrvaneCore/OrvaView.h"
 
 namespace orvane {
 
-class CapabilityRegistry;
+class AppPreferences;
+class PermissionManager;
 
 struct HomeView {
+    static constexpr double sidebarMinimumWidth = 230; // points
+    static constexpr double sidebarIdealWidth = 250;
+    static constexpr double wordmarkSize = 17;
+
     std::shared_ptr<CapabilityRegistry> registry;
+    std::shared_ptr<PermissionManager> permissions;
+    std::shared_ptr<AppPreferences> preferences;
+    std::shared_ptr<HomeNavigation> navigation = std::make_shared<HomeNavigation>();
+
+    QList<AnyView> children() const;
+
+    /// What is shown: the general page too where nothing or a capability that isn't there is selected.
+    HomeSelection shown() const;
+    AnyView detail() const;
+    QList<OrvaSidebarSection> sidebarSections() const;
+
+    /// In the order that they are met, each once.
+    static QList<CapabilityCategory> groupedCategories(const QList<CapabilityRegistry::Entry>& entries);
 };
 
 QWidget* makeOrvaWidget(const HomeView& view);

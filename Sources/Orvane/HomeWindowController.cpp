@@ -1,5 +1,7 @@
 #include "Orvane/HomeWindowController.h"
 
+#include "Orvane/HomeWindowPlacement.h"
+#include "Orvane/RootView.h"
 #include "Platform/Application.h"
 #include "Platform/Platform.h"
 
@@ -13,14 +15,18 @@ namespace orvane {
 
 namespace {
 
-constexpr QSize contentSize(940, 640);
-constexpr QSize minimumContentSize(820, 560);
-
-/// Where a window can be seen whole, with room for its frame.
-QRect availableGeometry()
+QRect mainScreen()
 {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? screen->availableGeometry().adjusted(8, 32, -8, -8) : QRect(QPoint(), contentSize);
+    return screen ? screen->availableGeometry() : QRect(QPoint(), HomeWindowPlacement::contentSize);
+}
+
+QList<QRect> allScreens()
+{
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    return screens;
 }
 
 } // namespace
@@ -35,26 +41,37 @@ void HomeWindowController::setMakeContentView(std::function<AnyView()> makeConte
 
 void HomeWindowController::show()
 {
-    if (!m_window && m_makeContentView) {
-        m_window = std::make_unique<QWidget>();
-        m_window->setWindowTitle(QStringLiteral("Orvane"));
-        m_window->setWindowIcon(QIcon(QStringLiteral(":/icons/net.lindenrow.orvane.svg")));
-        const QRect available = availableGeometry();
-        m_window->setMinimumSize(minimumContentSize.boundedTo(available.size()));
-        m_window->resize(contentSize.boundedTo(available.size()));
-        auto* layout = new QVBoxLayout(m_window.get());
-        layout->setContentsMargins(0, 0, 0, 0);
-        if (QWidget* content = m_makeContentView().makeWidget())
-            layout->addWidget(content);
-        m_window->move(available.center() - m_window->rect().center());
-    }
+    if (!m_window && m_makeContentView)
+        makeWindow();
     if (!m_window)
         return;
+    // Its screen may have gone while it was away.
+    if (!m_window->isVisible() && !HomeWindowPlacement::isReachable(m_window->geometry(), allScreens()))
+        place();
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
     platform().application.activateIgnoringOtherApps();
+}
+
+void HomeWindowController::makeWindow()
+{
+    m_window = std::make_unique<QWidget>();
+    m_window->setWindowTitle(QStringLiteral("Orvane"));
+    m_window->setWindowIcon(QIcon(QStringLiteral(":/icons/net.lindenrow.orvane.svg")));
+    auto* layout = new QVBoxLayout(m_window.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (QWidget* content = m_makeContentView().makeWidget())
+        layout->addWidget(content);
+    place();
+}
+
+void HomeWindowController::place()
+{
+    const QRect geometry = HomeWindowPlacement::centred(HomeWindowPlacement::contentSize, mainScreen());
+    m_window->setMinimumSize(RootView::minimumSize.boundedTo(geometry.size()));
+    m_window->setGeometry(geometry);
 }
 
 } // namespace orvane

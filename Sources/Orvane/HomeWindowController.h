@@ -24,6 +24,9 @@ public:
     QWidget* window() const { return m_window.get(); }
 
 private:
+    void makeWindow();
+    void place();
+
     std::function<AnyView()> m_makeContentView;
     std::unique_ptr<QWidget> m_window;
 };
