@@ -5,6 +5,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSocketNotifier>
 
 #include <cerrno>
@@ -21,8 +23,21 @@
 
 namespace orvane::tests {
 
+namespace {
+
+QByteArray withFirstRunDone(const QByteArray& defaults)
+{
+    QJsonObject all = QJsonDocument::fromJson(defaults).object();
+    all.insert(QStringLiteral("hasOnboarded"), true);
+    return QJsonDocument(all).toJson();
+}
+
+} // namespace
+
 Program::Program(Start start) : m_start(std::move(start))
 {
+    if (m_start.firstRun == FirstRun::done)
+        m_start.defaults = withFirstRunDone(m_start.defaults.value_or(QByteArray()));
     if (m_start.defaults) {
         QDir().mkpath(m_start.home->configDirectory() + QLatin1String("/orvane"));
         QFile file(defaultsFile());

@@ -20,9 +20,15 @@ namespace orvane::tests {
 
 class Program {
 public:
+    enum class FirstRun {
+        asStored, // by the defaults: without them, it lies ahead
+        done,     // enters in the defaults, which must be an object or absent, that it lies behind
+    };
+
     struct Start {
         /// The content of orvane/defaults.json; without one, no file is written.
         std::optional<QByteArray> defaults = {};
+        FirstRun firstRun = FirstRun::asStored;
         /// Over the environment of the test; a null string takes a variable away.
         QMap<QString, QString> environment = {};
         QStringList arguments = {};

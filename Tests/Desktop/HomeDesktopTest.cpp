@@ -1,0 +1,286 @@
+// The home window of the built program, used by mouse and by keyboard alone, and read as assistive technology
+// reads it.
+#include "Desktop/Support/AccessibleTree.h"
+#include "Desktop/Support/Bus.h"
+#include "Desktop/Support/Peer.h"
+#include "Desktop/Support/ShellFixture.h"
+#include "Support/Eventually.h"
+
+#include <QDBusVariant>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gmock/gmock.h>
+
+namespace orvane::tests {
+namespace {
+
+const QString orvane = QStringLiteral("Orvane");
+const QString awake = QStringLiteral("Awake");
+const QString ctrlShortcuts = QStringLiteral("Ctrl Shortcuts");
+const QString general = QStringLiteral("General");
+const QString manage = QStringLiteral("Manage in General");
+
+class HomeDesktopTest : public ShellDesktopTest {
+protected:
+    void TearDown() override
+    {
+        m_tree.reset();
+        ShellDesktopTest::TearDown();
+    }
+
+    void openHome(const Stored& stored = {})
+    {
+        start(stored);
+        m_tree = std::make_unique<AccessibleTree>(program().pid());
+        startAgain();
+        ASSERT_TRUE(shows("list item", general));
+    }
+    /// As a click on the program's entry in the desktop's menu.
+    void startAgain()
+    {
+        Program second({.home = program().home()});
+        ASSERT_TRUE(second.wait());
+        ASSERT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
+    }
+
+    std::optional<AccessibleNode> node(const char* role, const QString& name)
+    {
+        return m_tree->find(role, name);
+    }
+    bool shows(const char* role, const QString& name)
+    {
+        return eventually(10s, [&] { return node(role, name).has_value(); });
+    }
+    void click(const char* role, const QString& name)
+    {
+        ASSERT_TRUE(shows(role, name)) << qPrintable(name);
+        m_hardware.click(node(role, name)->place.center());
+    }
+    bool isChecked(const QString& name)
+    {
+        const auto found = node("check box", name);
+        return found && found->isChecked();
+    }
+    QString stateOf(const QString& row)
+    {
+        const auto found = node("list item", row);
+        return found ? found->description : QString();
+    }
+    /// Role and name of what has the focus.
+    QString focused()
+    {
+        const auto found = m_tree->focused();
+        return found ? found->role + QLatin1Char(' ') + found->name : QString();
+    }
+    bool getsFocus(const char* what)
+    {
+        return eventually(5s, [&] { return focused() == QLatin1String(what); });
+    }
+    /// Presses the key until this has the focus; false when it doesn't come in a round of the whole window.
+    bool reach(const char* key, const char* what)
+    {
+        for (int step = 0; step < 40; ++step) {
+            const QString before = focused();
+            if (before == QLatin1String(what))
+                return true;
+            m_hardware.tap(key);
+            if (!eventually(2s, [&] { return focused() != before; }))
+                return false;
+        }
+        return false;
+    }
+    QJsonObject stored()
+    {
+        QFile file(program().defaultsFile());
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
+                                              : QJsonObject();
+    }
+    bool isStoredAsEnabled(const char* capability)
+    {
+        const QJsonObject enabled = stored().value(QStringLiteral("Orvane.enabledCapabilities")).toObject();
+        return enabled.value(QStringLiteral("net.lindenrow.orvane.") + QLatin1String(capability)).toBool();
+    }
+    void closeHome()
+    {
+        chord({"Alt_L", "F4"});
+        ASSERT_TRUE(eventually(10s, [&] { return !homeIsShown(); }));
+    }
+
+    std::unique_ptr<AccessibleTree> m_tree;
+};
+
+} // namespace
+
+TEST_F(HomeDesktopTest, TheSidebarIsAListThatSaysEachState)
+{
+    openHome({.enabled = {QStringLiteral("awake")}});
+    EXPECT_TRUE(eventually(10s, [&] { return stateOf(awake) == QStringLiteral("On"); }));
+    EXPECT_EQ(stateOf(ctrlShortcuts), QStringLiteral("Off"));
+    EXPECT_EQ(stateOf(general), QString());
+    EXPECT_TRUE(node("list item", general)->isSelected()) << "a fresh window shows the general page";
+    EXPECT_TRUE(shows("check box", QStringLiteral("Launch Orvane at login")));
+}
+
+TEST_F(HomeDesktopTest, ATogglesClickSwitchesTheCapability)
+{
+    openHome({.more = {{QStringLiteral("net.lindenrow.orvane.awake.awakeOnLaunch"), true}}});
+    click("list item", awake);
+    click("check box", awake);
+    EXPECT_TRUE(becomesAwake());
+    EXPECT_TRUE(eventually(10s, [&] { return isChecked(awake) && stateOf(awake) == QStringLiteral("On"); }));
+    EXPECT_TRUE(isStoredAsEnabled("awake"));
+
+    click("check box", awake);
+    EXPECT_TRUE(becomesAsleep());
+    EXPECT_TRUE(eventually(10s, [&] { return stateOf(awake) == QStringLiteral("Off"); }));
+    EXPECT_FALSE(isStoredAsEnabled("awake"));
+}
+
+TEST_F(HomeDesktopTest, ByKeyboardAloneACapabilityIsFoundAndSwitchedOn)
+{
+    openHome({.more = {{QStringLiteral("net.lindenrow.orvane.awake.awakeOnLaunch"), true}}});
+    ASSERT_TRUE(reach("Tab", "list item General")) << qPrintable(focused());
+    m_hardware.tap("End");
+    ASSERT_TRUE(getsFocus("list item Awake")) << qPrintable(focused());
+    m_hardware.tap("Tab");
+    ASSERT_TRUE(getsFocus("check box Awake")) << qPrintable(focused());
+    m_hardware.tap("space");
+    EXPECT_TRUE(becomesAwake());
+    EXPECT_TRUE(isChecked(awake));
+}
+
+TEST_F(HomeDesktopTest, TheSettingsOfACapabilityThatIsOffDoNotReact)
+{
+    openHome();
+    click("list item", awake);
+    const QString setting = QStringLiteral("Start keeping awake when this feature turns on");
+    ASSERT_TRUE(shows("check box", setting));
+    EXPECT_FALSE(node("check box", setting)->isEnabled());
+    EXPECT_TRUE(node("check box", QStringLiteral("Auto-start at launch"))->isEnabled());
+    click("check box", awake);
+    EXPECT_TRUE(eventually(10s, [&] { return node("check box", setting)->isEnabled(); }));
+}
+
+TEST_F(HomeDesktopTest, ThePermissionRowsFollowTheDesktopWithinATick)
+{
+    openHome();
+    const auto setEnabled = [](bool enabled) {
+        return ask(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                   QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"),
+                   {QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled"),
+                    QVariant::fromValue(QDBusVariant(enabled))})
+                   .type() == QDBusMessage::ReplyMessage;
+    };
+    const auto grantButtons = [&] {
+        int count = 0;
+        for (const AccessibleNode& found : m_tree->nodes())
+            count +=
+                found.role == QStringLiteral("push button") && found.name.startsWith(QStringLiteral("Grant"));
+        return count;
+    };
+    const int before = grantButtons();
+    ASSERT_TRUE(setEnabled(false));
+    EXPECT_TRUE(eventually(10s, [&] { return grantButtons() == before + 1; }));
+    ASSERT_TRUE(setEnabled(true));
+    EXPECT_TRUE(eventually(10s, [&] { return grantButtons() == before; }));
+}
+
+TEST_F(HomeDesktopTest, ManageInGeneralScrollsToThePermissionsEachTime)
+{
+    openHome();
+    const auto top = [&] { return m_screen.window(program().pid(), orvane)->geometry.top(); };
+    for (int time = 0; time < 2; ++time) {
+        click("list item", ctrlShortcuts);
+        click("push button", manage);
+        ASSERT_TRUE(shows("label", QStringLiteral("Permissions")));
+        EXPECT_TRUE(eventually(10s, [&] {
+            const auto heading = node("label", QStringLiteral("Permissions"));
+            return heading && heading->place.top() - top() < 80;
+        })) << time;
+        EXPECT_TRUE(node("list item", general)->isSelected());
+        // Back to the top, as a person would.
+        m_hardware.movePointer(node("label", QStringLiteral("Permissions"))->place.center());
+        for (int notch = 0; notch < 20; ++notch)
+            m_hardware.click(Button::wheelUp);
+        ASSERT_TRUE(shows("check box", QStringLiteral("Launch Orvane at login")));
+    }
+}
+
+TEST_F(HomeDesktopTest, AShortcutRecordedOnAChipShowsAtOnceAndFires)
+{
+    openHome({.enabled = {QStringLiteral("awake")}});
+    click("list item", awake);
+    click("push button", QStringLiteral("Toggle Keep Awake: Set shortcut"));
+    ASSERT_TRUE(shows("dialog", QStringLiteral("Toggle Keep Awake")));
+    m_hardware.tap("Tab");
+    ASSERT_TRUE(eventually(10s, [&] {
+        const QString focus = focused();
+        return focus.endsWith(QStringLiteral("Toggle Keep Awake")) &&
+               !focus.startsWith(QStringLiteral("dialog"));
+    }));
+    chord({"Control_L", "Alt_L", "k"});
+    EXPECT_TRUE(shows("push button", QStringLiteral("Toggle Keep Awake: ⌃⌥K")));
+    EXPECT_TRUE(stored().contains(QStringLiteral("KeyboardShortcuts_awake.toggle")));
+    EXPECT_TRUE(becomesAsleep()) << "recording it isn't using it";
+
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(eventually(10s, [&] { return !node("dialog", QStringLiteral("Toggle Keep Awake")); }));
+    chord({"Control_L", "Alt_L", "k"});
+    EXPECT_TRUE(becomesAwake());
+    chord({"Control_L", "Alt_L", "k"});
+    EXPECT_TRUE(becomesAsleep());
+}
+
+TEST_F(HomeDesktopTest, ClosingHidesItAndAFurtherStartBringsTheSameWindowBack)
+{
+    openHome();
+    click("list item", awake);
+    ASSERT_TRUE(shows("check box", awake));
+    const auto before = m_screen.window(program().pid(), orvane);
+    closeHome();
+    EXPECT_TRUE(program().isRunning());
+    startAgain();
+    EXPECT_TRUE(shows("check box", awake)) << "the page that was chosen";
+    EXPECT_TRUE(eventually(10s, [&] {
+        return m_screen.window(program().pid(), orvane)->geometry == before->geometry;
+    })) << "where it was";
+}
+
+TEST_F(HomeDesktopTest, TheWindowFollowsTheDesktopsColoursWhileItIsOpen)
+{
+    openHome();
+    const auto setTheme = [](const char* name) {
+        return ask(QStringLiteral("org.xfce.Xfconf"), QStringLiteral("/org/xfce/Xfconf"),
+                   QStringLiteral("org.xfce.Xfconf"), QStringLiteral("SetProperty"),
+                   {QStringLiteral("xsettings"), QStringLiteral("/Net/ThemeName"),
+                    QVariant::fromValue(QDBusVariant(QString::fromLatin1(name)))})
+                   .type() == QDBusMessage::ReplyMessage;
+    };
+    const auto ground = [&] {
+        const QRect place = m_screen.window(program().pid(), orvane)->geometry;
+        return m_screen.picture({place.right() - 30, place.top() + 20, 1, 1}).pixelColor(0, 0).lightness();
+    };
+    ASSERT_TRUE(setTheme("Greybird"));
+    ASSERT_TRUE(eventually(10s, [&] { return ground() > 200; }));
+    ASSERT_TRUE(setTheme("Greybird-dark"));
+    EXPECT_TRUE(eventually(10s, [&] { return ground() < 60; })) << ground();
+    ASSERT_TRUE(setTheme("Greybird"));
+    EXPECT_TRUE(eventually(10s, [&] { return ground() > 200; }));
+}
+
+TEST_F(HomeDesktopTest, WithoutTheMenuBarIconTheDockIconIsThere)
+{
+    openHome();
+    EXPECT_FALSE(isChecked(QStringLiteral("Show Dock icon")));
+    click("check box", QStringLiteral("Show menu bar icon"));
+    EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show Dock icon")); }));
+    EXPECT_FALSE(isChecked(QStringLiteral("Show menu bar icon")));
+    EXPECT_TRUE(eventually(10s, [&] { return m_tray.itemsOf(program().pid()).isEmpty(); }));
+    click("check box", QStringLiteral("Show Dock icon"));
+    EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show menu bar icon")); }));
+    EXPECT_TRUE(eventually(10s, [&] { return !m_tray.itemsOf(program().pid()).isEmpty(); }));
+}
+
+} // namespace orvane::tests

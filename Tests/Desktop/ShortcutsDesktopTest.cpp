@@ -1,0 +1,394 @@
+// Global shortcuts as a person meets them: keys of the hardware, whatever else is going on.
+#include "Desktop/Support/OtherClient.h"
+#include "Desktop/Support/Peer.h"
+#include "Desktop/Support/ScreenSaver.h"
+#include "Desktop/Support/ShellFixture.h"
+#include "Support/Eventually.h"
+
+#include <utility>
+
+#include <gmock/gmock.h>
+
+namespace orvane::tests {
+
+namespace {
+
+const QString awake = QStringLiteral("awake");
+const QString toggleAwake = QStringLiteral("awake.toggle");
+const QString openOrvane = QStringLiteral("app.openOrvane");
+
+constexpr int controlOption = 0x1000 | 0x800;
+constexpr StoredShortcut controlOptionSpace{49, controlOption};
+constexpr StoredShortcut controlOptionJ{38, controlOption};
+constexpr StoredShortcut controlOptionK{40, controlOption};
+constexpr StoredShortcut escape{53, 0};
+constexpr StoredShortcut f9{101, 0};
+
+constexpr unsigned capsLock = 0x02;
+constexpr unsigned numLock = 0x10;
+
+/// The locks in a state, and off again at the end.
+class Locks {
+public:
+    Locks(Hardware& hardware, OtherClient& server, unsigned wanted) : m_hardware(hardware), m_server(server)
+    {
+        set(wanted);
+    }
+    ~Locks() { set(0); }
+    Locks(const Locks&) = delete;
+    Locks& operator=(const Locks&) = delete;
+
+private:
+    void set(unsigned wanted)
+    {
+        if ((m_server.lockedModifiers() ^ wanted) & capsLock)
+            m_hardware.tap("Caps_Lock");
+        if ((m_server.lockedModifiers() ^ wanted) & numLock)
+            m_hardware.tap("Num_Lock");
+        EXPECT_TRUE(eventually(5s, [&] { return m_server.lockedModifiers() == wanted; }));
+    }
+
+    Hardware& m_hardware;
+    OtherClient& m_server;
+};
+
+/// The keyboard repeats fast, until the end.
+class FastRepeat {
+public:
+    explicit FastRepeat(OtherClient& server) : m_server(server), m_before(server.repeatRate())
+    {
+        m_server.setRepeatRate({60, 60});
+    }
+    ~FastRepeat() { m_server.setRepeatRate(m_before); }
+    FastRepeat(const FastRepeat&) = delete;
+    FastRepeat& operator=(const FastRepeat&) = delete;
+
+    /// Repeats of a held key since the first call: each ends the server's idle time. Misses some.
+    int seen()
+    {
+        const auto idle = m_screenSaver.idle();
+        if (idle < std::exchange(m_idle, idle))
+            ++m_seen;
+        return m_seen;
+    }
+
+private:
+    OtherClient& m_server;
+    OtherClient::RepeatRate m_before;
+    ScreenSaver m_screenSaver;
+    std::chrono::milliseconds m_idle{};
+    int m_seen = 0;
+};
+
+class ShortcutsDesktopTest : public ShellDesktopTest {
+protected:
+    /// With Awake on, unless others are given, and its shortcut bound.
+    void startWith(QMap<QString, StoredShortcut> shortcuts, QStringList enabled = {awake},
+                   QVariantMap more = {})
+    {
+        start({.enabled = enabled, .shortcuts = std::move(shortcuts), .more = std::move(more)});
+        ASSERT_TRUE(eventually(10s, [&] {
+            const QStringList labels = statusMenu().labels();
+            return labels.contains(enabled.contains(awake) ? QStringLiteral("Awake")
+                                                           : QStringLiteral("Quit Orvane"));
+        }));
+    }
+    qsizetype timesSwitchedOn() { return program().log().filter(QStringLiteral("Awake on (")).size(); }
+    /// A key that comes after others: once it has acted, so have they.
+    void expectOrvaneOpensBy(std::initializer_list<const char*> keys)
+    {
+        chord(keys);
+        EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
+    }
+    /// The panel's menu is open, and its keys come to the program first: what is typed then comes from the
+    /// server's own keyboard.
+    bool openStatusMenuAndListen()
+    {
+        return openStatusMenu() && eventually(10s, [&] {
+                   press({"Shift_L"});
+                   const bool passes = !m_server.keysDown("Virtual core XTEST keyboard").isEmpty();
+                   release({"Shift_L"});
+                   return passes;
+               });
+    }
+    QImage menuPicture() { return m_screen.picture(m_screen.openMenus().last().geometry); }
+
+    OtherClient m_server;
+};
+
+} // namespace
+
+TEST_F(ShortcutsDesktopTest, ActsWhenItIsLetGoInEachStateOfTheLocks)
+{
+    startWith({{toggleAwake, controlOptionSpace}});
+    qsizetype times = 0;
+    for (const unsigned lock : {0u, capsLock, numLock, capsLock | numLock}) {
+        const Locks locks(m_hardware, m_server, lock);
+        press({"Control_L", "Alt_L", "space"});
+        EXPECT_TRUE(statusMenu().find({QStringLiteral("Awake"), QStringLiteral("Keep Awake")}));
+        EXPECT_TRUE(heldLocks().isEmpty()) << "it acted before the keys were let go, locks " << lock;
+        release({"space", "Alt_L", "Control_L"});
+        EXPECT_TRUE(becomesAwake()) << lock;
+        chord({"Control_L", "Alt_L", "space"});
+        EXPECT_TRUE(becomesAsleep()) << lock;
+        EXPECT_EQ(timesSwitchedOn(), ++times);
+    }
+}
+
+TEST_F(ShortcutsDesktopTest, TheModifiersMayBeLetGoFirst)
+{
+    startWith({{toggleAwake, controlOptionSpace}});
+    press({"Control_L", "Alt_L", "space"});
+    release({"Control_L", "Alt_L"});
+    EXPECT_TRUE(heldLocks().isEmpty());
+    release({"space"});
+    EXPECT_TRUE(becomesAwake());
+}
+
+TEST_F(ShortcutsDesktopTest, HeldDownItActsOnceAndOnlyAtTheEnd)
+{
+    startWith({{toggleAwake, controlOptionSpace}, {openOrvane, controlOptionK}});
+    FastRepeat repeat(m_server);
+    press({"Control_L", "Alt_L", "space"});
+    EXPECT_TRUE(eventually(10s, [&] { return repeat.seen() >= 5; }));
+    EXPECT_TRUE(statusMenu().find({QStringLiteral("Awake"), QStringLiteral("Keep Awake")}));
+    EXPECT_EQ(timesSwitchedOn(), 0);
+    release({"space", "Alt_L", "Control_L"});
+    EXPECT_TRUE(becomesAwake());
+    expectOrvaneOpensBy({"Control_L", "Alt_L", "k"});
+    EXPECT_EQ(heldLocks(), QStringLiteral("idle:sleep"));
+    EXPECT_EQ(timesSwitchedOn(), 1);
+}
+
+TEST_F(ShortcutsDesktopTest, TwoNamesWithOneShortcutBothFire)
+{
+    startWith({{toggleAwake, controlOptionSpace}, {openOrvane, controlOptionSpace}});
+    EXPECT_FALSE(homeIsShown());
+    chord({"Control_L", "Alt_L", "space"});
+    EXPECT_TRUE(becomesAwake());
+    EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
+}
+
+TEST_F(ShortcutsDesktopTest, OtherKeysAndOtherModifiersDontFireAndReachTheProgramInFront)
+{
+    startWith({{toggleAwake, {0, controlOption}}, {openOrvane, controlOptionK}}); // control-option-a
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    m_hardware.tap("a");
+    EXPECT_TRUE(peer.tells(QStringLiteral("text:a")));
+    chord({"Control_L", "a"});
+    EXPECT_TRUE(peer.tells(QStringLiteral("marked:a")));
+    chord({"Control_L", "Alt_L", "Shift_L", "a"});
+    expectOrvaneOpensBy({"Control_L", "Alt_L", "k"});
+    EXPECT_TRUE(heldLocks().isEmpty());
+    EXPECT_EQ(timesSwitchedOn(), 0);
+}
+
+TEST_F(ShortcutsDesktopTest, TheKeysOfAShortcutDontReachTheProgramInFront)
+{
+    startWith({{toggleAwake, {0, 0}}}); // the letter a alone
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    m_hardware.tap("a");
+    EXPECT_TRUE(becomesAwake());
+    m_hardware.tap("b");
+    EXPECT_TRUE(peer.tells(QStringLiteral("text:b")));
+    EXPECT_EQ(peer.text(), QStringLiteral("b"));
+}
+
+TEST_F(ShortcutsDesktopTest, ACapabilityThatIsOffDoesNothing)
+{
+    startWith({{toggleAwake, controlOptionSpace}, {openOrvane, controlOptionK}}, {});
+    chord({"Control_L", "Alt_L", "space"});
+    expectOrvaneOpensBy({"Control_L", "Alt_L", "k"});
+    EXPECT_TRUE(heldLocks().isEmpty());
+    EXPECT_EQ(timesSwitchedOn(), 0);
+}
+
+TEST_F(ShortcutsDesktopTest, ACapabilityThatIsTurnedOnActsFromThenOnAndNoLongerWhenItIsOff)
+{
+    startWith({{toggleAwake, controlOptionSpace}, {openOrvane, controlOptionK}}, {});
+    chord({"Control_L", "Alt_L", "space"});
+    expectOrvaneOpensBy({"Control_L", "Alt_L", "k"});
+    EXPECT_EQ(timesSwitchedOn(), 0);
+
+    const QString name = QStringLiteral("Awake");
+    const auto awakeIsListed = [&] { return statusMenu().labels().contains(name); };
+    ASSERT_TRUE(clickOn(name, QStringLiteral("list item")));
+    ASSERT_TRUE(clickOn(name, QStringLiteral("check box")));
+    ASSERT_TRUE(eventually(10s, awakeIsListed));
+    chord({"Control_L", "Alt_L", "space"});
+    EXPECT_TRUE(becomesAwake());
+    chord({"Control_L", "Alt_L", "space"});
+    EXPECT_TRUE(becomesAsleep());
+    EXPECT_EQ(timesSwitchedOn(), 1);
+
+    ASSERT_TRUE(clickOn(name, QStringLiteral("check box")));
+    ASSERT_TRUE(eventually(10s, [&] { return !awakeIsListed(); }));
+    chord({"Control_L", "Alt_L", "space"});
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(statusItem().menu().layout());
+    EXPECT_TRUE(heldLocks().isEmpty());
+    EXPECT_EQ(timesSwitchedOn(), 1);
+}
+
+TEST_F(ShortcutsDesktopTest, AShortcutThatAnotherProgramHoldsIsQuietlyUnavailable)
+{
+    OtherClient other;
+    const int key = m_hardware.key("j");
+    other.grabKey(key);
+    startWith({{toggleAwake, controlOptionJ}, {openOrvane, controlOptionK}});
+    chord({"Control_L", "Alt_L", "j"});
+    QList<int> seen;
+    EXPECT_TRUE(eventually(5s, [&] {
+        seen = other.grabbedKeys();
+        return seen.contains(key) && seen.contains(-key);
+    })) << "the other program keeps it";
+    expectOrvaneOpensBy({"Control_L", "Alt_L", "k"});
+    EXPECT_TRUE(heldLocks().isEmpty());
+    EXPECT_TRUE(program().isRunning());
+    for (const QString& line : program().log())
+        EXPECT_FALSE(line.contains(QStringLiteral("hortcut")) || line.contains(QStringLiteral("error ")))
+            << line.toStdString();
+}
+
+TEST_F(ShortcutsDesktopTest, WhileThePanelShowsTheMenuItFiresAndTheMenuDoesntSeeTheKey)
+{
+    startWith({{toggleAwake, escape}});
+    ASSERT_TRUE(openStatusMenuAndListen());
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(becomesAwake());
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(becomesAsleep());
+    EXPECT_TRUE(menuIsOpen()) << "the menu got the key";
+    EXPECT_EQ(timesSwitchedOn(), 1);
+
+    // Other keys go where they always did.
+    ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, statusItem().menu().layout().value_or(MenuNode()),
+                                 {QStringLiteral("Open Orvane…")}));
+    EXPECT_TRUE(menusClose());
+    EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
+
+    // And the shortcut is back to its usual way.
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(becomesAwake());
+}
+
+TEST_F(ShortcutsDesktopTest, AChordFiresWhileThePanelShowsTheMenuAndEscapeClosesIt)
+{
+    startWith({{toggleAwake, controlOptionSpace}});
+    ASSERT_TRUE(openStatusMenuAndListen());
+    press({"Control_L", "Alt_L", "space"});
+    EXPECT_TRUE(statusItem().menu().layout());
+    EXPECT_TRUE(heldLocks().isEmpty());
+    release({"space", "Alt_L", "Control_L"});
+    EXPECT_TRUE(becomesAwake());
+    EXPECT_TRUE(menuIsOpen());
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(menusClose());
+    chord({"Control_L", "Alt_L", "space"});
+    EXPECT_TRUE(becomesAsleep());
+    EXPECT_EQ(timesSwitchedOn(), 1);
+}
+
+TEST_F(ShortcutsDesktopTest, WhileAMenuOfTheOlderTrayIsOpenItFiresAndTheMenuDoesntSeeTheKey)
+{
+    // Without a session bus the status items stand in the older tray, and their menus are the program's own.
+    const QString noBus = QStringLiteral("unix:path=/nonexistent/bus");
+    m_program = std::make_unique<Program>(Program::Start{
+        .defaults =
+            defaults({.enabled = {awake},
+                      .shortcuts = {{toggleAwake, escape}},
+                      .more = {{QStringLiteral("net.lindenrow.orvane.awake.showMenuBarIcon"), false}}}),
+        .environment = {{QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), noBus}}});
+    std::optional<ScreenWindow> icon;
+    ASSERT_TRUE(eventually(15s, [&] {
+        const auto windows = m_screen.windowsOf(program().pid());
+        icon = windows.isEmpty() ? std::nullopt : std::optional(windows.first());
+        return icon && icon->geometry.y() < 40;
+    })) << "no status item";
+    ASSERT_TRUE(eventually(10s, [&] {
+        if (!menuIsOpen())
+            m_hardware.click(icon->geometry.center());
+        return eventually(500ms, [&] { return menuIsOpen(); });
+    }));
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(becomesAwake());
+    EXPECT_TRUE(menuIsOpen()) << "the menu got the key";
+    const QImage before = menuPicture();
+    m_hardware.tap("Down");
+    EXPECT_TRUE(eventually(5s, [&] { return menuPicture() != before; })) << "the menu didn't get the key";
+    m_hardware.tap("Up");
+    m_hardware.tap("Return"); // the last entry
+    const auto exit = program().wait();
+    ASSERT_TRUE(exit) << "the entry wasn't chosen";
+    EXPECT_EQ(exit->code, 0);
+}
+
+TEST_F(ShortcutsDesktopTest, WhileATextFieldsMenuIsOpenItFiresAndTheMenuDoesntSeeTheKey)
+{
+    // A short list, so that what is below it is in sight.
+    startWith({{toggleAwake, escape}, {openOrvane, controlOptionK}}, {awake, QStringLiteral("keyswap")},
+              {{QStringLiteral("net.lindenrow.orvane.keyswap.excludedApps"),
+                QStringList{QStringLiteral("org.gnu.Emacs")}}});
+    expectOrvaneOpensBy({"Control_L", "Alt_L", "k"});
+    ASSERT_TRUE(clickOn(QStringLiteral("Ctrl Shortcuts"), QStringLiteral("list item")));
+    ASSERT_TRUE(clickOn(QStringLiteral("Add App…"), QStringLiteral("push button")));
+    ASSERT_TRUE(clickOn(QStringLiteral("Search applications"), QStringLiteral("text")));
+    m_hardware.tap("a"); // or nothing in its menu could be chosen
+    const qsizetype windows = m_screen.windowsOf(program().pid()).size();
+    ASSERT_TRUE(clickOn(QStringLiteral("Search applications"), QStringLiteral("text"), Button::right));
+    const auto fieldMenuIsOpen = [&] { return m_screen.windowsOf(program().pid()).size() > windows; };
+    const auto picture = [&] {
+        return m_screen.picture(m_screen.windowsOf(program().pid()).last().geometry);
+    };
+    ASSERT_TRUE(eventually(5s, fieldMenuIsOpen));
+
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(becomesAwake());
+    ASSERT_TRUE(fieldMenuIsOpen()) << "the menu got the key";
+    const QImage before = picture();
+    m_hardware.tap("Down");
+    EXPECT_TRUE(eventually(5s, [&] { return picture() != before; })) << "the menu didn't get the key";
+    m_hardware.tap("Escape");
+    EXPECT_TRUE(becomesAsleep());
+    EXPECT_TRUE(fieldMenuIsOpen());
+    m_hardware.tap("Return");
+    EXPECT_TRUE(eventually(5s, [&] { return !fieldMenuIsOpen(); }));
+    EXPECT_EQ(timesSwitchedOn(), 1);
+}
+
+TEST_F(ShortcutsDesktopTest, FiresWhileCtrlShortcutsRewritesTheKeys)
+{
+    for (const char* mode : {"commonShortcuts", "fullSwap"}) {
+        startWith({{toggleAwake, controlOptionSpace}}, {awake, QStringLiteral("keyswap")},
+                  {{QStringLiteral("net.lindenrow.orvane.keyswap.mode"), QLatin1String(mode)}});
+        ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
+        press({"Control_L", "Alt_L", "space"});
+        EXPECT_TRUE(statusMenu().find({QStringLiteral("Awake"), QStringLiteral("Keep Awake")})) << mode;
+        release({"space", "Alt_L", "Control_L"});
+        EXPECT_TRUE(becomesAwake()) << mode;
+        chord({"Control_L", "Alt_L", "space"});
+        EXPECT_TRUE(becomesAsleep()) << mode;
+        EXPECT_EQ(timesSwitchedOn(), 1) << mode;
+        m_program.reset();
+    }
+}
+
+TEST_F(ShortcutsDesktopTest, WithCtrlShortcutsOnTooItFiresWhileThePanelShowsTheMenu)
+{
+    startWith({{toggleAwake, f9}}, {awake, QStringLiteral("keyswap")});
+    ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
+    ASSERT_TRUE(openStatusMenu());
+    // The first one may come before the program knows of the menu; a hand would try again.
+    EXPECT_TRUE(eventually(10s, [&] {
+        m_hardware.tap("F9");
+        return eventually(1s, [] { return !heldLocks().isEmpty(); });
+    }));
+    EXPECT_TRUE(menuIsOpen());
+    ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, statusItem().menu().layout().value_or(MenuNode()),
+                                 {QStringLiteral("Open Orvane…")}));
+    EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
+}
+
+} // namespace orvane::tests
