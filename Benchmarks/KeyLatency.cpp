@@ -1,6 +1,6 @@
-// Time of a key from the hardware to an application, with the tap of Ctrl Shortcuts on beside off, in one
-// run:
-//   Tools/desktop/session -- build/bench/bin/KeyLatency [keys]
+// Time of a key from the hardware to an application, in one run: without a tap, with the least that could be
+// one (BareKeyTap), and with the tap of Ctrl Shortcuts.
+//   Tools/desktop/session -- build/bench/bin/KeyLatency [keys [another build of the program]]
 // Needs the private desktop's hardware keyboard "testkbd".
 #include <QCoreApplication>
 #include <QDir>
@@ -13,8 +13,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <map>
-#include <string>
+#include <functional>
+#include <memory>
 #include <vector>
 
 #include <sys/timerfd.h>
@@ -29,10 +29,31 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The built program with or without the feature, until its end.
-class Program {
+/// Something that stands between the keyboard and the applications, until its end.
+class Tap {
 public:
-    explicit Program(bool tapped)
+    virtual ~Tap() = default;
+    /// Microseconds of processor time that it has taken so far.
+    virtual double cost() const { return 0; }
+};
+
+/// Microseconds that all threads of a process have had.
+double processorTime(qint64 process)
+{
+    double sum = 0;
+    const QDir threads(QStringLiteral("/proc/%1/task").arg(process));
+    for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile times(threads.filePath(thread + QStringLiteral("/schedstat")));
+        if (times.open(QIODevice::ReadOnly))
+            sum += times.readAll().split(' ').first().toDouble() / 1000;
+    }
+    return sum;
+}
+
+/// The program with or without the feature.
+class Program : public Tap {
+public:
+    Program(const QString& path, bool tapped)
     {
         QDir(m_home.path()).mkpath(QStringLiteral("orvane"));
         QFile defaults(m_home.filePath(QStringLiteral("orvane/defaults.json")));
@@ -47,7 +68,7 @@ public:
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.path());
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::MergedChannels);
-        m_process.start(QStringLiteral(ORVANE_PROGRAM), {});
+        m_process.start(path, {});
         // The program says so when its tap stands; without one there is nothing to wait for.
         while (tapped && !m_output.contains("Keyboard remapping active")) {
             if (!m_process.waitForReadyRead(20'000))
@@ -56,16 +77,38 @@ public:
         }
     }
 
-    ~Program()
+    ~Program() override
     {
         m_process.terminate();
         m_process.waitForFinished();
     }
 
+    double cost() const override { return processorTime(m_process.processId()); }
+
 private:
     QTemporaryDir m_home;
     QProcess m_process;
     QByteArray m_output;
+};
+
+class BareTap : public Tap {
+public:
+    explicit BareTap(const QStringList& arguments)
+    {
+        m_process.start(QStringLiteral(ORVANE_BARE_TAP), arguments);
+        if (!m_process.waitForReadyRead() || !m_process.readAll().startsWith("ready"))
+            qFatal("the bare tap doesn't stand: %s", m_process.readAllStandardError().constData());
+    }
+    ~BareTap() override
+    {
+        m_process.closeWriteChannel();
+        m_process.waitForFinished();
+    }
+
+    double cost() const override { return processorTime(m_process.processId()); }
+
+private:
+    QProcess m_process;
 };
 
 /// Keys come with pauses between them, in which everybody has gone to sleep.
@@ -161,29 +204,32 @@ private:
 struct Times {
     std::vector<double> latency;
     std::vector<double> repeat;
-
-    void append(const Times& more)
-    {
-        latency.insert(latency.end(), more.latency.begin(), more.latency.end());
-        repeat.insert(repeat.end(), more.repeat.begin(), more.repeat.end());
-    }
+    std::vector<double> cost;
 };
 
-Times measure(bool tapped, int keys)
+enum class Holds { no, yes };
+
+void measure(const std::function<std::unique_ptr<Tap>()>& make, int keys, Holds holds, Times& times)
 {
-    const Program program(tapped);
+    const auto tap = make();
     Keyboard keyboard;
-    Times times;
-    for (int i = 0; i < keys; ++i) {
+    constexpr int unmeasured = 50;
+    double before = 0;
+    for (int i = 0; i < keys + unmeasured; ++i) {
+        if (i == unmeasured)
+            before = tap->cost();
         const unsigned key = 38 + static_cast<unsigned>(i % 8);
         for (const bool down : {true, false}) {
             const double time = keyboard.send(key, down);
-            if (i >= 50)
+            if (i >= unmeasured)
                 times.latency.push_back(time);
         }
     }
-    times.repeat = keyboard.hold(38, 20);
-    return times;
+    times.cost.push_back((tap->cost() - before) / (2.0 * keys));
+    if (holds == Holds::no)
+        return;
+    const auto repeats = keyboard.hold(38, 20);
+    times.repeat.insert(times.repeat.end(), repeats.begin(), repeats.end());
 }
 
 double quantile(std::vector<double>& times, double part)
@@ -197,20 +243,41 @@ double quantile(std::vector<double>& times, double part)
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    const int keys = QCoreApplication::arguments().value(1, QStringLiteral("2000")).toInt();
-    std::map<bool, Times> times;
-    for (int round = 0; round < 3; ++round) {
-        for (const bool tapped : {false, true}) {
-            times[tapped].append(measure(tapped, keys));
-        }
+    const QStringList arguments = QCoreApplication::arguments();
+    const int keys = arguments.value(1, QStringLiteral("2000")).toInt();
+    const QString program = QStringLiteral(ORVANE_PROGRAM);
+    struct Subject {
+        const char* name;
+        std::function<std::unique_ptr<Tap>()> make;
+        Times times;
+    };
+    std::vector<Subject> subjects{
+        {"tap off", [&] { return std::make_unique<Program>(program, false); }, {}},
+        {"bare tap", [] { return std::make_unique<BareTap>(QStringList()); }, {}},
+        {"bare tap, two threads",
+         [] { return std::make_unique<BareTap>(QStringList{QStringLiteral("hand-over")}); },
+         {}},
+        {"tap on", [&] { return std::make_unique<Program>(program, true); }, {}},
+    };
+    if (arguments.size() > 2)
+        subjects.push_back(
+            {"tap on, other build", [&] { return std::make_unique<Program>(arguments.at(2), true); }, {}});
+    // By turns and often, or what else goes on on the machine would fall to one of them.
+    constexpr int rounds = 10;
+    for (int round = 0; round < rounds; ++round) {
+        for (Subject& subject : subjects)
+            measure(subject.make, keys / rounds, round == 0 ? Holds::yes : Holds::no, subject.times);
     }
-    for (const bool tapped : {false, true}) {
-        std::printf("%-8s median %5.0f us   p99 %5.0f us   (%zu events)   a held key repeats each %.1f ms\n",
-                    tapped ? "tap on" : "tap off", quantile(times[tapped].latency, 0.5),
-                    quantile(times[tapped].latency, 0.99), times[tapped].latency.size(),
-                    quantile(times[tapped].repeat, 0.5));
+    const double untapped = quantile(subjects.front().times.latency, 0.5);
+    std::printf("%-22s %9s %9s %6s %14s %12s\n", "", "median us", "p99 us", "ratio", "its cpu us/ev",
+                "repeat ms");
+    for (Subject& subject : subjects) {
+        Times& times = subject.times;
+        const double median = quantile(times.latency, 0.5);
+        std::printf("%-22s %9.0f %9.0f %6.2f %14.0f %12.1f\n", subject.name, median,
+                    quantile(times.latency, 0.99), median / untapped, quantile(times.cost, 0.5),
+                    quantile(times.repeat, 0.5));
     }
-    std::printf("ratio of the medians %.2f\n",
-                quantile(times[true].latency, 0.5) / quantile(times[false].latency, 0.5));
+    std::printf("%zu events each\n", subjects.front().times.latency.size());
     return 0;
 }

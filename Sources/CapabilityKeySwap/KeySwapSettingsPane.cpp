@@ -71,9 +71,11 @@ AnyView addAppRow(const std::shared_ptr<KeySwapSettings>& settings)
     return OrvaRow{.content = {OrvaButton{.title = QStringLiteral("Add App…"),
                                           .action =
                                               [settings] {
-                                                  OrvaAppChooser::run([settings](const QString& bundleID) {
-                                                      settings->addExcludedApp(bundleID);
-                                                  });
+                                                  OrvaAppChooser::run(
+                                                      [settings](const QString& bundleID) {
+                                                          settings->addExcludedApp(bundleID);
+                                                      },
+                                                      settings->excludedApps.get());
                                               },
                                           .systemImage = QStringLiteral("plus")},
                                OrvaSpacer{}}};

@@ -105,7 +105,8 @@ void EventTapService::reenableIfNeeded()
     if (!m_machPort || m_machPort->isEnabled())
         return;
     m_machPort->enable(true);
-    m_log.notice(QStringLiteral("Re-enabled a disabled event tap"));
+    if (m_machPort->isEnabled()) // or the system's own log says why not
+        m_log.notice(QStringLiteral("Re-enabled a disabled event tap"));
 }
 
 Event* EventTapService::eventTapCallback(EventType type, Event* event, void* userInfo)

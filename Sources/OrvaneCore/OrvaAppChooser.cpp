@@ -9,11 +9,11 @@
 
 namespace orvane::OrvaAppChooser {
 
-void run(std::function<void(const QString& bundleID)> accepted)
+void run(std::function<void(const QString& bundleID)> accepted, const QStringList& present)
 {
     static QPointer<OrvaAppChooserPanel> panel;
     if (!panel || !panel->isVisible()) {
-        panel = new OrvaAppChooserPanel(platform().sharedWorkspace.installedApplications(),
+        panel = new OrvaAppChooserPanel({platform().sharedWorkspace.installedApplications(), present},
                                         std::move(accepted), QApplication::activeWindow());
         panel->open();
     }

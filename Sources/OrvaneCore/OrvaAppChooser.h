@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -9,7 +10,8 @@ namespace orvane::OrvaAppChooser {
 
 /// Shows the panel above the active window and returns at once. `accepted` is called with the identifier of
 /// the program chosen; not at all when the panel is dismissed or the program chosen has none. A second call
-/// while the panel is up brings it to the front.
-void run(std::function<void(const QString& bundleID)> accepted);
+/// while the panel is up brings it to the front. Programs whose identifiers are in `present` are shown as
+/// chosen already.
+void run(std::function<void(const QString& bundleID)> accepted, const QStringList& present = {});
 
 } // namespace orvane::OrvaAppChooser

@@ -35,11 +35,11 @@ protected:
 
 } // namespace
 
-OrvaAppChooserPanel::OrvaAppChooserPanel(QList<InstalledApplication> applications,
-                                         std::function<void(const QString&)> accepted, QWidget* parent)
+OrvaAppChooserPanel::OrvaAppChooserPanel(Programs programs, std::function<void(const QString&)> accepted,
+                                         QWidget* parent)
     : OrvaThemed(parent),
       m_accepted(std::move(accepted)),
-      m_model(std::move(applications)),
+      m_model(std::move(programs.installed), std::move(programs.present)),
       m_field(new OrvaSearchFieldView(QStringLiteral("Search applications"))),
       m_list(new OrvaAppListView(m_model)),
       m_pages(new QStackedWidget)

@@ -14,11 +14,17 @@ namespace orvane {
 class OrvaAppListView;
 class OrvaSearchFieldView;
 
-/// Ends itself when it is closed. Nothing is accepted but a program with an identifier.
+/// Ends itself when it is closed. Nothing is accepted but a program with an identifier that wasn't chosen
+/// before.
 class OrvaAppChooserPanel final : public OrvaThemed<QDialog> {
 public:
-    OrvaAppChooserPanel(QList<InstalledApplication> applications,
-                        std::function<void(const QString& bundleID)> accepted, QWidget* parent);
+    struct Programs {
+        QList<InstalledApplication> installed;
+        /// Identifiers of those that were chosen before.
+        QStringList present;
+    };
+    OrvaAppChooserPanel(Programs programs, std::function<void(const QString& bundleID)> accepted,
+                        QWidget* parent);
     ~OrvaAppChooserPanel() override;
 
     void accept() override;

@@ -19,7 +19,8 @@ bool matches(const InstalledApplication& application, const QStringList& words)
 
 } // namespace
 
-OrvaAppListModel::OrvaAppListModel(QList<InstalledApplication> applications) : m_all(std::move(applications))
+OrvaAppListModel::OrvaAppListModel(QList<InstalledApplication> applications, QStringList present)
+    : m_present(std::move(present)), m_all(std::move(applications))
 {
     QCollator collator;
     collator.setCaseSensitivity(Qt::CaseInsensitive);
@@ -58,11 +59,15 @@ QVariant OrvaAppListModel::data(const QModelIndex& index, int role) const
     case Qt::DecorationRole:
         return icon(application.iconName);
     case Qt::ToolTipRole:
+        if (isPresent(application))
+            return QStringLiteral("%1 is on the list already.").arg(*application.bundleIdentifier);
         return application.bundleIdentifier.value_or(
             QStringLiteral("This application has no identifier, so it can't be chosen."));
     case Qt::AccessibleDescriptionRole:
         return data(index, Qt::ToolTipRole);
     case detailRole:
+        if (isPresent(application))
+            return QStringLiteral("Added");
         return m_namesakes.value(application.localizedName) > 1
                    ? application.bundleIdentifier.value_or(QString())
                    : QString();

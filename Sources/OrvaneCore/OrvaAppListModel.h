@@ -7,25 +7,30 @@
 #include <QHash>
 #include <QIcon>
 #include <QList>
+#include <QStringList>
 
 namespace orvane {
 
 class OrvaAppListModel final : public QAbstractListModel {
 public:
     enum Role {
-        /// The identifier, where it has to tell programs of one name apart.
+        /// That it was chosen before; or the identifier, where it has to tell programs of one name apart.
         detailRole = Qt::UserRole,
     };
 
-    explicit OrvaAppListModel(QList<InstalledApplication> applications);
+    /// `present` are the identifiers of programs that were chosen before.
+    explicit OrvaAppListModel(QList<InstalledApplication> applications, QStringList present = {});
 
     /// Leaves those whose name or identifier holds every word of the query, however it is written.
     void setQuery(const QString& query);
 
     bool isEmptyWithoutQuery() const { return m_all.isEmpty(); }
     const InstalledApplication& at(int row) const { return m_shown.at(row); }
-    /// A program without identifier can't be chosen.
-    bool isAcceptable(int row) const { return m_shown.at(row).bundleIdentifier.has_value(); }
+    /// A program without identifier can't be chosen, nor one that was chosen before.
+    bool isAcceptable(int row) const
+    {
+        return m_shown.at(row).bundleIdentifier && !isPresent(m_shown.at(row));
+    }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -33,7 +38,12 @@ public:
 
 private:
     QIcon icon(const QString& name) const;
+    bool isPresent(const InstalledApplication& application) const
+    {
+        return application.bundleIdentifier && m_present.contains(*application.bundleIdentifier);
+    }
 
+    QStringList m_present;
     QList<InstalledApplication> m_all;
     QList<InstalledApplication> m_shown;
     QHash<QString, int> m_namesakes;

@@ -114,7 +114,11 @@ void PermissionManager::requestAutomation()
 
 void PermissionManager::openSettings(SystemPermission permission)
 {
-    const QString url = settingsURLString(permission);
+    openSettings(settingsURLString(permission));
+}
+
+void PermissionManager::openSettings(const QString& url)
+{
     if (QUrl(url, QUrl::StrictMode).isValid())
         platform().sharedWorkspace.openURL(url);
 }

@@ -30,6 +30,8 @@ public:
     /// Has the system ask the user. Returns at once; the answer shows in a refresh.
     void request(SystemPermission permission);
     void openSettings(SystemPermission permission);
+    /// What is no URL opens nothing.
+    static void openSettings(const QString& url);
 
 private:
     explicit PermissionManager(PermissionStatuses statuses) : m_statuses(std::move(statuses)) {}

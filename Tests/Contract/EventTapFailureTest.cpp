@@ -158,6 +158,35 @@ TEST_F(EventTapFailureTest, AKilledProgramWhoseUserLetGoMeanwhileLeavesNothingPr
     EXPECT_TRUE(eventually(10s, [&] { return program.state() == QProcess::NotRunning; }));
 }
 
+TEST_F(EventTapFailureTest, AStoppedProgramsKeyboardIsFreedAndItsTapIsDisabledWhenItGoesOn)
+{
+    QProcess program;
+    program.start(QStringLiteral(ORVANE_EVENT_TAP_PEER), QStringList());
+    ASSERT_TRUE(eventually(20s, [&] { return program.readAllStandardOutput().contains("ready"); }));
+    const qint64 guardian = guardianOf(program.processId());
+    hardware.press(key::shiftL);
+    hardware.press(key::a);
+    keysOnce(2);
+    ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
+    hardware.release(key::a);
+    EXPECT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown(xtestKeyboard).isEmpty(); }));
+    // What is still held counts, and what was swallowed is up.
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown() == QList<int>{key::shiftL}; }));
+    hardware.tap(key::b);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed().endsWith("B"); })) << window.typed().data();
+    hardware.release(key::shiftL);
+    EXPECT_TRUE(eventually(10s, [&] { return !isAlive(guardian); }));
+
+    ::kill(static_cast<pid_t>(program.processId()), SIGCONT);
+    QByteArray said;
+    EXPECT_TRUE(eventually(10s, [&] { return (said += program.readAllStandardError()).contains('\n'); }));
+    EXPECT_EQ(said.split('\n').first(), "The program stood still while keys were typed, so its guardian has "
+                                        "disabled the event tap and freed the keyboards.");
+    program.kill();
+    EXPECT_TRUE(eventually(10s, [&] { return program.state() == QProcess::NotRunning; }));
+}
+
 TEST_F(EventTapFailureTest, TheGuardianLivesAsLongAsTheTap)
 {
     const qint64 self = QCoreApplication::applicationPid();

@@ -227,6 +227,48 @@ TEST_F(EventTapLiveTest, APostedPasteLiftsWhatTheUserHoldsUnderATapToo)
     EXPECT_EQ(tap.seen()[1].userData, 0x4F525641);
 }
 
+TEST_F(EventTapLiveTest, AModifierThatIsLetGoWhileAPostedChordIsDownStaysUp)
+{
+    hardware.press(key::superL);
+    keysOnce(1);
+    taps.post(EventTaps::Location::hid, posted(EventType::keyDown, command));
+    EXPECT_EQ(keysOnce(4).at(3), QStringLiteral("+55/control"));
+    hardware.release(key::superL);
+    taps.post(EventTaps::Location::hid, posted(EventType::keyUp, command));
+    EXPECT_TRUE(eventually(10s, [&] { return window.keys().contains(QStringLiteral("-37/control")); }))
+        << window.keys().join(QLatin1Char(' ')).toStdString();
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown().isEmpty(); }));
+}
+
+TEST_F(EventTapLiveTest, AModifierThatIsLetGoAndPressedAgainWhileAPostedChordIsDownStaysDown)
+{
+    hardware.press(key::superL);
+    keysOnce(1);
+    taps.post(EventTaps::Location::hid, posted(EventType::keyDown, command));
+    EXPECT_EQ(keysOnce(4).at(3), QStringLiteral("+55/control"));
+    hardware.release(key::superL);
+    hardware.press(key::superL);
+    taps.post(EventTaps::Location::hid, posted(EventType::keyUp, command));
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown() == QList<int>{key::superL}; }));
+    hardware.release(key::superL);
+}
+
+TEST_F(EventTapLiveTest, AModifierThatIsLetGoAtAnyMomentOfAPostedChordIsUpAfterwards)
+{
+    for (int i = 0; i < 200; ++i) {
+        hardware.press(key::superL);
+        taps.post(EventTaps::Location::hid, posted(EventType::keyDown, command));
+        taps.post(EventTaps::Location::hid, posted(EventType::keyUp, command));
+        hardware.release(key::superL); // somewhere in what the other thread does meanwhile
+        ASSERT_TRUE(eventually(10s,
+                               [&] {
+                                   return window.keys().count(QStringLiteral("+55/control")) == i + 1 &&
+                                          other.keysDown().isEmpty();
+                               }))
+            << i << ": " << window.keys().mid(window.keys().size() - 9).join(QLatin1Char(' ')).toStdString();
+    }
+}
+
 TEST_F(EventTapLiveTest, AnEventPostedFromACallbackComesAfterTheOneItAnswers)
 {
     LambdaTap tap(taps, [this](Event& event) {

@@ -32,7 +32,7 @@ void FakeEventTap::removeFromMainRunLoop()
 void FakeEventTap::enable(bool enabled)
 {
     m_taps.calls.append(enabled ? QStringLiteral("enable") : QStringLiteral("disable"));
-    m_isEnabled = enabled && m_isValid;
+    m_isEnabled = enabled && m_isValid && !m_taps.refuses;
 }
 
 void FakeEventTap::invalidate()

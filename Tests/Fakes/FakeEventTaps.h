@@ -49,6 +49,7 @@ public:
     /// An event of the hardware: passes the taps whose mask has its type. Nothing when one removed it.
     std::optional<Event> send(Event event);
 
+    /// Whether the keyboards can't be had: for a new tap, and for one that is enabled again.
     bool refuses = false;
     /// Taps in place, the one asked first at the front.
     std::vector<FakeEventTap*> taps;

@@ -197,7 +197,18 @@ void DesktopEntries::readFile(const QString& path, const QString& id)
                       .name = name.isEmpty() ? id : name,
                       .iconName = localized(entry, QStringLiteral("Icon")),
                       .startupWMClass = entry.string(QStringLiteral("StartupWMClass")).value_or(QString()),
-                      .isForMenus = isForMenus(entry)});
+                      .isForMenus = isForMenus(entry),
+                      .isPartOfDesktop = isPartOfDesktop(entry)});
+}
+
+bool DesktopEntries::isPartOfDesktop(const DesktopEntry& file)
+{
+    static const QStringList parts = {QStringLiteral("DesktopSettings"), QStringLiteral("Screensaver"),
+                                      QStringLiteral("TrayIcon"), QStringLiteral("Applet"),
+                                      QStringLiteral("Shell")};
+    const QStringList categories = file.list(QStringLiteral("Categories"));
+    return std::any_of(categories.begin(), categories.end(),
+                       [](const QString& category) { return parts.contains(category); });
 }
 
 bool DesktopEntries::isForMenus(const DesktopEntry& file) const

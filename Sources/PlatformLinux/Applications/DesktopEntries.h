@@ -27,6 +27,8 @@ public:
         QString startupWMClass;
         /// Meant for this desktop's menus, and with a window of its own.
         bool isForMenus = false;
+        /// A piece of the desktop itself by its categories: its settings, an applet, the screen saver.
+        bool isPartOfDesktop = false;
     };
 
     /// What the rules of the entries depend on, besides the files.
@@ -58,6 +60,7 @@ private:
     void readDirectory(const QString& directory, const QString& idPrefix, Seen& seen);
     void readFile(const QString& path, const QString& id);
     bool isForMenus(const DesktopEntry& file) const;
+    static bool isPartOfDesktop(const DesktopEntry& file);
     QString localized(const DesktopEntry& file, const QString& key) const;
 
     Surroundings m_surroundings;

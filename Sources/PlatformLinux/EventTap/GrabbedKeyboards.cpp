@@ -1,5 +1,7 @@
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
 
+#include "PlatformLinux/EventTap/LiftedKeys.h"
+
 #include <algorithm>
 
 namespace orvane {
@@ -102,6 +104,11 @@ std::optional<HardwareKey> GrabbedKeyboards::motion(const xcb_input_key_press_ev
     return HardwareKey{key, motion};
 }
 
+bool GrabbedKeyboards::has(DeviceId device) const
+{
+    return std::ranges::find(m_keyboards, device, &Keyboard::id) != m_keyboards.end();
+}
+
 bool GrabbedKeyboards::isDownElsewhere(std::uint8_t key, const Keyboard& but) const
 {
     return std::ranges::any_of(
@@ -171,16 +178,18 @@ void GrabbedKeyboards::followLocks()
 
 void GrabbedKeyboards::settle(const KeySet& modifiers, const KeySet& heldBack)
 {
+    LiftedKeys keys(m_connection);
     for (const Keyboard& keyboard : m_keyboards) {
         // Asked of the server: the user may have let go of them since.
         const KeySet down = m_connection.keysDown(keyboard.id);
         for (unsigned i = 0; i < down.size(); ++i) {
             const auto key = static_cast<std::uint8_t>(i);
-            if (!down.test(key) || !(modifiers.test(key) || heldBack.test(key)))
-                continue;
-            m_connection.releaseOn(keyboard.id, key);
-            if (modifiers.test(key))
-                m_connection.pressOn(keyboard.id, key);
+            if (down.test(key) && modifiers.test(key)) {
+                keys.lift(key);
+                keys.putBack(key);
+            } else if (down.test(key) && heldBack.test(key)) {
+                m_connection.releaseOn(keyboard.id, key);
+            }
         }
     }
     m_connection.synchronize();

@@ -26,6 +26,7 @@ public:
     /// for each one that can't be had. Round trips.
     std::vector<std::string> grab();
     bool isEmpty() const { return m_keyboards.empty(); }
+    bool has(DeviceId device) const;
     /// What was down on those that were grabbed, at that time.
     const KeySet& downAtFirst() const { return m_downAtFirst; }
 

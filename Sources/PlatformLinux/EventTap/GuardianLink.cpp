@@ -49,7 +49,8 @@ QByteArray GuardianLink::program()
     return {};
 }
 
-GuardianLink::GuardianLink(QByteArray program, std::uint32_t window, std::string& problem)
+GuardianLink::GuardianLink(QByteArray program, std::uint32_t window, const SharedPulse& pulse,
+                           std::string& problem)
 {
     if (program.isEmpty()) {
         problem = "orvane-guardian isn't beside the program or in its libexec; reinstall. Until then a crash "
@@ -67,6 +68,8 @@ GuardianLink::GuardianLink(QByteArray program, std::uint32_t window, std::string
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
     ::posix_spawn_file_actions_adddup2(&actions, reading.get(), STDIN_FILENO);
+    if (pulse)
+        ::posix_spawn_file_actions_adddup2(&actions, pulse.descriptor(), SharedPulse::descriptorInGuardian);
     posix_spawnattr_t attributes;
     ::posix_spawnattr_init(&attributes);
     // Not of our process group, and deaf from its first moment, for it inherits this thread's blocked

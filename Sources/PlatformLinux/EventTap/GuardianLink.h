@@ -1,7 +1,8 @@
 // The tie to the guardian, a process of its own that lets go of the keys on the XTEST keyboard when this one
-// dies. It lives as long as the link.
+// dies, and frees the keyboards when it stands still. It lives as long as the link.
 #pragma once
 
+#include "PlatformLinux/EventTap/SharedPulse.h"
 #include "PlatformLinux/Files/FileDescriptor.h"
 
 #include <QByteArray>
@@ -19,9 +20,10 @@ public:
     static QByteArray program();
 
     /// The guardian knows by the end of `window`, one of the client's that presses the keys, that the last of
-    /// them has arrived. `problem` stays empty or is a sentence for the log. On a thread whose signals are
-    /// blocked, or the guardian's death could end this process by SIGPIPE.
-    GuardianLink(QByteArray program, std::uint32_t window, std::string& problem);
+    /// them has arrived, and by the pulse whether keys are taken. `problem` stays empty or is a sentence for
+    /// the log. On a thread whose signals are blocked, or the guardian's death could end this process by
+    /// SIGPIPE.
+    GuardianLink(QByteArray program, std::uint32_t window, const SharedPulse& pulse, std::string& problem);
     ~GuardianLink();
     GuardianLink(const GuardianLink&) = delete;
     GuardianLink& operator=(const GuardianLink&) = delete;

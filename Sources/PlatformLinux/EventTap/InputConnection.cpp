@@ -135,10 +135,12 @@ bool InputConnection::isXTestDevice(DeviceId device, xcb_atom_t mark)
     return reply && reply->type != XCB_ATOM_NONE && reply->num_items > 0;
 }
 
-KeySet InputConnection::keysDown(DeviceId device)
+KeySet InputConnection::keysDown(DeviceId device, std::uint32_t* request)
 {
     KeySet keys;
     const auto cookie = xcb_input_query_device_state(m_xcb.get(), static_cast<std::uint8_t>(device));
+    if (request)
+        *request = cookie.sequence;
     const XcbReply<xcb_input_query_device_state_reply_t> reply(
         xcb_input_query_device_state_reply(m_xcb.get(), cookie, nullptr));
     if (!reply)

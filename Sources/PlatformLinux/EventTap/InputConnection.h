@@ -56,7 +56,8 @@ public:
 
     /// Round trips, as all that give something here.
     Keyboards keyboards();
-    KeySet keysDown(DeviceId device);
+    /// `request` becomes the number of the request, with which those of events compare.
+    KeySet keysDown(DeviceId device, std::uint32_t* request = nullptr);
     ModifierRoles modifierRoles();
     bool capsIsLocked();
     /// Returns when the server has done all that was asked of it.

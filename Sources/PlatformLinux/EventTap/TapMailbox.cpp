@@ -23,32 +23,37 @@ void waitUntil(SteadyClock::time_point end, int descriptor)
 
 } // namespace
 
-TapMailbox::Answer TapMailbox::exchange(const Event& event, std::chrono::nanoseconds patience)
+void TapMailbox::offer(const Event& event, std::chrono::nanoseconds patience)
 {
-    const auto end = SteadyClock::now() + patience;
     {
         const std::scoped_lock lock(m_mutex);
-        if (m_isClosed)
-            return {Outcome::closed, event};
         ++m_ticket;
         m_event = event;
+        m_end = SteadyClock::now() + patience;
         m_state = State::offered;
-        m_toTap.clear();
     }
     m_toMain.raise();
-    for (;;) {
-        waitUntil(end, m_toTap.descriptor());
-        const std::scoped_lock lock(m_mutex);
-        if (m_state == State::answered) {
-            m_state = State::idle;
-            return {Outcome::answered, m_wasRemoved ? std::nullopt : std::optional(m_event)};
-        }
-        if (m_isClosed || SteadyClock::now() >= end) {
-            m_state = State::idle;
-            return {m_isClosed ? Outcome::closed : Outcome::timedOut, event};
-        }
+}
+
+TapMailbox::Outcome TapMailbox::settle()
+{
+    std::unique_lock lock(m_mutex);
+    const auto isOpen = [this] { return m_state == State::offered || m_state == State::taken; };
+    while (isOpen() && !m_isClosed && SteadyClock::now() < m_end) {
+        m_tapWaits = true;
         m_toTap.clear();
+        lock.unlock();
+        waitUntil(m_end, m_toTap.descriptor());
+        lock.lock();
+        m_tapWaits = false;
     }
+    if (!isOpen()) {
+        m_state = State::idle;
+        return Outcome::answered;
+    }
+    m_state = State::idle;
+    m_delivery(m_event);
+    return m_isClosed ? Outcome::closed : Outcome::timedOut;
 }
 
 void TapMailbox::ring()
@@ -68,24 +73,21 @@ std::optional<TapMailbox::Request> TapMailbox::take()
 
 void TapMailbox::answer(std::uint64_t ticket, const std::optional<Event>& event)
 {
-    {
-        const std::scoped_lock lock(m_mutex);
-        if (m_state != State::taken || ticket != m_ticket)
-            return;
-        m_wasRemoved = !event;
-        if (event)
-            m_event = *event;
-        m_state = State::answered;
-    }
-    m_toTap.raise();
+    std::unique_lock lock(m_mutex);
+    if (m_state != State::taken || ticket != m_ticket || m_isClosed)
+        return;
+    m_delivery(event);
+    m_state = State::answered;
+    const bool tapWaits = m_tapWaits;
+    lock.unlock(); // which it would run into
+    if (tapWaits)
+        m_toTap.raise();
 }
 
 void TapMailbox::close()
 {
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_isClosed = true;
-    }
+    const std::scoped_lock lock(m_mutex);
+    m_isClosed = true;
     m_toTap.raise();
 }
 

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <csignal>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include <poll.h>
 
@@ -99,19 +99,16 @@ bool TapThread::begin()
         return false;
     }
     m_connection = std::move(opened.connection);
+    m_lifted = std::make_unique<LiftedKeys>(*m_connection);
     m_model.setRoles(m_connection->modifierRoles());
     return m_purpose == Purpose::posting || grabKeyboards();
 }
 
 bool TapThread::grabKeyboards()
 {
-    // Its end tells the guardian that our last key has gone through.
-    m_window = xcb_generate_id(m_connection->xcb());
-    xcb_create_window(m_connection->xcb(), 0, m_window, m_connection->root(), -1, -1, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-    constexpr std::string_view name = "Orvane event tap";
-    xcb_change_property(m_connection->xcb(), XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME,
-                        XCB_ATOM_STRING, 8, name.size(), name.data());
+    m_guardian = std::make_unique<TapGuardian>(
+        *m_connection, m_guardianProgram,
+        [this](LogLevel level, const std::string& sentence) { log(level, sentence); });
     watchKeyboardSettings();
     watchButtons();
     m_keyboards = std::make_unique<GrabbedKeyboards>(*m_connection);
@@ -121,9 +118,10 @@ bool TapThread::grabKeyboards()
         log(LogLevel::error, "Keyboard events can't be tapped: no keyboard could be grabbed.");
         return false;
     }
+    m_guardian->noteKeyboards(*m_keyboards);
     m_model.setHeld(m_keyboards->downAtFirst());
     m_model.setCapsLocked(m_connection->capsIsLocked());
-    startGuardian();
+    m_guardian->start();
     return true;
 }
 
@@ -162,8 +160,7 @@ void TapThread::work()
         if (handledOne)
             continue;
         if (m_connection->isLost()) {
-            log(LogLevel::error, "The X server is gone; keyboard events can't be tapped any more.");
-            giveUp(Ending::serverLost);
+            noticeLoss();
             return;
         }
         if (m_isStopping)
@@ -180,10 +177,14 @@ void TapThread::wait()
                       {m_guardian ? m_guardian->descriptor() : -1, 0, 0}};
     if (handleNextEvent()) // a flush may have read it in, and the descriptor is silent about it
         return;
-    ::poll(waits, std::size(waits), -1);
+    // An answer wakes nobody here, so this looks once whether there was one in time.
+    const int limit = m_isUnsettled ? static_cast<int>(std::chrono::milliseconds(patience).count()) : -1;
+    if (::poll(waits, std::size(waits), limit) == 0)
+        settle();
     if (waits[1].revents != 0)
         m_wake.clear();
-    watchGuardian(waits[2].revents);
+    if (m_guardian)
+        m_guardian->watch(waits[2].revents);
 }
 
 /// What was taken so far goes on unchanged, then the keyboards are free.
@@ -195,6 +196,7 @@ void TapThread::end()
     }
     if (!m_connection)
         return;
+    settle();
     m_asksMain = false;
     if (m_keyboards)
         m_keyboards->letGo();
@@ -209,20 +211,49 @@ void TapThread::end()
     if (m_keyboards)
         m_keyboards->settle(modifiers & ~heldBack, heldBack);
     m_connection->synchronize();
+    if (m_connection->isLost() && m_reason == Ending::none)
+        noticeLoss(); // a dying server closes one connection after the other, and the main thread knew first
     m_guardian.reset();
     m_keyboards.reset();
+    m_lifted.reset();
     m_connection.reset();
+}
+
+/// In the order of the server, whichever thread has read it in.
+XcbReply<xcb_generic_event_t> TapThread::nextEvent()
+{
+    const std::scoped_lock lock(m_readMutex);
+    if (m_read.empty())
+        return XcbReply<xcb_generic_event_t>(xcb_poll_for_event(m_connection->xcb()));
+    auto first = std::move(m_read.front());
+    m_read.pop_front();
+    return first;
+}
+
+/// The main thread, after it has flushed: that reads too.
+void TapThread::keepWhatWasRead()
+{
+    const std::scoped_lock lock(m_readMutex);
+    while (XcbReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(m_connection->xcb())})
+        m_read.push_back(std::move(event));
+    if (!m_read.empty())
+        m_wake.raise();
 }
 
 /// False when there was none.
 bool TapThread::handleNextEvent()
 {
-    const XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection->xcb()));
+    const auto event = nextEvent();
     if (!event)
         return false;
     const std::uint8_t type = event->response_type & 0x7F;
-    if (type == XCB_GE_GENERIC &&
-        as<xcb_ge_generic_event_t>(*event).extension == m_connection->xinputOpcode()) {
+    const bool isInput = type == XCB_GE_GENERIC &&
+                         as<xcb_ge_generic_event_t>(*event).extension == m_connection->xinputOpcode();
+    // Before anything is waited for.
+    if (isInput && m_guardian)
+        m_guardian->noteTaken(as<xcb_ge_generic_event_t>(*event));
+    settle();
+    if (isInput) {
         switch (as<xcb_ge_generic_event_t>(*event).event_type) {
         case XCB_INPUT_KEY_PRESS:
         case XCB_INPUT_KEY_RELEASE:
@@ -233,6 +264,10 @@ bool TapThread::handleNextEvent()
             break;
         case XCB_INPUT_HIERARCHY:
             handleHierarchy(as<xcb_input_hierarchy_event_t>(*event));
+            break;
+        case XCB_INPUT_RAW_KEY_PRESS:
+        case XCB_INPUT_RAW_KEY_RELEASE:
+            m_lifted->take(*event);
             break;
         default:
             break;
@@ -257,22 +292,39 @@ void TapThread::handleKey(const xcb_input_key_press_event_t& event)
 
 void TapThread::handleKey(HardwareKey key)
 {
-    const Event event = m_model.observe(key, uptimeNanoseconds());
-    std::optional<Event> answer = event;
-    if (m_asksMain && (m_mask.load() & eventMaskBit(event.type)) != 0) {
-        const auto exchanged = m_mailbox.exchange(event, patience);
-        if (exchanged.outcome == TapMailbox::Outcome::timedOut) {
-            log(LogLevel::notice, "A key event waited for more than a second for the main thread, so the "
-                                  "event tap was disabled and the keyboards are free.");
-            giveUp(Ending::timedOut);
-            m_asksMain = false; // nor does any other event wait any more
-        }
-        answer = exchanged.event;
+    settle();
+    m_passing = {key, m_model.observe(key, uptimeNanoseconds())};
+    if (m_asksMain && (m_mask.load() & eventMaskBit(m_passing.event.type)) != 0) {
+        m_isUnsettled = true;
+        m_mailbox.offer(m_passing.event, patience);
+        return;
     }
+    deliver(m_passing.event);
+    followCapsLock();
+}
+
+void TapThread::settle()
+{
+    if (!std::exchange(m_isUnsettled, false))
+        return;
+    if (m_mailbox.settle() == TapMailbox::Outcome::timedOut)
+        timeOut();
+    followCapsLock();
+}
+
+/// On either thread; the other one waits.
+void TapThread::deliver(const std::optional<Event>& answer)
+{
     KeyActions actions;
-    m_model.deliver(key, event, answer, m_commandKeys(), actions);
+    m_model.deliver(m_passing.key, m_passing.event, answer, m_commandKeys(), actions);
     perform(actions);
-    if (m_model.roles().roleOf(key.key) == ModifierRole::capsLock)
+    keepWhatWasRead();
+}
+
+/// After a key was delivered: what Caps Lock has become, only the server knows.
+void TapThread::followCapsLock()
+{
+    if (m_model.roles().roleOf(m_passing.key.key) == ModifierRole::capsLock)
         m_model.setCapsLocked(m_connection->capsIsLocked());
 }
 
@@ -281,6 +333,7 @@ void TapThread::handleHierarchy(const xcb_input_hierarchy_event_t& event)
     if (!m_keyboards)
         return;
     const auto changed = m_keyboards->hierarchyChanged(event);
+    m_guardian->noteKeyboards(*m_keyboards);
     for (unsigned key = 0; key < changed.released.size(); ++key) {
         if (changed.released.test(key))
             handleKey(HardwareKey{static_cast<std::uint8_t>(key), KeyMotion::release});
@@ -309,6 +362,8 @@ void TapThread::handlePosts()
         const std::scoped_lock lock(m_postsMutex);
         m_postsAtHand.swap(m_posts);
     }
+    if (!m_postsAtHand.empty())
+        settle();
     for (const Event& event : m_postsAtHand)
         postNow(event);
     m_postsAtHand.clear();
@@ -327,36 +382,13 @@ void TapThread::postNow(const Event& event)
     perform(actions);
 }
 
-void TapThread::startGuardian()
-{
-    std::string problem;
-    m_guardian = std::make_unique<GuardianLink>(m_guardianProgram, m_window, problem);
-    if (!problem.empty())
-        log(LogLevel::error, problem);
-}
-
-void TapThread::watchGuardian(short happened)
-{
-    if (happened == 0)
-        return;
-    m_connection->synchronize();
-    if (m_connection->isLost())
-        return; // it went with the server, as it should
-    m_guardian.reset();
-    if (m_guardianWasReplaced) {
-        log(LogLevel::error, "The guardian of the keyboard died again; a crash can leave a key pressed.");
-        return;
-    }
-    m_guardianWasReplaced = true;
-    log(LogLevel::notice, "The guardian of the keyboard died; another one takes its place.");
-    startGuardian();
-}
-
 void TapThread::perform(const KeyActions& actions)
 {
     for (const KeyAction& action : actions) {
-        if (action.seat == KeySeat::hardware)
-            performOnHardware(action);
+        if (action.seat == KeySeat::hardware && action.motion == KeyMotion::release)
+            m_lifted->lift(action.key);
+        else if (action.seat == KeySeat::hardware)
+            m_lifted->putBack(action.key);
         else if (action.motion == KeyMotion::release)
             m_connection->release(action.key);
         else
@@ -364,26 +396,6 @@ void TapThread::perform(const KeyActions& actions)
     }
     if (!actions.empty())
         m_connection->flush();
-}
-
-/// Lifts a key that the user holds from the keyboards that it is down on, or puts it back there.
-void TapThread::performOnHardware(const KeyAction& action)
-{
-    if (action.motion == KeyMotion::release) {
-        for (const KeyboardDevice& device : m_connection->keyboards().hardware) {
-            if (!m_connection->keysDown(device.id).test(action.key))
-                continue;
-            m_connection->releaseOn(device.id, action.key);
-            m_lifted.push_back({device.id, action.key});
-        }
-        return;
-    }
-    std::erase_if(m_lifted, [&](const Lifted& lifted) {
-        if (lifted.key != action.key)
-            return false;
-        m_connection->pressOn(lifted.device, lifted.key);
-        return true;
-    });
 }
 
 void TapThread::log(LogLevel level, const std::string& sentence)
@@ -395,6 +407,29 @@ void TapThread::log(LogLevel level, const std::string& sentence)
 void TapThread::giveUp(Ending ending)
 {
     m_reason = ending;
+}
+
+void TapThread::noticeLoss()
+{
+    if (m_guardian && m_guardian->hasFreed()) {
+        timeOut();
+        return;
+    }
+    log(LogLevel::error, "The X server is gone; keyboard events can't be tapped any more.");
+    giveUp(Ending::serverLost);
+}
+
+void TapThread::timeOut()
+{
+    if (m_guardian && m_guardian->hasFreed())
+        log(LogLevel::notice,
+            "The program stood still while keys were typed, so its guardian has disabled the "
+            "event tap and freed the keyboards.");
+    else
+        log(LogLevel::notice, "A key event waited for more than a second for the main thread, so the event "
+                              "tap was disabled and the keyboards are free.");
+    giveUp(Ending::timedOut);
+    m_asksMain = false; // nor does any other event wait any more
 }
 
 } // namespace orvane

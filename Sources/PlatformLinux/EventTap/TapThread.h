@@ -1,15 +1,18 @@
 // The thread between the user's keyboards and the applications: takes the keys, has the main thread look at
-// each, and presses on the XTEST keyboard what comes out. Everything of the X server's is used on this thread
-// alone. Made, used and ended by the main thread.
+// each, and has pressed on the XTEST keyboard what comes out: by the main thread itself, through the mailbox,
+// while this one waits. Everything else of the X server's is used on this thread alone. Made, used and ended
+// by the main thread.
 #pragma once
 
 #include "Platform/LogSink.h"
 #include "PlatformLinux/EventTap/EventSignal.h"
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
-#include "PlatformLinux/EventTap/GuardianLink.h"
+#include "PlatformLinux/EventTap/LiftedKeys.h"
+#include "PlatformLinux/EventTap/TapGuardian.h"
 #include "PlatformLinux/EventTap/TapMailbox.h"
 
 #include <atomic>
+#include <deque>
 #include <functional>
 #include <future>
 #include <memory>
@@ -28,7 +31,7 @@ public:
     enum class Ending {
         none,       // it runs
         failed,     // it couldn't begin; the log says why
-        timedOut,   // the main thread let an event wait for too long
+        timedOut,   // the main thread let an event wait for too long, or the whole program stood still
         serverLost, // the X server is gone
     };
 
@@ -61,25 +64,30 @@ private:
 
     void watchButtons();
     bool handleNextEvent();
+    XcbReply<xcb_generic_event_t> nextEvent();
+    void keepWhatWasRead();
     void handleKey(const xcb_input_key_press_event_t& event);
     void handleKey(HardwareKey key);
+    /// Until the key that the main thread was shown is delivered: before whatever else uses the model.
+    void settle();
+    void deliver(const std::optional<Event>& answer);
+    void followCapsLock();
     void handleHierarchy(const xcb_input_hierarchy_event_t& event);
     void handleKeyboardSettings(std::uint8_t kind);
     void handlePosts();
     void postNow(const Event& event);
-    void watchGuardian(short happened);
-    void startGuardian();
 
     void perform(const KeyActions& actions);
-    void performOnHardware(const KeyAction& action);
     void log(LogLevel level, const std::string& sentence);
     void giveUp(Ending ending);
+    void noticeLoss();
+    void timeOut();
 
     const Purpose m_purpose;
     LogSink& m_log;
     const std::function<CommandKeys()> m_commandKeys;
     const QByteArray m_guardianProgram;
-    TapMailbox m_mailbox;
+    TapMailbox m_mailbox{[this](const std::optional<Event>& answer) { deliver(answer); }};
     EventSignal m_wake;
     std::atomic<EventMask> m_mask{0};
     std::atomic<bool> m_isStopping{false};
@@ -89,21 +97,26 @@ private:
     std::vector<Event> m_posts;
     bool m_takesPosts = true;
 
-    // Of the thread alone.
+    /// Events that the main thread's flush has read in, of which the descriptor tells nobody any more.
+    std::mutex m_readMutex;
+    std::deque<XcbReply<xcb_generic_event_t>> m_read;
+
+    // Of the thread alone, but for what delivery needs.
     std::vector<Event> m_postsAtHand;
     std::unique_ptr<InputConnection> m_connection;
     std::unique_ptr<GrabbedKeyboards> m_keyboards;
-    std::unique_ptr<GuardianLink> m_guardian;
-    xcb_window_t m_window = 0;
+    std::unique_ptr<TapGuardian> m_guardian;
     InjectorModel m_model;
-    bool m_asksMain = true;
-    bool m_guardianWasReplaced = false;
-    Ending m_reason = Ending::none;
-    struct Lifted {
-        DeviceId device;
-        std::uint8_t key;
+    /// The key that is on its way, and whether the main thread was asked.
+    struct Passing {
+        HardwareKey key;
+        Event event;
     };
-    std::vector<Lifted> m_lifted;
+    Passing m_passing;
+    bool m_isUnsettled = false;
+    bool m_asksMain = true;
+    Ending m_reason = Ending::none;
+    std::unique_ptr<LiftedKeys> m_lifted;
 
     std::thread m_thread;
 };

@@ -1,12 +1,15 @@
 // orvane-guardian WINDOW: waits for the program at the other end of standard input to end. If it ends without
-// a goodbye, what it had pressed on the XTEST keyboard is let go, which else would be down for ever.
-// It sleeps until then, and ends with the X server too.
+// a goodbye, what it had pressed on the XTEST keyboard is let go, which else would be down for ever. If it
+// stands still while keys are typed, the keyboards are taken from it as well. Ends with the X server too.
 #include "PlatformLinux/EventTap/InputConnection.h"
+#include "PlatformLinux/EventTap/LiftedKeys.h"
+#include "PlatformLinux/Guardian/KeyWatch.h"
 
 #include <cerrno>
 #include <charconv>
 #include <csignal>
 #include <cstring>
+#include <utility>
 
 #include <poll.h>
 #include <unistd.h>
@@ -15,69 +18,123 @@ namespace {
 
 using orvane::InputConnection;
 using orvane::KeySet;
+using orvane::KeyWatch;
 
-enum class Farewell { goodbye, death, serverLost };
+enum class Farewell { goodbye, death, standstill, serverLost };
 
-/// Events are of no use here, but unread ones would keep the connection's descriptor readable.
-bool sawTheEndOf(xcb_window_t window, InputConnection& connection)
-{
-    while (const orvane::XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection.xcb())}) {
-        const auto* destroyed = reinterpret_cast<const xcb_destroy_notify_event_t*>(event.get());
-        if ((event->response_type & 0x7F) == XCB_DESTROY_NOTIFY && destroyed->window == window)
-            return true;
+class Guardian {
+public:
+    Guardian(InputConnection& connection, xcb_window_t window, orvane::SharedPulse pulse, pid_t program)
+        : m_connection(connection), m_window(window), m_keys(connection, std::move(pulse), program)
+    {
+        const std::uint32_t interest = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &interest);
+        connection.flush();
     }
-    return false;
-}
 
-Farewell waitForFarewell(xcb_window_t window, InputConnection& connection)
-{
-    for (;;) {
-        pollfd waits[] = {{STDIN_FILENO, POLLIN, 0}, {connection.descriptor(), POLLIN, 0}};
-        if (::poll(waits, 2, -1) < 0 && errno != EINTR)
-            return Farewell::death;
-        if (waits[0].revents != 0) {
-            char letter = 0;
-            return ::read(STDIN_FILENO, &letter, 1) == 1 ? Farewell::goodbye : Farewell::death;
-        }
-        // A goodbye may come after the window's end: only the pipe tells whether there is one.
-        sawTheEndOf(window, connection);
-        if (connection.isLost())
-            return Farewell::serverLost;
-    }
-}
-
-/// The dead client's last keys may still lie in the server's queue: they have been dealt with when its window
-/// is gone.
-void waitForLastKeys(xcb_window_t window, InputConnection& connection)
-{
-    for (;;) {
-        const orvane::XcbReply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(connection.xcb(), xcb_query_tree(connection.xcb(), window), nullptr));
-        if (!tree || connection.isLost())
+    void run()
+    {
+        switch (waitForFarewell()) {
+        case Farewell::goodbye:
+        case Farewell::serverLost:
             return;
-        pollfd wait{connection.descriptor(), POLLIN, 0};
-        while (!sawTheEndOf(window, connection) && !connection.isLost()) {
-            wait.revents = 0;
+        case Farewell::standstill:
+            // The end of its connection frees the keyboards, in the server and at once.
+            m_keys.setFreed();
+            xcb_kill_client(m_connection.xcb(), m_window);
+            break;
+        case Farewell::death:
+            break;
+        }
+        waitForLastKeys();
+        letKeysGo();
+        restoreHeldModifiers();
+        m_connection.synchronize();
+    }
+
+private:
+    Farewell waitForFarewell()
+    {
+        for (;;) {
+            // A goodbye may come after the window's end: only the pipe tells whether there is one.
+            handleEvents();
+            pollfd waits[] = {{STDIN_FILENO, POLLIN, 0}, {m_connection.descriptor(), POLLIN, 0}};
+            if (::poll(waits, 2, m_keys.timeout()) < 0 && errno != EINTR)
+                return Farewell::death;
+            if (waits[0].revents != 0) {
+                char letter = 0;
+                return ::read(STDIN_FILENO, &letter, 1) == 1 ? Farewell::goodbye : Farewell::death;
+            }
+            if (m_connection.isLost())
+                return Farewell::serverLost;
+            if (m_keys.look() == KeyWatch::Finding::stuck)
+                return Farewell::standstill;
+        }
+    }
+
+    /// The dead client's last keys may still lie in the server's queue: they have been dealt with when its
+    /// window is gone.
+    void waitForLastKeys()
+    {
+        const orvane::XcbReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(m_connection.xcb(), xcb_query_tree(m_connection.xcb(), m_window), nullptr));
+        if (!tree)
+            return;
+        for (;;) {
+            handleEvents();
+            if (m_windowIsGone || m_connection.isLost())
+                return;
+            pollfd wait{m_connection.descriptor(), POLLIN, 0};
             ::poll(&wait, 1, -1);
         }
-        return;
     }
-}
 
-void letKeysGo(InputConnection& connection)
-{
-    const orvane::DeviceId xtest = connection.keyboards().xtest;
-    const KeySet down = connection.keysDown(xtest);
-    const KeySet modifiers = connection.modifierRoles().chordKeys();
-    // Modifiers last, so that no letter is typed with fewer of them than it had.
-    for (const KeySet& keys : {down & ~modifiers, down & modifiers}) {
-        for (unsigned key = 0; key < keys.size(); ++key) {
-            if (keys.test(key))
-                connection.release(static_cast<std::uint8_t>(key));
+    void handleEvents()
+    {
+        while (const orvane::XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.xcb())}) {
+            const auto* destroyed = reinterpret_cast<const xcb_destroy_notify_event_t*>(event.get());
+            if ((event->response_type & 0x7F) == XCB_DESTROY_NOTIFY && destroyed->window == m_window)
+                m_windowIsGone = true;
+            m_keys.take(*event);
         }
     }
-    connection.synchronize();
-}
+
+    void letKeysGo()
+    {
+        const KeySet down = m_connection.keysDown(m_connection.keyboards().xtest);
+        const KeySet modifiers = m_connection.modifierRoles().chordKeys();
+        // Modifiers last, so that no letter is typed with fewer of them than it had.
+        for (const KeySet& keys : {down & ~modifiers, down & modifiers})
+            forEach(keys, [this](std::uint8_t key) { m_connection.release(key); });
+    }
+
+    /// What the user still holds, the applications have just seen released.
+    void restoreHeldModifiers()
+    {
+        KeySet held;
+        for (const orvane::KeyboardDevice& keyboard : m_connection.keyboards().hardware)
+            held |= m_connection.keysDown(keyboard.id);
+        orvane::LiftedKeys keys(m_connection);
+        forEach(held & m_connection.modifierRoles().chordKeys(), [&](std::uint8_t key) {
+            keys.lift(key);
+            keys.putBack(key);
+        });
+    }
+
+    template <typename Visit>
+    static void forEach(const KeySet& keys, Visit visit)
+    {
+        for (unsigned key = 0; key < keys.size(); ++key) {
+            if (keys.test(key))
+                visit(static_cast<std::uint8_t>(key));
+        }
+    }
+
+    InputConnection& m_connection;
+    xcb_window_t m_window;
+    KeyWatch m_keys;
+    bool m_windowIsGone = false;
+};
 
 } // namespace
 
@@ -86,6 +143,7 @@ int main(int argc, char** argv)
     xcb_window_t window = 0;
     if (argc != 2 || std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), window).ec != std::errc())
         return 2;
+    const pid_t program = ::getppid();
     // What ends the program mustn't end its guardian first. The pipe and the server bound its life.
     for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
         std::signal(signal, SIG_IGN);
@@ -93,15 +151,11 @@ int main(int argc, char** argv)
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr); // the program has started us with all of them blocked
 
+    // Before anything else could get that number.
+    auto pulse = orvane::SharedPulse::ofDescriptor(orvane::SharedPulse::descriptorInGuardian);
     const auto connection = InputConnection::open().connection;
     if (!connection)
         return 1;
-    const std::uint32_t interest = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection->xcb(), window, XCB_CW_EVENT_MASK, &interest);
-    connection->flush();
-    if (waitForFarewell(window, *connection) == Farewell::death) {
-        waitForLastKeys(window, *connection);
-        letKeysGo(*connection);
-    }
+    Guardian(*connection, window, std::move(pulse), program).run();
     return 0;
 }

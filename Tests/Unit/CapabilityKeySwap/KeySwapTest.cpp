@@ -4,9 +4,14 @@
 #include "CapabilityKeySwap/KeySwapSettingsPane.h"
 #include "CapabilityKeySwap/KeySwapSubscriber.h"
 #include "Fakes/FakePlatform.h"
+#include "OrvaneCore/OrvaAppChooserPanel.h"
 #include "OrvaneCore/OrvaControls.h"
 #include "OrvaneCore/OrvaSection.h"
 #include "OrvaneCore/SyntheticEvent.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
 
 #include <gtest/gtest.h>
 
@@ -387,6 +392,20 @@ struct KeySwapPaneTest : KeySwapTest {
         return apps;
     }
 
+    static QWidget* openChooser()
+    {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (dynamic_cast<OrvaAppChooserPanel*>(window) && window->isVisible())
+                return window;
+        }
+        return nullptr;
+    }
+    static void press(QWidget& widget, Qt::Key key)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(&widget, &event);
+    }
+
     AnyView pane;
 };
 
@@ -462,5 +481,35 @@ TEST_F(KeySwapPaneTest, TheLastRowAddsAnApp)
     const auto button = pane.all<OrvaButton>().last();
     EXPECT_EQ(button->title.get(), QStringLiteral("Add App…"));
     EXPECT_EQ(button->systemImage, QStringLiteral("plus"));
-    EXPECT_TRUE(button->action);
+
+    fake.workspace.installed = {{QStringLiteral("org.example.Writer"), QStringLiteral("Writer"), {}},
+                                {QStringLiteral("net.kovidgoyal.kitty"), QStringLiteral("Kitty"), {}}};
+    button->action();
+    QWidget* chooser = openChooser();
+    ASSERT_TRUE(chooser);
+    const auto field = chooser->findChild<QLineEdit*>();
+    field->setText(QStringLiteral("kitty"));
+    press(*field, Qt::Key_Return);
+    EXPECT_TRUE(chooser->isVisible()) << "it is on the list already";
+    field->setText(QStringLiteral("write"));
+    press(*field, Qt::Key_Return);
+    EXPECT_FALSE(chooser->isVisible());
+
+    const QStringList expected =
+        AppExclusion::defaultDenylist() + QStringList{QStringLiteral("org.example.Writer")};
+    EXPECT_EQ(listedApps(), expected) << "at the end, and not sorted in";
+    EXPECT_EQ(stored("excludedApps").toStringList(), expected);
+}
+
+TEST_F(KeySwapPaneTest, AChooserThatIsDismissedAddsNothing)
+{
+    fake.workspace.installed = {{QStringLiteral("org.example.Writer"), QStringLiteral("Writer"), {}}};
+    pane.all<OrvaButton>().last()->action();
+    QWidget* chooser = openChooser();
+    ASSERT_TRUE(chooser);
+    const auto field = chooser->findChild<QLineEdit*>();
+    field->setText(QStringLiteral("write"));
+    press(*field, Qt::Key_Escape);
+    EXPECT_FALSE(chooser->isVisible());
+    EXPECT_EQ(listedApps(), AppExclusion::defaultDenylist());
 }

@@ -1,5 +1,5 @@
-#include "Fakes/FakePlatform.h"
 #include "OrvaneCore/EventTapService.h"
+#include "Fakes/FakePlatform.h"
 #include "OrvaneCore/SyntheticEvent.h"
 
 #include <gtest/gtest.h>
@@ -172,9 +172,9 @@ TEST_F(EventTapServiceTest, ARefusedTapIsLoggedOnceAndTriedAgainAtTheNextChangeO
     fake.eventTaps.refuses = true;
     service.start();
     const auto first = add(keyMask);
-    EXPECT_EQ(logged(), std::vector{entry(
-                            LogLevel::error,
-                            "Failed to create event tap — is Accessibility/Input Monitoring granted?")});
+    EXPECT_EQ(logged(),
+              std::vector{entry(LogLevel::error,
+                                "Failed to create event tap — is Accessibility/Input Monitoring granted?")});
     EXPECT_EQ(fake.runLoop.timerCount(), 0u);
     fake.runLoop.advance(1min);
     EXPECT_EQ(fake.eventTaps.calls.size(), 1);
@@ -310,6 +310,23 @@ TEST_F(EventTapServiceTest, TheWatchdogFindsASilentlyDisabledTapWithinItsPeriod)
     EXPECT_FALSE(tap().isEnabled());
     fake.runLoop.advance(1ms);
     EXPECT_TRUE(tap().isEnabled());
+}
+
+TEST_F(EventTapServiceTest, ATapThatCanNotBeEnabledIsTriedAgainAndAgainAndSaidToBeSoOnceItIs)
+{
+    service.start();
+    add(keyMask);
+    const auto lines = logged().size();
+    fake.eventTaps.refuses = true;
+    tap().disableByTimeout();
+    fake.runLoop.advance(6s);
+    EXPECT_FALSE(tap().isEnabled());
+    EXPECT_EQ(logged().size(), lines);
+    fake.eventTaps.refuses = false;
+    fake.runLoop.advance(1500ms);
+    EXPECT_TRUE(tap().isEnabled());
+    ASSERT_EQ(logged().size(), lines + 1);
+    EXPECT_EQ(logged().back(), entry(LogLevel::notice, "Re-enabled a disabled event tap"));
 }
 
 TEST_F(EventTapServiceTest, WakingUpChecksTheTap)

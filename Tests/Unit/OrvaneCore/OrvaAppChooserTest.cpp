@@ -28,6 +28,7 @@ protected:
     FakePlatform fake;
     QWidget window;
     QStringList accepted;
+    QStringList present;
     QPointer<OrvaAppChooserPanel> panel;
 
     OrvaAppChooserTest()
@@ -43,7 +44,7 @@ protected:
 
     void run()
     {
-        OrvaAppChooser::run([this](const QString& identifier) { accepted.append(identifier); });
+        OrvaAppChooser::run([this](const QString& identifier) { accepted.append(identifier); }, present);
         for (QWidget* top : QApplication::topLevelWidgets()) {
             if (auto* found = dynamic_cast<OrvaAppChooserPanel*>(top); found && found->isVisible())
                 panel = found;
@@ -230,6 +231,25 @@ TEST_F(OrvaAppChooserTest, ProgramsOfOneNameAreToldApartByTheirIdentifier)
     EXPECT_EQ(detail(4), QStringLiteral("net.kovidgoyal.kitty"));
     EXPECT_EQ(detail(5), QStringLiteral("com.apple.Terminal"));
     EXPECT_EQ(detail(1), QString());
+}
+
+TEST_F(OrvaAppChooserTest, AProgramThatWasChosenBeforeSaysSoAndIsPassedOver)
+{
+    present = {QStringLiteral("org.example.Browser"), QStringLiteral("not.installed")};
+    run();
+    const QModelIndex browser = list().model()->index(1, 0);
+    EXPECT_EQ(browser.data().toString(), QStringLiteral("Browser"));
+    EXPECT_EQ(browser.data(OrvaAppListModel::detailRole).toString(), QStringLiteral("Added"));
+    EXPECT_EQ(browser.data(Qt::AccessibleDescriptionRole).toString(),
+              QStringLiteral("org.example.Browser is on the list already."));
+    EXPECT_FALSE(browser.flags() & Qt::ItemIsSelectable);
+    press(field(), Qt::Key_Down);
+    EXPECT_EQ(chosen(), QStringLiteral("Files"));
+    type("brow");
+    EXPECT_FALSE(button(u"Add").isEnabled());
+    press(field(), Qt::Key_Return);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_TRUE(accepted.isEmpty());
 }
 
 TEST_F(OrvaAppChooserTest, SaysSoWhenNothingMatches)

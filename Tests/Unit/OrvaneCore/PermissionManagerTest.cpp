@@ -1,5 +1,5 @@
-#include "Fakes/FakePlatform.h"
 #include "OrvaneCore/PermissionManager.h"
+#include "Fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>
 
@@ -93,21 +93,51 @@ TEST_F(PermissionManagerTest, RefreshAnnouncesOncePerPermissionEvenWithoutAChang
     EXPECT_EQ(announcements, 4);
 }
 
-TEST_F(PermissionManagerTest, TheFirstThreeAreAskedForAndReadAgain)
+namespace {
+
+struct Asked {
+    SystemPermission permission;
+    const char* name;
+    bool FakePermissions::*granted;
+};
+
+class PermissionRequestTest : public testing::TestWithParam<Asked> {
+protected:
+    FakePlatform fake;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Permissions, PermissionRequestTest,
+                         testing::Values(Asked{SystemPermission::accessibility, "accessibility",
+                                               &FakePermissions::accessibility},
+                                         Asked{SystemPermission::inputMonitoring, "inputMonitoring",
+                                               &FakePermissions::inputMonitoring},
+                                         Asked{SystemPermission::screenRecording, "screenRecording",
+                                               &FakePermissions::screenRecording}),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST_P(PermissionRequestTest, AsksForThatOneAloneAndReadsAllAgain)
 {
     const auto manager = PermissionManager::make();
-    fake.permissions.userAnswer = [this] {
-        fake.permissions.accessibility = true;
-        fake.permissions.inputMonitoring = true;
-        fake.permissions.screenRecording = true;
-    };
-    for (const auto permission : {SystemPermission::accessibility, SystemPermission::inputMonitoring,
-                                  SystemPermission::screenRecording})
-        manager->request(permission);
-    EXPECT_EQ(fake.permissions.requests,
-              (QStringList{QStringLiteral("accessibility"), QStringLiteral("inputMonitoring"),
-                           QStringLiteral("screenRecording")}));
-    EXPECT_EQ(manager->status(SystemPermission::accessibility), PermissionStatus::granted);
+    fake.permissions.userAnswer = [this] { fake.permissions.*GetParam().granted = true; };
+    int announcements = 0;
+    const auto subscription = manager->onChange([&] { ++announcements; });
+    manager->request(GetParam().permission);
+    EXPECT_EQ(fake.permissions.requests, QStringList{QLatin1String(GetParam().name)});
+    EXPECT_EQ(announcements, 4);
+    for (const SystemPermission permission :
+         {SystemPermission::accessibility, SystemPermission::inputMonitoring,
+          SystemPermission::screenRecording})
+        EXPECT_EQ(isGranted(manager->status(permission)), permission == GetParam().permission);
+    EXPECT_TRUE(fake.workspace.openedURLs.isEmpty());
+}
+
+TEST_P(PermissionRequestTest, ARefusalIsDeniedAtTheNextReading)
+{
+    const auto manager = PermissionManager::make({});
+    manager->request(GetParam().permission);
+    EXPECT_EQ(manager->status(GetParam().permission), PermissionStatus::denied);
 }
 
 TEST_F(PermissionManagerTest, AutomationIsAskedForOffTheMainThreadAndReadAgainOnIt)
@@ -133,6 +163,19 @@ TEST_F(PermissionManagerTest, DeniedAutomationOpensTheSettingsAndAsksNothing)
     EXPECT_TRUE(fake.permissions.requests.isEmpty());
 }
 
+TEST_F(PermissionManagerTest, AfterTheSettingsForDeniedAutomationAllIsReadAgain)
+{
+    fake.permissions.automation = Permissions::errAEEventNotPermitted;
+    const auto manager = PermissionManager::make();
+    fake.permissions.screenRecording = true;
+    int announcements = 0;
+    const auto subscription = manager->onChange([&] { ++announcements; });
+    manager->request(SystemPermission::appleEvents);
+    EXPECT_EQ(announcements, 4);
+    EXPECT_EQ(manager->status(SystemPermission::appleEvents), PermissionStatus::denied);
+    EXPECT_EQ(manager->status(SystemPermission::screenRecording), PermissionStatus::granted);
+}
+
 TEST_F(PermissionManagerTest, AManagerThatIsGoneWhenTheUserAnswersIsNotMissed)
 {
     auto manager = PermissionManager::make();
@@ -146,8 +189,21 @@ TEST_F(PermissionManagerTest, AManagerThatIsGoneWhenTheUserAnswersIsNotMissed)
 TEST_F(PermissionManagerTest, SettingsOpenOnThePermissionsPage)
 {
     const auto manager = PermissionManager::make();
-    for (const SystemPermission permission : allSystemPermissions)
+    QStringList pages;
+    for (const SystemPermission permission : allSystemPermissions) {
         manager->openSettings(permission);
-    ASSERT_EQ(fake.workspace.openedURLs.size(), 4);
+        pages.append(settingsURLString(permission));
+    }
+    EXPECT_EQ(fake.workspace.openedURLs, pages);
     EXPECT_EQ(fake.workspace.openedURLs.last(), automationURL);
+}
+
+TEST_F(PermissionManagerTest, WhatIsNoURLOpensNothing)
+{
+    for (const char* text :
+         {"", "x-apple.systempreferences:com.apple|preference", "https://[", "http://a b/"})
+        PermissionManager::openSettings(QLatin1String(text));
+    EXPECT_TRUE(fake.workspace.openedURLs.isEmpty()) << fake.workspace.openedURLs.join(u' ').toStdString();
+    PermissionManager::openSettings(automationURL);
+    EXPECT_EQ(fake.workspace.openedURLs, QStringList{automationURL});
 }

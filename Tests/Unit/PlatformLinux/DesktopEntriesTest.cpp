@@ -66,6 +66,20 @@ protected:
     QTemporaryDir m_home;
 };
 
+TEST_F(DesktopEntriesTest, ThePiecesOfTheDesktopAreToldFromTheProgramsByTheirCategories)
+{
+    writeSystem("panel.desktop", QStringLiteral("Name=Panel\nCategories=GTK;Settings;DesktopSettings;\n"));
+    writeSystem("saver.desktop", QStringLiteral("Name=Saver\nCategories=Screensaver;\n"));
+    writeSystem("mixer.desktop", QStringLiteral("Name=Mixer\nCategories=AudioVideo;Settings;\n"));
+    writeSystem("plain.desktop", QStringLiteral("Name=Plain\n"));
+    QStringList parts;
+    for (const auto& entry : entries().entriesForMenus()) {
+        if (entry.isPartOfDesktop)
+            parts.append(entry.id);
+    }
+    EXPECT_EQ(parts, (QStringList{QStringLiteral("panel"), QStringLiteral("saver")}));
+}
+
 TEST_F(DesktopEntriesTest, AnEntryGivesItsNameAndIcon)
 {
     writeSystem("one.desktop", u"Name=One\nIcon=one-icon\nExec=one"_qs);

@@ -1,9 +1,11 @@
 #include "PlatformLinux/EventTap/TapMailbox.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <future>
+#include <optional>
 #include <thread>
+#include <vector>
 
 #include <poll.h>
 
@@ -12,6 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using Outcome = TapMailbox::Outcome;
+using ::testing::ElementsAre;
 
 /// So long that only a failure reaches it.
 constexpr auto longEnough = 60s;
@@ -30,108 +33,129 @@ bool rings(TapMailbox& mailbox, int milliseconds = 0)
     return ::poll(&wait, 1, milliseconds) == 1;
 }
 
-TapMailbox::Request waitForRequest(TapMailbox& mailbox)
-{
-    for (;;) {
-        rings(mailbox, -1);
-        if (auto request = mailbox.take())
-            return *request;
+/// A mailbox, what it has delivered and on which threads. Read it after settle().
+class TapMailboxTest : public ::testing::Test {
+protected:
+    TapMailbox::Request waitForRequest()
+    {
+        for (;;) {
+            rings(mailbox, -1);
+            if (auto request = mailbox.take())
+                return *request;
+        }
     }
-}
+    Outcome exchange(const Event& event, std::chrono::nanoseconds patience)
+    {
+        mailbox.offer(event, patience);
+        return mailbox.settle();
+    }
 
-TEST(TapMailboxTest, AnEventComesBackAsItWasAnswered)
+    std::vector<std::optional<Event>> delivered;
+    std::thread::id deliverer;
+    TapMailbox mailbox{[this](const std::optional<Event>& event) {
+        delivered.push_back(event);
+        deliverer = std::this_thread::get_id();
+    }};
+};
+
+TEST_F(TapMailboxTest, AnEventIsDeliveredAsItWasAnsweredAndByTheThreadThatAnswers)
 {
-    TapMailbox mailbox;
-    auto answer = std::async(std::launch::async, [&] { return mailbox.exchange(eventOf(8), longEnough); });
-    const auto request = waitForRequest(mailbox);
+    auto tap = std::async(std::launch::async, [&] { return exchange(eventOf(8), longEnough); });
+    const auto request = waitForRequest();
     EXPECT_EQ(request.event, eventOf(8));
     mailbox.answer(request.ticket, eventOf(9));
-    EXPECT_EQ(answer.get().event, eventOf(9));
+    EXPECT_EQ(tap.get(), Outcome::answered);
+    EXPECT_THAT(delivered, ElementsAre(eventOf(9)));
+    EXPECT_EQ(deliverer, std::this_thread::get_id());
 }
 
-TEST(TapMailboxTest, ARemovedEventComesBackAsNothing)
+TEST_F(TapMailboxTest, ARemovedEventIsDeliveredAsNothing)
 {
-    TapMailbox mailbox;
-    auto waiting = std::async(std::launch::async, [&] { return mailbox.exchange(eventOf(8), longEnough); });
-    mailbox.answer(waitForRequest(mailbox).ticket, std::nullopt);
-    const auto answer = waiting.get();
-    EXPECT_EQ(answer.outcome, Outcome::answered);
-    EXPECT_EQ(answer.event, std::nullopt);
+    auto tap = std::async(std::launch::async, [&] { return exchange(eventOf(8), longEnough); });
+    mailbox.answer(waitForRequest().ticket, std::nullopt);
+    EXPECT_EQ(tap.get(), Outcome::answered);
+    EXPECT_THAT(delivered, ElementsAre(std::nullopt));
 }
 
-TEST(TapMailboxTest, WithoutAnAnswerInTimeTheEventComesBackUnchanged)
+TEST_F(TapMailboxTest, AnAnswerThatCameBeforeTheTapAsksIsNotWaitedFor)
 {
-    TapMailbox mailbox;
-    const auto answer = mailbox.exchange(eventOf(8), 0ms);
-    EXPECT_EQ(answer.outcome, Outcome::timedOut);
-    EXPECT_EQ(answer.event, eventOf(8));
+    mailbox.offer(eventOf(8), longEnough);
+    mailbox.answer(waitForRequest().ticket, eventOf(9));
+    EXPECT_EQ(mailbox.settle(), Outcome::answered);
+    EXPECT_THAT(delivered, ElementsAre(eventOf(9)));
 }
 
-TEST(TapMailboxTest, AnAbandonedEventCannotBeTakenAnyMore)
+TEST_F(TapMailboxTest, WithoutAnAnswerInTimeTheTapDeliversTheEventUnchanged)
 {
-    TapMailbox mailbox;
-    mailbox.exchange(eventOf(8), 0ms);
+    EXPECT_EQ(exchange(eventOf(8), 0ms), Outcome::timedOut);
+    EXPECT_THAT(delivered, ElementsAre(eventOf(8)));
+}
+
+TEST_F(TapMailboxTest, AnAbandonedEventCannotBeTakenAnyMore)
+{
+    exchange(eventOf(8), 0ms);
     EXPECT_TRUE(rings(mailbox));
     EXPECT_EQ(mailbox.take().has_value(), false);
     EXPECT_FALSE(rings(mailbox));
 }
 
-TEST(TapMailboxTest, TheLateAnswerToAnAbandonedEventIsNotTakenForTheNext)
+TEST_F(TapMailboxTest, TheLateAnswerToAnAbandonedEventIsNotTakenForTheNext)
 {
-    TapMailbox mailbox;
-    auto first = std::async(std::launch::async, [&] { return mailbox.exchange(eventOf(1), 200ms); });
-    const auto abandoned = waitForRequest(mailbox);
-    EXPECT_EQ(first.get().outcome, Outcome::timedOut);
+    mailbox.offer(eventOf(1), 0ms);
+    const auto abandoned = waitForRequest();
+    EXPECT_EQ(mailbox.settle(), Outcome::timedOut);
+    mailbox.answer(abandoned.ticket, std::nullopt);
 
-    auto second = std::async(std::launch::async, [&] { return mailbox.exchange(eventOf(2), longEnough); });
-    const auto present = waitForRequest(mailbox);
+    mailbox.offer(eventOf(2), longEnough);
+    const auto present = waitForRequest();
     mailbox.answer(abandoned.ticket, std::nullopt);
     mailbox.answer(present.ticket, present.event);
-    EXPECT_EQ(second.get().event, eventOf(2));
+    EXPECT_EQ(mailbox.settle(), Outcome::answered);
+    EXPECT_THAT(delivered, ElementsAre(eventOf(1), eventOf(2)));
 }
 
-TEST(TapMailboxTest, ClosingEndsTheWait)
+TEST_F(TapMailboxTest, ClosingEndsTheWait)
 {
-    TapMailbox mailbox;
-    auto waiting = std::async(std::launch::async, [&] { return mailbox.exchange(eventOf(8), longEnough); });
-    waitForRequest(mailbox);
+    auto tap = std::async(std::launch::async, [&] { return exchange(eventOf(8), longEnough); });
+    const auto request = waitForRequest();
     mailbox.close();
-    const auto answer = waiting.get();
-    EXPECT_EQ(answer.outcome, Outcome::closed);
-    EXPECT_EQ(answer.event, eventOf(8));
+    EXPECT_EQ(tap.get(), Outcome::closed);
+    mailbox.answer(request.ticket, eventOf(9));
+    EXPECT_THAT(delivered, ElementsAre(eventOf(8)));
 }
 
-TEST(TapMailboxTest, AClosedOneTakesNoEvents)
+TEST_F(TapMailboxTest, AClosedOneTakesNoEvents)
 {
-    TapMailbox mailbox;
     mailbox.close();
-    EXPECT_EQ(mailbox.exchange(eventOf(8), longEnough).outcome, Outcome::closed);
-    EXPECT_FALSE(rings(mailbox));
+    EXPECT_EQ(exchange(eventOf(8), longEnough), Outcome::closed);
+    EXPECT_FALSE(mailbox.take());
+    EXPECT_THAT(delivered, ElementsAre(eventOf(8)));
 }
 
-TEST(TapMailboxTest, RingingWakesWithoutAnEvent)
+TEST_F(TapMailboxTest, RingingWakesWithoutAnEvent)
 {
-    TapMailbox mailbox;
     mailbox.ring();
     EXPECT_TRUE(rings(mailbox));
     EXPECT_FALSE(mailbox.take().has_value());
     EXPECT_FALSE(rings(mailbox));
 }
 
-TEST(TapMailboxTest, ManyEventsKeepTheirOrder)
+TEST_F(TapMailboxTest, ManyEventsKeepTheirOrder)
 {
-    TapMailbox mailbox;
     constexpr int count = 20000;
     std::thread tap([&] {
-        for (int i = 0; i < count; ++i)
-            EXPECT_EQ(mailbox.exchange(eventOf(i), longEnough).event, eventOf(-i));
+        for (int i = 0; i < count; ++i) {
+            EXPECT_EQ(exchange(eventOf(i), longEnough), Outcome::answered);
+            EXPECT_EQ(delivered.back(), eventOf(-i));
+        }
     });
     for (int i = 0; i < count; ++i) {
-        const auto request = waitForRequest(mailbox);
+        const auto request = waitForRequest();
         EXPECT_EQ(request.event.keycode, i);
         mailbox.answer(request.ticket, eventOf(-i));
     }
     tap.join();
+    EXPECT_EQ(delivered.size(), static_cast<std::size_t>(count));
 }
 
 } // namespace

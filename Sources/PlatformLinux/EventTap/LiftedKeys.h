@@ -1,0 +1,49 @@
+// Keys of the user's that are lifted from their own keyboards, for as long as a posted chord takes or to
+// count anew, and then put back; unless the user has let go of them meanwhile, or they would be down for
+// ever. Only for keyboards that aren't grabbed, and where no other events are waited for. One thread at a
+// time.
+#pragma once
+
+#include "PlatformLinux/EventTap/InputConnection.h"
+#include "PlatformLinux/EventTap/KeyActions.h"
+
+#include <vector>
+
+#include <xcb/xinput.h>
+
+namespace orvane {
+
+class LiftedKeys {
+public:
+    explicit LiftedKeys(InputConnection& connection) : m_connection(connection) {}
+
+    /// From each keyboard that it is down on. Round trips.
+    void lift(std::uint8_t key);
+    /// Round trips.
+    void putBack(std::uint8_t key);
+    /// An event of the connection, which has to come here if it isn't read here.
+    void take(const xcb_generic_event_t& event);
+
+private:
+    struct Motion {
+        DeviceId device;
+        std::uint8_t key;
+        KeyMotion motion;
+        std::uint32_t request; // the last one that the server had read by then
+    };
+    struct Lifted {
+        DeviceId device;
+        std::uint8_t key;
+        std::uint32_t request; // that asked whether it is down
+    };
+
+    void watch(bool watches);
+    std::vector<KeyMotion> motionsOf(const Lifted& lifted);
+    void putBack(const Lifted& lifted);
+
+    InputConnection& m_connection;
+    std::vector<Lifted> m_lifted;
+    std::vector<Motion> m_motions;
+};
+
+} // namespace orvane

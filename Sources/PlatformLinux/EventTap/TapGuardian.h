@@ -1,0 +1,54 @@
+// The tap's side of its guardian: the process, what it is told, and another one if it dies. Of the tap's
+// thread alone.
+#pragma once
+
+#include "Platform/LogSink.h"
+#include "PlatformLinux/EventTap/GuardianLink.h"
+#include "PlatformLinux/EventTap/SharedPulse.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <xcb/xcb.h>
+
+namespace orvane {
+
+class GrabbedKeyboards;
+class InputConnection;
+
+class TapGuardian {
+public:
+    using Log = std::function<void(LogLevel, const std::string& sentence)>;
+
+    /// `program` is where its executable is.
+    TapGuardian(InputConnection& connection, QByteArray program, Log log);
+    /// Begins to guard, from the thread that takes the keys.
+    void start();
+
+    /// A key was taken, whatever becomes of it.
+    void noteTaken(const xcb_ge_generic_event_t& event);
+    void noteKeyboards(const GrabbedKeyboards& keyboards);
+    /// Whether it has freed the keyboards, because nobody took the keys. Then the connection is lost.
+    bool hasFreed() const { return m_pulse && m_pulse->wasFreed(); }
+
+    /// For poll(); -1 when there is none.
+    int descriptor() const { return m_link ? m_link->descriptor() : -1; }
+    /// What poll() said of the descriptor.
+    void watch(short happened);
+
+private:
+    void startProcess();
+
+    InputConnection& m_connection;
+    const QByteArray m_program;
+    const Log m_log;
+    xcb_window_t m_window = 0;
+    SharedPulse m_pulse = SharedPulse::make();
+    std::unique_ptr<GuardianLink> m_link;
+    bool m_wasReplaced = false;
+};
+
+} // namespace orvane

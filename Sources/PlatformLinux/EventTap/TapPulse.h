@@ -1,0 +1,59 @@
+// What the tap's thread and the guardian tell each other, in memory that both processes have: by it the
+// guardian sees that keys are typed which nobody takes, because the program stands still. Any thread.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+
+namespace orvane {
+
+class TapPulse {
+public:
+    /// Of device numbers; one above is never looked at.
+    static constexpr std::uint16_t deviceLimit = 256;
+
+    /// The tap's thread: who it is, whose keys it takes, and the server's time of each that it has taken.
+    void setThread(std::uint32_t thread) { m_thread.store(thread); }
+    void setTakes(std::uint16_t keyboard, bool takes)
+    {
+        if (keyboard >= deviceLimit)
+            return;
+        const std::uint64_t bit = std::uint64_t{1} << (keyboard % 64);
+        if (takes)
+            m_keyboards[keyboard / 64].fetch_or(bit);
+        else
+            m_keyboards[keyboard / 64].fetch_and(~bit);
+    }
+    void setTaken(std::uint32_t time) { m_lastTaken.store(hasTaken | time); }
+    /// Whether the guardian has freed the keyboards.
+    bool wasFreed() const { return m_wasFreed.load() != 0; }
+
+    /// The guardian.
+    std::uint32_t thread() const { return m_thread.load(); }
+    bool takes(std::uint16_t keyboard) const
+    {
+        return keyboard < deviceLimit && (m_keyboards[keyboard / 64].load() >> (keyboard % 64) & 1) != 0;
+    }
+    /// Whether a key of this time was taken. The server's clock wraps around after 49 days.
+    bool hasTakenSince(std::uint32_t time) const
+    {
+        const std::uint64_t last = m_lastTaken.load();
+        return (last & hasTaken) != 0 &&
+               static_cast<std::int32_t>(static_cast<std::uint32_t>(last) - time) >= 0;
+    }
+    void setFreed() { m_wasFreed.store(1); }
+
+private:
+    static constexpr std::uint64_t hasTaken = std::uint64_t{1} << 32;
+
+    std::atomic<std::uint32_t> m_thread{0};
+    std::atomic<std::uint32_t> m_wasFreed{0};
+    std::atomic<std::uint64_t> m_lastTaken{0};
+    std::array<std::atomic<std::uint64_t>, deviceLimit / 64> m_keyboards{};
+
+    // Or two processes couldn't share it.
+    static_assert(std::atomic<std::uint64_t>::is_always_lock_free);
+};
+
+} // namespace orvane

@@ -1,0 +1,112 @@
+#include "PlatformLinux/Guardian/KeyWatch.h"
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+
+#include <xcb/xinput.h>
+
+namespace orvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long after a key the first look is, and each further one.
+constexpr auto lookInterval = 400ms;
+/// The tap gives a hung main thread a second and then frees the keyboards itself. What takes longer is stuck,
+/// whatever the system calls it.
+constexpr auto longestWait = 1600ms;
+
+} // namespace
+
+KeyWatch::KeyWatch(InputConnection& connection, SharedPulse pulse, pid_t program)
+    : m_connection(connection), m_pulse(std::move(pulse)), m_program(program)
+{
+    if (!m_pulse)
+        return;
+    m_typed = {.seen = Clock::now(), .time = std::nullopt, .keyboard = 0};
+    m_nextLook = m_typed->seen + lookInterval;
+}
+
+/// Raw events come whoever has grabbed the keyboard.
+void KeyWatch::listen(bool listens)
+{
+    const struct {
+        xcb_input_event_mask_t header;
+        std::uint32_t bits;
+    } keys{{XCB_INPUT_DEVICE_ALL, 1},
+           listens ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0u};
+    xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &keys.header);
+    m_connection.flush();
+}
+
+void KeyWatch::take(const xcb_generic_event_t& event)
+{
+    const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+    const bool isKey =
+        (event.response_type & 0x7F) == XCB_GE_GENERIC && raw.extension == m_connection.xinputOpcode() &&
+        (raw.event_type == XCB_INPUT_RAW_KEY_PRESS || raw.event_type == XCB_INPUT_RAW_KEY_RELEASE);
+    // What the tap presses itself comes by here too.
+    if (!isKey || m_typed || !m_pulse->takes(raw.sourceid))
+        return;
+    listen(false);
+    m_typed = {.seen = Clock::now(), .time = raw.time, .keyboard = raw.sourceid};
+    m_nextLook = m_typed->seen + lookInterval;
+}
+
+int KeyWatch::timeout() const
+{
+    if (!m_typed)
+        return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_nextLook - Clock::now());
+    return static_cast<int>(std::max(left, 0ms).count());
+}
+
+KeyWatch::Finding KeyWatch::look()
+{
+    if (!m_typed || Clock::now() < m_nextLook)
+        return Finding::fine;
+    const bool isSlow = Clock::now() - m_typed->seen >= longestWait;
+    // One that was pulled out has its keys come up, and nobody takes those.
+    const bool isTaken =
+        !m_typed->time || m_pulse->hasTakenSince(*m_typed->time) || !m_pulse->takes(m_typed->keyboard);
+    if (programStandsStill() || (!isTaken && isSlow)) {
+        if (canBeFreed())
+            return Finding::stuck;
+    } else if (!isTaken) {
+        m_nextLook += lookInterval;
+        return Finding::fine;
+    }
+    m_typed.reset();
+    listen(true);
+    return Finding::fine;
+}
+
+/// Servers up to 21.1 don't notice that a device's grab is over when the client ends while the device is
+/// disabled, and crash at its next key. Such a keyboard types nothing anyhow: the next key asks again.
+bool KeyWatch::canBeFreed()
+{
+    const Keyboards present = m_connection.keyboards();
+    for (DeviceId id = 0; id < TapPulse::deviceLimit; ++id) {
+        const bool isEnabled = std::ranges::any_of(
+            present.hardware, [&](const KeyboardDevice& device) { return device.id == id; });
+        if (m_pulse->takes(id) && !isEnabled)
+            return false;
+    }
+    return true;
+}
+
+/// Whether the tap's thread was stopped, by a signal or by a debugger.
+bool KeyWatch::programStandsStill() const
+{
+    std::ifstream file("/proc/" + std::to_string(m_program) + "/task/" + std::to_string(m_pulse->thread()) +
+                       "/stat");
+    std::string line;
+    std::getline(file, line);
+    // The state stands behind the name, which may hold anything.
+    const std::size_t state = line.rfind(')') + 2;
+    return state < line.size() && (line[state] == 'T' || line[state] == 't');
+}
+
+} // namespace orvane

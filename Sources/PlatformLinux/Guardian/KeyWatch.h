@@ -1,0 +1,52 @@
+// Sees whether the keys that the user types are taken by the program's tap, which they aren't when the
+// program stands still. Sleeps while no key moves. While keys do, it looks a few times a second: it hears of
+// one key, then of no more until it has looked. One thread.
+#pragma once
+
+#include "PlatformLinux/EventTap/InputConnection.h"
+#include "PlatformLinux/EventTap/SharedPulse.h"
+
+#include <chrono>
+#include <optional>
+
+#include <sys/types.h>
+
+namespace orvane {
+
+class KeyWatch {
+public:
+    enum class Finding {
+        fine,
+        stuck, // the keys go nowhere
+    };
+
+    /// Without a pulse it never hears of a key.
+    KeyWatch(InputConnection& connection, SharedPulse pulse, pid_t program);
+
+    /// An event of the connection.
+    void take(const xcb_generic_event_t& event);
+    /// For poll(): milliseconds until look() is due, or -1.
+    int timeout() const;
+    Finding look();
+    void setFreed() { m_pulse->setFreed(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void listen(bool listens);
+    bool programStandsStill() const;
+    bool canBeFreed();
+
+    InputConnection& m_connection;
+    SharedPulse m_pulse;
+    pid_t m_program;
+    struct Typed {
+        Clock::time_point seen;
+        std::optional<std::uint32_t> time; // the server's; none for what was typed before we were there
+        DeviceId keyboard;
+    };
+    std::optional<Typed> m_typed;
+    Clock::time_point m_nextLook;
+};
+
+} // namespace orvane
