@@ -45,8 +45,18 @@ public:
 
 std::optional<QString> menuItemTitle(const Shortcut& shortcut)
 {
-    const std::shared_ptr<const Menu> menu = platform().application.mainMenu();
-    const MenuItem* item = menu ? shortcut.menuItemWithMatchingShortcut(*menu) : nullptr;
+    const Application& application = platform().application;
+    const std::shared_ptr<const Menu> menu = application.mainMenu();
+    if (!menu)
+        return std::nullopt;
+    const MenuItem* item = shortcut.menuItemWithMatchingShortcut(*menu);
+    // Where the menus have other modifiers than the model, the keys that really choose the item are taken
+    // too.
+    if (!item) {
+        const Shortcut inMenus(Key{shortcut.carbonKeyCode},
+                               application.keyEquivalentModifiers(shortcut.modifiers()));
+        item = inMenus.menuItemWithMatchingShortcut(*menu);
+    }
     return item ? std::optional(item->title) : std::nullopt;
 }
 

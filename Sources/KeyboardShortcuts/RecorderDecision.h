@@ -53,6 +53,7 @@ struct RecorderSurroundings {
     std::function<bool(const Shortcut&)> isUsedBySystem;
 };
 
+/// A repeat of a held key is no press of its own, except that Tab goes on moving.
 RecorderDecision decide(const EventMonitors::MonitoredEvent& event, const RecorderSurroundings& surroundings);
 
 } // namespace orvane::KeyboardShortcuts

@@ -35,10 +35,12 @@ public:
     /// Brings the program's windows to the front and makes them the active ones, whatever else the user is
     /// working with: for what he has just asked for.
     virtual void activateIgnoringOtherApps() = 0;
-    /// The menu bar, whose items are the menus; the desktop decides where it is seen. Its key equivalents work
-    /// in every window of the program. Null takes it away.
+    /// The menu bar, whose items are the menus; the desktop decides where it is seen. Its key equivalents
+    /// work in every window of the program. Null takes it away.
     virtual void setMainMenu(std::shared_ptr<Menu> menu) = 0;
     virtual std::shared_ptr<const Menu> mainMenu() const = 0;
+    /// What modifiers mean in this desktop's menus: those of a key equivalent that the pressed ones choose.
+    virtual EventFlags keyEquivalentModifiers(EventFlags pressed) const = 0;
     /// The main menu's list of the program's windows, kept by the platform behind the items that it has.
     virtual void setWindowsMenu(std::shared_ptr<Menu> menu) = 0;
     /// Sends a command, such as "copy:", to whatever has the focus in the program's active window.

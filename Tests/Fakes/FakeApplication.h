@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace orvane {
 
 class FakeApplication : public Application {
@@ -16,6 +18,10 @@ public:
     void setMainMenu(std::shared_ptr<Menu> newMenu) override { menu = std::move(newMenu); }
     std::shared_ptr<const Menu> mainMenu() const override { return menu; }
     void setWindowsMenu(std::shared_ptr<Menu> newMenu) override { windowsMenu = std::move(newMenu); }
+    EventFlags keyEquivalentModifiers(EventFlags pressed) const override
+    {
+        return menuKeys ? menuKeys(pressed) : pressed;
+    }
     bool sendAction(QStringView selector) override
     {
         sentActions.append(selector.toString());
@@ -29,6 +35,8 @@ public:
     ActivationPolicy policy = ActivationPolicy::accessory;
     std::shared_ptr<Menu> menu;
     std::shared_ptr<Menu> windowsMenu;
+    /// Null where a menu's modifiers are those of the keyboard.
+    std::function<EventFlags(EventFlags pressed)> menuKeys;
     QStringList sentActions;
     /// Whether something has the focus that takes what is sent.
     bool takesActions = true;

@@ -59,10 +59,10 @@ Qt::Key keyOf(QChar character)
 
 Qt::KeyboardModifiers modifiersOf(const MenuItem& item)
 {
-    const EventFlags mask = item.keyEquivalentModifierMask;
+    const EventFlags mask = menuModifiers(item.keyEquivalentModifierMask);
     Qt::KeyboardModifiers modifiers;
-    modifiers.setFlag(Qt::ControlModifier, (mask & eventFlag::command) != 0);
-    modifiers.setFlag(Qt::MetaModifier, (mask & eventFlag::control) != 0);
+    modifiers.setFlag(Qt::ControlModifier, (mask & eventFlag::control) != 0);
+    modifiers.setFlag(Qt::MetaModifier, (mask & eventFlag::command) != 0);
     modifiers.setFlag(Qt::AltModifier, (mask & eventFlag::option) != 0);
     modifiers.setFlag(Qt::ShiftModifier,
                       (mask & eventFlag::shift) != 0 || item.keyEquivalent.front().isUpper());
@@ -70,6 +70,16 @@ Qt::KeyboardModifiers modifiersOf(const MenuItem& item)
 }
 
 } // namespace
+
+EventFlags menuModifiers(EventFlags pressed)
+{
+    EventFlags modifiers = pressed & ~(eventFlag::control | eventFlag::command);
+    if ((pressed & eventFlag::control) != 0)
+        modifiers |= eventFlag::command;
+    if ((pressed & eventFlag::command) != 0)
+        modifiers |= eventFlag::control;
+    return modifiers;
+}
 
 std::optional<QKeyCombination> keyCombination(const MenuItem& item)
 {

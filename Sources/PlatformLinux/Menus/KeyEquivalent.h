@@ -10,6 +10,9 @@
 
 namespace orvane {
 
+/// Control and Command in each other's place; all else as it is.
+EventFlags menuModifiers(EventFlags pressed);
+
 /// Absent for an item without one, or with a character that no key stands for.
 std::optional<QKeyCombination> keyCombination(const MenuItem& item);
 

@@ -1,6 +1,7 @@
 #include "PlatformLinux/Session/QtApplication.h"
 
 #include "Platform/LogSink.h"
+#include "PlatformLinux/Menus/KeyEquivalent.h"
 #include "PlatformLinux/Menus/MainMenuView.h"
 #include "PlatformLinux/Menus/MenuCommands.h"
 #include "PlatformLinux/Session/AboutPanel.h"
@@ -134,6 +135,11 @@ void QtApplication::setMainMenu(std::shared_ptr<Menu> menu)
 std::shared_ptr<const Menu> QtApplication::mainMenu() const
 {
     return m_mainMenu->menu();
+}
+
+EventFlags QtApplication::keyEquivalentModifiers(EventFlags pressed) const
+{
+    return menuModifiers(pressed);
 }
 
 void QtApplication::setWindowsMenu(std::shared_ptr<Menu> menu)

@@ -35,6 +35,7 @@ public:
     void activateIgnoringOtherApps() override;
     void setMainMenu(std::shared_ptr<Menu> menu) override;
     std::shared_ptr<const Menu> mainMenu() const override;
+    EventFlags keyEquivalentModifiers(EventFlags pressed) const override;
     void setWindowsMenu(std::shared_ptr<Menu> menu) override;
     bool sendAction(QStringView selector) override;
     void hide() override;

@@ -263,6 +263,21 @@ TEST_F(RecorderWindowTest, AMenuItemsShortcutIsRefusedWithAnAlertThatNamesIt)
     EXPECT_EQ(fake.sound.beeps, 0);
 }
 
+TEST_F(RecorderWindowTest, TheKeysThatChooseAMenuItemHereAreRefusedToo)
+{
+    auto* recorder = addRecorder("toggle");
+    addMenuItem("Quit", "q");
+    fake.application.menuKeys = [](EventFlags pressed) {
+        return pressed == flag::control ? flag::command : pressed;
+    };
+    open();
+    record(recorder);
+    keyDown(Key::q, flag::control);
+    ASSERT_TRUE(alert());
+    EXPECT_TRUE(alert()->messageText().contains(u"Quit"));
+    EXPECT_EQ(getShortcut(named("toggle")), std::nullopt);
+}
+
 TEST_F(RecorderWindowTest, ASystemShortcutIsRefusedWithAWordOnWhatToDo)
 {
     auto* recorder = addRecorder("toggle");

@@ -36,6 +36,15 @@ TEST(KeyEquivalent, TheMaskNamesTheModifiers)
     EXPECT_EQ(keyCombination(item(QStringLiteral("k"), 0)), QKeyCombination(Qt::Key_K));
 }
 
+TEST(KeyEquivalent, ControlAndCommandTradePlacesInMenus)
+{
+    using namespace eventFlag;
+    EXPECT_EQ(menuModifiers(control), command);
+    EXPECT_EQ(menuModifiers(command | shift), control | shift);
+    EXPECT_EQ(menuModifiers(control | command | option), control | command | option);
+    EXPECT_EQ(menuModifiers(shift | secondaryFn), shift | secondaryFn);
+}
+
 TEST(KeyEquivalent, KeysThatPrintNothingHaveCharactersOfTheirOwn)
 {
     EXPECT_EQ(keyCombination(item(QString(QChar(0xF704)), 0)), QKeyCombination(Qt::Key_F1));
