@@ -17,6 +17,7 @@ class InputSources;
 class LoginItem;
 class LogSink;
 class NotificationCenter;
+class Pasteboard;
 class Permissions;
 class PowerAssertions;
 class RunLoop;
@@ -32,6 +33,7 @@ struct Platform {
     EventMonitors& eventMonitors;
     EventTaps& eventTaps;
     FileManager& fileManager;
+    Pasteboard& generalPasteboard;
     HotKeys& hotKeys;
     InputSources& inputSources;
     LoginItem& loginItem;

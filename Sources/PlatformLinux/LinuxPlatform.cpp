@@ -13,6 +13,7 @@
 #include "PlatformLinux/Keys/X11HotKeys.h"
 #include "PlatformLinux/Keys/XkbInputSources.h"
 #include "PlatformLinux/Menus/MenuTracking.h"
+#include "PlatformLinux/Pasteboard/X11Pasteboard.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
 #include "PlatformLinux/Session/LinuxWorkspace.h"
 #include "PlatformLinux/Session/LogindPowerAssertions.h"
@@ -67,6 +68,7 @@ struct LinuxPlatform::Services {
     XInputEventTaps eventTaps{log, [this] { return workspace.commandKeys(); }};
     X11EventMonitors eventMonitors{eventTaps, menuTracking};
     LinuxPermissions permissions{log};
+    X11Pasteboard generalPasteboard{log, runLoop};
 
     Platform platform{.application = process.application,
                       .mainBundle = bundle,
@@ -75,6 +77,7 @@ struct LinuxPlatform::Services {
                       .eventMonitors = eventMonitors,
                       .eventTaps = eventTaps,
                       .fileManager = fileManager,
+                      .generalPasteboard = generalPasteboard,
                       .hotKeys = hotKeys,
                       .inputSources = inputSources,
                       .loginItem = loginItem,

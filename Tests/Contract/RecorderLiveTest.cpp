@@ -102,6 +102,7 @@ protected:
                   .eventMonitors = monitors,
                   .eventTaps = fake.eventTaps,
                   .fileManager = fake.fileManager,
+                  .generalPasteboard = fake.generalPasteboard,
                   .hotKeys = hotKeys,
                   .inputSources = fake.inputSources,
                   .loginItem = fake.loginItem,

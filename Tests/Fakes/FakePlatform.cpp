@@ -10,6 +10,7 @@ FakePlatform::FakePlatform()
                  .eventMonitors = eventMonitors,
                  .eventTaps = eventTaps,
                  .fileManager = fileManager,
+                 .generalPasteboard = generalPasteboard,
                  .hotKeys = hotKeys,
                  .inputSources = inputSources,
                  .loginItem = loginItem,

@@ -10,6 +10,7 @@
 #include "Fakes/FakeInputSources.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeLoginItem.h"
+#include "Fakes/FakePasteboard.h"
 #include "Fakes/FakePermissions.h"
 #include "Fakes/FakePowerAssertions.h"
 #include "Fakes/FakeRunLoop.h"
@@ -64,6 +65,7 @@ public:
     FakePermissions permissions;
     FakePowerAssertions powerAssertions;
     FakeRunLoop runLoop{clock};
+    FakePasteboard generalPasteboard{runLoop};
     FakeSound sound;
     FakeDefaultsStore defaults;
     FakeStatusBar statusBar;

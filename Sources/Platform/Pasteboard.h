@@ -1,0 +1,87 @@
+// A pasteboard of the desktop: what was copied last, by whichever program. Main thread.
+//
+// Nothing here waits for another program. What another program holds is asked for and comes later; what this
+// one writes is there for others at once, for as long as the process runs.
+#pragma once
+
+#include <QByteArray>
+#include <QLatin1StringView>
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+/// Identifiers of types. Others, such as the marks of private content, pass through as they stand.
+namespace pasteboardType {
+inline constexpr QLatin1StringView string{"public.utf8-plain-text"};
+inline constexpr QLatin1StringView url{"public.url"};
+inline constexpr QLatin1StringView fileURL{"public.file-url"};
+inline constexpr QLatin1StringView png{"public.png"};
+inline constexpr QLatin1StringView tiff{"public.tiff"};
+inline constexpr QLatin1StringView rtf{"public.rtf"};
+inline constexpr QLatin1StringView html{"public.html"};
+} // namespace pasteboardType
+
+/// What a pasteboard held at one change count.
+struct PasteboardContents {
+    int changeCount = 0;
+    /// All that are present, read or not.
+    QStringList types = {};
+    /// Of the types that were asked for, those that could be read. Texts, HTML and URLs are in UTF-8.
+    QMap<QString, QByteArray> data = {};
+    /// All files, in order, when `pasteboardType::fileURL` was asked for.
+    QList<QUrl> fileURLs = {};
+
+    std::optional<QString> stringForType(const QString& type) const;
+    std::optional<QByteArray> dataForType(const QString& type) const;
+};
+
+/// The bytes of a PNG file.
+struct PasteboardImage {
+    QByteArray png;
+};
+
+/// A read under way. Its end cancels it: after the destructor the completion isn't called any more.
+class PasteboardRead {
+public:
+    virtual ~PasteboardRead() = default;
+};
+
+class Pasteboard {
+public:
+    /// Nothing when the owner didn't answer in time or sent too much.
+    using Completion = std::function<void(std::optional<PasteboardContents> contents)>;
+
+    virtual ~Pasteboard() = default;
+
+    /// Another number after each copy of any program. Costs the reading of an integer. A program that ends
+    /// and takes its content along doesn't change it.
+    virtual int changeCount() const = 0;
+
+    /// Asks for the types that are present and the data of those in `types`. Completes once, in a later turn
+    /// of the run loop, with what is newest then; the completion may end its own read.
+    [[nodiscard]] virtual std::unique_ptr<PasteboardRead> read(const QStringList& types,
+                                                               Completion completion) = 0;
+
+    /// Takes the pasteboard and leaves it empty. Gives the new change count, which stays until another copy:
+    /// what is added below doesn't count.
+    virtual int clearContents() = 0;
+
+    /// These add to what was begun with clearContents(), within the same turn of the run loop. False when
+    /// another program has copied since.
+    virtual bool setString(const QString& string, const QString& type) = 0;
+    virtual bool setData(const QByteArray& data, const QString& type) = 0;
+    /// Files only; also false when there is none among them.
+    virtual bool writeObjects(const QList<QUrl>& fileURLs) = 0;
+    /// Also false when it isn't a PNG.
+    virtual bool writeObjects(const PasteboardImage& image) = 0;
+};
+
+} // namespace orvane

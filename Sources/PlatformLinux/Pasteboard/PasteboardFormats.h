@@ -1,0 +1,35 @@
+// The forms in which programs of this desktop pass on files, links and texts. Pure; what comes in is whatever
+// another program has sent.
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+namespace orvane {
+
+/// The URLs of a text/uri-list, in order. Lines that aren't URLs are left out.
+QList<QUrl> decodeUriList(const QByteArray& bytes);
+QByteArray encodeUriList(const QList<QUrl>& urls);
+
+/// The same in the form of file managers, whose first line says whether the files are to be copied or moved.
+QList<QUrl> decodeCopiedFiles(const QByteArray& bytes);
+QByteArray encodeCopiedFiles(const QList<QUrl>& urls);
+
+/// The link of a text/x-moz-url, which is followed by a title; nothing if there is none.
+std::optional<QString> decodeMozUrl(const QByteArray& bytes);
+QByteArray encodeMozUrl(const QString& url);
+
+/// A text that may be in UTF-16, as some browsers send it: with a mark of the byte order, or visibly without
+/// one. Text that is neither this nor UTF-8 is taken for Latin-1. Zeros at the end are no part of it.
+QString decodeText(const QByteArray& bytes);
+QString decodeLatin1(const QByteArray& bytes);
+
+bool isPng(const QByteArray& bytes);
+/// Any picture that can be read, as PNG. Takes its time; any thread.
+std::optional<QByteArray> convertToPng(const QByteArray& bytes);
+
+} // namespace orvane

@@ -1,0 +1,53 @@
+// What the main thread and the thread of the pasteboard share: the change count and what this program has put
+// there. Any thread; no lock is held over anything that waits.
+#pragma once
+
+#include "Platform/Pasteboard.h"
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+
+namespace orvane {
+
+class PasteboardState {
+public:
+    using Generation = std::uint64_t;
+
+    int changeCount() const { return m_count.load(); }
+
+    /// This program copies: counted here, before the server knows. Gives the new change count.
+    int claim();
+    /// The server has told of one of the claims.
+    void claimTold();
+    /// The server has told of another owner. Without effect while a claim of ours is on its way, which takes
+    /// the pasteboard from that owner. True when it counted.
+    bool foreignCopyTold();
+
+    /// False when the pasteboard isn't ours any more.
+    bool add(const QString& type, const QByteArray& data);
+    bool addFiles(const QList<QUrl>& fileURLs);
+
+    /// All that is there when it is ours.
+    std::optional<PasteboardContents> ownContents() const;
+
+    /// What was begun is whole, and others may see it.
+    void finishWriting(Generation generation);
+    Generation generation() const;
+    /// Whether more may be added in the present turn of the run loop.
+    bool isBeingWritten() const;
+
+private:
+    bool addLocked(const QString& type, const QByteArray& data);
+
+    mutable std::mutex m_mutex;
+    std::atomic<int> m_count{0}; // written under the mutex
+    int m_claimsUntold = 0;
+    bool m_isOurs = false;
+    bool m_isBeingWritten = false;
+    Generation m_generation = 0;
+    PasteboardContents m_contents;
+};
+
+} // namespace orvane

@@ -1,0 +1,66 @@
+// The pasteboard thread's connection to the X server: atoms by name, properties, windows to ask from. All
+// requests may meet a window that is gone; their errors are dropped with the events.
+#pragma once
+
+#include "PlatformLinux/X11/XcbReply.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+class SelectionConnection {
+public:
+    /// Null without a server, or without its XFixes extension. Waits for the server.
+    static std::unique_ptr<SelectionConnection> open();
+
+    [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb.get(); }
+    [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(m_xcb.get()); }
+    [[nodiscard]] bool isLost() const { return xcb_connection_has_error(m_xcb.get()) != 0; }
+    /// The type of the events about changes of owner.
+    [[nodiscard]] std::uint8_t selectionEvent() const { return m_selectionEvent; }
+    [[nodiscard]] xcb_atom_t clipboard() const { return m_clipboard; }
+
+    /// The window that owns the clipboard when this program does.
+    [[nodiscard]] xcb_window_t window() const { return m_window; }
+    /// A further window; its destruction is the caller's.
+    [[nodiscard]] xcb_window_t createWindow();
+    void destroyWindow(xcb_window_t window);
+
+    /// A round trip for each new one. None where the server has no room for it.
+    [[nodiscard]] xcb_atom_t atom(const QByteArray& name);
+    /// In one round trip for all that are new; unknown atoms are left out.
+    [[nodiscard]] QList<QByteArray> names(const xcb_atom_t* atoms, std::size_t count);
+
+    struct Property {
+        xcb_atom_t type = XCB_ATOM_NONE; // None where there is no such property
+        std::uint8_t format = 0;
+        QByteArray bytes;
+    };
+    /// Takes a property away from its window. Nothing when it is larger than the limit, and then it stays.
+    [[nodiscard]] std::optional<Property> takeProperty(xcb_window_t window, xcb_atom_t name, qsizetype limit);
+
+    [[nodiscard]] bool clipboardHasOwner() const;
+    void flush() { xcb_flush(m_xcb.get()); }
+
+private:
+    SelectionConnection() = default;
+    bool begin(int screenNumber);
+
+    XcbConnection m_xcb;
+    xcb_window_t m_root = XCB_WINDOW_NONE;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+    xcb_atom_t m_clipboard = XCB_ATOM_NONE;
+    std::uint8_t m_selectionEvent = 0;
+    QHash<QByteArray, xcb_atom_t> m_atoms;
+    QHash<xcb_atom_t, QByteArray> m_names;
+};
+
+} // namespace orvane

@@ -1,0 +1,92 @@
+// Reads the clipboard of other programs, one read after the other: the owner's targets, then each flavour
+// that is wanted, whole or in pieces. Waits for nobody; it is driven by events and by its deadline.
+#pragma once
+
+#include "PlatformLinux/Pasteboard/PasteboardState.h"
+#include "PlatformLinux/Pasteboard/PasteboardTargets.h"
+#include "PlatformLinux/Pasteboard/SelectionConnection.h"
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+
+namespace orvane {
+
+class SelectionReader {
+public:
+    using Time = std::chrono::steady_clock::time_point;
+    using Answer = std::function<void(std::optional<PasteboardContents>)>;
+
+    /// An owner that is silent for so long doesn't answer, and no read takes longer in all.
+    static constexpr std::chrono::milliseconds longestSilence{1000};
+    static constexpr std::chrono::seconds longestRead{30};
+    /// Of all flavours of a read together.
+    static constexpr qsizetype sizeLimit = qsizetype{64} << 20;
+
+    SelectionReader(SelectionConnection& connection, const PasteboardState& state);
+    /// Completes what is left with nothing.
+    ~SelectionReader();
+    SelectionReader(const SelectionReader&) = delete;
+    SelectionReader& operator=(const SelectionReader&) = delete;
+
+    void add(std::uint64_t id, QStringList types, Answer answer);
+    void cancel(std::uint64_t id);
+
+    void handle(const xcb_selection_notify_event_t& event);
+    void handle(const xcb_property_notify_event_t& event);
+    /// What is being read is outdated: begins again with the new owner.
+    void ownerChanged();
+    /// Content of our own is whole.
+    void writingFinished();
+
+    std::optional<Time> deadline() const;
+    void handleDeadline(Time now);
+
+private:
+    struct Job {
+        std::uint64_t id;
+        QStringList types;
+        Answer answer;
+        std::optional<Time> end; // set when it begins
+    };
+    enum class Phase { idle, awaitsWriting, awaitsAnswer, awaitsPieces };
+    /// The targets are asked for before the first step.
+    static constexpr std::size_t beforeSteps = static_cast<std::size_t>(-1);
+
+    void beginNext();
+    void begin(Job& job);
+    void convert(const TargetName& target);
+    void tryNextTarget();
+    void nextStep();
+    void refused();
+    void received(const QByteArray& bytes, std::uint8_t format);
+    void receivedTargets(const QByteArray& bytes, std::uint8_t format);
+    void finish(std::optional<PasteboardContents> contents);
+    void answerFirst(std::optional<PasteboardContents> contents);
+    void complete();
+    void drop();
+    void noteProgress();
+
+    SelectionConnection& m_connection;
+    const PasteboardState& m_state;
+    const xcb_atom_t m_property;
+    const xcb_atom_t m_incr;
+    std::deque<Job> m_jobs;
+
+    // Of the first job, when it has begun. It has a window of its own, so that what comes too late for
+    // another one finds none.
+    Phase m_phase = Phase::idle;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+    xcb_atom_t m_target = XCB_ATOM_NONE;
+    TargetName m_targetName;
+    std::vector<ReadStep> m_steps;
+    std::size_t m_step = beforeSteps;
+    std::size_t m_alternative = 0;
+    PasteboardContents m_contents;
+    QByteArray m_pieces;
+    qsizetype m_size = 0;
+    Time m_silentUntil;
+};
+
+} // namespace orvane

@@ -1,0 +1,78 @@
+// Owns the clipboard for this program and gives its content to all who ask, in pieces where it is large and
+// to several at once. Waits for nobody; it is driven by events and by its deadline.
+#pragma once
+
+#include "PlatformLinux/Pasteboard/PasteboardState.h"
+#include "PlatformLinux/Pasteboard/PasteboardTargets.h"
+#include "PlatformLinux/Pasteboard/SelectionConnection.h"
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+class SelectionServer {
+public:
+    using Time = std::chrono::steady_clock::time_point;
+
+    /// Who asks while content is being put together waits for so long at most, however busy the main thread
+    /// is.
+    static constexpr std::chrono::milliseconds longestHold{100};
+    /// Who doesn't take the next piece for so long gets no more.
+    static constexpr std::chrono::seconds longestSilence{10};
+    /// More than this goes in pieces of this size.
+    static constexpr qsizetype pieceSize = qsizetype{256} << 10;
+
+    SelectionServer(SelectionConnection& connection, const PasteboardState& state);
+
+    void claim();
+    /// Answers those who were held.
+    void writingFinished();
+
+    void handle(const xcb_selection_request_event_t& event);
+    /// Of a requestor's property.
+    void handle(const xcb_property_notify_event_t& event);
+    void handle(const xcb_destroy_notify_event_t& event);
+    /// The server tells when our ownership began.
+    void noteOwnedSince(xcb_timestamp_t time) { m_ownedSince = time; }
+
+    std::optional<Time> deadline() const;
+    void handleDeadline(Time now);
+
+private:
+    struct Held {
+        xcb_selection_request_event_t event;
+        Time until;
+    };
+    struct Transfer {
+        xcb_window_t requestor;
+        xcb_atom_t property;
+        xcb_atom_t type;
+        QByteArray bytes;
+        qsizetype sent = 0;
+        Time until;
+    };
+
+    void answer(const xcb_selection_request_event_t& event);
+    bool isStale(xcb_timestamp_t time) const;
+    bool put(const PasteboardContents& contents, xcb_window_t requestor, xcb_atom_t property,
+             xcb_atom_t target);
+    bool putMultiple(const PasteboardContents& contents, xcb_window_t requestor, xcb_atom_t property);
+    void putTargets(const PasteboardContents& contents, xcb_window_t requestor, xcb_atom_t property);
+    void putInPieces(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type, QByteArray bytes);
+    bool sendPiece(Transfer& transfer);
+    void endTransfers(const std::function<bool(const Transfer&)>& which);
+    void listen(xcb_window_t requestor, std::uint32_t mask);
+    void notify(const xcb_selection_request_event_t& event, xcb_atom_t property);
+
+    SelectionConnection& m_connection;
+    const PasteboardState& m_state;
+    const xcb_atom_t m_targets, m_multiple, m_timestamp, m_atomPair, m_incr;
+    xcb_timestamp_t m_ownedSince = XCB_CURRENT_TIME;
+    std::vector<Held> m_held;
+    std::vector<Transfer> m_transfers;
+};
+
+} // namespace orvane

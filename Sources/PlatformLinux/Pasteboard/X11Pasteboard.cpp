@@ -1,0 +1,111 @@
+#include "PlatformLinux/Pasteboard/X11Pasteboard.h"
+
+#include "PlatformLinux/Pasteboard/PasteboardFormats.h"
+#include "PlatformLinux/Pasteboard/PasteboardState.h"
+#include "PlatformLinux/Pasteboard/PasteboardThread.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orvane {
+
+/// Alive only on the main thread: the other one knows it by a weak reference and a number.
+class X11Pasteboard::Read : public PasteboardRead {
+public:
+    using Shared = std::shared_ptr<Completion>;
+
+    Read(Shared completion, std::weak_ptr<PasteboardThread> thread)
+        : m_completion(std::move(completion)), m_thread(std::move(thread))
+    {
+    }
+    ~Read() override
+    {
+        const auto thread = m_thread.lock();
+        if (thread && *m_completion)
+            thread->cancelRead(m_id);
+    }
+    void setId(PasteboardThread::ReadId id) { m_id = id; }
+
+private:
+    Shared m_completion;
+    std::weak_ptr<PasteboardThread> m_thread;
+    PasteboardThread::ReadId m_id = 0;
+};
+
+X11Pasteboard::X11Pasteboard(LogSink& log, RunLoop& runLoop)
+    : m_log(log), m_runLoop(runLoop), m_state(std::make_shared<PasteboardState>())
+{
+}
+
+X11Pasteboard::~X11Pasteboard() = default;
+
+const std::shared_ptr<PasteboardThread>& X11Pasteboard::thread() const
+{
+    if (!m_thread)
+        m_thread = std::make_shared<PasteboardThread>(m_log, m_state);
+    return m_thread;
+}
+
+int X11Pasteboard::changeCount() const
+{
+    thread();
+    return m_state->changeCount();
+}
+
+std::unique_ptr<PasteboardRead> X11Pasteboard::read(const QStringList& types, Completion completion)
+{
+    auto shared = std::make_shared<Completion>(std::move(completion));
+    auto token = std::make_unique<Read>(shared, thread());
+    auto answer = [&runLoop = m_runLoop,
+                   weak = std::weak_ptr(shared)](std::optional<PasteboardContents> contents) {
+        runLoop.perform([weak, contents = std::move(contents)]() mutable {
+            const auto kept = weak.lock();
+            if (!kept)
+                return;
+            if (const Completion call = std::exchange(*kept, {})) // it may end its own read
+                call(std::move(contents));
+        });
+    };
+    token->setId(thread()->read(types, std::move(answer)));
+    return token;
+}
+
+int X11Pasteboard::clearContents()
+{
+    const int count = m_state->claim();
+    thread()->claim();
+    // What this turn adds is in it before others look.
+    m_runLoop.perform(
+        [state = m_state, thread = std::weak_ptr(thread()), generation = m_state->generation()] {
+            state->finishWriting(generation);
+            if (const auto running = thread.lock())
+                running->writingFinished();
+        });
+    return count;
+}
+
+bool X11Pasteboard::setString(const QString& string, const QString& type)
+{
+    return setData(string.toUtf8(), type);
+}
+
+bool X11Pasteboard::setData(const QByteArray& data, const QString& type)
+{
+    if (type == pasteboardType::fileURL)
+        return writeObjects(QList{QUrl::fromEncoded(data)});
+    return m_state->add(type, data);
+}
+
+bool X11Pasteboard::writeObjects(const QList<QUrl>& fileURLs)
+{
+    if (fileURLs.isEmpty() || !std::ranges::all_of(fileURLs, &QUrl::isLocalFile))
+        return false;
+    return m_state->addFiles(fileURLs);
+}
+
+bool X11Pasteboard::writeObjects(const PasteboardImage& image)
+{
+    return isPng(image.png) && setData(image.png, pasteboardType::png);
+}
+
+} // namespace orvane

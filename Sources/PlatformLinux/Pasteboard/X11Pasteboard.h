@@ -1,0 +1,41 @@
+// The clipboard of an X display. Owning it, serving it and reading it are work of a thread with a connection
+// of its own; here is the main thread's side, which only changes what the two share and leaves messages. The
+// thread begins with the first question: changes are counted from there on.
+#pragma once
+
+#include "Platform/LogSink.h"
+#include "Platform/Pasteboard.h"
+#include "Platform/RunLoop.h"
+
+#include <memory>
+
+namespace orvane {
+
+class PasteboardState;
+class PasteboardThread;
+
+class X11Pasteboard : public Pasteboard {
+public:
+    X11Pasteboard(LogSink& log, RunLoop& runLoop);
+    ~X11Pasteboard() override;
+
+    int changeCount() const override;
+    std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
+    int clearContents() override;
+    bool setString(const QString& string, const QString& type) override;
+    bool setData(const QByteArray& data, const QString& type) override;
+    bool writeObjects(const QList<QUrl>& fileURLs) override;
+    bool writeObjects(const PasteboardImage& image) override;
+
+private:
+    class Read;
+
+    const std::shared_ptr<PasteboardThread>& thread() const;
+
+    LogSink& m_log;
+    RunLoop& m_runLoop;
+    std::shared_ptr<PasteboardState> m_state;
+    mutable std::shared_ptr<PasteboardThread> m_thread; // null until it is needed
+};
+
+} // namespace orvane

@@ -1,0 +1,54 @@
+// A pasteboard on which a test copies as another program would.
+#pragma once
+
+#include "Platform/Pasteboard.h"
+#include "Platform/RunLoop.h"
+
+#include <vector>
+
+namespace orvane {
+
+class FakePasteboard : public Pasteboard {
+public:
+    /// How the program that owns the content answers a read.
+    enum class Owner {
+        answers,
+        hangs, // until it is set to something else
+        fails, // the read completes with nothing
+    };
+
+    explicit FakePasteboard(RunLoop& runLoop) : m_runLoop(runLoop) {}
+
+    int changeCount() const override { return m_contents.changeCount; }
+    std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
+    int clearContents() override;
+    bool setString(const QString& string, const QString& type) override;
+    bool setData(const QByteArray& data, const QString& type) override;
+    bool writeObjects(const QList<QUrl>& fileURLs) override;
+    bool writeObjects(const PasteboardImage& image) override;
+
+    /// What another program does. The count and the types are made from the rest, `types` being further ones.
+    void copy(PasteboardContents contents);
+    void copyString(const QString& string);
+    void setOwner(Owner owner);
+
+    /// All that is there, whoever put it there.
+    const PasteboardContents& contents() const { return m_contents; }
+    /// How many reads were begun.
+    int reads = 0;
+
+private:
+    struct Request;
+    class Read;
+
+    void addType(const QString& type);
+    void complete(const std::weak_ptr<Request>& request);
+
+    RunLoop& m_runLoop;
+    PasteboardContents m_contents;
+    bool m_isOurs = false;
+    Owner m_owner = Owner::answers;
+    std::vector<std::weak_ptr<Request>> m_waiting;
+};
+
+} // namespace orvane
