@@ -1,0 +1,46 @@
+// Cuts an RTF document into its tokens, in one pass and without copying. Any bytes are allowed.
+#pragma once
+
+#include <QByteArrayView>
+
+#include <optional>
+
+namespace orvane {
+
+struct RtfToken {
+    enum class Kind {
+        groupBegin,
+        groupEnd,
+        word,   // \name or \nameN
+        symbol, // \ and one other character
+        byte,   // a character of the text, or \'hh
+        binary, // what \bin announces, left out already
+    };
+
+    Kind kind;
+    QByteArrayView name = {};
+    /// Beyond the range of int: the nearest.
+    std::optional<int> parameter = std::nullopt;
+    /// The symbol, or the byte.
+    char character = 0;
+};
+
+class RtfScanner {
+public:
+    explicit RtfScanner(QByteArrayView document) : m_document(document) {}
+
+    /// Nothing at the end.
+    std::optional<RtfToken> next();
+
+private:
+    bool atEnd() const { return m_at >= m_document.size(); }
+    RtfToken control();
+    RtfToken word();
+    RtfToken hexadecimal();
+    std::optional<int> parameter();
+
+    QByteArrayView m_document;
+    qsizetype m_at = 0;
+};
+
+} // namespace orvane
