@@ -2,6 +2,7 @@
 
 #include "Orvane/CapabilityToggle.h"
 #include "Orvane/OnboardingPageView.h"
+#include "OrvaneCore/OrvaBalancedTextView.h"
 #include "OrvaneCore/OrvaLayout.h"
 #include "OrvaneCore/OrvaStackView.h"
 
@@ -52,9 +53,9 @@ AnyView nameOf(const CapabilityCard& card)
     return OrvaText{card.entry.metadata().displayName, OrvaFont::headline, OrvaColor::primary};
 }
 
-AnyView summaryOf(const CapabilityCard& card)
+OrvaText summaryOf(const CapabilityCard& card)
 {
-    return OrvaText{card.entry.metadata().summary, OrvaFont::caption, OrvaColor::secondary};
+    return {card.entry.metadata().summary, OrvaFont::caption, OrvaColor::secondary};
 }
 
 AnyView toggleOf(const CapabilityCard& card)
@@ -78,7 +79,7 @@ QWidget* makeOrvaWidget(const CardBody& body)
     auto* text = new QVBoxLayout;
     text->setSpacing(textGap);
     text->addWidget(nameOf(body.card).makeWidget());
-    text->addWidget(summaryOf(body.card).makeWidget());
+    text->addWidget(new OrvaBalancedTextView(summaryOf(body.card), Qt::AlignLeft | Qt::AlignTop));
     text->addStretch(1);
     line->addLayout(text, 1);
     line->addSpacing(switchGap);

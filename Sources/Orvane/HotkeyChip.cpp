@@ -4,6 +4,7 @@
 #include "KeyboardShortcuts/Recorder.h"
 #include "OrvaneCore/OrvaLayout.h"
 #include "OrvaneCore/OrvaNavigation.h"
+#include "OrvaneCore/OrvaThemed.h"
 
 namespace orvane {
 
@@ -39,7 +40,9 @@ AnyView HotkeyChip::recorder() const
     KeyboardShortcuts::Recorder recorder(KeyboardShortcuts::Name(m_action.id),
                                          [own = *this](const auto&) { own.appear(); });
     recorder.accessibleName = m_action.title;
-    return OrvaVStack{titleGap, {OrvaText{m_action.title, OrvaFont::headline}, recorder}};
+    // The recorder brings the room for its focus ring with it.
+    const OrvaInset title{orvaRingMargin, OrvaText{m_action.title, OrvaFont::headline}};
+    return OrvaVStack{titleGap - orvaRingMargin, {title, recorder}};
 }
 
 AnyView HotkeyChip::popover() const

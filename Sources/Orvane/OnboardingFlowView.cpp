@@ -181,6 +181,8 @@ QWidget* OnboardingFlowView::makeFooter()
     footer->setMinimumHeight(footerHeight);
     auto* cells = new QGridLayout(footer);
     cells->setContentsMargins(footerEdge, 0, footerEdge, 0);
+    // A gap would come and go with the button beside it, and move the dots.
+    cells->setHorizontalSpacing(0);
     cells->setColumnStretch(0, 1);
     cells->setColumnStretch(2, 1);
     QWidget* back = m_flow.backButton().makeWidget();

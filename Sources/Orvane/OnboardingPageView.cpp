@@ -1,6 +1,6 @@
 #include "Orvane/OnboardingPageView.h"
 
-#include "Orvane/BalancedTextView.h"
+#include "OrvaneCore/OrvaBalancedTextView.h"
 #include "OrvaneCore/OrvaScrollBarView.h"
 
 #include <QHBoxLayout>
@@ -63,9 +63,9 @@ QWidget* makeOrvaWidget(const OnboardingPage& page)
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(0);
     lines->addStretch(2);
-    lines->addWidget(new BalancedTextView(titleOf(page), Qt::AlignHCenter));
+    lines->addWidget(new OrvaBalancedTextView(titleOf(page), Qt::AlignHCenter));
     lines->addSpacing(titleGap);
-    lines->addWidget(new BalancedTextView(textOf(page), Qt::AlignHCenter));
+    lines->addWidget(new OrvaBalancedTextView(textOf(page), Qt::AlignHCenter));
     lines->addSpacing(contentGap);
     lines->addWidget(page.content.makeWidget());
     lines->addStretch(3);

@@ -1,6 +1,7 @@
 #include "Orvane/OrvaPermissionRow.h"
 
 #include "Orvane/OrvaRowSymbol.h"
+#include "OrvaneCore/OrvaBalancedTextView.h"
 #include "OrvaneCore/OrvaLayout.h"
 #include "OrvaneCore/OrvaPage.h"
 #include "OrvaneCore/OrvaRows.h"
@@ -40,7 +41,7 @@ public:
     }
 
     AnyView name() const { return OrvaText{displayName(m_row.permission)}; }
-    AnyView note() const { return OrvaText{m_row.note, OrvaFont::caption, OrvaColor::secondary}; }
+    OrvaText note() const { return OrvaText{m_row.note, OrvaFont::caption, OrvaColor::secondary}; }
 
     /// Empty without a level.
     AnyView levelBadge() const
@@ -97,7 +98,7 @@ QLayout* makeText(const Parts& parts)
         head->addWidget(badge, 0, Qt::AlignVCenter);
     head->addStretch(1);
     lines->addLayout(head);
-    lines->addWidget(parts.note().makeWidget());
+    lines->addWidget(new OrvaBalancedTextView(parts.note(), Qt::AlignLeft | Qt::AlignVCenter));
     lines->addStretch(1);
     return lines;
 }
@@ -120,16 +121,20 @@ QWidget* makeOrvaWidget(const OrvaPermissionRow& row)
     const Parts parts(row);
     auto* widget = new QWidget;
     auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(rowH, rowV - orvaRingMargin, rowH, rowV - orvaRingMargin);
+    line->setContentsMargins(rowH, rowV - orvaRingMargin, rowH - orvaRingMargin, rowV - orvaRingMargin);
     line->setSpacing(0);
     line->addWidget(parts.statusSymbol().makeWidget(), 0, Qt::AlignVCenter);
     line->addSpacing(symbolGap);
     line->addLayout(makeText(parts), 1);
     line->addSpacing(trailingGap);
-    line->addWidget(parts.grantedMark().makeWidget(), 0, Qt::AlignVCenter);
+    // It ends where the buttons' outlines do, which have room for their focus rings beyond.
+    auto* mark = new QHBoxLayout;
+    mark->setContentsMargins(0, 0, orvaRingMargin, 0);
+    mark->addWidget(parts.grantedMark().makeWidget(), 0, Qt::AlignVCenter);
+    line->addLayout(mark);
 
     auto* asking = new QHBoxLayout;
-    asking->setContentsMargins(0, 0, -orvaRingMargin, 0);
+    asking->setContentsMargins(0, 0, 0, 0);
     asking->setSpacing(buttonGap);
     int height = 0;
     for (const AnyView& view : parts.buttons()) {

@@ -3,6 +3,7 @@
 #include "OrvaneCore/OrvaThemed.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPainter>
 #include <QWidget>
 
@@ -13,7 +14,8 @@ namespace orvane {
 
 namespace {
 
-class WordmarkView final : public OrvaThemed<QWidget> {
+/// A label, though it draws itself: assistive technology reads labels.
+class WordmarkView final : public OrvaThemed<QLabel> {
 public:
     explicit WordmarkView(OrvaneWordmark wordmark) : m_wordmark(std::move(wordmark))
     {
@@ -67,15 +69,17 @@ private:
     /// blurred square.
     void paintShadow(QPainter& painter, const QRectF& box) const
     {
-        constexpr int rings = 28;
+        const bool dark = orvaScheme() == OrvaScheme::dark;
+        const int rings = dark ? 12 : 56;
         const double fall = m_room * 0.36;
         const double reach = m_room - fall;
         const double corner = OrvaneBrand::badgeCorner * box.width();
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        // Black: so little of any other colour would be rounded to another hue.
-        painter.setBrush(QColor(0, 0, 0, orvaScheme() == OrvaScheme::dark ? 5 : 2));
+        // Black: so little of any other colour would be rounded to another hue. On a dark ground so little of
+        // black would be rounded to nothing.
+        painter.setBrush(QColor(0, 0, 0, dark ? 12 : 1));
         for (int ring = 1; ring <= rings; ++ring) {
             const double share = static_cast<double>(ring) / rings;
             const double grow = reach * (1.35 * share * share - 0.35);

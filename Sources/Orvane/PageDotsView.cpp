@@ -3,8 +3,8 @@
 #include "OrvaneCore/OrvaBindings.h"
 #include "OrvaneCore/OrvaThemed.h"
 
+#include <QLabel>
 #include <QPainter>
-#include <QWidget>
 
 namespace orvane {
 
@@ -14,7 +14,8 @@ constexpr int dotSide = 7;
 constexpr int dotGap = 8;
 constexpr double otherOpacity = 0.3;
 
-class DotsView final : public OrvaThemed<QWidget> {
+/// A label, though it draws itself: assistive technology reads labels.
+class DotsView final : public OrvaThemed<QLabel> {
 public:
     explicit DotsView(const PageDots& dots) : m_count(dots.count)
     {

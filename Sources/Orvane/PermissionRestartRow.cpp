@@ -1,8 +1,8 @@
 #include "Orvane/PermissionRestartRow.h"
 
 #include "Orvane/AppRelaunch.h"
-#include "Orvane/BalancedTextView.h"
 #include "Orvane/OrvaRowSymbol.h"
+#include "OrvaneCore/OrvaBalancedTextView.h"
 #include "OrvaneCore/OrvaLayout.h"
 #include "OrvaneCore/OrvaRows.h"
 #include "OrvaneCore/OrvaThemed.h"
@@ -33,7 +33,7 @@ QList<AnyView> PermissionRestartRow::children() const
 QWidget* makeOrvaWidget(const PermissionRestartRow& row)
 {
     const QList<AnyView> parts = row.children();
-    auto* text = new BalancedTextView(*parts.at(1).as<OrvaText>(), Qt::AlignLeft | Qt::AlignVCenter);
+    auto* text = new OrvaBalancedTextView(*parts.at(1).as<OrvaText>(), Qt::AlignLeft | Qt::AlignVCenter);
     auto* widget = new QWidget;
     auto* line = new QHBoxLayout(widget);
     line->setContentsMargins(rowH, rowV, rowH - orvaRingMargin, rowV);

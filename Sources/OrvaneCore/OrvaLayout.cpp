@@ -18,6 +18,16 @@ QWidget* makeOrvaWidget(const OrvaText& text)
     return new OrvaTextView(text.text, text.font, text.color);
 }
 
+QWidget* makeOrvaWidget(const OrvaInset& inset)
+{
+    auto* widget = new QWidget;
+    auto* line = new QHBoxLayout(widget);
+    line->setContentsMargins(static_cast<int>(inset.side), 0, 0, 0);
+    if (QWidget* content = inset.content.makeWidget())
+        line->addWidget(content);
+    return widget;
+}
+
 QWidget* makeOrvaWidget(const OrvaSymbolMark& mark)
 {
     return new OrvaSymbolView(mark.systemImage, mark.side, mark.color);

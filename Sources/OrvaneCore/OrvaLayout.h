@@ -18,6 +18,14 @@ struct OrvaText {
     OrvaColor color = OrvaColor::primary;
 };
 
+/// Room of `side` points before the content.
+struct OrvaInset {
+    double side = 0;
+    AnyView content;
+
+    QList<AnyView> children() const { return {content}; }
+};
+
 /// A symbol of `side` points.
 struct OrvaSymbolMark {
     QString systemImage;
@@ -66,7 +74,8 @@ struct OrvaChipButton {
 };
 
 /// What hangs on an anchor while `isPresented`: a small panel inside the window, made anew at each opening. A
-/// click beside it, Escape and focus that goes elsewhere close it.
+/// click beside it, Escape and focus that goes elsewhere close it. `padding` goes to the outline of the
+/// controls in it, whose room for focus rings lies beyond.
 struct OrvaPopover {
     Binding<bool> isPresented;
     double width = 260;
@@ -77,11 +86,15 @@ struct OrvaPopover {
 
     QList<AnyView> children() const
     {
-        return isPresented.get() ? QList<AnyView>{anchor, content()} : QList<AnyView>{anchor};
+        QList<AnyView> views{anchor};
+        if (isPresented.get())
+            views.append(content());
+        return views;
     }
 };
 
 QWidget* makeOrvaWidget(const OrvaText& text);
+QWidget* makeOrvaWidget(const OrvaInset& inset);
 QWidget* makeOrvaWidget(const OrvaSymbolMark& mark);
 QWidget* makeOrvaWidget(const OrvaHStack& stack);
 QWidget* makeOrvaWidget(const OrvaVStack& stack);

@@ -1,6 +1,7 @@
 #include "OrvaneCore/OrvaPage.h"
 
 #include "OrvaneCore/CapabilityRegistry.h"
+#include "OrvaneCore/OrvaBalancedTextView.h"
 #include "OrvaneCore/OrvaBindings.h"
 #include "OrvaneCore/OrvaPageView.h"
 #include "OrvaneCore/OrvaPillView.h"
@@ -155,7 +156,8 @@ QWidget* makeOrvaWidget(const OrvaPageHeader& header)
     text->setSpacing(textGap);
     text->addStretch(1);
     text->addWidget(new OrvaTextView(header.title, OrvaFont::title, OrvaColor::primary));
-    text->addWidget(new OrvaTextView(header.subtitle, OrvaFont::body, OrvaColor::secondary));
+    text->addWidget(new OrvaBalancedTextView({header.subtitle, OrvaFont::body, OrvaColor::secondary},
+                                             Qt::AlignLeft | Qt::AlignVCenter));
     text->addStretch(1);
     head->addLayout(text, 1);
     if (QWidget* trailing = header.trailing.makeWidget())

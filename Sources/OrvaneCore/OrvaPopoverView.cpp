@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
 
 namespace orvane {
 
@@ -50,16 +51,26 @@ QList<QWidget*> tabStops(QWidget& root)
     return stops;
 }
 
-/// Rings of growing size, each a breath of black: together they fall off like a blur.
+/// How far a blurred edge has come at a share of its darkness: flat at both ends.
+double blurred(double share)
+{
+    return 0.5 - std::sin(std::asin(1 - 2 * share) / 3);
+}
+
+/// Rings of growing size, each a breath of black: together they fall off like a blur. On light grounds a ring
+/// is one step of the screen's, so that none can be told from the next; on dark ones so little would be
+/// rounded to nothing.
 void paintShadow(QPainter& painter, const QRectF& body)
 {
-    constexpr int rings = 12;
-    constexpr double reach = shadowRoom - 5.0;
+    const bool dark = orvaScheme() == OrvaScheme::dark;
+    const int rings = dark ? 10 : 28;
+    constexpr double fall = 3;
+    constexpr double reach = shadowRoom - fall;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0, 0, 0, orvaScheme() == OrvaScheme::dark ? 14 : 3));
+    painter.setBrush(QColor(0, 0, 0, dark ? 16 : 1));
     for (int ring = 1; ring <= rings; ++ring) {
-        const double grow = reach * ring / rings;
-        painter.drawRoundedRect(body.adjusted(-grow, -grow + 3, grow, grow + 3), corner + grow,
+        const double grow = reach * blurred(static_cast<double>(ring) / rings);
+        painter.drawRoundedRect(body.adjusted(-grow, -grow + fall, grow, grow + fall), corner + grow,
                                 corner + grow);
     }
 }
@@ -72,7 +83,7 @@ OrvaPopoverPanelView::OrvaPopoverPanelView(const OrvaPopover& popover, QWidget& 
     installAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(popover.accessibleName);
-    const int side = static_cast<int>(popover.padding) + shadowRoom;
+    const int side = static_cast<int>(popover.padding) - orvaRingMargin + shadowRoom;
     const int end = side + arrowHeight;
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(side, end, side, end);

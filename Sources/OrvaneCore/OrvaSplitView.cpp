@@ -65,6 +65,8 @@ OrvaSplitView::OrvaSplitView(const OrvaSplit& split)
         addWidget(detail);
     setStretchFactor(0, 0);
     setStretchFactor(1, 1);
+    // A splitter lays each new part below the others, and assistive technology reads from the lowest up.
+    widget(0)->lower();
     // The rest goes to the page, however much it is.
     setSizes({static_cast<int>(split.idealWidth), 1 << 16});
 }

@@ -6,12 +6,20 @@
 #include "Desktop/Support/ShellFixture.h"
 #include "Support/Eventually.h"
 
+#include <QCoreApplication>
 #include <QDBusVariant>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cstdlib>
+#include <span>
+#include <string_view>
 
 #include <gmock/gmock.h>
+#include <xcb/xcb.h>
 
 namespace orvane::tests {
 namespace {
@@ -21,6 +29,12 @@ const QString awake = QStringLiteral("Awake");
 const QString ctrlShortcuts = QStringLiteral("Ctrl Shortcuts");
 const QString general = QStringLiteral("General");
 const QString manage = QStringLiteral("Manage in General");
+
+struct Freed {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <class T>
+using Reply = std::unique_ptr<T, Freed>;
 
 class HomeDesktopTest : public ShellDesktopTest {
 protected:
@@ -33,6 +47,10 @@ protected:
     void openHome(const Stored& stored = {})
     {
         start(stored);
+        showHome();
+    }
+    void showHome()
+    {
         m_tree = std::make_unique<AccessibleTree>(program().pid());
         startAgain();
         ASSERT_TRUE(shows("list item", general));
@@ -76,7 +94,7 @@ protected:
     }
     bool getsFocus(const char* what)
     {
-        return eventually(5s, [&] { return focused() == QLatin1String(what); });
+        return eventually(10s, [&] { return focused() == QLatin1String(what); });
     }
     /// Presses the key until this has the focus; false when it doesn't come in a round of the whole window.
     bool reach(const char* key, const char* what)
@@ -86,7 +104,7 @@ protected:
             if (before == QLatin1String(what))
                 return true;
             m_hardware.tap(key);
-            if (!eventually(2s, [&] { return focused() != before; }))
+            if (!eventually(10s, [&] { return focused() != before; }))
                 return false;
         }
         return false;
@@ -101,6 +119,33 @@ protected:
     {
         const QJsonObject enabled = stored().value(QStringLiteral("Orvane.enabledCapabilities")).toObject();
         return enabled.value(QStringLiteral("net.lindenrow.orvane.") + QLatin1String(capability)).toBool();
+    }
+    enum class TaskBar { unknown, listed, leftOut };
+    /// What the home window's state tells whoever lists windows.
+    TaskBar taskBarEntry()
+    {
+        const auto window = m_screen.window(program().pid(), orvane);
+        if (!window)
+            return TaskBar::unknown;
+        const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
+            xcb_connect(nullptr, nullptr), &xcb_disconnect);
+        const auto atom = [&](std::string_view name) {
+            const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+                connection.get(),
+                xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
+                nullptr));
+            return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+        };
+        const Reply<xcb_get_property_reply_t> state(xcb_get_property_reply(
+            connection.get(),
+            xcb_get_property(connection.get(), 0, window->id, atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 0, 64),
+            nullptr));
+        if (!state)
+            return TaskBar::unknown;
+        const auto* first = static_cast<const xcb_atom_t*>(xcb_get_property_value(state.get()));
+        const std::span all(first, state->value_len);
+        return std::ranges::find(all, atom("_NET_WM_STATE_SKIP_TASKBAR")) != all.end() ? TaskBar::leftOut
+                                                                                       : TaskBar::listed;
     }
     void closeHome()
     {
@@ -141,6 +186,8 @@ TEST_F(HomeDesktopTest, ATogglesClickSwitchesTheCapability)
 TEST_F(HomeDesktopTest, ByKeyboardAloneACapabilityIsFoundAndSwitchedOn)
 {
     openHome({.more = {{QStringLiteral("net.lindenrow.orvane.awake.awakeOnLaunch"), true}}});
+    // Keys that come before the window is the active one go elsewhere.
+    ASSERT_TRUE(eventually(10s, [&] { return !focused().isEmpty(); }));
     ASSERT_TRUE(reach("Tab", "list item General")) << qPrintable(focused());
     m_hardware.tap("End");
     ASSERT_TRUE(getsFocus("list item Awake")) << qPrintable(focused());
@@ -148,7 +195,7 @@ TEST_F(HomeDesktopTest, ByKeyboardAloneACapabilityIsFoundAndSwitchedOn)
     ASSERT_TRUE(getsFocus("check box Awake")) << qPrintable(focused());
     m_hardware.tap("space");
     EXPECT_TRUE(becomesAwake());
-    EXPECT_TRUE(isChecked(awake));
+    EXPECT_TRUE(eventually(10s, [&] { return isChecked(awake); }));
 }
 
 TEST_F(HomeDesktopTest, TheSettingsOfACapabilityThatIsOffDoNotReact)
@@ -185,6 +232,57 @@ TEST_F(HomeDesktopTest, ThePermissionRowsFollowTheDesktopWithinATick)
     EXPECT_TRUE(eventually(10s, [&] { return grantButtons() == before + 1; }));
     ASSERT_TRUE(setEnabled(true));
     EXPECT_TRUE(eventually(10s, [&] { return grantButtons() == before; }));
+}
+
+namespace {
+
+/// Another name of the display, under which nobody answers until it is opened.
+class LockedDisplay {
+public:
+    LockedDisplay() : m_real(qEnvironmentVariable("DISPLAY")) {}
+    ~LockedDisplay() { QFile::remove(socket(m_locked)); }
+    LockedDisplay(const LockedDisplay&) = delete;
+    LockedDisplay& operator=(const LockedDisplay&) = delete;
+
+    [[nodiscard]] const QString& real() const { return m_real; }
+    [[nodiscard]] const QString& locked() const { return m_locked; }
+    [[nodiscard]] bool open() { return QFile::link(socket(m_real), socket(m_locked)); }
+
+private:
+    static QString socket(const QString& display)
+    {
+        static const QRegularExpression number(QStringLiteral(":(\\d+)"));
+        return QStringLiteral("/tmp/.X11-unix/X") + number.match(display).captured(1);
+    }
+
+    const QString m_real;
+    const QString m_locked = QStringLiteral(":%1").arg(QCoreApplication::applicationPid() + 10'000);
+};
+
+} // namespace
+
+TEST_F(HomeDesktopTest, ARequiredPermissionThatComesWhileThePageIsOpenMakesTheCapabilityActiveWithinATick)
+{
+    // The program has its windows, but may not listen: what it tries that with finds no server.
+    LockedDisplay display;
+    m_program = std::make_unique<Program>(
+        Program::Start{.defaults = defaults({.enabled = {QStringLiteral("keyswap")}}),
+                       .environment = {{QStringLiteral("DISPLAY"), display.locked()}},
+                       .arguments = {QStringLiteral("-display"), display.real()}});
+    ASSERT_TRUE(program().waitUntilReady());
+    showHome();
+    click("list item", ctrlShortcuts);
+    ASSERT_TRUE(shows("label", QStringLiteral("Input Monitoring")));
+    EXPECT_TRUE(
+        eventually(10s, [&] { return stateOf(ctrlShortcuts) == QStringLiteral("Needs permission"); }));
+    EXPECT_FALSE(isChecked(ctrlShortcuts));
+
+    ASSERT_TRUE(display.open());
+    click("push button", QStringLiteral("Grant"));
+    EXPECT_TRUE(eventually(10s, [&] { return isChecked(ctrlShortcuts); }));
+    EXPECT_EQ(stateOf(ctrlShortcuts), QStringLiteral("On"));
+    EXPECT_TRUE(shows("push button", manage)) << "the banner says that all is granted";
+    EXPECT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
 }
 
 TEST_F(HomeDesktopTest, ManageInGeneralScrollsToThePermissionsEachTime)
@@ -274,13 +372,16 @@ TEST_F(HomeDesktopTest, WithoutTheMenuBarIconTheDockIconIsThere)
 {
     openHome();
     EXPECT_FALSE(isChecked(QStringLiteral("Show Dock icon")));
+    EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::leftOut; }));
     click("check box", QStringLiteral("Show menu bar icon"));
     EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show Dock icon")); }));
+    EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::listed; }));
     EXPECT_FALSE(isChecked(QStringLiteral("Show menu bar icon")));
     EXPECT_TRUE(eventually(10s, [&] { return m_tray.itemsOf(program().pid()).isEmpty(); }));
     click("check box", QStringLiteral("Show Dock icon"));
     EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show menu bar icon")); }));
     EXPECT_TRUE(eventually(10s, [&] { return !m_tray.itemsOf(program().pid()).isEmpty(); }));
+    EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::leftOut; }));
 }
 
 } // namespace orvane::tests

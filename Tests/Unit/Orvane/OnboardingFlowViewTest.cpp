@@ -3,11 +3,14 @@
 #include "Unit/Orvane/OnboardingFixture.h"
 #include "Unit/OrvaneCore/OrvaWidgetSupport.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
+
+#include <cstdlib>
 
 #include <gmock/gmock.h>
 
@@ -50,6 +53,17 @@ protected:
         for (QPushButton* candidate : all<QPushButton>(*view)) {
             if (candidate->accessibleName() == QLatin1String(name) && candidate->isVisible())
                 return candidate;
+        }
+        return nullptr;
+    }
+    /// What is read out as this.
+    QWidget* labelled(const char* name)
+    {
+        for (QWidget* widget : all<QWidget>(*view)) {
+            const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+            if (accessible->role() == QAccessible::StaticText &&
+                accessible->text(QAccessible::Name) == QLatin1String(name))
+                return widget;
         }
         return nullptr;
     }
@@ -196,17 +210,24 @@ TEST_F(OnboardingWidgetTest, APageFitsTheSmallestWindowWithoutASidewaysCut)
 
 TEST_F(OnboardingWidgetTest, TheDotsSayWhichPageItIs)
 {
-    const auto says = [&](const char* name) {
-        for (const QWidget* widget : all<QWidget>(*view)) {
-            if (widget->accessibleName() == QLatin1String(name))
-                return true;
-        }
-        return false;
-    };
-    EXPECT_TRUE(says("Page 1 of 3"));
+    EXPECT_TRUE(labelled("Page 1 of 3"));
     continueTimes(1);
-    EXPECT_TRUE(says("Page 2 of 3"));
-    EXPECT_FALSE(says("Page 1 of 3"));
+    EXPECT_TRUE(labelled("Page 2 of 3"));
+    EXPECT_FALSE(labelled("Page 1 of 3"));
+}
+
+TEST_F(OnboardingWidgetTest, TheDotsStandStillInTheMiddleOfEveryPage)
+{
+    for (const char* page : {"Page 1 of 3", "Page 2 of 3", "Page 3 of 3"}) {
+        QCoreApplication::processEvents();
+        QWidget* dots = labelled(page);
+        ASSERT_TRUE(dots);
+        const int left = dots->mapTo(&window, QPoint()).x();
+        const int right = window.width() - left - dots->width();
+        EXPECT_LE(std::abs(left - right), 1) << page;
+        if (pushButton("Continue"))
+            continueTimes(1);
+    }
 }
 
 } // namespace orvane::tests

@@ -4,6 +4,7 @@
 #include "Orvane/MenuBarIcon.h"
 #include "Unit/OrvaneCore/OrvaWidgetSupport.h"
 
+#include <QAccessible>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QImage>
@@ -129,7 +130,9 @@ TEST(OrvaneWordmarkTest, AsAMenusImageItLiesInItsPadding)
 TEST(OrvaneWordmarkTest, IsReadOutAsOneWord)
 {
     const auto widget = rendered(OrvaneWordmark{.size = 17, .lead = QStringLiteral("Welcome to ")});
-    EXPECT_EQ(widget->accessibleName(), QStringLiteral("Welcome to Orvane"));
+    const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget.get());
+    EXPECT_EQ(accessible->role(), QAccessible::StaticText);
+    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Welcome to Orvane"));
 }
 
 TEST(AppIconBadgeTest, HasTheFourCellsOfTheMenuBarIconOnARoundedGround)

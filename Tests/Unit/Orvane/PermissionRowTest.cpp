@@ -6,6 +6,7 @@
 #include "Orvane/PermissionRestartRow.h"
 #include "OrvaneCore/OrvaLayout.h"
 #include "OrvaneCore/OrvaPage.h"
+#include "OrvaneCore/OrvaPillView.h"
 #include "OrvaneCore/OrvaRows.h"
 #include "OrvaneCore/PermissionManager.h"
 #include "Unit/OrvaneCore/OrvaWidgetSupport.h"
@@ -139,6 +140,25 @@ TEST_F(OrvaPermissionRowTest, KeepsItsHeightWhenThePermissionComes)
     QCoreApplication::processEvents();
     EXPECT_EQ(height(), before);
     EXPECT_TRUE(shownTexts(*widget).contains(QStringLiteral("Granted")));
+}
+
+TEST_F(OrvaPermissionRowTest, TheMarkEndsWhereTheButtonsOutlineDid)
+{
+    const auto widget = rendered(row(SystemPermission::accessibility));
+    widget->resize(640, 60);
+    widget->show();
+    const auto end = [&](const QWidget& part) {
+        return part.mapTo(widget.get(), QPoint(part.width(), 0)).x();
+    };
+    constexpr int inset = static_cast<int>(Orva::rowH);
+    const QPushButton* settings = all<QPushButton>(*widget).last();
+    ASSERT_TRUE(settings->isVisible());
+    EXPECT_EQ(end(*settings) - orvaRingMargin, 640 - inset);
+    grant();
+    QCoreApplication::processEvents();
+    const OrvaBadgeView* mark = all<OrvaBadgeView>(*widget).first();
+    ASSERT_TRUE(mark->isVisible());
+    EXPECT_EQ(end(*mark), 640 - inset);
 }
 
 TEST_F(OrvaPermissionRowTest, ItsButtonsSayWhatTheyAreAbout)

@@ -1,5 +1,6 @@
 // Chips that are buttons, text buttons, wrapping lines and popovers of the view kit, as widgets.
 #include "OrvaneCore/OrvaLayout.h"
+#include "OrvaneCore/OrvaBalancedTextView.h"
 #include "OrvaneCore/OrvaChipButtonView.h"
 #include "OrvaneCore/OrvaPopoverView.h"
 #include "OrvaneCore/OrvaRows.h"
@@ -97,6 +98,27 @@ TEST_F(OrvaLayoutTest, AWrapTakesAsManyLinesAsItNeeds)
     EXPECT_EQ(views.at(3)->y(), views.at(0)->y());
 }
 
+// Balanced text
+
+TEST(OrvaBalancedText, MakesItsLinesAboutEquallyLongAndTakesNoMoreOfThem)
+{
+    const QString words =
+        QStringLiteral("Keys of one habit become those of the other everywhere but in editors");
+    OrvaBalancedTextView view({words, OrvaFont::body, OrvaColor::primary}, Qt::AlignLeft | Qt::AlignTop);
+    const OrvaTextView& text = *all<OrvaTextView>(view).constFirst();
+    view.show();
+    const int oneLine = QFontMetrics(orvaFont(OrvaFont::body)).horizontalAdvance(words);
+    const int width = oneLine - 5; // the last word alone has no room on the first line
+    view.resize(width, view.heightForWidth(width));
+    EXPECT_EQ(text.heightForWidth(text.width()), text.heightForWidth(width));
+    EXPECT_GT(text.heightForWidth(text.width()), text.heightForWidth(2 * oneLine)) << "it has two lines";
+    EXPECT_LT(text.width(), 0.7 * width);
+    EXPECT_EQ(text.x(), 0);
+
+    view.resize(2 * oneLine, 40);
+    EXPECT_EQ(text.heightForWidth(text.width()), text.heightForWidth(2 * oneLine)) << "one line stays one";
+}
+
 // Popover
 
 struct Field {
@@ -146,7 +168,7 @@ TEST_F(OrvaPopoverTest, OpensInsideTheWindowWithItsWidthAndPadding)
     ASSERT_NE(panel(), nullptr);
     EXPECT_TRUE(panel()->isVisible());
     EXPECT_EQ(panel()->window(), &window);
-    EXPECT_EQ(field()->width(), 260 - 2 * 14);
+    EXPECT_EQ(field()->width(), 260 - 2 * (14 - orvaRingMargin)) << "the padding goes to a control's outline";
     EXPECT_GE(panel()->y() + panel()->height(),
               chipView().mapTo(&window, QPoint(0, chipView().height())).y());
     EXPECT_EQ(QApplication::focusWidget(), panel()) << "nothing in it is entered by its opening";

@@ -140,6 +140,11 @@ TEST(OrvaSplit, GivesTheSidebarItsWidthsAndThePageTheRest)
     split->resize(1400, 640);
     EXPECT_EQ(splitter.sizes().at(0), 250) << "room that is won goes to the page";
     EXPECT_FALSE(splitter.childrenCollapsible());
+
+    const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(split.get());
+    ASSERT_GE(accessible->childCount(), 2);
+    EXPECT_EQ(accessible->child(0)->object(), splitter.widget(0)) << "what stands first is read first";
+    EXPECT_EQ(accessible->child(1)->object(), splitter.widget(1));
 }
 
 // Keyed

@@ -1,4 +1,4 @@
-#include "Orvane/BalancedTextView.h"
+#include "OrvaneCore/OrvaBalancedTextView.h"
 
 #include "OrvaneCore/OrvaTextView.h"
 
@@ -7,7 +7,7 @@
 
 namespace orvane {
 
-BalancedTextView::BalancedTextView(const OrvaText& text, Qt::Alignment alignment)
+OrvaBalancedTextView::OrvaBalancedTextView(const OrvaText& text, Qt::Alignment alignment)
     : m_text(new OrvaTextView(text.text, text.font, text.color)), m_alignment(alignment)
 {
     m_text->setParent(this);
@@ -15,22 +15,22 @@ BalancedTextView::BalancedTextView(const OrvaText& text, Qt::Alignment alignment
     setSizePolicy(m_text->sizePolicy());
 }
 
-QSize BalancedTextView::sizeHint() const
+QSize OrvaBalancedTextView::sizeHint() const
 {
     return m_text->sizeHint();
 }
 
-QSize BalancedTextView::minimumSizeHint() const
+QSize OrvaBalancedTextView::minimumSizeHint() const
 {
     return m_text->minimumSizeHint();
 }
 
-int BalancedTextView::heightForWidth(int width) const
+int OrvaBalancedTextView::heightForWidth(int width) const
 {
     return m_text->heightForWidth(width);
 }
 
-bool BalancedTextView::event(QEvent* event)
+bool OrvaBalancedTextView::event(QEvent* event)
 {
     // The text has become another one, or its type has.
     if (event->type() == QEvent::LayoutRequest) {
@@ -40,18 +40,18 @@ bool BalancedTextView::event(QEvent* event)
     return QWidget::event(event);
 }
 
-void BalancedTextView::resizeEvent(QResizeEvent*)
+void OrvaBalancedTextView::resizeEvent(QResizeEvent*)
 {
     place();
 }
 
-void BalancedTextView::place()
+void OrvaBalancedTextView::place()
 {
     const QSize size(balanced(width()), height());
     m_text->setGeometry(QStyle::alignedRect(layoutDirection(), m_alignment, size, rect()));
 }
 
-int BalancedTextView::balanced(int width) const
+int OrvaBalancedTextView::balanced(int width) const
 {
     const int height = m_text->heightForWidth(width);
     int tooNarrow = 0;

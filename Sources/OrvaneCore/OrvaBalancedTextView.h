@@ -9,10 +9,10 @@ namespace orvane {
 
 class OrvaTextView;
 
-class BalancedTextView final : public QWidget {
+class OrvaBalancedTextView final : public QWidget {
 public:
     /// At the leading edge or in the middle of the width that it gets.
-    BalancedTextView(const OrvaText& text, Qt::Alignment alignment);
+    OrvaBalancedTextView(const OrvaText& text, Qt::Alignment alignment);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
