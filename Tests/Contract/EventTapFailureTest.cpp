@@ -233,6 +233,17 @@ TEST_F(EventTapFailureTest, WhatEndsTheProgramDoesNotEndTheGuardianFirst)
     EXPECT_TRUE(eventually(10s, [&] { return program.state() == QProcess::NotRunning; }));
 }
 
+TEST_F(EventTapFailureTest, AKeyWrittenToALostConnectionDoesNotEndTheProgram)
+{
+    std::signal(SIGPIPE, SIG_DFL); // as it is when a program starts
+    XInputEventTaps ownTaps(log, [] { return CommandKeys::control; });
+    LambdaTap tap(ownTaps);
+    // What such a write sends; whether one comes before the loss is noticed is chance.
+    EXPECT_EQ(std::raise(SIGPIPE), 0);
+    hardware.tap(key::a);
+    EXPECT_TRUE(eventually(10s, [&] { return window.typed() == "a"; }));
+}
+
 TEST_F(EventTapFailureTest, ALostConnectionDisablesTheTapWithOneLineInTheLog)
 {
     LambdaTap tap(taps);

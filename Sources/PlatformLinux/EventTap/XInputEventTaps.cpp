@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 
 namespace orvane {
 
@@ -31,6 +32,9 @@ void XInputEventTaps::NotifierDeleter::operator()(QSocketNotifier* notifier) con
 XInputEventTaps::XInputEventTaps(LogSink& log, std::function<CommandKeys()> commandKeys)
     : m_log(log), m_commandKeys(std::move(commandKeys))
 {
+    // The main thread presses keys, and the guardian or the server may have cut the connection just before:
+    // that is an error to be noticed, and by default the end of the process.
+    std::signal(SIGPIPE, SIG_IGN);
     m_postingEnd.setSingleShot(true);
     m_postingEnd.setInterval(postingIdleTime);
     QObject::connect(&m_postingEnd, &QTimer::timeout, &m_context, [this] {
