@@ -1,6 +1,7 @@
 // Keyboards that come and go, are taken by others, and change their layout.
 #include "Contract/EventTapFixture.h"
 
+#include <QDir>
 #include <QProcess>
 
 namespace orvane::tests {
@@ -53,6 +54,19 @@ TEST_F(EventTapDevicesTest, TheKeyboardIsGrabbedOnlyWhileATapIsEnabled)
         EXPECT_TRUE(other.isFloating(keyboard));
     }
     EXPECT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
+}
+
+TEST_F(EventTapDevicesTest, ThereIsAThreadOnlyWhileThereIsATap)
+{
+    const auto threads = [] {
+        return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+    };
+    const auto before = threads();
+    {
+        const LambdaTap tap(taps);
+        EXPECT_EQ(threads(), before + 1);
+    }
+    EXPECT_TRUE(eventually(10s, [&] { return threads() == before; }));
 }
 
 TEST_F(EventTapDevicesTest, AnUnpluggedKeyboardsKeysComeUpAndItIsTakenAgainWhenItReturns)

@@ -210,6 +210,20 @@ TEST_F(HomeDesktopTest, TheSettingsOfACapabilityThatIsOffDoNotReact)
     EXPECT_TRUE(eventually(10s, [&] { return node("check box", setting)->isEnabled(); }));
 }
 
+TEST_F(HomeDesktopTest, AModeChosenOnThePageOfCtrlShortcutsHoldsForTheNextKeys)
+{
+    openHome({.enabled = {QStringLiteral("keyswap")},
+              .more = {{QStringLiteral("net.lindenrow.orvane.keyswap.mode"), QStringLiteral("off")}}});
+    click("list item", ctrlShortcuts);
+    click("radio button", QStringLiteral("Swap Ctrl and Cmd everywhere"));
+    Peer editor(Peer::lineEdit());
+    ASSERT_TRUE(editor.tells(QStringLiteral("focused")));
+    m_hardware.tap("x");
+    ASSERT_TRUE(editor.tells(QStringLiteral("text:x")));
+    chord({"Super_L", "a"});
+    EXPECT_TRUE(editor.tells(QStringLiteral("marked:x")));
+}
+
 TEST_F(HomeDesktopTest, ThePermissionRowsFollowTheDesktopWithinATick)
 {
     openHome();
