@@ -3,6 +3,8 @@
 //   ProcessCost idle [seconds]     how often the process is woken while nothing happens
 // Needs a desktop with a StatusNotifierItem panel: Tools/desktop/session -- build/bench/bin/ProcessCost
 // startup
+#include "ProcessFigures.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -78,38 +80,11 @@ public:
 
     double startupMs() const { return m_startup; }
 
-    /// Kilobytes of one field of the process's memory map: "Pss", "Rss", "Private_Dirty" ...
     double kilobytes(const char* field) const
     {
-        QFile file(QStringLiteral("/proc/%1/smaps_rollup").arg(m_process.processId()));
-        if (!file.open(QIODevice::ReadOnly))
-            return 0;
-        for (const QByteArray& line : file.readAll().split('\n')) {
-            if (line.startsWith(QByteArray(field).append(':')))
-                return line.simplified().split(' ').at(1).toDouble();
-        }
-        return 0;
+        return processFigures::kilobytes(m_process.processId(), field);
     }
-
-    /// Times that any thread was given the processor, by thread name.
-    std::map<QByteArray, long> switches() const
-    {
-        std::map<QByteArray, long> counts;
-        const QDir tasks(QStringLiteral("/proc/%1/task").arg(m_process.processId()));
-        for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            QFile file(tasks.filePath(task + QStringLiteral("/status")));
-            if (!file.open(QIODevice::ReadOnly))
-                continue;
-            QByteArray name;
-            for (const QByteArray& line : file.readAll().split('\n')) {
-                if (line.startsWith("Name:"))
-                    name = line.mid(5).trimmed() + '/' + task.toLatin1();
-                else if (line.contains("voluntary_ctxt_switches:"))
-                    counts[name] += line.split(':').at(1).trimmed().toLong();
-            }
-        }
-        return counts;
-    }
+    std::map<QByteArray, long> switches() const { return processFigures::switches(m_process.processId()); }
 
 private:
     QTemporaryDir m_home;

@@ -3,6 +3,8 @@
 //                              and after it has been closed
 //   WindowCost idle [seconds]  how often Orvane is woken once its window is closed
 // Needs a desktop: Tools/desktop/session -- build/bench/bin/WindowCost
+#include "ProcessFigures.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -195,39 +197,9 @@ public:
         QDBusConnection::sessionBus().send(call);
     }
 
-    /// Megabytes of one field of the memory map. "Rss" counts what is shared with others as if it weren't,
-    /// "Pss" by parts, so other programs of the toolkit that run meanwhile lower it.
-    double memory(const char* field) const
-    {
-        QFile file(QStringLiteral("/proc/%1/smaps_rollup").arg(pid()));
-        if (file.open(QIODevice::ReadOnly)) {
-            for (const QByteArray& line : file.readAll().split('\n')) {
-                if (line.startsWith(QByteArray(field).append(':')))
-                    return line.simplified().split(' ').at(1).toDouble() / 1024;
-            }
-        }
-        qFatal("The memory can't be read");
-    }
-
-    /// Times that each of its threads was given the processor.
-    std::map<QByteArray, long> switches() const
-    {
-        std::map<QByteArray, long> counts;
-        const QDir tasks(QStringLiteral("/proc/%1/task").arg(pid()));
-        for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            QFile file(tasks.filePath(task + QStringLiteral("/status")));
-            if (!file.open(QIODevice::ReadOnly))
-                continue;
-            QByteArray name;
-            for (const QByteArray& line : file.readAll().split('\n')) {
-                if (line.startsWith("Name:"))
-                    name = line.mid(5).trimmed() + '/' + task.toLatin1();
-                else if (line.contains("voluntary_ctxt_switches:"))
-                    counts[name] += line.split(':').at(1).trimmed().toLong();
-            }
-        }
-        return counts;
-    }
+    /// Megabytes.
+    double memory(const char* field) const { return processFigures::kilobytes(pid(), field) / 1024; }
+    std::map<QByteArray, long> switches() const { return processFigures::switches(pid()); }
 
 private:
     bool isReady()
