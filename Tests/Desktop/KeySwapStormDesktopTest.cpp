@@ -188,6 +188,7 @@ TEST_F(KeySwapStormDesktopTest, AStoppedProgramIsFreedOfTheKeyboardAmidKeysAndHa
             return !OtherClient().isFloating(keyboard);
         })) << "the keyboard isn't freed";
         releaseAll();
+        EXPECT_TRUE(eventually(5s, [] { return OtherClient().keysDown().isEmpty(); })) << keysDown();
         storm(20);
         m_program->signal(SIGCONT);
         EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Re-enabled a disabled"))));

@@ -101,7 +101,11 @@ private:
 
     void letKeysGo()
     {
-        const KeySet down = m_connection.keysDown(m_connection.keyboards().xtest);
+        // The applications' own keys too: one that was down when the keyboards were taken is down for them
+        // without XTEST, and comes up on a keyboard that isn't theirs. What the user holds on one that is
+        // theirs stays.
+        const orvane::Keyboards present = m_connection.keyboards();
+        const KeySet down = m_connection.keysDown(present.xtest) | m_connection.keysDown(present.master);
         const KeySet modifiers = m_connection.modifierRoles().chordKeys();
         // Modifiers last, so that no letter is typed with fewer of them than it had.
         for (const KeySet& keys : {down & ~modifiers, down & modifiers})
