@@ -1,4 +1,5 @@
 // From a hot key's event to its action, with as many shortcuts as the program has.
+#include "AllocationCount.h"
 #include "Fakes/FakePlatform.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/ShortcutCoding.h"
@@ -6,32 +7,6 @@
 #include "PlatformLinux/Files/JsonDefaultsStore.h"
 
 #include <benchmark/benchmark.h>
-
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::atomic<long> allocations{0};
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 using namespace orvane;
 using namespace orvane::KeyboardShortcuts;

@@ -1,35 +1,10 @@
 // The chain from the tap's callback through its subscribers, as it runs for every key of the session.
+#include "AllocationCount.h"
 #include "CapabilityKeySwap/KeySwapController.h"
 #include "Fakes/FakePlatform.h"
 #include "OrvaneCore/EventTapService.h"
 
 #include <benchmark/benchmark.h>
-
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-std::atomic<long> allocations{0};
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 using namespace orvane;
 

@@ -1,6 +1,5 @@
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "KeyboardShortcuts/State.h"
-#include "ShortcutsFixture.h"
+#include "StoredShortcutsFixture.h"
 
 #include <unordered_set>
 
@@ -10,18 +9,7 @@ using namespace orvane::tests;
 
 namespace {
 
-constexpr Shortcut controlSpace(49, 4096);
-constexpr Shortcut commandK(40, 256);
-
-class KeyboardShortcutsTest : public ShortcutsFixture {
-protected:
-    static bool countsAsRegistered(const Shortcut& shortcut)
-    {
-        return KeyboardShortcuts::state().registeredShortcuts.contains(shortcut);
-    }
-    QVariant stored(const char* name) const { return fake.defaults.stored.value(key(name)); }
-    bool isStored(const char* name) const { return fake.defaults.stored.contains(key(name)); }
-};
+class KeyboardShortcutsTest : public StoredShortcutsFixture {};
 
 } // namespace
 
