@@ -1,7 +1,9 @@
-// A look at the input events on their way to the program's own windows and menus. Main thread.
+// A look at the input events on their way to the program's own windows and menus, and at those that other
+// programs get. Main thread.
 #pragma once
 
 #include "Platform/Event.h"
+#include "Platform/Geometry.h"
 
 #include <QPointF>
 
@@ -28,6 +30,9 @@ public:
     };
     using Handler = std::function<Disposition(const MonitoredEvent&)>;
 
+    /// Sees an event and can't change its way.
+    using Observer = std::function<void(const MonitoredEvent&)>;
+
     virtual ~EventMonitors() = default;
 
     /// Called for each event of the mask before a window of the program gets it; a swallowed one goes no
@@ -38,6 +43,18 @@ public:
     /// the menu would get. Key down and key up only. With no menu open it costs nothing.
     [[nodiscard]] virtual std::unique_ptr<EventMonitor> addMenuTrackingMonitor(EventMask mask,
                                                                                Handler handler) = 0;
+
+    /// Called for each mouse event of the mask that goes to another program, and for none of the program's
+    /// own. Motion is told as often as there is time for it: of several that wait, the last. A permission may
+    /// be needed; without it nothing comes.
+    [[nodiscard]] virtual std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask,
+                                                                         Observer observer) = 0;
+
+    /// Where the pointer is, in the space of `Screens`. While a monitor is called: where it was at that
+    /// event.
+    virtual Point mouseLocation() const = 0;
+    /// The modifiers that are held, whichever program has the keyboard.
+    virtual EventFlags modifierFlags() const = 0;
 };
 
 } // namespace orvane

@@ -5,6 +5,7 @@
 
 namespace orvane {
 
+class Accessibility;
 class Application;
 class Bundle;
 class Clock;
@@ -17,15 +18,18 @@ class InputSources;
 class LoginItem;
 class LogSink;
 class NotificationCenter;
+class Panels;
 class Pasteboard;
 class Permissions;
 class PowerAssertions;
 class RunLoop;
+class Screens;
 class Sound;
 class StatusBar;
 class Workspace;
 
 struct Platform {
+    Accessibility& accessibility;
     Application& application;
     Bundle& mainBundle;
     Clock& clock;
@@ -38,9 +42,11 @@ struct Platform {
     InputSources& inputSources;
     LoginItem& loginItem;
     LogSink& log;
+    Panels& panels;
     Permissions& permissions;
     PowerAssertions& powerAssertions;
     RunLoop& mainRunLoop;
+    Screens& screens;
     Sound& sound;
     DefaultsStore& standardDefaults;
     StatusBar& systemStatusBar;

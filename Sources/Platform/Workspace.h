@@ -34,6 +34,9 @@ public:
     virtual NotificationCenter& notificationCenter() = 0;
     /// The program whose window is the active one, from what the platform keeps: asks nobody.
     virtual std::optional<RunningApplication> frontmostApplication() = 0;
+    /// Brings the program's window to the front that was active last. False when the program has ended or has
+    /// no window; it comes to the front a moment after the return.
+    virtual bool activateApplication(const RunningApplication& application) = 0;
     /// Programs that a person may choose from, by name; reads their entries from the disk.
     virtual QList<InstalledApplication> installedApplications() = 0;
     /// Starts the program at an absolute path. A new instance of the running program itself waits for this

@@ -1,6 +1,7 @@
 #include "PlatformLinux/LinuxPlatform.h"
 
 #include "Platform/NotificationCenter.h"
+#include "PlatformLinux/Accessibility/X11Accessibility.h"
 #include "PlatformLinux/Appearance/DesktopAppearance.h"
 #include "PlatformLinux/EventMonitors/X11EventMonitors.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
@@ -13,7 +14,9 @@
 #include "PlatformLinux/Keys/X11HotKeys.h"
 #include "PlatformLinux/Keys/XkbInputSources.h"
 #include "PlatformLinux/Menus/MenuTracking.h"
+#include "PlatformLinux/Panels/X11Panels.h"
 #include "PlatformLinux/Pasteboard/X11Pasteboard.h"
+#include "PlatformLinux/Screens/X11Screens.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
 #include "PlatformLinux/Session/LinuxWorkspace.h"
 #include "PlatformLinux/Session/LogindPowerAssertions.h"
@@ -24,6 +27,8 @@
 #include "PlatformLinux/Session/XkbSound.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
+
+#include <QThreadPool>
 
 namespace orvane {
 
@@ -44,7 +49,12 @@ struct LinuxPlatform::Process {
 };
 
 struct LinuxPlatform::Services {
-    explicit Services(Process& theProcess) : process(theProcess) {}
+    explicit Services(Process& theProcess) : process(theProcess)
+    {
+        eventTaps.onPost = [this](std::uint32_t keyCode, std::uint32_t modifiers) {
+            hotKeys.giveWayTo(keyCode, modifiers);
+        };
+    }
 
     Process& process;
     LogSink& log = process.log;
@@ -66,11 +76,15 @@ struct LinuxPlatform::Services {
     XkbInputSources inputSources{keymap, notificationCenter};
     XkbSound sound;
     XInputEventTaps eventTaps{log, [this] { return workspace.commandKeys(); }};
-    X11EventMonitors eventMonitors{eventTaps, menuTracking};
+    X11Screens screens{notificationCenter};
+    X11Panels panels{notificationCenter};
+    X11EventMonitors eventMonitors{eventTaps, menuTracking, screens};
     LinuxPermissions permissions{log};
+    X11Accessibility accessibility{screens, permissions};
     X11Pasteboard generalPasteboard{log, runLoop};
 
-    Platform platform{.application = process.application,
+    Platform platform{.accessibility = accessibility,
+                      .application = process.application,
                       .mainBundle = bundle,
                       .clock = clock,
                       .defaultNotificationCenter = notificationCenter,
@@ -82,9 +96,11 @@ struct LinuxPlatform::Services {
                       .inputSources = inputSources,
                       .loginItem = loginItem,
                       .log = log,
+                      .panels = panels,
                       .permissions = permissions,
                       .powerAssertions = powerAssertions,
                       .mainRunLoop = runLoop,
+                      .screens = screens,
                       .sound = sound,
                       .standardDefaults = defaults,
                       .systemStatusBar = statusBar,
@@ -119,7 +135,10 @@ Platform& LinuxPlatform::platform()
 
 int LinuxPlatform::run()
 {
-    return m_process->application.run();
+    const int status = m_process->application.run();
+    // Work on the pool may use the platform, and what it saves has to be whole.
+    QThreadPool::globalInstance()->waitForDone();
+    return status;
 }
 
 } // namespace orvane

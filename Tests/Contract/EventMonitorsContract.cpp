@@ -108,7 +108,8 @@ private:
     NotificationCenter m_center;
     MenuTracking m_menus{m_center};
     XInputEventTaps m_taps{m_log, [] { return CommandKeys::control; }};
-    X11EventMonitors m_monitors{m_taps, m_menus};
+    X11Screens m_screens{m_center};
+    X11EventMonitors m_monitors{m_taps, m_menus, m_screens};
     OtherClient m_other;
     Hardware m_hardware;
     NotingWindow m_window;

@@ -3,11 +3,13 @@
 
 #include "Desktop/Support/Hardware.h"
 #include "Desktop/Support/OtherClient.h"
+#include "Desktop/Support/WindowManager.h"
 #include "Fakes/FakeLogSink.h"
 #include "Platform/NotificationCenter.h"
 #include "PlatformLinux/EventMonitors/X11EventMonitors.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 #include "PlatformLinux/Menus/MenuTracking.h"
+#include "PlatformLinux/Screens/X11Screens.h"
 #include "Support/Eventually.h"
 
 #include <QApplication>
@@ -52,12 +54,14 @@ public:
         auto* layout = new QVBoxLayout(this);
         layout->addWidget(&edit);
         resize(400, 200);
+        EXPECT_TRUE(settleWindowManager());
         show();
         raise();
         activateWindow();
         edit.setFocus();
         EXPECT_TRUE(
             eventually(std::chrono::seconds(10), [this] { return edit.hasFocus() && isActiveWindow(); }));
+        holdFocus(static_cast<std::uint32_t>(winId()));
     }
 
     NotingEdit edit;
@@ -80,7 +84,8 @@ protected:
     NotificationCenter center;
     MenuTracking menus{center};
     XInputEventTaps taps{log, [] { return CommandKeys::control; }};
-    X11EventMonitors monitors{taps, menus};
+    X11Screens screens{center};
+    X11EventMonitors monitors{taps, menus, screens};
     OtherClient other;
     Hardware hardware;
 };

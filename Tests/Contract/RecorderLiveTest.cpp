@@ -36,11 +36,13 @@ protected:
             lines->addWidget(widget);
         QObject::connect(&button, &QPushButton::clicked, [this] { ++clicks; });
         window.resize(300, 160);
+        EXPECT_TRUE(settleWindowManager());
         window.show();
         window.activateWindow();
         // The first turn after the window has come to the front lets the recorder have the focus.
         EXPECT_TRUE(
             eventually(deadline, [this] { return window.isActiveWindow() && recorder.canBecomeKeyView(); }));
+        holdFocus(static_cast<std::uint32_t>(window.winId()));
         EXPECT_FALSE(recorder.isRecording());
     }
     ~RecorderLiveTest() override { EXPECT_FALSE(isPaused()); }
@@ -95,7 +97,8 @@ protected:
     DesktopShortcuts desktopShortcuts{keymap};
     X11HotKeys hotKeys{log, desktopShortcuts};
     QtRunLoop runLoop;
-    Platform live{.application = fake.application,
+    Platform live{.accessibility = fake.accessibility,
+                  .application = fake.application,
                   .mainBundle = fake.bundle,
                   .clock = fake.clock,
                   .defaultNotificationCenter = fake.notificationCenter,
@@ -107,9 +110,11 @@ protected:
                   .inputSources = fake.inputSources,
                   .loginItem = fake.loginItem,
                   .log = log,
+                  .panels = fake.panels,
                   .permissions = fake.permissions,
                   .powerAssertions = fake.powerAssertions,
                   .mainRunLoop = runLoop,
+                  .screens = screens,
                   .sound = fake.sound,
                   .standardDefaults = fake.defaults,
                   .systemStatusBar = fake.statusBar,

@@ -37,6 +37,8 @@ public:
     virtual void showTerminal() = 0;
     virtual void showFileManager() = 0;
     virtual void showOurselves() = 0;
+    /// What showTerminal() started ends.
+    virtual void endTerminal() = 0;
     /// The machine goes to sleep, or wakes again.
     virtual void sleep() = 0;
     virtual void wake() = 0;
@@ -55,6 +57,7 @@ public:
         m_workspace.activate(RunningApplication{12, fileManager, u"Files"_qs});
     }
     void showOurselves() override { m_workspace.activate(RunningApplication{13, ourselves, u"Orvane"_qs}); }
+    void endTerminal() override { m_workspace.ended.append(11); }
     void sleep() override {}
     void wake() override { m_workspace.notificationCenter().post(Workspace::didWakeNotification()); }
     QString program() override { return u"/usr/bin/true"_qs; }
@@ -102,6 +105,7 @@ public:
         m_window->activateWindow();
     }
 
+    void endTerminal() override { m_programs.clear(); }
     void sleep() override { tellOfSleep(true); }
     void wake() override { tellOfSleep(false); }
     QString program() override { return u"/usr/bin/true"_qs; }
@@ -220,6 +224,30 @@ TEST_P(WorkspaceContract, WhatIsPostedIsFrontmostAlready)
     m_desk->showTerminal();
     ASSERT_TRUE(comesToFront(terminal));
     EXPECT_EQ(frontmost, m_activated.back());
+}
+
+TEST_P(WorkspaceContract, AnActivatedApplicationComesToTheFront)
+{
+    m_desk->showTerminal();
+    ASSERT_TRUE(comesToFront(terminal));
+    const RunningApplication first = *workspace().frontmostApplication();
+    m_desk->showFileManager();
+    ASSERT_TRUE(comesToFront(fileManager));
+    EXPECT_TRUE(workspace().activateApplication(first));
+    EXPECT_TRUE(comesToFront(terminal));
+    EXPECT_EQ(workspace().frontmostApplication(), first);
+}
+
+TEST_P(WorkspaceContract, AnApplicationThatHasEndedIsNotActivated)
+{
+    m_desk->showTerminal();
+    ASSERT_TRUE(comesToFront(terminal));
+    const RunningApplication ended = *workspace().frontmostApplication();
+    m_desk->showOurselves();
+    ASSERT_TRUE(comesToFront(ourselves));
+    m_desk->endTerminal();
+    EXPECT_TRUE(eventually(deadline, [&] { return !workspace().activateApplication(ended); }));
+    EXPECT_TRUE(comesToFront(ourselves));
 }
 
 TEST_P(WorkspaceContract, WakingIsPostedAndGoingToSleepIsNot)

@@ -36,6 +36,15 @@ std::unique_ptr<EventMonitor> FakeEventMonitors::addMenuTrackingMonitor(EventMas
     return std::make_unique<Monitor>(m_menuTracking, mask, std::move(handler));
 }
 
+std::unique_ptr<EventMonitor> FakeEventMonitors::addGlobalMonitor(EventMask mask, Observer observer)
+{
+    return std::make_unique<Monitor>(m_global, mask,
+                                     [observe = std::move(observer)](const MonitoredEvent& event) {
+                                         observe(event);
+                                         return Disposition::pass;
+                                     });
+}
+
 EventMonitors::Disposition FakeEventMonitors::send(const Monitors& monitors, const MonitoredEvent& event)
 {
     const Monitors snapshot = monitors;

@@ -12,13 +12,24 @@ public:
     std::unique_ptr<EventMonitor> addLocalMonitor(EventMask mask, Handler handler) override;
     std::unique_ptr<EventMonitor> addMenuTrackingMonitor(EventMask mask, Handler handler) override;
 
+    std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask, Observer observer) override;
+    Point mouseLocation() const override { return pointer; }
+    EventFlags modifierFlags() const override { return modifiers; }
+
+    /// An event that another program gets.
+    void sendToOthers(const MonitoredEvent& event) { send(m_global, event); }
     /// An event on its way to a window of the program; pass when it gets there.
     Disposition sendToWindow(const MonitoredEvent& event) { return send(m_local, event); }
     /// An event on its way to an open menu of the program.
     Disposition sendToMenu(const MonitoredEvent& event) { return send(m_menuTracking, event); }
 
     std::size_t localCount() const { return m_local.size(); }
+    std::size_t globalCount() const { return m_global.size(); }
     std::size_t menuTrackingCount() const { return m_menuTracking.size(); }
+
+    /// In the space of the screens.
+    Point pointer;
+    EventFlags modifiers = 0;
 
 private:
     class Monitor;
@@ -27,6 +38,7 @@ private:
 
     Disposition send(const Monitors& monitors, const MonitoredEvent& event);
 
+    Monitors m_global;
     Monitors m_local;
     Monitors m_menuTracking;
 };

@@ -3,7 +3,8 @@
 namespace orvane {
 
 FakePlatform::FakePlatform()
-    : m_platform{.application = application,
+    : m_platform{.accessibility = accessibility,
+                 .application = application,
                  .mainBundle = bundle,
                  .clock = clock,
                  .defaultNotificationCenter = notificationCenter,
@@ -15,9 +16,11 @@ FakePlatform::FakePlatform()
                  .inputSources = inputSources,
                  .loginItem = loginItem,
                  .log = log,
+                 .panels = panels,
                  .permissions = permissions,
                  .powerAssertions = powerAssertions,
                  .mainRunLoop = runLoop,
+                 .screens = screens,
                  .sound = sound,
                  .standardDefaults = defaults,
                  .systemStatusBar = statusBar,

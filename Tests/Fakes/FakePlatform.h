@@ -1,6 +1,7 @@
 // A whole platform of fakes, installed for as long as the object lives.
 #pragma once
 
+#include "Fakes/FakeAccessibility.h"
 #include "Fakes/FakeApplication.h"
 #include "Fakes/FakeClock.h"
 #include "Fakes/FakeDefaultsStore.h"
@@ -10,10 +11,12 @@
 #include "Fakes/FakeInputSources.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeLoginItem.h"
+#include "Fakes/FakePanels.h"
 #include "Fakes/FakePasteboard.h"
 #include "Fakes/FakePermissions.h"
 #include "Fakes/FakePowerAssertions.h"
 #include "Fakes/FakeRunLoop.h"
+#include "Fakes/FakeScreens.h"
 #include "Fakes/FakeSound.h"
 #include "Fakes/FakeStatusBar.h"
 #include "Fakes/FakeWorkspace.h"
@@ -53,6 +56,7 @@ public:
     /// Drops what is still queued while the platform is there for its captures to end on.
     ~FakePlatform();
 
+    FakeAccessibility accessibility;
     FakeApplication application;
     FakeBundle bundle;
     FakeClock clock;
@@ -72,6 +76,8 @@ public:
     FakeWorkspace workspace;
     NotificationCenter notificationCenter;
     FakeInputSources inputSources{notificationCenter};
+    FakePanels panels{notificationCenter};
+    FakeScreens screens{notificationCenter};
 
 private:
     Platform m_platform;

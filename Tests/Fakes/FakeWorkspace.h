@@ -42,6 +42,15 @@ public:
         m_center.post(didActivateApplicationNotification(), userInfo);
     }
 
+    bool activateApplication(const RunningApplication& application) override
+    {
+        activated.append(application);
+        if (ended.contains(application.processIdentifier))
+            return false;
+        activate(application);
+        return true;
+    }
+
     bool openURL(const QString& url) override
     {
         openedURLs.append(url);
@@ -52,6 +61,10 @@ public:
     QList<InstalledApplication> installed;
     std::vector<Opened> opened;
     QStringList openedURLs;
+    /// What the program itself brought to the front.
+    QList<RunningApplication> activated;
+    /// Process identifiers of programs that run no more.
+    QList<std::int64_t> ended;
     /// Told of each use of the notification centre.
     std::function<void()> onUse = [] {};
 

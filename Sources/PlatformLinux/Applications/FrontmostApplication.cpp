@@ -45,6 +45,15 @@ void FrontmostApplication::start()
     readActiveWindow();
 }
 
+bool FrontmostApplication::activate(std::int64_t process)
+{
+    start();
+    const auto window = m_x ? windowToActivate(*m_x, process, m_recent.of(process)) : std::nullopt;
+    if (window)
+        requestActivation(*m_x, *window);
+    return window.has_value();
+}
+
 bool FrontmostApplication::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
 {
     if (eventType != "xcb_generic_event_t")
@@ -69,7 +78,10 @@ xcb_window_t FrontmostApplication::activeWindow() const
 
 std::optional<RunningApplication> FrontmostApplication::programOf(xcb_window_t window)
 {
-    return window ? programOfWindow(*m_x, window, m_entries) : std::nullopt;
+    auto application = window ? programOfWindow(*m_x, window, m_entries) : std::nullopt;
+    if (application && application->processIdentifier != 0)
+        m_recent.add(application->processIdentifier, window);
+    return application;
 }
 
 void FrontmostApplication::readActiveWindow()

@@ -5,6 +5,7 @@
 
 #include "Platform/RunningApplication.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
+#include "PlatformLinux/Applications/WindowActivation.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>
@@ -27,6 +28,9 @@ public:
     /// A second call changes nothing.
     void start();
     [[nodiscard]] const std::optional<RunningApplication>& application() const { return m_application; }
+    /// Brings the process's window to the front that was active last, as far as that was seen. False when it
+    /// has none.
+    bool activate(std::int64_t process);
     /// Of that program. Any thread, without waiting.
     [[nodiscard]] CommandKeys commandKeys() const { return m_commandKeys.load(std::memory_order_relaxed); }
 
@@ -45,6 +49,7 @@ private:
     std::optional<X11Connection> m_x;
     xcb_atom_t m_activeWindowAtom = XCB_ATOM_NONE;
     xcb_window_t m_window = XCB_WINDOW_NONE;
+    RecentWindows m_recent;
     QTimer m_noneForLong;
     std::optional<RunningApplication> m_application;
     std::atomic<CommandKeys> m_commandKeys = CommandKeys::control;

@@ -13,8 +13,7 @@ public:
           m_handler(std::make_shared<const EventMonitors::Handler>(std::move(handler)))
     {
         state->monitors.insert(state->monitors.begin(), this);
-        if (state->monitors.size() == 1)
-            state->changed();
+        state->changed();
     }
 
     ~Monitor() override
@@ -23,10 +22,10 @@ public:
         if (!state)
             return;
         std::erase(state->monitors, this);
-        if (state->monitors.empty())
-            state->changed();
+        state->changed();
     }
 
+    EventMask mask() const { return m_mask; }
     bool wants(EventType type) const { return (m_mask & eventMaskBit(type)) != 0; }
 
     Disposition handle(const MonitoredEvent& event)
@@ -49,6 +48,14 @@ MonitorList::MonitorList(std::function<void()> changed)
 std::unique_ptr<EventMonitor> MonitorList::add(EventMask mask, EventMonitors::Handler handler)
 {
     return std::make_unique<Monitor>(m_state, mask, std::move(handler));
+}
+
+EventMask MonitorList::mask() const
+{
+    EventMask mask = 0;
+    for (const Monitor* monitor : m_state->monitors)
+        mask |= monitor->mask();
+    return mask;
 }
 
 EventMonitors::Disposition MonitorList::offer(const MonitoredEvent& event) const

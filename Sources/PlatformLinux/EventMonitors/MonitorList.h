@@ -13,12 +13,14 @@ public:
     using Disposition = EventMonitors::Disposition;
     using MonitoredEvent = EventMonitors::MonitoredEvent;
 
-    /// `changed` is told when the first monitor comes and when the last one has gone.
+    /// `changed` is told when a monitor has come or gone.
     explicit MonitorList(std::function<void()> changed);
 
     /// The monitor may outlive the list.
     [[nodiscard]] std::unique_ptr<EventMonitor> add(EventMask mask, EventMonitors::Handler handler);
     [[nodiscard]] bool isEmpty() const { return m_state->monitors.empty(); }
+    /// What any of them wants.
+    [[nodiscard]] EventMask mask() const;
     [[nodiscard]] Disposition offer(const MonitoredEvent& event) const;
 
 private:

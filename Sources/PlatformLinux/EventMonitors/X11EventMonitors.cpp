@@ -2,9 +2,13 @@
 
 #include "PlatformLinux/Keys/KeyFlags.h"
 #include "PlatformLinux/Menus/MenuTracking.h"
+#include "PlatformLinux/Screens/X11Screens.h"
 
 #include <QCoreApplication>
 #include <QCursor>
+#include <QScopedValueRollback>
+
+#include <chrono>
 
 namespace orvane {
 
@@ -12,14 +16,23 @@ namespace {
 
 constexpr EventMask menuEvents = eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp);
 
+QPointF toolkitPoint(const ScreenSpace& space, const PointerState& pointer)
+{
+    const Point point = space.toolkitFromNative({double(pointer.x), double(pointer.y)});
+    return {point.x, point.y};
+}
+
 } // namespace
 
-X11EventMonitors::X11EventMonitors(EventTaps& taps, const MenuTracking& menus)
+X11EventMonitors::X11EventMonitors(EventTaps& taps, const MenuTracking& menus, const X11Screens& screens)
     : m_taps(taps),
       m_menus(menus),
+      m_screens(screens),
+      m_global([this] { m_pointer.want(m_global.mask()); }),
       m_local([this] { update(); }),
       m_menuTracking([this] { update(); }),
-      m_reader([this](const MonitoredEvent& event) { return offer(event); })
+      m_reader([this](const MonitoredEvent& event) { return offer(event); }),
+      m_pointer([this](EventType type, const PointerState& pointer) { tellOfOthers(type, pointer); })
 {
     connect(&menus, &MenuTracking::placeChanged, this, &X11EventMonitors::update);
 }
@@ -37,6 +50,37 @@ std::unique_ptr<EventMonitor> X11EventMonitors::addLocalMonitor(EventMask mask, 
 std::unique_ptr<EventMonitor> X11EventMonitors::addMenuTrackingMonitor(EventMask mask, Handler handler)
 {
     return m_menuTracking.add(mask & menuEvents, std::move(handler));
+}
+
+std::unique_ptr<EventMonitor> X11EventMonitors::addGlobalMonitor(EventMask mask, Observer observer)
+{
+    return m_global.add(mask, [observe = std::move(observer)](const MonitoredEvent& event) {
+        observe(event);
+        return Disposition::pass;
+    });
+}
+
+Point X11EventMonitors::mouseLocation() const
+{
+    const ScreenSpace& space = m_screens.space();
+    QPointF location;
+    if (m_current) {
+        location = m_current->location;
+    } else if (const auto x = X11Connection::ofApplication()) {
+        const auto pointer = queryPointer(*x);
+        location = pointer ? toolkitPoint(space, *pointer) : QPointF();
+    } else {
+        location = QCursor::pos();
+    }
+    return space.cocoaOfPointer({location.x(), location.y()});
+}
+
+EventFlags X11EventMonitors::modifierFlags() const
+{
+    if (m_current)
+        return m_current->event.flags & ~(eventFlag::numericPad | eventFlag::secondaryFn);
+    const auto x = X11Connection::ofApplication();
+    return x ? x->modifierFlags() : EventFlags{0};
 }
 
 void X11EventMonitors::update()
@@ -89,8 +133,21 @@ bool X11EventMonitors::nativeEventFilter(const QByteArray& eventType, void* mess
     return x && m_reader.read(*x, *static_cast<xcb_generic_event_t*>(message)) == Disposition::swallow;
 }
 
+void X11EventMonitors::tellOfOthers(EventType type, const PointerState& pointer)
+{
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    MonitoredEvent event;
+    event.event.type = type;
+    event.event.flags = eventFlagsOfXState(pointer.mask);
+    event.event.timestamp = static_cast<std::uint64_t>(std::chrono::nanoseconds(now).count());
+    event.location = toolkitPoint(m_screens.space(), pointer);
+    const QScopedValueRollback current(m_current, &std::as_const(event));
+    (void)m_global.offer(event);
+}
+
 EventMonitors::Disposition X11EventMonitors::offer(const MonitoredEvent& event)
 {
+    const QScopedValueRollback current(m_current, &event);
     if (m_menus.place() == MenuTracking::Place::program &&
         m_menuTracking.offer(event) == Disposition::swallow)
         return Disposition::swallow;

@@ -1,11 +1,13 @@
-// Event monitors on X11: the events of this process's windows as the server sends them, and while the desktop
-// has a menu of ours open, the keyboards themselves, by an event tap. Without monitors there is no filter,
-// and without an open menu no tap. Main thread.
+// Event monitors on X11: the events of this process's windows as the server sends them; while the desktop has
+// a menu of ours open, the keyboards themselves, by an event tap; and the mouse on other programs' windows,
+// by raw events. Of other programs' keys nothing is told. Without monitors there is no filter and nothing is
+// selected, and without an open menu no tap. Main thread.
 #pragma once
 
 #include "Platform/EventMonitors.h"
 #include "Platform/EventTaps.h"
 #include "PlatformLinux/EventMonitors/MonitorList.h"
+#include "PlatformLinux/EventMonitors/PointerWatch.h"
 #include "PlatformLinux/EventMonitors/XcbEventReader.h"
 
 #include <QAbstractNativeEventFilter>
@@ -16,20 +18,27 @@
 namespace orvane {
 
 class MenuTracking;
+class X11Screens;
 
 class X11EventMonitors : public QObject, public EventMonitors, private QAbstractNativeEventFilter {
     Q_OBJECT
 public:
-    /// Both outlive this object.
-    X11EventMonitors(EventTaps& taps, const MenuTracking& menus);
+    /// All outlive this object.
+    X11EventMonitors(EventTaps& taps, const MenuTracking& menus, const X11Screens& screens);
     ~X11EventMonitors() override;
 
     [[nodiscard]] std::unique_ptr<EventMonitor> addLocalMonitor(EventMask mask, Handler handler) override;
     [[nodiscard]] std::unique_ptr<EventMonitor> addMenuTrackingMonitor(EventMask mask,
                                                                        Handler handler) override;
 
+    [[nodiscard]] std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask, Observer observer) override;
+    [[nodiscard]] Point mouseLocation() const override;
+    [[nodiscard]] EventFlags modifierFlags() const override;
+
     [[nodiscard]] bool isListening() const { return m_isListening; }
     [[nodiscard]] bool isTapping() const { return m_tap != nullptr; }
+    /// What the server has sent of the mouse on other programs' windows.
+    [[nodiscard]] std::uint64_t pointerEventsRead() const { return m_pointer.eventsRead(); }
 
 private:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
@@ -37,13 +46,19 @@ private:
     void listen(bool listens);
     void tap(bool taps);
     Disposition offer(const MonitoredEvent& event);
+    void tellOfOthers(EventType type, const PointerState& pointer);
     static Event* tapCallback(EventType type, Event* event, void* userInfo);
 
     EventTaps& m_taps;
     const MenuTracking& m_menus;
+    const X11Screens& m_screens;
+    MonitorList m_global;
     MonitorList m_local;
     MonitorList m_menuTracking;
     XcbEventReader m_reader;
+    PointerWatch m_pointer;
+    /// The one that monitors are being told of.
+    const MonitoredEvent* m_current = nullptr;
     std::unique_ptr<EventTap> m_tap;
     bool m_isListening = false;
     bool m_isTapRefused = false;

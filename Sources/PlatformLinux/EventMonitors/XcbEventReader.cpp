@@ -1,5 +1,6 @@
 #include "PlatformLinux/EventMonitors/XcbEventReader.h"
 
+#include "PlatformLinux/EventMonitors/MouseButtons.h"
 #include "PlatformLinux/EventTap/EventKeyCodes.h"
 #include "PlatformLinux/EventTap/XkbProtocol.h"
 #include "PlatformLinux/Keys/KeyFlags.h"
@@ -20,10 +21,6 @@ namespace {
 
 using MonitoredEvent = EventMonitors::MonitoredEvent;
 using Disposition = EventMonitors::Disposition;
-
-/// The X buttons that are turns of the wheel.
-constexpr std::uint32_t firstWheelButton = 4;
-constexpr std::uint32_t lastWheelButton = 7;
 
 std::uint64_t uptimeNanoseconds()
 {
@@ -57,41 +54,14 @@ double pixels(xcb_input_fp1616_t value)
     return value / one;
 }
 
-EventType typeOfButton(std::uint32_t button, bool goesDown)
-{
-    if (button >= firstWheelButton && button <= lastWheelButton)
-        return goesDown ? EventType::scrollWheel : EventType::null; // a turn, and not two
-    switch (button) {
-    case XCB_BUTTON_INDEX_1:
-        return goesDown ? EventType::leftMouseDown : EventType::leftMouseUp;
-    case XCB_BUTTON_INDEX_3:
-        return goesDown ? EventType::rightMouseDown : EventType::rightMouseUp;
-    default:
-        return goesDown ? EventType::otherMouseDown : EventType::otherMouseUp;
-    }
-}
-
-bool hasBit(std::span<const std::uint32_t> words, unsigned bit)
-{
-    constexpr unsigned width = 32;
-    return bit / width < words.size() && ((words[bit / width] >> bit % width) & 1) != 0;
-}
-
-EventType typeOfMotion(const xcb_input_button_press_event_t& event)
+EventType typeOfMove(const xcb_input_button_press_event_t& event)
 {
     // The first two valuators are the place; the others are wheels.
     const std::span valuators(xcb_input_button_press_valuator_mask(&event), event.valuators_len);
     constexpr std::uint32_t place = 3;
     if (!valuators.empty() && valuators[0] != 0 && (valuators[0] & place) == 0)
         return EventType::scrollWheel;
-    const std::span buttons(xcb_input_button_press_button_mask(&event), event.buttons_len);
-    if (hasBit(buttons, XCB_BUTTON_INDEX_1))
-        return EventType::leftMouseDragged;
-    if (hasBit(buttons, XCB_BUTTON_INDEX_3))
-        return EventType::rightMouseDragged;
-    const bool isHeld = hasBit(buttons, XCB_BUTTON_INDEX_2) || hasBit(buttons, lastWheelButton + 1) ||
-                        hasBit(buttons, lastWheelButton + 2);
-    return isHeld ? EventType::otherMouseDragged : EventType::mouseMoved;
+    return typeOfMotion(event.buttons_len > 0 ? *xcb_input_button_press_button_mask(&event) : ButtonSet{0});
 }
 
 bool isDown(const X11Connection& x, std::uint8_t key)
@@ -270,8 +240,8 @@ Disposition XcbEventReader::readMouse(const xcb_input_button_press_event_t& even
     if (!isOurs(event.event))
         return Disposition::pass;
     MonitoredEvent monitored;
-    monitored.event.type = isMotion ? typeOfMotion(event)
-                                    : typeOfButton(event.detail, event.event_type == XCB_INPUT_BUTTON_PRESS);
+    monitored.event.type =
+        isMotion ? typeOfMove(event) : typeOfButton(event.detail, event.event_type == XCB_INPUT_BUTTON_PRESS);
     if (monitored.event.type == EventType::null)
         return Disposition::pass;
     monitored.event.timestamp = uptimeNanoseconds();

@@ -1,5 +1,6 @@
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 
+#include "Platform/HotKeys.h"
 #include "PlatformLinux/EventTap/TapThread.h"
 #include "PlatformLinux/EventTap/XInputEventTap.h"
 
@@ -20,6 +21,19 @@ constexpr EventMask supportedEvents =
 
 /// Events are posted in bursts; a connection for each would be waste.
 constexpr auto postingIdleTime = 2s;
+
+std::uint32_t hotKeyModifiers(EventFlags flags, CommandKeys command)
+{
+    const bool isCommand = (flags & eventFlag::command) != 0;
+    std::uint32_t modifiers = 0;
+    if ((flags & eventFlag::shift) != 0 || (isCommand && command == CommandKeys::controlShift))
+        modifiers |= carbonModifier::shift;
+    if ((flags & eventFlag::control) != 0 || isCommand)
+        modifiers |= carbonModifier::control;
+    if ((flags & eventFlag::option) != 0)
+        modifiers |= carbonModifier::option;
+    return modifiers;
+}
 
 } // namespace
 
@@ -75,6 +89,8 @@ void XInputEventTaps::post(Location location, const Event& event)
     const auto passed = walk(event, location);
     if (!passed || ((eventMaskBit(passed->type) & supportedEvents) == 0))
         return;
+    if (passed->type == EventType::keyDown)
+        onPost(static_cast<std::uint32_t>(passed->keycode), hotKeyModifiers(passed->flags, m_commandKeys()));
     if (m_thread && m_thread->post(*passed)) {
         m_postingEnd.start();
         return;

@@ -26,6 +26,11 @@ public:
     /// `commandKeys` says what `command` means in the application that gets the keys; it is called on another
     /// thread, for each key, and must not block.
     XInputEventTaps(LogSink& log, std::function<CommandKeys()> commandKeys);
+
+    /// Called before a posted key is pressed, with the modifiers that it is pressed with there, as hot keys
+    /// have them.
+    std::function<void(std::uint32_t keyCode, std::uint32_t modifiers)> onPost = [](auto, auto) {};
+
     ~XInputEventTaps() override;
 
     std::unique_ptr<EventTap> tapCreate(Location location, Placement placement, Options options,

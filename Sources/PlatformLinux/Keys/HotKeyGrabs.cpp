@@ -20,6 +20,8 @@ using namespace std::chrono_literals;
 
 /// A change of the layout comes in several pieces.
 constexpr auto keyboardSettlingTime = 50ms;
+/// What was posted has long been pressed by then.
+constexpr auto longestGivingWay = 1s;
 
 void warn(LogSink& log, const QString& message)
 {
@@ -47,6 +49,10 @@ HotKeyGrabs::HotKeyGrabs(LogSink& log, Listener listener) : m_log(log), m_listen
     m_keyboardSettled.setSingleShot(true);
     m_keyboardSettled.setInterval(keyboardSettlingTime);
     QObject::connect(&m_keyboardSettled, &QTimer::timeout, &m_context, [this] { regrab(); });
+    m_givingWayEnd.setSingleShot(true);
+    m_givingWayEnd.setInterval(longestGivingWay);
+    QObject::connect(&m_givingWayEnd, &QTimer::timeout, &m_context,
+                     [this] { takeBack([](const KeyCombination&) { return true; }); });
 }
 
 HotKeyGrabs::~HotKeyGrabs() = default;
@@ -66,6 +72,7 @@ bool HotKeyGrabs::open()
     listenToKeyboard(m_connection->xcb());
     m_masks = readMasks();
     m_down.reset();
+    m_givesWayTo.clear();
     m_watchesReleases = false;
     m_notifier = std::make_unique<QSocketNotifier>(m_connection->descriptor(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { readEvents(); });
@@ -82,6 +89,8 @@ void HotKeyGrabs::closeWhenUnused()
             if (!m_grabs.empty() || m_down.any())
                 return;
             m_keyboardSettled.stop();
+            m_givingWayEnd.stop();
+            m_givesWayTo.clear();
             m_notifier.reset();
             m_connection.reset();
         },
@@ -146,8 +155,7 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
         ungrab(combination); // what isn't grabbed is nobody's loss
     else if (isHeld)
         m_down.set(combination.xKey);
-    if (m_down.none())
-        watchReleases(false);
+    watchReleasesAsNeeded();
     readEventsSoon();
     return status;
 }
@@ -197,6 +205,7 @@ void HotKeyGrabs::regrab()
             ungrab(combination);
     }
     m_masks = masks;
+    m_givesWayTo.clear();
     for (auto& [combination, grabbed] : m_grabs) {
         grabbed.onServer = grab(combination) == noErr ? OnServer::present : OnServer::absent;
         if (grabbed.onServer == OnServer::absent)
@@ -240,7 +249,7 @@ void HotKeyGrabs::handle(const xcb_generic_event_t& event)
     } else if (type == XCB_GE_GENERIC) {
         const auto& raw = reinterpret_cast<const xcb_input_raw_key_release_event_t&>(event);
         if (raw.extension == m_connection->xinputOpcode() && raw.event_type == XCB_INPUT_RAW_KEY_RELEASE)
-            handleRelease(static_cast<std::uint8_t>(raw.detail));
+            handleRawRelease(static_cast<std::uint8_t>(raw.detail), event.full_sequence);
     } else if (type == XCB_MAPPING_NOTIFY || type == m_connection->xkbFirstEvent()) {
         m_keyboardSettled.start();
     }
@@ -261,13 +270,20 @@ void HotKeyGrabs::handlePress(std::uint8_t key, std::uint16_t state)
     }
 }
 
+/// One from before it gave way is that of the user's own key.
+void HotKeyGrabs::handleRawRelease(std::uint8_t key, std::uint32_t sequence)
+{
+    if (static_cast<std::int32_t>(sequence - m_givesWaySince) >= 0)
+        takeBack([key](const KeyCombination& combination) { return combination.xKey == key; });
+    handleRelease(key);
+}
+
 void HotKeyGrabs::handleRelease(std::uint8_t key)
 {
     if (!m_down.test(key))
         return;
     m_down.reset(key);
-    if (m_down.none())
-        watchReleases(false);
+    watchReleasesAsNeeded();
     m_listener.released(key);
     releaseWhatIsUp();
     closeWhenUnused();
@@ -296,6 +312,40 @@ KeySet HotKeyGrabs::keysDown()
     for (std::size_t key = 0; reply && key < keys.size(); ++key)
         keys.set(key, (reply->keys[key / 8] >> (key % 8) & 1) != 0);
     return keys;
+}
+
+void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
+{
+    const auto grabbed = m_grabs.find(combination);
+    if (grabbed == m_grabs.end() || grabbed->second.onServer == OnServer::absent)
+        return;
+    m_givesWayTo.insert(combination);
+    m_givingWayEnd.start();
+    watchReleasesAsNeeded();
+    ungrab(combination);
+    grabbed->second.onServer = OnServer::absent;
+    // The answer comes when all that is done.
+    const auto question = xcb_get_input_focus(m_connection->xcb());
+    m_givesWaySince = question.sequence;
+    const XcbReply<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(m_connection->xcb(), question, nullptr));
+    readEventsSoon();
+}
+
+void HotKeyGrabs::takeBack(const std::function<bool(const KeyCombination&)>& which)
+{
+    if (std::erase_if(m_givesWayTo, which) == 0)
+        return;
+    for (auto& [combination, grabbed] : m_grabs) {
+        if (which(combination) && grabbed.onServer == OnServer::absent && grab(combination) == noErr)
+            grabbed.onServer = OnServer::present;
+    }
+    watchReleasesAsNeeded();
+}
+
+void HotKeyGrabs::watchReleasesAsNeeded()
+{
+    watchReleases(m_down.any() || !m_givesWayTo.empty());
 }
 
 /// The server's grab tells of a release only as long as it lasts, and it ends with the first of several keys

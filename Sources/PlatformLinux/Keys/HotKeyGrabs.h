@@ -15,6 +15,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 
 #include <xcb/xcb.h>
 
@@ -48,12 +49,16 @@ public:
     /// Counted: each success wants its remove(). A few round trips for the first of a combination.
     OSStatus add(const KeyCombination& combination);
     void remove(const KeyCombination& combination);
+    /// This program is about to press it, for the program in front: it isn't grabbed until its key was let
+    /// go. A round trip, and nothing for what isn't grabbed.
+    void giveWayTo(const KeyCombination& combination);
 
 private:
     enum class OnServer { absent, present };
     struct Grab {
         int users = 0;
-        /// Absent after the keyboard's modifiers moved to where another program was first.
+        /// Absent after the keyboard's modifiers moved to where another program was first, and while it gives
+        /// way.
         OnServer onServer = OnServer::absent;
     };
 
@@ -69,9 +74,12 @@ private:
     void handle(const xcb_generic_event_t& event);
     void handlePress(std::uint8_t key, std::uint16_t state);
     void handleRelease(std::uint8_t key);
+    void handleRawRelease(std::uint8_t key, std::uint32_t sequence);
     void releaseWhatIsUp();
     KeySet keysDown();
     void watchReleases(bool watch);
+    void watchReleasesAsNeeded();
+    void takeBack(const std::function<bool(const KeyCombination&)>& which);
 
     LogSink& m_log;
     Listener m_listener;
@@ -81,6 +89,11 @@ private:
     std::map<KeyCombination, Grab> m_grabs;
     /// Keys that are down and whose further presses are repeats.
     KeySet m_down;
+    std::set<KeyCombination> m_givesWayTo;
+    /// The request from which on the releases of their keys count.
+    std::uint32_t m_givesWaySince = 0;
+    /// For a key that was never pressed.
+    QTimer m_givingWayEnd;
     bool m_watchesReleases = false;
     bool m_willReadEvents = false;
     QTimer m_keyboardSettled;

@@ -145,6 +145,13 @@ HotKeys::Registration X11HotKeys::registerEventHotKey(std::uint32_t keyCode, std
     return {noErr, std::make_unique<HotKey>(m_state, combination, id)};
 }
 
+void X11HotKeys::giveWayTo(std::uint32_t keyCode, std::uint32_t modifiers)
+{
+    const auto key = keyCode <= 0xFF ? xKeyCode(static_cast<int>(keyCode)) : std::nullopt;
+    if (key)
+        m_state->grabs.giveWayTo({static_cast<std::uint8_t>(*key), modifiers & hotKeyModifiers});
+}
+
 std::unique_ptr<EventHandler> X11HotKeys::installEventHandler(Handler handler)
 {
     return std::make_unique<InstalledHandler>(m_state, std::move(handler));

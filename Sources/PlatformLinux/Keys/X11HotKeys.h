@@ -19,6 +19,10 @@ public:
     std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
     SymbolicHotKeys copySymbolicHotKeys() override;
 
+    /// This program is about to press a combination for the program in front, which gets it even if it is a
+    /// hot key.
+    void giveWayTo(std::uint32_t keyCode, std::uint32_t modifiers);
+
 private:
     class HotKey;
     class InstalledHandler;

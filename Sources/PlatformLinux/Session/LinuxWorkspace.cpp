@@ -99,6 +99,11 @@ std::optional<QString> LinuxWorkspace::startSuccessor(const QString& path)
     return std::nullopt;
 }
 
+bool LinuxWorkspace::activateApplication(const RunningApplication& application)
+{
+    return m_frontmost.activate(application.processIdentifier);
+}
+
 bool LinuxWorkspace::openURL(const QString& url)
 {
     if (isSettingsURL(url))

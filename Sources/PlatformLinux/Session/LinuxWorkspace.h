@@ -27,6 +27,7 @@ public:
     QList<InstalledApplication> installedApplications() override;
     void openApplication(const QString& path, OpenConfiguration configuration,
                          OpenCompletion completion) override;
+    bool activateApplication(const RunningApplication& application) override;
     bool openURL(const QString& url) override;
 
     /// Of the frontmost application, as far as one of the calls above made us listen. Any thread, without

@@ -13,6 +13,7 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -40,6 +41,11 @@ extern "C" void noteEndingSignal(int)
 {
     const std::uint64_t one = 1;
     [[maybe_unused]] const auto written = ::write(endingSignal, &one, sizeof one);
+}
+
+bool isKeyablePanel(const QWindow& window)
+{
+    return window.type() == Qt::Tool && !(window.flags() & Qt::WindowDoesNotAcceptFocus);
 }
 
 void requireDisplay(LogSink& log)
@@ -121,8 +127,13 @@ TaskBarEntry QtApplication::taskBarEntry() const
 void QtApplication::activateIgnoringOtherApps()
 {
     unhide();
-    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
-        if (window->isVisible() && window->type() == Qt::Window)
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    // A panel that takes typing stands before the windows: they stay where they are.
+    const bool hasPanel = std::any_of(windows.begin(), windows.end(), [](const QWindow* window) {
+        return window->isVisible() && isKeyablePanel(*window);
+    });
+    for (const QWindow* window : windows) {
+        if (window->isVisible() && (hasPanel ? isKeyablePanel(*window) : window->type() == Qt::Window))
             requestActivation(*window);
     }
 }

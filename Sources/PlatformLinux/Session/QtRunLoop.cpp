@@ -40,6 +40,11 @@ private:
 
 } // namespace
 
+QtRunLoop::~QtRunLoop()
+{
+    QThreadPool::globalInstance()->waitForDone();
+}
+
 void QtRunLoop::perform(std::function<void()> task)
 {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(task), Qt::QueuedConnection);

@@ -9,6 +9,9 @@ namespace orvane {
 
 class QtRunLoop : public RunLoop {
 public:
+    /// Waits for the detached work: it may hold on to this object.
+    ~QtRunLoop() override;
+
     void perform(std::function<void()> task) override;
     void performDetached(std::function<void()> work) override;
     std::unique_ptr<Timer> scheduleTimer(std::chrono::milliseconds interval, Repeats repeats,

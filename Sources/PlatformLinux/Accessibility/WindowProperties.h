@@ -1,0 +1,82 @@
+// What the properties that windows carry mean, by ICCCM, EWMH and Motif; from the numbers of 32 bits that the
+// server gives. Whoever wrote them may have written anything. Pure; any thread.
+#pragma once
+
+#include "PlatformLinux/Accessibility/WindowFrame.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+using PropertyNumbers = std::vector<std::uint32_t>;
+
+/// _NET_FRAME_EXTENTS and _GTK_FRAME_EXTENTS; absent for what can't be such.
+std::optional<PixelMargins> frameExtents(const PropertyNumbers& numbers);
+
+/// WM_STATE: what the window manager does with a window.
+enum class ManagedState { withdrawn, normal, iconic };
+ManagedState managedState(const PropertyNumbers& numbers);
+
+/// Where of a frame the place of a window is measured: win_gravity of ICCCM.
+enum class Gravity {
+    northWest = 1,
+    north,
+    northEast,
+    west,
+    center,
+    east,
+    southWest,
+    south,
+    southEast,
+    fixed
+};
+
+/// WM_NORMAL_HINTS: the sizes that a window wants to have.
+class SizeHints {
+public:
+    SizeHints() = default;
+    explicit SizeHints(const PropertyNumbers& numbers);
+
+    Gravity gravity() const { return m_gravity; }
+
+    struct PixelSize {
+        int width = 0;
+        int height = 0;
+        friend bool operator==(const PixelSize&, const PixelSize&) = default;
+    };
+    /// The greatest allowed size that is no greater; when even the least allowed one is, that.
+    PixelSize nearest(PixelSize size) const;
+
+private:
+    struct Range {
+        int least = 1;
+        int greatest = 0x7FFF;
+        int base = 0;
+        int step = 1;
+        int nearest(int value) const;
+    };
+
+    Range m_width;
+    Range m_height;
+    Gravity m_gravity = Gravity::northWest;
+};
+
+/// Of a request to move, so that the frame and the margins that it keeps end up around `outer`: with them,
+/// but without what the program itself draws nothing in.
+struct PixelPoint {
+    int x = 0;
+    int y = 0;
+    friend bool operator==(const PixelPoint&, const PixelPoint&) = default;
+};
+PixelPoint requestedOrigin(const PixelEdges& outer, const PixelMargins& decoration, Gravity gravity);
+
+/// _MOTIF_WM_HINTS: what a window wants to be possible with it. All of it, when it doesn't say.
+struct MotifFunctions {
+    bool canClose = true;
+    bool canMaximize = true;
+};
+MotifFunctions motifFunctions(const PropertyNumbers& numbers);
+
+} // namespace orvane

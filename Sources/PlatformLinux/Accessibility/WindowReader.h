@@ -1,0 +1,86 @@
+// What the X server and the window manager tell of programs and their windows. Every question goes to the
+// server alone, so a program that hangs costs nothing. A window that isn't managed any more gives nothing.
+// Main thread.
+#pragma once
+
+#include "PlatformLinux/Accessibility/ServerExchange.h"
+#include "PlatformLinux/Accessibility/WindowProperties.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+/// Whose a window is: a process of this machine, or else whoever is at the other end of that connection.
+struct ProgramId {
+    std::int64_t process = 0;
+    /// Where the process isn't known.
+    std::uint32_t client = 0;
+    friend bool operator==(const ProgramId&, const ProgramId&) = default;
+};
+
+struct WindowState {
+    bool isMinimized = false;
+    bool isMaximizedHorizontally = false;
+    bool isMaximizedVertically = false;
+    bool isFullScreen = false;
+    bool isShaded = false;
+};
+
+class WindowReader {
+public:
+    struct Owned {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        ProgramId program;
+        /// What a person would call a window; not the desktop, nor a panel.
+        bool isOrdinary = true;
+    };
+    /// One round trip while the same window stays active.
+    std::optional<Owned> activeWindow(ServerExchange& exchange);
+    /// Those of a program, the one in front first; without the desktop and panels.
+    std::vector<xcb_window_t> windowsOf(ServerExchange& exchange, const ProgramId& program);
+    std::optional<ProgramId> programOf(ServerExchange& exchange, xcb_window_t window);
+
+    /// One round trip for a window that was asked for last; two or more else, to find its frame.
+    struct Placed {
+        WindowPlace place;
+        WindowState state;
+        SizeHints hints;
+        /// Whether the window manager takes requests to place it as messages.
+        bool canBePlacedByMessage = false;
+    };
+    std::optional<Placed> placed(ServerExchange& exchange, xcb_window_t window);
+    std::optional<WindowState> state(ServerExchange& exchange, xcb_window_t window);
+    std::optional<QString> title(ServerExchange& exchange, xcb_window_t window);
+
+    struct WindowClass {
+        QString instance;
+        QString name;
+    };
+    std::optional<WindowClass> windowClass(ServerExchange& exchange, xcb_window_t window);
+
+    struct Abilities {
+        bool canClose = true;
+        bool canMaximize = true;
+    };
+    std::optional<Abilities> abilities(ServerExchange& exchange, xcb_window_t window);
+    /// Whether the window manager listens to messages of that kind.
+    bool isSupported(ServerExchange& exchange, xcb_atom_t message);
+
+private:
+    struct Frame {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        xcb_window_t parent = XCB_WINDOW_NONE;
+        /// The child of the root window; the window itself where it has no frame.
+        xcb_window_t top = XCB_WINDOW_NONE;
+    };
+    std::optional<Frame> findFrame(ServerExchange& exchange, xcb_window_t window, xcb_window_t parent);
+
+    /// Good guesses, asked for along with the question that proves them.
+    Frame m_lastFrame;
+    xcb_window_t m_lastActive = XCB_WINDOW_NONE;
+};
+
+} // namespace orvane

@@ -1,0 +1,54 @@
+// Displays that a test arranges. At first one of 1440 by 900 with a menu bar of 24 and a dock of 70 points.
+#pragma once
+
+#include "Platform/NotificationCenter.h"
+#include "Platform/Screens.h"
+
+namespace orvane {
+
+class FakeScreens : public Screens {
+public:
+    explicit FakeScreens(NotificationCenter& center) : m_center(center) {}
+
+    static Screen screen(std::uint32_t number, Rect frame, Rect visibleFrame)
+    {
+        return {.frame = frame,
+                .visibleFrame = visibleFrame,
+                .localizedName = QStringLiteral("Display %1").arg(number),
+                .deviceDescription = {{Screen::screenNumberKey(), number}}};
+    }
+
+    QList<Screen> screens() const override { return list; }
+    std::optional<Screen> mainScreen() const override
+    {
+        if (main)
+            return main;
+        return list.isEmpty() ? std::nullopt : std::optional(list.first());
+    }
+    QRectF windowGeometry(const Rect& frame) const override
+    {
+        return {frame.minX(), height() - frame.maxY(), frame.width(), frame.height()};
+    }
+    Rect frameOfWindow(const QRectF& geometry) const override
+    {
+        return {{geometry.x(), height() - geometry.bottom()}, {geometry.width(), geometry.height()}};
+    }
+
+    /// Other displays from now on, and the notification of them.
+    void arrange(const QList<Screen>& screens)
+    {
+        list = screens;
+        m_center.post(didChangeScreenParametersNotification());
+    }
+
+    QList<Screen> list{screen(1, {{0, 0}, {1440, 900}}, {{0, 70}, {1440, 806}})};
+    /// Where the focused window is; absent for the primary display.
+    std::optional<Screen> main;
+
+private:
+    double height() const { return list.isEmpty() ? 0 : list.first().frame.height(); }
+
+    NotificationCenter& m_center;
+};
+
+} // namespace orvane

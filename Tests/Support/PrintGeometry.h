@@ -1,0 +1,20 @@
+// How a failed test shows points and rectangles.
+#pragma once
+
+#include "Platform/Geometry.h"
+
+#include <ostream>
+
+namespace orvane {
+
+inline void PrintTo(const Point& point, std::ostream* out)
+{
+    *out << point.x << ',' << point.y;
+}
+
+inline void PrintTo(const Rect& rect, std::ostream* out)
+{
+    *out << rect.minX() << ',' << rect.minY() << ' ' << rect.width() << 'x' << rect.height();
+}
+
+} // namespace orvane
