@@ -66,7 +66,8 @@ public:
     virtual int changeCount() const = 0;
 
     /// Asks for the types that are present and the data of those in `types`. Completes once, in a later turn
-    /// of the run loop, with what is newest then; the completion may end its own read.
+    /// of the run loop, with what is newest then; the completion may end its own read. What this program had
+    /// written before is what others get from then on.
     [[nodiscard]] virtual std::unique_ptr<PasteboardRead> read(const QStringList& types,
                                                                Completion completion) = 0;
 

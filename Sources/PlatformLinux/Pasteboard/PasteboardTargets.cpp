@@ -60,6 +60,7 @@ constexpr std::array offeredFlavours{
     Offer{pasteboardType::url, "text/x-moz-url"},
     Offer{pasteboardType::fileURL, "text/uri-list"},
     Offer{pasteboardType::fileURL, "x-special/gnome-copied-files"},
+    Offer{pasteboardType::fileURL, "x-special/mate-copied-files"},
     Offer{pasteboardType::html, "text/html"},
     Offer{pasteboardType::rtf, "text/rtf"},
     Offer{pasteboardType::rtf, "application/rtf"},

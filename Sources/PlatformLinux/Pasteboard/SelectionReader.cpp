@@ -245,7 +245,14 @@ void SelectionReader::drop()
 
 void SelectionReader::noteProgress()
 {
-    m_silentUntil = std::chrono::steady_clock::now() + longestSilence;
+    m_silentUntil = std::chrono::steady_clock::now() + patience();
+}
+
+std::chrono::milliseconds SelectionReader::patience() const
+{
+    const bool isPicture = m_step != beforeSteps && (m_steps[m_step].type == pasteboardType::png ||
+                                                     m_steps[m_step].type == pasteboardType::tiff);
+    return isPicture ? longestEncoding : longestSilence;
 }
 
 std::optional<SelectionReader::Time> SelectionReader::deadline() const

@@ -18,8 +18,11 @@ public:
     using Time = std::chrono::steady_clock::time_point;
     using Answer = std::function<void(std::optional<PasteboardContents>)>;
 
-    /// An owner that is silent for so long doesn't answer, and no read takes longer in all.
+    /// An owner that is silent for so long doesn't answer. A picture may have to be encoded first, and most
+    /// programs do that when they are asked.
     static constexpr std::chrono::milliseconds longestSilence{1000};
+    static constexpr std::chrono::milliseconds longestEncoding{10'000};
+    /// No read takes longer in all.
     static constexpr std::chrono::seconds longestRead{30};
     /// Of all flavours of a read together.
     static constexpr qsizetype sizeLimit = qsizetype{64} << 20;
@@ -67,6 +70,7 @@ private:
     void complete();
     void drop();
     void noteProgress();
+    std::chrono::milliseconds patience() const;
 
     SelectionConnection& m_connection;
     const PasteboardState& m_state;

@@ -24,11 +24,13 @@ SelectionServer::SelectionServer(SelectionConnection& connection, const Pasteboa
 {
 }
 
-/// The server's own time, so that it can't be too late; the server tells which it was.
+/// The server's own time, so that it can't be too late; the server tells which it was. Ends when the server
+/// has done it: who pastes from then on asks this program.
 void SelectionServer::claim()
 {
     xcb_set_selection_owner(m_connection.xcb(), m_connection.window(), m_connection.clipboard(),
                             XCB_CURRENT_TIME);
+    (void)m_connection.clipboardHasOwner();
 }
 
 void SelectionServer::handle(const xcb_selection_request_event_t& event)

@@ -27,6 +27,7 @@ public:
 
     SelectionServer(SelectionConnection& connection, const PasteboardState& state);
 
+    /// Waits for the server.
     void claim();
     /// Answers those who were held.
     void writingFinished();

@@ -60,6 +60,23 @@ bool SelectionAsker::isAnswered()
     return false;
 }
 
+xcb_window_t SelectionAsker::owner()
+{
+    const XcbReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        m_connection.get(), xcb_get_selection_owner(m_connection.get(), atom("CLIPBOARD")), nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+bool SelectionAsker::awaitOtherOwner(xcb_window_t than)
+{
+    const QDeadlineTimer end(10s);
+    while (owner() == than) {
+        if (end.hasExpired())
+            return false;
+    }
+    return true;
+}
+
 SelectionAsker::Property SelectionAsker::take(xcb_atom_t property)
 {
     const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(

@@ -28,6 +28,10 @@ public:
     void begin(const QByteArray& target);
     /// The answer to begin(): true when something is given, or begins to be in pieces.
     bool isAnswered();
+    /// Who has the clipboard; 0 when nobody does.
+    xcb_window_t owner();
+    /// A copy is told to the server by another thread: waits until somebody else than this has the clipboard.
+    bool awaitOtherOwner(xcb_window_t than);
     /// Takes what comes after isAnswered().
     std::optional<QByteArray> rest();
     /// Whether the last answer came in pieces.

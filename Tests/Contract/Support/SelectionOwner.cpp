@@ -116,6 +116,8 @@ void SelectionOwner::run(Client& client)
                 atoms.push_back(client.atom(name));
             xcb_change_property(client.x(), XCB_PROP_MODE_REPLACE, event.requestor, event.property,
                                 XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(atoms.size()), atoms.data());
+        } else if (m_manner == Manner::onlyTargets) {
+            return;
         } else if (!m_data.contains(target)) {
             client.notify(event, XCB_ATOM_NONE);
             return;

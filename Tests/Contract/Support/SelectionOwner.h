@@ -16,6 +16,7 @@ public:
         whole,          // gives everything at once
         pieces,         // gives all but the targets piece by piece
         silent,         // answers nothing
+        onlyTargets,    // tells its targets and answers nothing more
         stopsMidway,    // gives the first piece and no more
         diesMidway,     // gives the first piece and ends
         takesItBack,    // deletes what it has given before it says so
