@@ -2,38 +2,13 @@
 #pragma once
 
 #include "CapabilityKeySwap/KeySwapController.h"
-#include "OrvaneCore/BackgroundService.h"
+#include "OrvaneCore/ControllerService.h"
 
 namespace orvane {
 
-class KeySwapService : public BackgroundService {
+class KeySwapService final : public ControllerService<KeySwapController> {
 public:
-    explicit KeySwapService(std::shared_ptr<KeySwapController> controller)
-        : m_controller(std::move(controller))
-    {
-    }
-
-    void start() override
-    {
-        if (m_isRunning)
-            return;
-        m_controller->start();
-        m_isRunning = true;
-    }
-
-    void stop() override
-    {
-        if (!m_isRunning)
-            return;
-        m_controller->stop();
-        m_isRunning = false;
-    }
-
-    bool isRunning() const override { return m_isRunning; }
-
-private:
-    std::shared_ptr<KeySwapController> m_controller;
-    bool m_isRunning = false;
+    using ControllerService::ControllerService;
 };
 
 } // namespace orvane

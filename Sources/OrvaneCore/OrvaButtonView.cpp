@@ -18,7 +18,7 @@ constexpr double corner = 7;
 
 } // namespace
 
-OrvaButtonView::OrvaButtonView(const OrvaButton& button) : m_symbol(button.systemImage)
+OrvaButtonView::OrvaButtonView(const OrvaButton& button) : m_symbol(button.systemImage), m_role(button.role)
 {
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -70,7 +70,8 @@ void OrvaButtonView::paintEvent(QPaintEvent*)
     const double textWidth = QFontMetricsF(font()).horizontalAdvance(m_title);
     double x = box.center().x() - (symbolWidth() + textWidth) / 2;
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const QColor ink = orvaColor(isDefault() ? OrvaColor::onAccent : OrvaColor::primary);
+    const OrvaColor plain = m_role == OrvaButton::Role::destructive ? OrvaColor::red : OrvaColor::primary;
+    const QColor ink = orvaColor(isDefault() ? OrvaColor::onAccent : plain);
     if (m_symbol) {
         const double symbolX = mirrored ? x + textWidth + symbolWidth() - symbolSide : x;
         paintOrvaSymbol(painter, *m_symbol,

@@ -24,6 +24,7 @@ private:
 
     QString m_title;
     std::optional<QString> m_symbol;
+    OrvaButton::Role m_role;
     Cancellables m_cancellables;
 };
 

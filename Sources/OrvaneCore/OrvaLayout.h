@@ -49,10 +49,14 @@ struct OrvaVStack {
     QList<AnyView> children() const { return content; }
 };
 
+/// Where the items of a line begin: right behind each other, or in columns as wide as the widest item.
+enum class OrvaWrapColumns { none, equal };
+
 /// Side by side in as many lines as it takes; `spacing` in points, between lines too.
 struct OrvaWrap {
     double spacing = 0;
     QList<AnyView> content;
+    OrvaWrapColumns columns = OrvaWrapColumns::none;
 
     QList<AnyView> children() const { return content; }
 };

@@ -1,6 +1,8 @@
 #include "OrvaneCore/OrvaMenuView.h"
 
 #include "OrvaneCore/OrvaSymbol.h"
+#include "Platform/Panels.h"
+#include "Platform/Platform.h"
 
 #include <QAction>
 #include <QStyle>
@@ -35,7 +37,11 @@ void OrvaMenuView::paintEvent(QPaintEvent*)
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setPen(QPen(orvaColor(OrvaColor::controlStroke), 1));
     painter.setBrush(orvaColor(OrvaColor::cardFill));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    // Without a compositor, what lies outside of round corners would be black.
+    const double round = isPlatformInstalled() && platform().panels.isCompositing() ? corner : 0;
+    if (round == 0)
+        painter.fillRect(rect(), orvaColor(OrvaColor::cardFill));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), round, round);
     for (QAction* action : actions())
         paintItem(painter, *action, actionGeometry(action), action == activeAction());
 }
@@ -47,7 +53,8 @@ void OrvaMenuView::paintItem(QPainter& painter, const QAction& action, const QRe
         painter.setBrush(orvaColor(OrvaColor::accent));
         painter.drawRoundedRect(rect, itemCorner, itemCorner);
     }
-    const QColor ink = orvaColor(current ? OrvaColor::onAccent : OrvaColor::primary);
+    const OrvaColor plain = m_destructive.contains(&action) ? OrvaColor::red : OrvaColor::primary;
+    const QColor ink = orvaColor(current ? OrvaColor::onAccent : plain);
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     QRectF check(rect.left(), rect.top(), checkWidth, rect.height());
     QRectF text = rect.adjusted(checkWidth, 0, -8, 0);

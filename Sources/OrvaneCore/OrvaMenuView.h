@@ -1,9 +1,10 @@
-// The menu that a picker opens, in the kit's look.
+// A menu in a window, such as a picker opens, in the kit's look.
 #pragma once
 
 #include "OrvaneCore/OrvaThemed.h"
 
 #include <QMenu>
+#include <QSet>
 
 namespace orvane {
 
@@ -11,11 +12,16 @@ class OrvaMenuView final : public OrvaThemed<QMenu> {
 public:
     explicit OrvaMenuView(QWidget* parent = nullptr);
 
+    /// For an entry that takes something away for good: it is shown in red.
+    void setDestructive(const QAction& action) { m_destructive.insert(&action); }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void paintItem(QPainter& painter, const QAction& action, const QRectF& rect, bool current) const;
+
+    QSet<const QAction*> m_destructive;
 };
 
 } // namespace orvane

@@ -52,17 +52,20 @@ private:
     Cancellables m_cancellables;
 };
 
+constexpr int textEdge = static_cast<int>(headerTile) + headerGap;
+
 /// Below the header's text, so that a narrow page keeps the width for it: switch, title, accessory.
 QLayout* makeAutoStartLine(const OrvaPageHeader& header)
 {
     auto* line = new QHBoxLayout;
     line->setSpacing(headerGap / 2);
-    line->setContentsMargins(static_cast<int>(headerTile) + headerGap - orvaRingMargin, 0, 0, 0);
+    line->setContentsMargins(textEdge - orvaRingMargin, 0, 0, 0);
     if (QWidget* control = autoStartSwitch(header).makeWidget()) {
         line->addWidget(control);
         line->addWidget(new StartTitleView(header.autoStartTitle, header.autoStartEnabled));
     }
-    QWidget* const accessory = header.accessory.makeWidget();
+    const bool isBeside = header.accessoryPlace == OrvaPageHeader::AccessoryPlace::besideAutoStart;
+    QWidget* const accessory = isBeside ? header.accessory.makeWidget() : nullptr;
     const bool fills = accessory && (accessory->sizePolicy().expandingDirections() & Qt::Horizontal);
     if (accessory) {
         line->addSpacing(accessoryGap);
@@ -165,6 +168,12 @@ QWidget* makeOrvaWidget(const OrvaPageHeader& header)
     lines->addLayout(head);
     if (header.autoStart || header.accessory)
         lines->addLayout(makeAutoStartLine(header));
+    if (header.accessory && header.accessoryPlace == OrvaPageHeader::AccessoryPlace::below) {
+        auto* below = new QHBoxLayout;
+        below->setContentsMargins(textEdge - orvaRingMargin, 0, 0, 0);
+        below->addWidget(header.accessory.makeWidget());
+        lines->addLayout(below);
+    }
     return widget;
 }
 

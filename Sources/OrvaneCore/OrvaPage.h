@@ -22,8 +22,10 @@ struct OrvaPage {
 };
 
 /// An icon tile, title and subtitle, `trailing` on the right; with `autoStart` a labelled switch, and
-/// `accessory` beside it.
+/// `accessory` beside it or on lines of its own below.
 struct OrvaPageHeader {
+    enum class AccessoryPlace { besideAutoStart, below };
+
     QString symbol;
     OrvaColor accent = OrvaColor::accent;
     QString title;
@@ -32,6 +34,7 @@ struct OrvaPageHeader {
     QString autoStartTitle = {};
     Live<bool> autoStartEnabled = true;
     AnyView accessory = {};
+    AccessoryPlace accessoryPlace = AccessoryPlace::besideAutoStart;
     AnyView trailing = {};
 
     QList<AnyView> children() const;

@@ -47,7 +47,7 @@ struct OrvaSliderRow {
 };
 
 struct OrvaStepperRow {
-    QString title;
+    Live<QString> title;
     Binding<int> value;
     struct Range {
         int lower;
@@ -80,10 +80,14 @@ struct OrvaValueRow {
 
 /// A push button; `systemImage` names a symbol shown before the title.
 struct OrvaButton {
+    /// A destructive one takes something away for good, and is shown in red.
+    enum class Role { plain, destructive };
+
     Live<QString> title;
     std::function<void()> action;
     std::optional<QString> systemImage = std::nullopt;
     Live<bool> enabled = true;
+    Role role = Role::plain;
 };
 
 /// Content that is there only while the condition holds.

@@ -80,6 +80,11 @@ QWidget* makeOrvaWidget(const OrvaCalloutText& text)
     return new InsetTextView(PlainText{text.text, OrvaFont::callout});
 }
 
+QWidget* makeOrvaWidget(const OrvaCaptionText& text)
+{
+    return new InsetTextView(PlainText{text.text, OrvaFont::caption});
+}
+
 QWidget* makeOrvaWidget(const OrvaPane& pane)
 {
     auto* group = new OrvaGroupView(static_cast<int>(Orva::sectionGap));

@@ -36,6 +36,11 @@ struct OrvaCalloutText {
     Live<QString> text;
 };
 
+/// The same in the small font of footnotes.
+struct OrvaCaptionText {
+    Live<QString> text;
+};
+
 /// The root of a settings pane: sections, `sectionGap` apart.
 struct OrvaPane {
     QList<AnyView> content;
@@ -47,6 +52,7 @@ QWidget* makeOrvaWidget(const DividedVStack& stack);
 QWidget* makeOrvaWidget(const OrvaCard& card);
 QWidget* makeOrvaWidget(const OrvaSection& section);
 QWidget* makeOrvaWidget(const OrvaCalloutText& text);
+QWidget* makeOrvaWidget(const OrvaCaptionText& text);
 QWidget* makeOrvaWidget(const OrvaPane& pane);
 
 } // namespace orvane

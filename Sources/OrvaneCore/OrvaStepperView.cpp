@@ -22,7 +22,8 @@ constexpr double corner = 7;
 
 } // namespace
 
-OrvaStepperView::OrvaStepperView(Binding<int> value, int lower, int upper, int step, const QString& name)
+OrvaStepperView::OrvaStepperView(Binding<int> value, int lower, int upper, int step,
+                                 const Live<QString>& name)
     : m_value(std::move(value))
 {
     setRange(lower, std::max(lower, upper));
@@ -32,11 +33,11 @@ OrvaStepperView::OrvaStepperView(Binding<int> value, int lower, int upper, int s
     setKeyboardTracking(false);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setAccessibleName(name);
     lineEdit()->setFrame(false);
     lineEdit()->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     themeChanged();
     follow(m_cancellables, static_cast<const Live<int>&>(m_value), [this](int) { showValue(); });
+    follow(m_cancellables, name, [this](const QString& text) { setAccessibleName(text); });
     connect(this, &QSpinBox::valueChanged, this, &OrvaStepperView::valueEdited);
 }
 

@@ -10,7 +10,7 @@ namespace orvane {
 
 class OrvaStepperView final : public OrvaControl<QSpinBox> {
 public:
-    OrvaStepperView(Binding<int> value, int lower, int upper, int step, const QString& name);
+    OrvaStepperView(Binding<int> value, int lower, int upper, int step, const Live<QString>& name);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }

@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-OrvaWrapLayout::OrvaWrapLayout(int spacing) : m_gap(spacing)
+OrvaWrapLayout::OrvaWrapLayout(int spacing, OrvaWrapColumns columns) : m_gap(spacing), m_columns(columns)
 {
     setContentsMargins(0, 0, 0, 0);
 }
@@ -40,11 +40,12 @@ int OrvaWrapLayout::heightForWidth(int width) const
 
 QSize OrvaWrapLayout::sizeHint() const
 {
+    const int column = columnWidth();
     QSize size(0, 0);
     for (const auto& item : m_items) {
         if (item->isEmpty())
             continue;
-        const QSize hint = item->sizeHint();
+        const QSize hint = item->sizeHint().expandedTo(QSize(column, 0));
         size = QSize(size.width() + (size.width() > 0 ? m_gap : 0) + hint.width(),
                      std::max(size.height(), hint.height()));
     }
@@ -65,10 +66,21 @@ void OrvaWrapLayout::setGeometry(const QRect& rect)
     place(rect, Move::yes);
 }
 
+int OrvaWrapLayout::columnWidth() const
+{
+    int width = 0;
+    if (m_columns == OrvaWrapColumns::equal) {
+        for (const auto& item : m_items)
+            width = std::max(width, item->isEmpty() ? 0 : item->sizeHint().width());
+    }
+    return width;
+}
+
 int OrvaWrapLayout::place(const QRect& rect, Move move) const
 {
     const Qt::LayoutDirection direction =
         parentWidget() ? parentWidget()->layoutDirection() : Qt::LeftToRight;
+    const int column = columnWidth();
     int x = 0;
     int y = 0;
     int lineHeight = 0;
@@ -76,7 +88,7 @@ int OrvaWrapLayout::place(const QRect& rect, Move move) const
         if (item->isEmpty())
             continue;
         const QSize size = item->sizeHint().boundedTo(QSize(std::max(rect.width(), 1), QWIDGETSIZE_MAX));
-        if (x > 0 && x + size.width() > rect.width()) {
+        if (x > 0 && x + std::max(size.width(), column) > rect.width()) {
             x = 0;
             y += lineHeight + m_gap;
             lineHeight = 0;
@@ -84,7 +96,7 @@ int OrvaWrapLayout::place(const QRect& rect, Move move) const
         if (move == Move::yes)
             item->setGeometry(
                 QStyle::visualRect(direction, rect, QRect(rect.topLeft() + QPoint(x, y), size)));
-        x += size.width() + m_gap;
+        x += std::max(size.width(), column) + m_gap;
         lineHeight = std::max(lineHeight, size.height());
     }
     return y + lineHeight;
@@ -92,7 +104,7 @@ int OrvaWrapLayout::place(const QRect& rect, Move move) const
 
 OrvaWrapView::OrvaWrapView(const OrvaWrap& wrap)
 {
-    auto* layout = new OrvaWrapLayout(static_cast<int>(wrap.spacing));
+    auto* layout = new OrvaWrapLayout(static_cast<int>(wrap.spacing), wrap.columns);
     setLayout(layout);
     for (const AnyView& view : wrap.content) {
         if (QWidget* child = view.makeWidget())

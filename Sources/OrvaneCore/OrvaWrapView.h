@@ -14,7 +14,7 @@ namespace orvane {
 /// Each item keeps the size that it wants; lines begin at the leading edge.
 class OrvaWrapLayout final : public QLayout {
 public:
-    explicit OrvaWrapLayout(int spacing);
+    OrvaWrapLayout(int spacing, OrvaWrapColumns columns);
     ~OrvaWrapLayout() override;
 
     void addItem(QLayoutItem* item) override;
@@ -34,7 +34,11 @@ private:
     /// The height that it takes.
     int place(const QRect& rect, Move move) const;
 
+    /// 0 without columns.
+    int columnWidth() const;
+
     int m_gap;
+    OrvaWrapColumns m_columns;
     std::vector<std::unique_ptr<QLayoutItem>> m_items;
 };
 

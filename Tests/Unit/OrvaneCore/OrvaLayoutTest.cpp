@@ -4,6 +4,7 @@
 #include "OrvaneCore/OrvaChipButtonView.h"
 #include "OrvaneCore/OrvaPopoverView.h"
 #include "OrvaneCore/OrvaRows.h"
+#include "OrvaneCore/OrvaSwitchView.h"
 #include "OrvaneCore/OrvaTextButtonView.h"
 #include "OrvaneCore/OrvaWrapView.h"
 #include "Unit/OrvaneCore/OrvaWidgetSupport.h"
@@ -96,6 +97,49 @@ TEST_F(OrvaLayoutTest, AWrapTakesAsManyLinesAsItNeeds)
     EXPECT_EQ(views.at(4)->y(), one + 4);
     EXPECT_EQ(views.at(4)->x(), views.at(0)->x());
     EXPECT_EQ(views.at(3)->y(), views.at(0)->y());
+}
+
+TEST_F(OrvaLayoutTest, AWrapInColumnsBeginsEachItemBelowOneOfTheFirstLine)
+{
+    const OrvaText shorter{QStringLiteral("One")};
+    const OrvaText longer{QStringLiteral("A longer one")};
+    const auto wrap = rendered(OrvaWrap{4, {shorter, longer, shorter, shorter}, OrvaWrapColumns::equal});
+    const int column = wrap->layout()->itemAt(1)->sizeHint().width();
+    ASSERT_LT(wrap->layout()->itemAt(0)->sizeHint().width(), column);
+    EXPECT_EQ(wrap->sizeHint().width(), 4 * column + 3 * 4);
+    wrap->resize(2 * column + 4, 200);
+    wrap->show();
+    const auto texts = all<OrvaTextView>(*wrap);
+    EXPECT_EQ(texts.at(1)->x(), texts.at(0)->x() + column + 4);
+    EXPECT_EQ(texts.at(2)->x(), texts.at(0)->x());
+    EXPECT_GT(texts.at(2)->y(), texts.at(0)->y());
+    EXPECT_EQ(texts.at(3)->x(), texts.at(1)->x());
+    wrap->resize(2 * column + 3, 200);
+    wrap->layout()->activate();
+    EXPECT_EQ(texts.at(1)->x(), texts.at(0)->x()) << "there is no room for two columns";
+}
+
+TEST_F(OrvaLayoutTest, AHeadersAccessoryStandsBesideTheStartSwitchOrBelowIt)
+{
+    bool on = false;
+    OrvaPageHeader header{.symbol = QStringLiteral("eye.fill"),
+                          .title = QStringLiteral("Lamp"),
+                          .autoStart =
+                              Binding<bool>([&on] { return on; }, [&on](bool value) { on = value; }, {}),
+                          .accessory = chip()};
+    const auto places = [&header] {
+        const auto view = rendered(header);
+        view->resize(600, view->sizeHint().height());
+        view->show();
+        const auto topOf = [&view](QWidget* child) { return child->mapTo(view.get(), QPoint(0, 0)).y(); };
+        QWidget* const start = all<OrvaSwitchView>(*view).constFirst();
+        return std::pair(topOf(start) + start->height(), topOf(all<OrvaChipButtonView>(*view).constFirst()));
+    };
+    const auto [switchEnd, besideIt] = places();
+    EXPECT_LT(besideIt, switchEnd);
+    header.accessoryPlace = OrvaPageHeader::AccessoryPlace::below;
+    const auto [sameSwitchEnd, belowIt] = places();
+    EXPECT_GE(belowIt, sameSwitchEnd);
 }
 
 // Balanced text
