@@ -25,9 +25,6 @@ struct ClipboardStore {
     /// The entries whose preview contains the trimmed query, case aside, in the order of the list; all of
     /// them for an empty one.
     QList<ClipItem> search(const QString& query, const QLocale& locale = QLocale()) const;
-
-private:
-    void applyCap();
 };
 
 } // namespace orvane

@@ -1,6 +1,7 @@
 #include "CapabilityClipboardHistory/HistoryArchive.h"
 
 #include "CapabilityClipboardHistory/HistoryCodec.h"
+#include "CapabilityClipboardHistory/PlainFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -41,6 +42,20 @@ QString HistoryArchive::imagesPath() const
     return directory + QStringLiteral("/images");
 }
 
+std::optional<QString> HistoryArchive::imagePath(const QString& fileName) const
+{
+    const bool isBareName = !fileName.isEmpty() && !fileName.contains(u'/') &&
+                            !fileName.contains(QChar::Null) && fileName != QLatin1StringView(".") &&
+                            fileName != QLatin1StringView("..");
+    return isBareName ? std::optional<QString>(imagesPath() + u'/' + fileName) : std::nullopt;
+}
+
+QList<ClipItem> HistoryArchive::load() const
+{
+    const auto json = PlainFile::content(historyPath());
+    return json ? HistoryCodec::decode(*json).value_or(QList<ClipItem>()) : QList<ClipItem>();
+}
+
 void HistoryArchive::save(const QList<ClipItem>& items) const
 {
     ensureDirectories();
@@ -48,7 +63,30 @@ void HistoryArchive::save(const QList<ClipItem>& items) const
     if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(ownersFile))
         return;
     file.write(HistoryCodec::encode(items));
-    file.commit();
+    // A commit would take no notice of bytes that it can't bring to a full disk.
+    if (file.flush())
+        file.commit();
+}
+
+bool HistoryArchive::writeImage(const QString& fileName, const QByteArray& png) const
+{
+    ensureDirectories();
+    const auto path = imagePath(fileName);
+    if (!path)
+        return false;
+    QFile file(*path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly, ownersFile))
+        return false;
+    if (file.write(png) == png.size() && file.flush())
+        return true;
+    file.remove();
+    return false;
+}
+
+void HistoryArchive::removeImage(const QString& fileName) const
+{
+    if (const auto path = imagePath(fileName))
+        QFile::remove(*path);
 }
 
 void HistoryArchive::pruneImages(const QList<ClipItem>& keepingItems) const
@@ -75,12 +113,17 @@ void HistoryArchive::purge() const
         removeItem(item);
 }
 
+bool HistoryArchive::ensureDirectory() const
+{
+    QDir().mkpath(QFileInfo(directory).path());
+    ensureOwnersDirectory(directory);
+    return QFileInfo(directory).isDir();
+}
+
 void HistoryArchive::ensureDirectories() const
 {
-    const QString parent = QFileInfo(directory).path();
-    QDir().mkpath(parent);
-    ensureOwnersDirectory(directory);
-    ensureOwnersDirectory(imagesPath());
+    if (ensureDirectory())
+        ensureOwnersDirectory(imagesPath());
 }
 
 } // namespace orvane

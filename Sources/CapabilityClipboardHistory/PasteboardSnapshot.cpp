@@ -8,7 +8,7 @@ QStringList paths(const QList<QUrl>& urls)
 {
     QStringList result;
     for (const QUrl& url : urls)
-        result.append(url.path(QUrl::FullyDecoded));
+        result.append(url.adjusted(QUrl::StripTrailingSlash).path(QUrl::FullyDecoded));
     return result;
 }
 

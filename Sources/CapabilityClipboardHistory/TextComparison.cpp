@@ -23,9 +23,40 @@ int32_t length(const QString& text)
     return static_cast<int32_t>(text.size());
 }
 
-bool isASCII(const QString& text)
+/// By blocks, which the compiler turns into wide operations: a text may be of many megabytes.
+bool isASCII(QStringView text)
 {
-    return std::ranges::all_of(text, [](QChar character) { return character.unicode() < 0x80; });
+    constexpr qsizetype blockSize = 1024;
+    const char16_t* unit = text.utf16();
+    const char16_t* const end = unit + text.size();
+    for (; end - unit >= blockSize; unit += blockSize) {
+        char16_t bits = 0;
+        for (qsizetype i = 0; i < blockSize; ++i)
+            bits = static_cast<char16_t>(bits | unit[i]);
+        if (bits >= 0x80)
+            return false;
+    }
+    return std::all_of(unit, end, [](char16_t each) { return each < 0x80; });
+}
+
+/// Finds `folded` in a text of ASCII, case aside. Places where it may begin are looked for by the toolkit's
+/// search for one character, which takes many at once.
+bool containsASCII(QStringView text, QStringView folded)
+{
+    if (folded.isEmpty())
+        return true;
+    const QChar lower = folded.front();
+    const QChar upper = lower.toUpper();
+    qsizetype nextLower = text.indexOf(lower);
+    qsizetype nextUpper = upper == lower ? -1 : text.indexOf(upper);
+    while (nextLower >= 0 || nextUpper >= 0) {
+        const bool isLower = nextUpper < 0 || (nextLower >= 0 && nextLower < nextUpper);
+        qsizetype& next = isLower ? nextLower : nextUpper;
+        if (text.sliced(next).startsWith(folded, Qt::CaseInsensitive))
+            return true;
+        next = text.indexOf(isLower ? lower : upper, next + 1);
+    }
+    return false;
 }
 
 /// Runs one of the operations that fill a buffer, with as much room as it asks for. Nothing on an error.
@@ -74,8 +105,8 @@ Search::Search(const QString& query, const QLocale& locale)
     : m_dottedI(locale.language() == QLocale::Turkish || locale.language() == QLocale::Azerbaijani
                     ? DottedI::turkic
                     : DottedI::common),
-      m_isASCII(isASCII(query)),
-      m_query(folded(query))
+      m_query(folded(query)),
+      m_isASCII(isASCII(m_query))
 {
 }
 
@@ -91,8 +122,8 @@ QString Search::folded(const QString& text) const
 
 bool Search::isFoundIn(const QString& text) const
 {
-    if (m_isASCII && m_dottedI == DottedI::common && isASCII(text))
-        return text.contains(m_query, Qt::CaseInsensitive);
+    if (m_dottedI == DottedI::common && isASCII(text))
+        return m_isASCII && containsASCII(text, m_query);
     return folded(text).contains(m_query);
 }
 

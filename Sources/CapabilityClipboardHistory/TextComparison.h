@@ -21,8 +21,8 @@ private:
 
     enum class DottedI { common, turkic };
     DottedI m_dottedI;
+    QString m_query; // folded
     bool m_isASCII;
-    QString m_query;
 };
 
 } // namespace orvane::TextComparison

@@ -100,6 +100,26 @@ TEST(TextComparison, SearchSetsCaseAside)
     EXPECT_FALSE(found(QStringLiteral("words"), QStringLiteral("word")));
 }
 
+TEST(TextComparison, SearchFindsFromEachPlaceOfALongText)
+{
+    const QString text = QStringLiteral("AaBa").repeated(1000) + QStringLiteral("aAbXa");
+    EXPECT_TRUE(found(QStringLiteral("aabx"), text));
+    EXPECT_TRUE(found(QStringLiteral("BXA"), text));
+    EXPECT_TRUE(found(QStringLiteral("x"), text));
+    EXPECT_FALSE(found(QStringLiteral("xab"), text));
+    EXPECT_TRUE(found(QStringLiteral("1A"), QStringLiteral("0 11a")));
+}
+
+TEST(TextComparison, SearchSetsCaseAsideBetweenAsciiAndTheRest)
+{
+    const QString kelvin(QChar(0x212A)); // its small letter is the plain k
+    EXPECT_TRUE(found(kelvin, QStringLiteral("a kilo")));
+    EXPECT_TRUE(found(QStringLiteral("kilo"), QStringLiteral("a ") + kelvin + QStringLiteral("ilo")));
+    EXPECT_FALSE(found(QStringLiteral("\u00E9"), QStringLiteral("e")));
+    const QString far = QString(5000, u'x') + QStringLiteral("\u00C9t\u00C9");
+    EXPECT_TRUE(found(QStringLiteral("\u00E9T"), far));
+}
+
 TEST(TextComparison, SearchSeesThroughTheWayOfComposing)
 {
     EXPECT_TRUE(found(composedE, decomposedE));

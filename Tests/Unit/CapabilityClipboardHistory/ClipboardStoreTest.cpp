@@ -194,6 +194,15 @@ TEST(ClipboardStore, SearchLooksAtThePreviewAndKeepsTheOrder)
     EXPECT_TRUE(store.search(QStringLiteral("png")).isEmpty());
 }
 
+TEST(ClipboardStore, SearchFindsBlankEntriesByWhatIsShownOfThem)
+{
+    ClipboardStore store{.maxItems = 10};
+    store.items = {textClip(QStringLiteral(" \n ")), textClip(QStringLiteral("  a b \n")),
+                   ClipItem{.kind = ClipKind::url}};
+    EXPECT_EQ(store.search(QStringLiteral("empty")).size(), 2);
+    EXPECT_EQ(store.search(QStringLiteral(" a b ")).size(), 1);
+}
+
 TEST(ClipboardStore, SearchForSpacesGivesEverything)
 {
     ClipboardStore store{.maxItems = 10, .items = numbered(3)};

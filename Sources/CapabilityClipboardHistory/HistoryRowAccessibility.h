@@ -1,0 +1,15 @@
+// The rows of the history's list for assistive technology: each has a name and can be pressed. Main thread.
+#pragma once
+
+namespace orvane {
+
+class HistoryListView;
+
+/// Once for the process; further calls do nothing.
+void installHistoryAccessibility();
+
+// What assistive technology is told, where any is listening.
+void announceHistoryRowsChanged(HistoryListView& list);
+void announceHistoryRowFocused(HistoryListView& list, int row);
+
+} // namespace orvane

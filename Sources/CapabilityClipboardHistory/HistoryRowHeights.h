@@ -1,0 +1,27 @@
+// Where rows of unlike heights stand, one below the other. A value.
+//
+// A list of thousands guesses them first and measures those that come into view.
+#pragma once
+
+#include <vector>
+
+namespace orvane {
+
+class HistoryRowHeights {
+public:
+    void reset(const std::vector<int>& heights);
+    /// Moves all rows below.
+    void set(int row, int height);
+
+    int count() const { return static_cast<int>(m_tops.size()) - 1; }
+    int top(int row) const { return m_tops[static_cast<std::size_t>(row)]; }
+    int height(int row) const { return top(row + 1) - top(row); }
+    int total() const { return m_tops.back(); }
+    /// The row at `y`; the first or the last one beyond them, and -1 where there is none.
+    int rowAt(int y) const;
+
+private:
+    std::vector<int> m_tops{0}; // and the end of the last row
+};
+
+} // namespace orvane

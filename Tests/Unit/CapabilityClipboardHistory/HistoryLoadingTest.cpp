@@ -1,0 +1,131 @@
+// What happens to the list while it is still being read from the disk.
+#include "HistoryFixture.h"
+
+namespace orvane::tests {
+
+namespace {
+
+class HistoryLoadingTest : public HistoryFixture {
+protected:
+    HistoryLoadingTest() { archive.save(stored); }
+
+    /// A copy that is through before the list is, although both are on their way.
+    void loadBehindACopy(const QString& text)
+    {
+        fake.generalPasteboard.copyString(text);
+        controller->checkPasteboard();
+        fake.runLoop.drain(); // read; the pool has it now, and then the list
+        controller->loadHistory();
+        settle();
+    }
+
+    const QList<ClipItem> stored{textClip(QStringLiteral("a")), pinnedClip(QStringLiteral("b")),
+                                 textClip(QStringLiteral("c"))};
+    std::vector<QStringList> shownOneAfterTheOther;
+    Subscription subscription = model().items.subscribeToChanges(
+        [this](const QList<ClipItem>& shownItems) { shownOneAfterTheOther.push_back(texts(shownItems)); });
+};
+
+} // namespace
+
+TEST_F(HistoryLoadingTest, TheListComesInALaterTurn)
+{
+    controller->loadHistory();
+    EXPECT_TRUE(items().isEmpty());
+    settle();
+    EXPECT_EQ(items(), stored);
+    EXPECT_EQ(shown(), stored);
+}
+
+TEST_F(HistoryLoadingTest, ACopyThatComesFirstShowsAtOnceAndStandsOnTop)
+{
+    loadBehindACopy(QStringLiteral("new"));
+    const QStringList whole{QStringLiteral("new"), QStringLiteral("a"), QStringLiteral("b"),
+                            QStringLiteral("c")};
+    EXPECT_EQ(shownOneAfterTheOther, std::vector<QStringList>({{QStringLiteral("new")}, whole}));
+    EXPECT_EQ(itemTexts(), whole);
+    EXPECT_EQ(savedItems(), items());
+}
+
+TEST_F(HistoryLoadingTest, ACopyOfWhatIsStillBeingReadKeepsItsPin)
+{
+    loadBehindACopy(QStringLiteral("b"));
+    EXPECT_EQ(shownOneAfterTheOther.size(), 2);
+    EXPECT_EQ(itemTexts(), QStringList({QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("c")}));
+    EXPECT_TRUE(items().first().pinned);
+    EXPECT_EQ(savedItems(), items());
+}
+
+TEST_F(HistoryLoadingTest, ACopyThatComesFirstTrimsTheListThatComes)
+{
+    settings->maxItems.set(2);
+    loadBehindACopy(QStringLiteral("new"));
+    EXPECT_EQ(itemTexts(), QStringList({QStringLiteral("new"), QStringLiteral("a"), QStringLiteral("b")}));
+}
+
+TEST_F(HistoryLoadingTest, PinsDeletionsAndAClearCountForTheListThatComes)
+{
+    controller->loadHistory();
+    model().onTogglePin(stored[0]);
+    model().onDelete(stored[1]);
+    controller->clearHistory();
+    EXPECT_TRUE(shown().isEmpty());
+    settle();
+    EXPECT_EQ(itemTexts(), QStringList{QStringLiteral("a")});
+    EXPECT_TRUE(items()[0].pinned);
+    EXPECT_EQ(savedItems(), items());
+}
+
+TEST_F(HistoryLoadingTest, TheFileNeverLacksWhatIsStillBeingRead)
+{
+    controller->loadHistory();
+    model().onTogglePin(stored[0]);
+    fake.runLoop.drainDetached(); // read and saved, before the main thread hears of either
+    EXPECT_TRUE(items().isEmpty());
+    ClipItem pinned = stored[0];
+    pinned.pinned = true;
+    EXPECT_EQ(savedItems(), QList<ClipItem>({pinned, stored[1], stored[2]}));
+}
+
+TEST_F(HistoryLoadingTest, AProgramThatEndsMeanwhileHasSavedTheWhole)
+{
+    controller->loadHistory();
+    controller->clearHistory();
+    controller.reset();
+    fake.runLoop.drainDetached(); // what is left to the pool when the event loop has ended
+    EXPECT_EQ(texts(savedItems().value_or(QList<ClipItem>())), QStringList{QStringLiteral("b")});
+}
+
+TEST_F(HistoryLoadingTest, ASecondLoadingTakesThePlaceOfTheFirst)
+{
+    controller->loadHistory();
+    controller->clearHistory();
+    controller->loadHistory();
+    settle();
+    EXPECT_EQ(itemTexts(), QStringList{QStringLiteral("b")});
+    EXPECT_EQ(shown(), items());
+    const auto cleared = shownOneAfterTheOther.size() - 1;
+    EXPECT_EQ(cleared, 1) << "the first one doesn't show any more";
+}
+
+TEST_F(HistoryLoadingTest, TheListDoesNotComeTwice)
+{
+    controller->loadHistory();
+    settle();
+    const QList<ClipItem> before = items();
+    model().onDelete(before.first());
+    settle();
+    EXPECT_EQ(items(), before.sliced(1));
+}
+
+TEST_F(HistoryLoadingTest, WithPersistOffMeanwhileTheFileStaysAsItWas)
+{
+    controller->loadHistory();
+    settings->persist.set(false);
+    controller->clearHistory();
+    settle();
+    EXPECT_EQ(itemTexts(), QStringList{QStringLiteral("b")});
+    EXPECT_EQ(savedItems(), stored);
+}
+
+} // namespace orvane::tests
