@@ -70,20 +70,34 @@ void PlainPasteController::finish(const std::optional<QString>& text)
         m_presses = 0;
         return;
     }
-    write(*text);
-    if (--m_presses > 0)
-        begin();
+    if (write(*text) && m_settings->autoPaste.get() && platform().permissions.axIsProcessTrusted())
+        pasteWhenOthersGetIt();
+    else
+        endPress();
 }
 
-void PlainPasteController::write(const QString& text)
+/// False when the pasteboard holds what another program copied just now, which isn't to be pasted.
+bool PlainPasteController::write(const QString& text)
 {
     Pasteboard& pasteboard = platform().generalPasteboard;
     pasteboard.clearContents();
-    // Refused, the pasteboard holds what another program copied just now, and that isn't to be pasted.
-    if (!pasteboard.setString(text, pasteboardType::string))
-        return;
-    if (m_settings->autoPaste.get() && platform().permissions.axIsProcessTrusted())
+    return pasteboard.setString(text, pasteboardType::string);
+}
+
+/// A paste that is faster than the copy would be of the formatted text that was there before.
+void PlainPasteController::pasteWhenOthersGetIt()
+{
+    m_read = platform().generalPasteboard.read({}, [this](const auto&) {
+        m_read.reset();
         synthesizePaste();
+        endPress();
+    });
+}
+
+void PlainPasteController::endPress()
+{
+    if (--m_presses > 0)
+        begin();
 }
 
 void PlainPasteController::synthesizePaste()

@@ -33,8 +33,10 @@ private:
     void takeString(std::optional<PasteboardContents> contents);
     void decode(std::optional<PasteboardContents> contents);
     void finish(const std::optional<QString>& text);
-    void write(const QString& text);
+    bool write(const QString& text);
+    void pasteWhenOthersGetIt();
     void synthesizePaste();
+    void endPress();
 
     std::shared_ptr<PlainPasteSettings> m_settings;
     Logger m_log;

@@ -57,7 +57,7 @@ TEST_F(PlainPasteTest, ThePlainFlavourIsTakenAsItStands)
     settle();
     EXPECT_EQ(onlyText(), QStringLiteral(" as\tit \n stands\r\n"));
     EXPECT_EQ(pastes(), 1);
-    EXPECT_EQ(fake.generalPasteboard.reads, 1) << "the formatted flavours aren't asked for";
+    EXPECT_EQ(fake.generalPasteboard.reads, 2) << "of it and of the own copy, none of the formatted flavours";
 }
 
 TEST_F(PlainPasteTest, AnEmptyPlainFlavourIsAText)
@@ -172,6 +172,20 @@ TEST_F(PlainPasteTest, ThePasteIsPostedOnceTheTextIsThere)
     press();
     settle();
     EXPECT_EQ(seen.texts, (QStringList{QStringLiteral("marked text"), QStringLiteral("marked text")}));
+}
+
+TEST_F(PlainPasteTest, ThePasteIsPostedOnceOthersGetTheText)
+{
+    std::optional<std::size_t> pastesBeforeTheRead;
+    fake.permissions.onRead = [&] { // the text is written by now
+        fake.runLoop.perform([&] { pastesBeforeTheRead = pastes(); });
+    };
+    fake.generalPasteboard.copyString(QStringLiteral("text"));
+    press();
+    settle();
+    EXPECT_EQ(pastesBeforeTheRead, 0U);
+    EXPECT_EQ(fake.generalPasteboard.reads, 2);
+    EXPECT_EQ(pastes(), 1U);
 }
 
 TEST_F(PlainPasteTest, WithoutTrustThePasteboardIsCleanedAndNothingPosted)
