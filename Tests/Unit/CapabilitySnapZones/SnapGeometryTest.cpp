@@ -1,29 +1,14 @@
 #include "CapabilitySnapZones/EdgeDetector.h"
 #include "CapabilitySnapZones/SnapZoneCalculator.h"
+#include "SnapZonesFixture.h"
 
 #include <QStringList>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ostream>
 #include <random>
 #include <vector>
-
-namespace orvane {
-
-void PrintTo(const Rect& rect, std::ostream* out)
-{
-    *out << '(' << rect.origin.x << ", " << rect.origin.y << ") " << rect.size.width << " x "
-         << rect.size.height;
-}
-
-void PrintTo(SnapZone zone, std::ostream* out)
-{
-    *out << rawValue(zone).toStdString();
-}
-
-} // namespace orvane
 
 namespace orvane::tests {
 
@@ -172,6 +157,32 @@ TEST(SnapZoneCalculator, ZonesTileTheUsableArea)
             }
             ASSERT_DOUBLE_EQ(covered, area(area_));
         }
+    }
+}
+
+TEST(SnapZoneCalculator, ZonesWithGapsStayInsideAndApart)
+{
+    using enum SnapZone;
+    Draw draw;
+    for (int round = 0; round < draws; ++round) {
+        const Rect area_ = draw.area();
+        const SnapGaps gaps = draw.gaps();
+        if (area_.width() < 2 * gaps.outer + gaps.inner || area_.height() < 2 * gaps.outer + gaps.inner)
+            continue;
+        for (const SnapZone zone : allSnapZones) {
+            const Rect tile = frame(zone, area_, gaps);
+            ASSERT_GE(tile.minX() - area_.minX(), gaps.outer - 1e-9) << title(zone).toStdString();
+            ASSERT_GE(tile.minY() - area_.minY(), gaps.outer - 1e-9) << title(zone).toStdString();
+            ASSERT_GE(area_.maxX() - tile.maxX(), gaps.outer - 1e-9) << title(zone).toStdString();
+            ASSERT_GE(area_.maxY() - tile.maxY(), gaps.outer - 1e-9) << title(zone).toStdString();
+        }
+        for (const auto& [left, right] :
+             {std::pair{leftHalf, rightHalf}, {topLeft, topRight}, {bottomLeft, bottomRight}})
+            ASSERT_NEAR(frame(right, area_, gaps).minX() - frame(left, area_, gaps).maxX(), gaps.inner, 1e-9);
+        for (const auto& [lower, upper] :
+             {std::pair{bottomHalf, topHalf}, {bottomLeft, topLeft}, {bottomRight, topRight}})
+            ASSERT_NEAR(frame(upper, area_, gaps).minY() - frame(lower, area_, gaps).maxY(), gaps.inner,
+                        1e-9);
     }
 }
 
