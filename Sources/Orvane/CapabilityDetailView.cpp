@@ -7,6 +7,7 @@
 #include "OrvaneCore/OrvaLayout.h"
 #include "OrvaneCore/OrvaNavigation.h"
 #include "OrvaneCore/OrvaPage.h"
+#include "OrvaneCore/OrvaThemed.h"
 #include "OrvaneCore/PermissionManager.h"
 #include "OrvaneCore/Task.h"
 
@@ -15,19 +16,35 @@ namespace orvane {
 namespace {
 
 constexpr double chipGap = 4;
+constexpr double titledChipGap = 8;
 
-AnyView hotkeyChips(Capability& capability)
+/// A chip alone stands beside the switch and needs no title. Of several, each says what it is for.
+AnyView hotkeyChips(const QList<HotkeyAction>& actions)
 {
+    if (actions.isEmpty())
+        return {};
+    if (actions.size() == 1)
+        return OrvaWrap{chipGap, {HotkeyChip(actions.constFirst())}};
     QList<AnyView> chips;
-    for (const HotkeyAction& action : capability.hotkeyActions())
-        chips.append(HotkeyChip(action));
-    return chips.isEmpty() ? AnyView() : OrvaWrap{chipGap, chips};
+    for (const HotkeyAction& action : actions) {
+        const OrvaInset title{orvaRingMargin,
+                              OrvaText{action.title, OrvaFont::caption, OrvaColor::secondary}};
+        chips.append(OrvaVStack{0, {title, HotkeyChip(action)}});
+    }
+    return OrvaWrap{titledChipGap, chips, OrvaWrapColumns::equal};
+}
+
+OrvaPageHeader::AccessoryPlace placeOfChips(const QList<HotkeyAction>& actions)
+{
+    return actions.size() > 1 ? OrvaPageHeader::AccessoryPlace::below
+                              : OrvaPageHeader::AccessoryPlace::besideAutoStart;
 }
 
 AnyView page(const CapabilityDetailView& view)
 {
     const CapabilityID id = view.entry.id();
     const CapabilityMetadata& metadata = view.entry.metadata();
+    const QList<HotkeyAction> actions = view.entry.capability->hotkeyActions();
     const auto context = view.registry->context(id);
     return OrvaPage{
         .contentEnabled =
@@ -37,7 +54,8 @@ AnyView page(const CapabilityDetailView& view)
                                  .subtitle = metadata.summary,
                                  .autoStart = view.autoStart(),
                                  .autoStartTitle = QStringLiteral("Auto-start at launch"),
-                                 .accessory = hotkeyChips(*view.entry.capability),
+                                 .accessory = hotkeyChips(actions),
+                                 .accessoryPlace = placeOfChips(actions),
                                  .trailing = CapabilityToggle::make(id, view.registry)},
         .banner = PermissionBanner::make(*view.entry.capability, view.permissions, view.navigation),
         .content = context ? view.entry.capability->makeSettingsPane(*context) : AnyView(),

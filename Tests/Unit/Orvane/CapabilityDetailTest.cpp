@@ -271,6 +271,20 @@ TEST_F(HotkeyChipTest, ThereIsOneForEachActionInOrder)
     EXPECT_EQ(chips[0]->chip.systemImage, QStringLiteral("keyboard"));
 }
 
+TEST_F(HotkeyChipTest, OfSeveralEachStandsUnderTheTitleOfItsAction)
+{
+    const auto titles = header("one")->accessory.all<OrvaText>();
+    ASSERT_EQ(titles.size(), 2);
+    EXPECT_EQ(titles[0]->text.get(), QStringLiteral("First Thing"));
+    EXPECT_EQ(titles[1]->text.get(), QStringLiteral("Second Thing"));
+
+    EXPECT_EQ(header("one")->accessoryPlace, OrvaPageHeader::AccessoryPlace::below);
+
+    capability->hotkeys.removeLast();
+    EXPECT_EQ(header("one")->accessoryPlace, OrvaPageHeader::AccessoryPlace::besideAutoStart);
+    EXPECT_TRUE(header("one")->accessory.all<OrvaText>().isEmpty()) << "one alone needs none";
+}
+
 TEST_F(HotkeyChipTest, WithoutActionsThereIsNothing)
 {
     capability->hotkeys.clear();
