@@ -131,14 +131,20 @@ private:
         return property(index, u"Menu"_qs).value<QDBusObjectPath>().path();
     }
 
-    QVariantList call(const QString& service, const QString& path, const QString& interface,
-                      const QString& method, const QVariantList& arguments)
+    static QDBusMessage ask(const QString& service, const QString& path, const QString& interface,
+                            const QString& method, const QVariantList& arguments)
     {
         auto message = QDBusMessage::createMethodCall(service, path, interface, method);
         message.setArguments(arguments);
         const QDBusPendingCall pending = QDBusConnection::sessionBus().asyncCall(message);
         EXPECT_TRUE(eventually(deadline, [&] { return pending.isFinished(); })) << qPrintable(method);
-        const QDBusMessage reply = pending.reply();
+        return pending.reply();
+    }
+
+    QVariantList call(const QString& service, const QString& path, const QString& interface,
+                      const QString& method, const QVariantList& arguments)
+    {
+        const QDBusMessage reply = ask(service, path, interface, method, arguments);
         EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage) << qPrintable(reply.errorMessage());
         return reply.arguments();
     }
@@ -150,12 +156,15 @@ private:
         return call(services().value(static_cast<qsizetype>(index)), path, interface, method, arguments);
     }
 
-    /// Of this process's items, in order of their making: a counter ends their names.
+    /// Of this process's items, in order of their making: a counter ends their names. The panel's status area
+    /// may crash over an item that goes, and is started again: there are none meanwhile.
     QStringList services()
     {
-        const auto reply = call(u"org.kde.StatusNotifierWatcher"_qs, u"/StatusNotifierWatcher"_qs,
-                                u"org.freedesktop.DBus.Properties"_qs, u"Get"_qs,
-                                {u"org.kde.StatusNotifierWatcher"_qs, u"RegisteredStatusNotifierItems"_qs});
+        const QVariantList reply =
+            ask(u"org.kde.StatusNotifierWatcher"_qs, u"/StatusNotifierWatcher"_qs,
+                u"org.freedesktop.DBus.Properties"_qs, u"Get"_qs,
+                {u"org.kde.StatusNotifierWatcher"_qs, u"RegisteredStatusNotifierItems"_qs})
+                .arguments();
         const QString prefix = u"org.kde.StatusNotifierItem-%1-"_qs.arg(QCoreApplication::applicationPid());
         QMap<int, QString> ours;
         const QStringList all = reply.value(0).value<QDBusVariant>().variant().toStringList();

@@ -52,8 +52,10 @@ class AwakeDesktopTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(eventually(5s, [] { return heldLocks().isEmpty(); }));
+        ASSERT_TRUE(eventually(10s, [] { return heldLocks().isEmpty(); }));
     }
+
+    void TearDown() override { EXPECT_TRUE(closeMenus(m_screen, m_hardware)); }
 
     void start(QByteArray content, std::shared_ptr<PrivateHome> home = std::make_shared<PrivateHome>())
     {
@@ -110,7 +112,7 @@ protected:
     void click(const TrayItem& item, Button button)
     {
         // A menu that is still closing would take the click.
-        ASSERT_TRUE(eventually(5s, [&] { return m_screen.openMenus().isEmpty(); }));
+        ASSERT_TRUE(eventually(10s, [&] { return m_screen.openMenus().isEmpty(); }));
         std::optional<QRect> first;
         ASSERT_TRUE(eventually(10s, [&] {
             const auto before = std::exchange(first, place(item));
@@ -159,7 +161,7 @@ TEST_F(AwakeDesktopTest, AClickOnTheStatusItemTakesItAwayAndAnotherBringsItBack)
     EXPECT_EQ(item.id, QStringLiteral("net.lindenrow.orvane.awake"));
     click(item, Button::left);
     EXPECT_TRUE(locksBecome(QString()));
-    EXPECT_TRUE(eventually(5s, [&] { return awakeItem().title == QStringLiteral("Asleep"); }));
+    EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Asleep"); }));
     click(item, Button::left);
     EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
 }
@@ -188,7 +190,7 @@ TEST_F(AwakeDesktopTest, TheMenuOfTheRightClickStartsAPeriodAndMakesItTheDefault
 
     click(item, Button::right);
     std::optional<MenuNode> awake;
-    EXPECT_TRUE(eventually(5s, [&] {
+    EXPECT_TRUE(eventually(10s, [&] {
         awake = item.menu().layout();
         return awake && !awake->labels().isEmpty() &&
                awake->labels().first() == QStringLiteral("Turn Off Awake");
@@ -206,11 +208,11 @@ TEST_F(AwakeDesktopTest, ControlClickOpensTheMenuInsteadOfToggling)
     const TrayItem item = awakeItem();
     m_hardware.press("Control_L");
     click(item, Button::left);
-    EXPECT_TRUE(eventually(5s, [&] { return !m_screen.openMenus().isEmpty(); }));
+    EXPECT_TRUE(eventually(10s, [&] { return !m_screen.openMenus().isEmpty(); }));
     m_hardware.release("Control_L");
     EXPECT_EQ(heldLocks(), QStringLiteral("idle:sleep"));
     m_hardware.tap("Escape");
-    EXPECT_TRUE(eventually(5s, [&] { return m_screen.openMenus().isEmpty(); }));
+    EXPECT_TRUE(eventually(10s, [&] { return m_screen.openMenus().isEmpty(); }));
     click(item, Button::left);
     EXPECT_TRUE(locksBecome(QString()));
 }
@@ -291,7 +293,7 @@ TEST_F(AwakeDesktopTest, TheSuitesMenuShowsAndSwitchesTheState)
     }));
     click(*item, Button::left);
     std::optional<MenuNode> menu;
-    ASSERT_TRUE(eventually(5s, [&] {
+    ASSERT_TRUE(eventually(10s, [&] {
         menu = item->menu().layout();
         return menu && menu->find({QStringLiteral("Awake"), QStringLiteral("Keep Awake")});
     }));
@@ -304,7 +306,7 @@ TEST_F(AwakeDesktopTest, TheSuitesMenuShowsAndSwitchesTheState)
     EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
 
     click(*item, Button::left);
-    ASSERT_TRUE(eventually(5s, [&] {
+    ASSERT_TRUE(eventually(10s, [&] {
         menu = item->menu().layout();
         return menu && menu->find({QStringLiteral("Awake"), QStringLiteral("Let Mac Sleep")});
     }));

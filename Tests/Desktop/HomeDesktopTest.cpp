@@ -17,6 +17,7 @@
 #include <cstdlib>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <xcb/xcb.h>
@@ -53,7 +54,13 @@ protected:
     {
         m_tree = std::make_unique<AccessibleTree>(program().pid());
         startAgain();
-        ASSERT_TRUE(shows("list item", general));
+        // A new window is moved before it stays where it is.
+        std::optional<QRect> place;
+        ASSERT_TRUE(eventually(10s, [&] {
+            const auto found = node("list item", general);
+            const auto before = std::exchange(place, found ? std::optional(found->place) : std::nullopt);
+            return place && before == place;
+        }));
     }
     /// As a click on the program's entry in the desktop's menu.
     void startAgain()

@@ -52,7 +52,7 @@ TEST_F(KeySwapDesktopTest, ALoneSuperStillReachesTheWindowManagerInEachMode)
         windowManager.grabKey(superKey);
         m_hardware.tap("Super_L");
         QList<int> seen;
-        EXPECT_TRUE(eventually(5s, [&] {
+        EXPECT_TRUE(eventually(10s, [&] {
             seen += windowManager.grabbedKeys();
             return seen.contains(superKey) && seen.contains(-superKey);
         })) << mode;
@@ -88,8 +88,8 @@ TEST_F(KeySwapDesktopTest, AChangeOfTheFrontmostProgramHoldsForTheNextKeys)
         return editor.lines().last() == QStringLiteral("marked:");
     }));
     EXPECT_TRUE(eventually(10s, [&] {
-        chord("Super_L", "a");
-        return editor.lines().last() == QStringLiteral("marked:here");
+        chord("Super_L", "a"); // which types, until the program knows
+        return editor.lines().last().startsWith(QStringLiteral("marked:here"));
     }));
 }
 
@@ -101,7 +101,7 @@ TEST_F(KeySwapDesktopTest, AltTabStillSwitchesWindows)
     Peer second(Peer::gtkEntry());
     ASSERT_TRUE(second.tells(QStringLiteral("focused")));
     ASSERT_TRUE(
-        eventually(5s, [&] { return m_screen.window(second.pid(), QStringLiteral("Entry")).has_value(); }));
+        eventually(10s, [&] { return m_screen.window(second.pid(), QStringLiteral("Entry")).has_value(); }));
     // Held until the switcher has come up, as a hand does: a further window of whoever manages windows.
     QList<std::uint32_t> known;
     for (const ScreenWindow& window : m_screen.windows())
@@ -112,7 +112,7 @@ TEST_F(KeySwapDesktopTest, AltTabStillSwitchesWindows)
     for (int attempt = 0; attempt < 4 && !hasSwitched; ++attempt) {
         m_hardware.press("Alt_L");
         m_hardware.tap("Tab");
-        EXPECT_TRUE(eventually(5s, [&] {
+        EXPECT_TRUE(eventually(10s, [&] {
             const auto windows = m_screen.windows();
             return std::ranges::any_of(windows, [&](const ScreenWindow& window) {
                 return !known.contains(window.id) && window.pid != first.pid() && window.pid != second.pid();

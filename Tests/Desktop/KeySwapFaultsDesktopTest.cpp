@@ -160,12 +160,12 @@ TEST_F(KeySwapFaultsDesktopTest, KillingTheProgramWithAChordHeldLeavesNothingPre
     ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
     m_hardware.press("Super_L");
     m_hardware.press("b");
-    ASSERT_TRUE(eventually(5s, [] { return !OtherClient().keysDown().isEmpty(); }));
+    ASSERT_TRUE(eventually(10s, [] { return !OtherClient().keysDown().isEmpty(); }));
     m_program->kill9();
     ASSERT_TRUE(m_program->wait());
     m_hardware.release("b");
     m_hardware.release("Super_L");
-    EXPECT_TRUE(eventually(5s, [] { return OtherClient().keysDown().isEmpty(); }));
+    EXPECT_TRUE(eventually(10s, [] { return OtherClient().keysDown().isEmpty(); }));
     type("free");
     EXPECT_TRUE(peer.tells(QStringLiteral("text:free"))) << peer.text().toStdString();
 }

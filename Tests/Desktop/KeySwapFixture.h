@@ -46,7 +46,7 @@ protected:
     void TearDown() override
     {
         m_program.reset();
-        EXPECT_TRUE(eventually(5s, [] { return OtherClient().keysDown().isEmpty(); }))
+        EXPECT_TRUE(eventually(10s, [] { return OtherClient().keysDown().isEmpty(); }))
             << "keys are left pressed";
     }
 
@@ -87,7 +87,7 @@ protected:
         chord(modifier, "a");
         ASSERT_TRUE(peer.tells(QStringLiteral("marked:copied")));
         chord(modifier, "c");
-        EXPECT_TRUE(eventually(5s, [] { return clipboardText() == QStringLiteral("copied"); }))
+        EXPECT_TRUE(eventually(10s, [] { return clipboardText() == QStringLiteral("copied"); }))
             << clipboardText().toStdString();
         m_hardware.tap("End");
         chord(modifier, "v");

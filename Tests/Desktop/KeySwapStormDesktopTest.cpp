@@ -29,7 +29,8 @@ protected:
         releaseAll();
         m_peer.reset();
         KeySwapFixture::TearDown();
-        EXPECT_TRUE(eventually(5s, [] { return !OtherClient().isFloating(keyboard); })) << "it stays grabbed";
+        EXPECT_TRUE(eventually(10s, [] { return !OtherClient().isFloating(keyboard); }))
+            << "it stays grabbed";
     }
 
     /// Presses what is up and lets go what is down, at random, the same at each run.
@@ -174,6 +175,8 @@ TEST_F(KeySwapStormDesktopTest, AProgramThatIsStoppedAndGoesOnAgainAndAgainKeeps
         storm(11);
         m_program->signal(SIGCONT);
     }
+    // On a busy machine it may have stood still for too long.
+    ASSERT_TRUE(eventually(10s, [] { return OtherClient().isFloating(keyboard); })) << "it isn't tapped";
     expectAWholeKeyboard("Super_L");
 }
 
@@ -188,7 +191,7 @@ TEST_F(KeySwapStormDesktopTest, AStoppedProgramIsFreedOfTheKeyboardAmidKeysAndHa
             return !OtherClient().isFloating(keyboard);
         })) << "the keyboard isn't freed";
         releaseAll();
-        EXPECT_TRUE(eventually(5s, [] { return OtherClient().keysDown().isEmpty(); })) << keysDown();
+        EXPECT_TRUE(eventually(10s, [] { return OtherClient().keysDown().isEmpty(); })) << keysDown();
         storm(20);
         m_program->signal(SIGCONT);
         EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Re-enabled a disabled"))));
@@ -242,8 +245,7 @@ TEST_F(KeySwapStormDesktopTest, ALockScreenGetsEveryKeyAndLeavesTheKeyboardWhole
 {
     startWithEditor("fullSwap");
     storm(41);
-    releaseAll();
-    ASSERT_TRUE(eventually(10s, [] { return OtherClient().keysDown().isEmpty(); }));
+    expectAWholeKeyboard("Super_L"); // and nothing of it is still on its way
     {
         KeyboardGrab lock;
         ASSERT_TRUE(lock.hasIt());

@@ -56,14 +56,25 @@ protected:
         return std::nullopt;
     }
 
+    /// True once the keys go to this button.
+    bool getsFocus(const QString& name)
+    {
+        return eventually(15s, [&] {
+            const auto found = find(name, button);
+            return found && found->isFocused();
+        });
+    }
+
     void click(const QString& name, const QString& role, const QString& description = {})
     {
+        // A new window is moved before it is the active one, and something in it has the focus then.
         std::optional<QRect> place;
         ASSERT_TRUE(eventually(15s, [&] {
+            const AccessibleTree tree(m_program->pid());
             const auto found = find(name, role, description);
             const std::optional<QRect> before =
                 std::exchange(place, found ? std::optional(found->place) : std::nullopt);
-            return place && before == place;
+            return place && before == place && tree.focused();
         })) << qPrintable(name);
         m_hardware.click(place->center());
     }
@@ -129,8 +140,10 @@ TEST_F(OnboardingDesktopTest, ByMouseAloneAFeatureTurnedOnIsActiveAfterGettingSt
 
     click(QStringLiteral("Awake"), QStringLiteral("check box"));
     EXPECT_TRUE(awakeBecomesActive(m_program->pid()));
-    EXPECT_TRUE(eventually(
-        5s, [&] { return find(QStringLiteral("Awake"), QStringLiteral("check box"))->isChecked(); }));
+    EXPECT_TRUE(eventually(10s, [&] {
+        const auto found = find(QStringLiteral("Awake"), QStringLiteral("check box"));
+        return found && found->isChecked();
+    }));
     EXPECT_FALSE(hasOnboarded());
     click(QStringLiteral("Get Started"), button);
     EXPECT_TRUE(vanishes(QStringLiteral("Choose your features")));
@@ -143,7 +156,7 @@ TEST_F(OnboardingDesktopTest, ByKeysAloneToo)
 {
     start();
     ASSERT_TRUE(shows(welcome));
-    ASSERT_TRUE(eventually(10s, [&] { return find(QStringLiteral("Continue"), button)->isFocused(); }));
+    ASSERT_TRUE(getsFocus(QStringLiteral("Continue")));
     m_hardware.tap("Return");
     ASSERT_TRUE(shows(QStringLiteral("Permissions")));
     m_hardware.tap("Return");
@@ -154,7 +167,7 @@ TEST_F(OnboardingDesktopTest, ByKeysAloneToo)
     };
     for (int step = 0; step < 30 && !awakeHasFocus(); ++step)
         m_hardware.tap("Tab");
-    ASSERT_TRUE(eventually(5s, awakeHasFocus));
+    ASSERT_TRUE(eventually(10s, awakeHasFocus));
     m_hardware.tap("space");
     EXPECT_TRUE(awakeBecomesActive(m_program->pid()));
     m_hardware.tap("Return");
@@ -184,6 +197,7 @@ TEST_F(OnboardingDesktopTest, WithNothingTurnedOnItStillFinishes)
 {
     start();
     ASSERT_TRUE(shows(welcome));
+    ASSERT_TRUE(getsFocus(QStringLiteral("Continue")));
     m_hardware.tap("Return");
     ASSERT_TRUE(shows(QStringLiteral("Permissions")));
     m_hardware.tap("Return");
@@ -325,7 +339,8 @@ TEST_F(RelaunchDesktopTest, ANewProcessTakesEverythingOver)
     pressControlOptionJ();
     EXPECT_TRUE(eventually(10s, [] { return locks() == 0; })) << "the new one has no hot key";
     EXPECT_TRUE(m_program->log().filter(QStringLiteral(" error ")).isEmpty());
-    EXPECT_TRUE(eventually(5s, [] { return OtherClient().keysDown().isEmpty(); })) << "keys are left pressed";
+    EXPECT_TRUE(eventually(10s, [] { return OtherClient().keysDown().isEmpty(); }))
+        << "keys are left pressed";
     EXPECT_TRUE(eventually(10s, [&] {
         return m_screen.window(m_successor, QStringLiteral("Orvane")).has_value();
     })) << "the first run isn't finished, so it begins again";

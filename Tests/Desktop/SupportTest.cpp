@@ -6,6 +6,7 @@
 #include "Desktop/Support/Screen.h"
 #include "Desktop/Support/ScreenSaver.h"
 #include "Desktop/Support/Tray.h"
+#include "Desktop/Support/WindowManager.h"
 #include "Support/Eventually.h"
 
 #include <QCoreApplication>
@@ -17,6 +18,7 @@
 
 #include <csignal>
 #include <stdexcept>
+#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -41,7 +43,7 @@ QRegularExpression line(const char* text)
     return QRegularExpression(QRegularExpression::anchoredPattern(QLatin1String(text)));
 }
 
-/// A window with the input focus that remembers the keys and buttons it got.
+/// A window that remembers the keys and buttons it got.
 class Typewriter {
 public:
     Typewriter()
@@ -64,7 +66,14 @@ public:
         XTranslateCoordinates(m_display, m_window, DefaultRootWindow(m_display), 160, 120, &x, &y, &child);
         return {x, y};
     }
-    bool focused() { return read(), m_focused; }
+    bool focused()
+    {
+        read();
+        if (!std::exchange(m_wasGivenFocus, false))
+            return false;
+        holdFocus(static_cast<std::uint32_t>(m_window));
+        return true;
+    }
     QByteArray typed() { return read(), m_typed; }
     QPoint lastClick() { return read(), m_lastClick; }
 
@@ -75,7 +84,7 @@ private:
             XEvent event;
             XNextEvent(m_display, &event);
             if (event.type == FocusIn)
-                m_focused = true;
+                m_wasGivenFocus = true;
             if (event.type == ButtonPress)
                 m_lastClick = {event.xbutton.x_root, event.xbutton.y_root};
             if (event.type == KeyPress) {
@@ -87,7 +96,7 @@ private:
 
     Display* m_display;
     Window m_window;
-    bool m_focused = false;
+    bool m_wasGivenFocus = false;
     QByteArray m_typed;
     QPoint m_lastClick;
 };
@@ -147,10 +156,10 @@ TEST(HardwareTest, ThePointerGoesWhereItIsSentAndClicksThere)
     Screen screen;
     Hardware hardware;
     hardware.movePointer({1000, 700});
-    EXPECT_TRUE(eventually(5s, [&] { return screen.pointer() == QPoint(1000, 700); }));
+    EXPECT_TRUE(eventually(10s, [&] { return screen.pointer() == QPoint(1000, 700); }));
     const QPoint centre = typewriter.centre();
     hardware.click(centre);
-    EXPECT_TRUE(eventually(5s, [&] { return typewriter.lastClick() == centre; }));
+    EXPECT_TRUE(eventually(10s, [&] { return typewriter.lastClick() == centre; }));
     EXPECT_EQ(screen.pointer(), centre);
 }
 
@@ -190,9 +199,9 @@ TEST(LogindTest, AnInhibitorIsThereWhileItsDescriptorIsHeld)
                  << QStringLiteral("block");
         const QDBusMessage answer = QDBusConnection::systemBus().call(question);
         ASSERT_TRUE(answer.arguments().value(0).value<QDBusUnixFileDescriptor>().isValid());
-        EXPECT_TRUE(eventually(5s, [&] { return held().contains(expected); }));
+        EXPECT_TRUE(eventually(10s, [&] { return held().contains(expected); }));
     }
-    EXPECT_TRUE(eventually(5s, [&] { return !held().contains(expected); }));
+    EXPECT_TRUE(eventually(10s, [&] { return !held().contains(expected); }));
 }
 
 TEST(ScreenSaverTest, ComesOnAfterItsTimeoutAndEndsWithAKey)
@@ -204,7 +213,7 @@ TEST(ScreenSaverTest, ComesOnAfterItsTimeoutAndEndsWithAKey)
     ASSERT_TRUE(eventually(10s, [&] { return saver.state() == ScreenSaver::State::on; }));
     EXPECT_GE(saver.idle(), 1s);
     Hardware().tap("Shift_L");
-    EXPECT_TRUE(eventually(5s, [&] { return saver.state() == ScreenSaver::State::off; }));
+    EXPECT_TRUE(eventually(10s, [&] { return saver.state() == ScreenSaver::State::off; }));
 }
 
 TEST(ScreenSaverTest, PutsTheOldTimeoutBack)
@@ -263,6 +272,8 @@ protected:
         ASSERT_TRUE(
             eventually(10s, [&] { return (item = tray.find(QStringLiteral("A peer"))).has_value(); }));
     }
+
+    void TearDown() override { EXPECT_TRUE(closeMenus(screen, hardware)); }
 
     /// The middle of the item, once the panel has laid it out.
     QPoint spot()
@@ -362,7 +373,7 @@ TEST_F(TrayTest, KeysChooseAnEntryOfThePanelsOpenMenu)
     EXPECT_FALSE(chooseInOpenMenu(screen, hardware, menu, {QStringLiteral("Off")}));
     ASSERT_TRUE(chooseInOpenMenu(screen, hardware, menu, {QStringLiteral("Checked")}));
     EXPECT_TRUE(peer.waitForLog(line("chosen Checked")));
-    EXPECT_TRUE(eventually(5s, [&] { return screen.openMenus().isEmpty(); }));
+    EXPECT_TRUE(eventually(10s, [&] { return screen.openMenus().isEmpty(); }));
 }
 
 TEST_F(TrayTest, KeysChooseAnEntryOfASubmenu)

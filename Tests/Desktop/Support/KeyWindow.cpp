@@ -1,5 +1,7 @@
 #include "Desktop/Support/KeyWindow.h"
 
+#include "Desktop/Support/WindowManager.h"
+
 #include <QDeadlineTimer>
 
 #include <stdexcept>
@@ -34,6 +36,8 @@ KeyWindow::KeyWindow() : m_state(std::make_unique<State>())
     XMapRaised(display, m_state->window);
     XEvent event;
     XWindowEvent(display, m_state->window, ExposureMask, &event);
+    if (!settleWindowManager())
+        throw std::runtime_error("The window manager doesn't answer");
     XSetInputFocus(display, m_state->window, RevertToParent, CurrentTime);
     XSync(display, False);
 }

@@ -89,6 +89,17 @@ void OtherClient::setRepeatRate(RepeatRate rate)
     XSync(m_state->display, False);
 }
 
+bool OtherClient::isKeyboardGrabbed()
+{
+    // A window that isn't shown can't have the keyboard, and before that is said comes who has it.
+    const Window window =
+        XCreateSimpleWindow(m_state->display, DefaultRootWindow(m_state->display), 0, 0, 1, 1, 0, 0, 0);
+    const int status =
+        XGrabKeyboard(m_state->display, window, False, GrabModeAsync, GrabModeAsync, CurrentTime);
+    XDestroyWindow(m_state->display, window);
+    return status == AlreadyGrabbed;
+}
+
 void OtherClient::grabKey(int key)
 {
     XGrabKey(m_state->display, key, AnyModifier, DefaultRootWindow(m_state->display), False, GrabModeAsync,

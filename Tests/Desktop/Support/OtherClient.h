@@ -26,6 +26,8 @@ public:
     RepeatRate repeatRate();
     void setRepeatRate(RepeatRate rate);
 
+    /// Whether some client has all keys to itself, as an open menu does.
+    bool isKeyboardGrabbed();
     /// As a window manager listens for a key.
     void grabKey(int key);
     /// The keys that came by grabKey(): positive for a press.

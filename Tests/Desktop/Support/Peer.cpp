@@ -30,6 +30,16 @@ QString Peer::gtkEntry()
     return QStringLiteral(ORVANE_GTK_ENTRY_PEER);
 }
 
+QString Peer::window()
+{
+    return QStringLiteral(ORVANE_WINDOW_PEER);
+}
+
+QString Peer::gtkHeaderBar()
+{
+    return QStringLiteral(ORVANE_GTK_HEADER_BAR_PEER);
+}
+
 void Peer::read()
 {
     while (m_process.canReadLine())

@@ -18,6 +18,9 @@ public:
     /// The Qt line edit, the GTK entry.
     static QString lineEdit();
     static QString gtkEntry();
+    /// Windows without content: TITLE X Y WIDTH HEIGHT. The GTK one decorates itself.
+    static QString window();
+    static QString gtkHeaderBar();
 
     /// True once it has told this line, after what the last successful call found.
     [[nodiscard]] bool tells(const QString& line,

@@ -176,4 +176,10 @@ QImage Screen::picture(QRect part) const
     return QImage(xcb_get_image_data(reply.get()), part.width(), part.height(), QImage::Format_RGB32).copy();
 }
 
+bool Screen::wallpaperIsAt(QPoint place) const
+{
+    const QImage pixel = picture(QRect(place, QSize(1, 1)));
+    return !pixel.isNull() && (pixel.pixel(0, 0) & RGB_MASK) != 0;
+}
+
 } // namespace orvane::tests

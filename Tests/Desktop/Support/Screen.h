@@ -44,6 +44,9 @@ public:
 
     /// The pixels of a part of the root window; of all of it when the part is empty. Null on failure.
     [[nodiscard]] QImage picture(QRect part = {}) const;
+    /// The wallpaper comes some time after the desktop, and until then all is black. Looks at a place that
+    /// nothing covers.
+    [[nodiscard]] bool wallpaperIsAt(QPoint place) const;
     [[nodiscard]] bool savePicture(const QString& file) const { return picture().save(file, "PNG"); }
 
 private:

@@ -20,9 +20,10 @@ void ShellDesktopTest::SetUp()
 
 void ShellDesktopTest::TearDown()
 {
+    EXPECT_TRUE(closeMenus(m_screen, m_hardware)) << "a menu stays open";
     m_program.reset();
     OtherClient client;
-    EXPECT_TRUE(eventually(5s, [&] { return client.keysDown().isEmpty(); })) << "keys are left pressed";
+    EXPECT_TRUE(eventually(10s, [&] { return client.keysDown().isEmpty(); })) << "keys are left pressed";
 }
 
 QByteArray ShellDesktopTest::defaults(const Stored& stored)
@@ -152,7 +153,7 @@ bool ShellDesktopTest::openStatusMenu()
         }))
         return false;
     m_hardware.click(last->center(), Button::left);
-    return eventually(5s, [&] { return menuIsOpen(); });
+    return eventually(10s, [&] { return menuIsOpen(); });
 }
 
 MenuNode ShellDesktopTest::statusMenu()
@@ -164,7 +165,7 @@ MenuNode ShellDesktopTest::statusMenu()
 
 bool ShellDesktopTest::menusClose() const
 {
-    return eventually(5s, [&] { return !menuIsOpen(); });
+    return eventually(10s, [&] { return !menuIsOpen(); });
 }
 
 } // namespace orvane::tests

@@ -2,6 +2,7 @@
 
 #include "Desktop/Support/Bus.h"
 #include "Desktop/Support/Hardware.h"
+#include "Desktop/Support/OtherClient.h"
 #include "Desktop/Support/Screen.h"
 #include "Support/Eventually.h"
 
@@ -58,7 +59,6 @@ void readProperties(TrayItem& item)
     if (answer.type() != QDBusMessage::ReplyMessage)
         return;
     const auto properties = qdbus_cast<QVariantMap>(answer.arguments().constFirst());
-    item.pid = processOnSessionBus(item.service);
     item.id = properties.value(QStringLiteral("Id")).toString();
     item.title = properties.value(QStringLiteral("Title")).toString();
     item.toolTip = readToolTip(properties.value(QStringLiteral("ToolTip")));
@@ -95,6 +95,16 @@ std::optional<QRect> statusArea(const Screen& screen)
     return std::nullopt;
 }
 
+/// Selects an entry of the open menu by keys.
+void walkTo(Hardware& hardware, const MenuNode& menu, const MenuNode& wanted)
+{
+    hardware.tap("Home"); // the first that can be selected
+    for (const MenuNode* child = menu.children.constData(); child != &wanted; ++child) {
+        if (child->selectable())
+            hardware.tap("Down");
+    }
+}
+
 } // namespace
 
 QList<TrayItem> Tray::items() const
@@ -105,6 +115,10 @@ QList<TrayItem> Tray::items() const
     QList<TrayItem> items;
     for (const QString& name : names) {
         TrayItem item = parseName(name);
+        // The panel keeps the name of one whose program ended at the very moment of its registration.
+        item.pid = processOnSessionBus(item.service);
+        if (item.pid == 0)
+            continue;
         readProperties(item);
         items.append(item);
     }
@@ -155,26 +169,42 @@ bool chooseInOpenMenu(const Screen& screen, Hardware& hardware, const MenuNode& 
                       const QStringList& labels)
 {
     const MenuNode* node = &menu;
-    if (!eventually(5s, [&] { return !screen.openMenus().isEmpty(); }))
+    OtherClient server;
+    if (!eventually(10s, [&] { return !screen.openMenus().isEmpty() && server.isKeyboardGrabbed(); }))
         return false;
     const qsizetype openBefore = screen.openMenus().size();
     for (qsizetype depth = 0; depth < labels.size(); ++depth) {
         const MenuNode* wanted = node->find({labels[depth]});
         if (!wanted || !wanted->selectable())
             return false;
-        // An opened menu has nothing selected, and a submenu that was opened by a key its first entry.
-        int steps = depth == 0 ? 1 : 0;
-        for (const MenuNode* child = node->children.constData(); child != wanted; ++child)
-            steps += child->selectable() ? 1 : 0;
-        for (int step = 0; step < steps; ++step)
-            hardware.tap("Down");
         const bool last = depth + 1 == labels.size();
-        hardware.tap(last ? "Return" : "Right");
-        if (!last && !eventually(5s, [&] { return screen.openMenus().size() == openBefore + depth + 1; }))
+        const auto done = [&] {
+            const qsizetype open = screen.openMenus().size();
+            return last ? open < openBefore + depth : open == openBefore + depth + 1;
+        };
+        // What is selected is forgotten when the menu's content comes anew while it is open; a hand would try
+        // again.
+        bool isDone = false;
+        for (int attempt = 0; attempt < 4 && !isDone; ++attempt) {
+            walkTo(hardware, *node, *wanted);
+            hardware.tap(last ? "Return" : "Right");
+            isDone = eventually(4s, done);
+        }
+        if (!isDone)
             return false;
         node = wanted;
     }
     return !labels.isEmpty();
+}
+
+bool closeMenus(const Screen& screen, Hardware& hardware)
+{
+    return eventually(10s, [&] {
+        if (screen.openMenus().isEmpty())
+            return true;
+        hardware.tap("Escape");
+        return eventually(2s, [&] { return screen.openMenus().isEmpty(); });
+    });
 }
 
 } // namespace orvane::tests

@@ -43,9 +43,12 @@ public:
 };
 
 /// Chooses an entry of a status item's menu that the panel has open, by keys. `menu` is what the item
-/// exports, `labels` the way to the entry. False when it isn't there, can't be chosen or a submenu doesn't
-/// open.
+/// exports, `labels` the way to the entry. True once the menu has closed over it; false when the entry isn't
+/// there, can't be chosen or a submenu doesn't open.
 [[nodiscard]] bool chooseInOpenMenu(const Screen& screen, Hardware& hardware, const MenuNode& menu,
                                     const QStringList& labels);
+
+/// Leaves every menu that is open, by keys. False when one stays.
+[[nodiscard]] bool closeMenus(const Screen& screen, Hardware& hardware);
 
 } // namespace orvane::tests

@@ -1,0 +1,42 @@
+#include "Desktop/Support/Monitors.h"
+
+#include <QProcess>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+namespace orvane::tests {
+
+namespace {
+
+void xrandr(const QStringList& arguments)
+{
+    EXPECT_EQ(QProcess::execute(QStringLiteral("xrandr"), arguments), 0);
+    // Without a fresh probe clients go on ignoring a new output. It writes a long list.
+    QProcess probe;
+    probe.start(QStringLiteral("xrandr"), QStringList());
+    EXPECT_TRUE(probe.waitForFinished());
+}
+
+const QString output = QStringLiteral("DUMMY1");
+
+} // namespace
+
+SecondMonitor::~SecondMonitor()
+{
+    plug(Side::right);
+}
+
+void SecondMonitor::plug(Side side, const char* mode)
+{
+    const QString place = side == Side::right ? QStringLiteral("--right-of") : QStringLiteral("--above");
+    xrandr({QStringLiteral("--output"), output, QStringLiteral("--mode"), QLatin1String(mode), place,
+            QStringLiteral("DUMMY0")});
+}
+
+void SecondMonitor::unplug()
+{
+    xrandr({QStringLiteral("--output"), output, QStringLiteral("--off")});
+}
+
+} // namespace orvane::tests

@@ -1,0 +1,20 @@
+// The second monitor of the private desktop, moved about, unplugged and plugged in again. It is back to the
+// right of the first one at the end.
+#pragma once
+
+namespace orvane::tests {
+
+class SecondMonitor {
+public:
+    SecondMonitor() = default;
+    ~SecondMonitor();
+    SecondMonitor(const SecondMonitor&) = delete;
+    SecondMonitor& operator=(const SecondMonitor&) = delete;
+
+    enum class Side { right, above };
+    /// `mode`: "1280x1000", or one that the first monitor has too.
+    void plug(Side side, const char* mode = "1280x1000");
+    void unplug();
+};
+
+} // namespace orvane::tests

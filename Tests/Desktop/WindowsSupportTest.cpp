@@ -1,0 +1,124 @@
+// Whether the tests' own look at windows tells what is seen, under the window manager that runs.
+#include "Desktop/Support/Peer.h"
+#include "Desktop/Support/Screen.h"
+#include "Desktop/Support/WindowDrag.h"
+#include "Desktop/Support/Windows.h"
+#include "Support/Eventually.h"
+
+#include <QColor>
+#include <QImage>
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+namespace orvane::tests {
+namespace {
+
+class WindowsSupportTest : public testing::TestWithParam<const char*> {
+protected:
+    void open()
+    {
+        const QString kind = QLatin1String(GetParam());
+        const QString title = QStringLiteral("Looked at");
+        const QStringList place{QStringLiteral("960"), QStringLiteral("240"), QStringLiteral("300"),
+                                QStringLiteral("240"), QStringLiteral("#ffd500")};
+        if (kind == QStringLiteral("xterm"))
+            m_peer = std::make_unique<Peer>(kind, QStringList{QStringLiteral("-T"), title,
+                                                              QStringLiteral("-geometry"),
+                                                              QStringLiteral("40x18+960+240")});
+        else
+            m_peer =
+                std::make_unique<Peer>(kind == QStringLiteral("qt") ? Peer::window() : Peer::gtkHeaderBar(),
+                                       QStringList{title} + place);
+        QRect last;
+        ASSERT_TRUE(eventually(15s, [&] {
+            m_window = m_windows.find(title).value_or(0);
+            const QRect before = std::exchange(last, m_windows.frame(m_window));
+            return m_window != 0 && m_windows.active() == m_window && !last.isEmpty() && before == last;
+        }));
+    }
+
+    Screen m_screen;
+    Windows m_windows;
+    Hardware m_hardware;
+    std::unique_ptr<Peer> m_peer;
+    WindowId m_window = 0;
+};
+
+/// The share of a line of pixels that got brighter, which no shadow does: the desktop is dark.
+double shareBrightened(const QImage& before, const QImage& now, QRect line)
+{
+    int brightened = 0, all = 0;
+    for (int y = line.top(); y <= line.bottom(); ++y) {
+        for (int x = line.left(); x <= line.right(); ++x, ++all)
+            brightened += qGray(now.pixel(x, y)) > qGray(before.pixel(x, y)) + 8;
+    }
+    return double(brightened) / all;
+}
+
+} // namespace
+
+TEST_P(WindowsSupportTest, TheFrameIsWhatIsSeen)
+{
+    ASSERT_TRUE(eventually(20s, [&] { return m_screen.wallpaperIsAt({1200, 400}); }));
+    QImage before;
+    ASSERT_TRUE(eventually(5s, [&] { return std::exchange(before, m_screen.picture()) == before; }));
+    open();
+    const QRect frame = m_windows.frame(m_window);
+    // Without the corners, which may be round.
+    const QRect across = frame.adjusted(20, 0, -20, 0), along = frame.adjusted(0, 20, 0, -20);
+    // A GTK window draws a line of a pixel around itself, in the margin that it says isn't its own.
+    const int beside = m_windows.ownMargins(m_window).isNull() ? 1 : 2;
+    const struct {
+        QRect inside, outside;
+    } edges[] = {
+        {{across.left(), frame.top(), across.width(), 1},
+         {across.left(), frame.top() - beside, across.width(), 1}},
+        {{across.left(), frame.bottom(), across.width(), 1},
+         {across.left(), frame.bottom() + beside, across.width(), 1}},
+        {{frame.left(), along.top(), 1, along.height()},
+         {frame.left() - beside, along.top(), 1, along.height()}},
+        {{frame.right(), along.top(), 1, along.height()},
+         {frame.right() + beside, along.top(), 1, along.height()}},
+    };
+    QImage now;
+    const bool isSeen = eventually(5s, [&] {
+        now = m_screen.picture();
+        for (const auto& edge : edges) {
+            if (shareBrightened(before, now, edge.inside) < 0.7)
+                return false;
+        }
+        return true;
+    });
+    EXPECT_TRUE(isSeen);
+    for (const auto& edge : edges) {
+        EXPECT_GE(shareBrightened(before, now, edge.inside), 0.7)
+            << edge.inside.x() << "," << edge.inside.y() << " " << edge.inside.width();
+        EXPECT_LE(shareBrightened(before, now, edge.outside), 0.05)
+            << edge.outside.x() << "," << edge.outside.y() << " " << edge.outside.width();
+    }
+}
+
+TEST_P(WindowsSupportTest, AHandDragsItByItsTitleBar)
+{
+    open();
+    const QRect before = m_windows.frame(m_window);
+    WindowDrag hand(m_hardware, m_windows, m_window, [] {});
+    ASSERT_TRUE(hand.begin());
+    const QPoint grip = hand.pointer();
+    ASSERT_TRUE(hand.moveTo(grip + QPoint(150, 90)));
+    hand.release();
+    EXPECT_TRUE(eventually(5s,
+                           [&] {
+                               return (m_windows.frame(m_window).topLeft() - before.topLeft() -
+                                       QPoint(150, 90))
+                                          .manhattanLength() <= 16; // GTK's play
+                           }))
+        << m_windows.frame(m_window).x() << "," << m_windows.frame(m_window).y();
+    EXPECT_EQ(m_windows.frame(m_window).size(), before.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, WindowsSupportTest, testing::Values("qt", "gtk", "xterm"));
+
+} // namespace orvane::tests
