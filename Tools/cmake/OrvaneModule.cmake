@@ -20,6 +20,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 sees uninitialized values in every optional<QString> that an optimized build moves.
   target_compile_options(orvane_options INTERFACE -Wno-maybe-uninitialized)
 endif()
+if(ORVANE_PRECOMPILE_HEADERS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(orvane_options INTERFACE -fpch-preprocess) # or ccache can't cope
+endif()
 if(ORVANE_SANITIZE)
   target_compile_options(orvane_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all)
   target_link_options(orvane_options INTERFACE -fsanitize=address,undefined)
@@ -29,6 +32,13 @@ if(ORVANE_TSAN)
   target_link_options(orvane_options INTERFACE -fsanitize=thread)
 endif()
 
+# Lets a target that links Qt6::Core use a precompiled header: orvane_precompiled or orvane_precompiled_tests.
+function(orvane_reuse_precompiled target header)
+  if(TARGET ${header})
+    target_precompile_headers(${target} REUSE_FROM ${header})
+  endif()
+endfunction()
+
 function(orvane_module name)
   cmake_parse_arguments(ARG "" "" "LINK;LINK_PRIVATE" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS
@@ -37,6 +47,7 @@ function(orvane_module name)
   add_library(${name} STATIC ${sources})
   target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/Sources")
   target_link_libraries(${name} PUBLIC orvane_options ${ARG_LINK} PRIVATE ${ARG_LINK_PRIVATE})
+  orvane_reuse_precompiled(${name} orvane_precompiled)
 endfunction()
 
 # orvane_test(Name LINK libs...): a GoogleTest program of every source file in the present folder.
@@ -49,18 +60,26 @@ function(orvane_test name)
   target_link_libraries(${name} PRIVATE orvane_options ${ARG_LINK} GTest::gtest GTest::gmock)
 endfunction()
 
+# All programs of a kind, to build no more than is run.
+foreach(label unit contract desktop)
+  add_custom_target(${label}_tests)
+endforeach()
+add_custom_target(sanitized_tests)
+add_dependencies(sanitized_tests unit_tests contract_tests)
+
 # orvane_ctest(Name LABEL unit|contract|desktop [TIMEOUT seconds] [SESSION options...]): gives an
 # orvane_test program the main function of its kind and enters it in CTest under that label. Contract
-# and desktop tests each run on a private desktop of their own, started with the SESSION options.
+# and desktop tests each run on a private desktop of their own, started with the SESSION options; one that
+# fails there is tried a second time.
 function(orvane_ctest name)
   cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SESSION" ${ARGN})
   if(ARG_LABEL STREQUAL "unit")
     set(timeout 120)
     add_test(NAME ${name} COMMAND ${name})
   elseif(ARG_LABEL MATCHES "^(contract|desktop)$")
-    set(timeout 600)
+    set(timeout 1200)
     add_test(NAME ${name}
-      COMMAND "${CMAKE_SOURCE_DIR}/Tools/desktop/session" ${ARG_SESSION} -- $<TARGET_FILE:${name}>)
+      COMMAND "${CMAKE_SOURCE_DIR}/Tools/desktop/run-tests" ${ARG_SESSION} -- $<TARGET_FILE:${name}>)
   else()
     message(FATAL_ERROR "orvane_ctest(${name}): LABEL is unit, contract or desktop, not '${ARG_LABEL}'")
   endif()
@@ -68,5 +87,7 @@ function(orvane_ctest name)
     set(timeout ${ARG_TIMEOUT})
   endif()
   target_link_libraries(${name} PRIVATE orvane_main_${ARG_LABEL})
+  orvane_reuse_precompiled(${name} orvane_precompiled_tests)
+  add_dependencies(${ARG_LABEL}_tests ${name})
   set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT ${timeout})
 endfunction()
