@@ -97,6 +97,8 @@ TEST_F(PanelsLiveTest, AJoinedWindowIsOnAllSpacesAtEachShowing)
         panels.joinAllSpaces(*window.windowHandle());
         window.show();
         EXPECT_TRUE(eventually(deadline, [&] { return isOnAllSpaces(window); })) << showing;
+        // Hidden before the window manager has mapped it, it would be mapped for good.
+        EXPECT_TRUE(eventually(deadline, [&] { return window.windowHandle()->isExposed(); })) << showing;
         window.hide();
         EXPECT_TRUE(eventually(deadline, [&] {
             return property(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL).empty();

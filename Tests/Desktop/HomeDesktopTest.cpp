@@ -197,6 +197,8 @@ TEST_F(HomeDesktopTest, ByKeyboardAloneACapabilityIsFoundAndSwitchedOn)
     ASSERT_TRUE(eventually(10s, [&] { return !focused().isEmpty(); }));
     ASSERT_TRUE(reach("Tab", "list item General")) << qPrintable(focused());
     m_hardware.tap("End");
+    ASSERT_TRUE(getsFocus("list item Paste as Plain Text")) << qPrintable(focused());
+    m_hardware.tap("Up");
     ASSERT_TRUE(getsFocus("list item Awake")) << qPrintable(focused());
     m_hardware.tap("Tab");
     ASSERT_TRUE(getsFocus("check box Awake")) << qPrintable(focused());
