@@ -8,6 +8,8 @@
 #include <QColor>
 #include <QImage>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -65,31 +67,29 @@ TEST_P(WindowsSupportTest, TheFrameIsWhatIsSeen)
     QImage before;
     ASSERT_TRUE(eventually(5s, [&] { return std::exchange(before, m_screen.picture()) == before; }));
     open();
-    const QRect frame = m_windows.frame(m_window);
-    // Without the corners, which may be round.
-    const QRect across = frame.adjusted(20, 0, -20, 0), along = frame.adjusted(0, 20, 0, -20);
-    // A GTK window draws a line of a pixel around itself, in the margin that it says isn't its own.
-    const int beside = m_windows.ownMargins(m_window).isNull() ? 1 : 2;
-    const struct {
+    struct Edge {
         QRect inside, outside;
-    } edges[] = {
-        {{across.left(), frame.top(), across.width(), 1},
-         {across.left(), frame.top() - beside, across.width(), 1}},
-        {{across.left(), frame.bottom(), across.width(), 1},
-         {across.left(), frame.bottom() + beside, across.width(), 1}},
-        {{frame.left(), along.top(), 1, along.height()},
-         {frame.left() - beside, along.top(), 1, along.height()}},
-        {{frame.right(), along.top(), 1, along.height()},
-         {frame.right() + beside, along.top(), 1, along.height()}},
     };
+    std::array<Edge, 4> edges;
     QImage now;
-    const bool isSeen = eventually(5s, [&] {
+    // A program that decorates itself settles some frames after it is shown.
+    const bool isSeen = eventually(10s, [&] {
+        const QRect frame = m_windows.frame(m_window);
+        // Without the corners, which may be round.
+        const QRect across = frame.adjusted(20, 0, -20, 0), along = frame.adjusted(0, 20, 0, -20);
+        // A GTK window draws a line of a pixel around itself, in the margin that it says isn't its own.
+        const int beside = m_windows.ownMargins(m_window).isNull() ? 1 : 2;
+        edges = {{{{across.left(), frame.top(), across.width(), 1},
+                   {across.left(), frame.top() - beside, across.width(), 1}},
+                  {{across.left(), frame.bottom(), across.width(), 1},
+                   {across.left(), frame.bottom() + beside, across.width(), 1}},
+                  {{frame.left(), along.top(), 1, along.height()},
+                   {frame.left() - beside, along.top(), 1, along.height()}},
+                  {{frame.right(), along.top(), 1, along.height()},
+                   {frame.right() + beside, along.top(), 1, along.height()}}}};
         now = m_screen.picture();
-        for (const auto& edge : edges) {
-            if (shareBrightened(before, now, edge.inside) < 0.7)
-                return false;
-        }
-        return true;
+        return std::ranges::all_of(
+            edges, [&](const Edge& edge) { return shareBrightened(before, now, edge.inside) >= 0.7; });
     });
     EXPECT_TRUE(isSeen);
     for (const auto& edge : edges) {
