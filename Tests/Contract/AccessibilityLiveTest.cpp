@@ -58,7 +58,8 @@ protected:
         const QByteArray bytes =
             m_x.property(m_x.root(), m_x.atom("_NET_CLIENT_LIST_STACKING"), XCB_ATOM_WINDOW);
         QList<WindowId> list(bytes.size() / 4);
-        std::memcpy(list.data(), bytes.constData(), std::size_t(list.size()) * 4);
+        if (!list.isEmpty())
+            std::memcpy(list.data(), bytes.constData(), std::size_t(list.size()) * 4);
         return list;
     }
 

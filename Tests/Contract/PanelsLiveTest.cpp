@@ -39,7 +39,8 @@ protected:
     static std::vector<std::uint32_t> numbers(const QByteArray& bytes)
     {
         std::vector<std::uint32_t> found(static_cast<std::size_t>(bytes.size()) / sizeof(std::uint32_t));
-        std::memcpy(found.data(), bytes.constData(), found.size() * sizeof(std::uint32_t));
+        if (!found.empty())
+            std::memcpy(found.data(), bytes.constData(), found.size() * sizeof(std::uint32_t));
         return found;
     }
     std::vector<std::uint32_t> property(const QWidget& window, const char* name, xcb_atom_t type) const

@@ -1,8 +1,7 @@
 #include "PlatformLinux/Accessibility/ServerExchange.h"
 
 #include "PlatformLinux/EventTap/XkbProtocol.h"
-
-#include <cstring>
+#include "PlatformLinux/X11/PropertyNumbers.h"
 
 #include <poll.h>
 
@@ -62,9 +61,8 @@ std::vector<std::uint32_t> ServerExchange::numbers(xcb_get_property_cookie_t coo
     const auto property = reply<xcb_get_property_reply_t>(cookie);
     if (!property || property->format != 32)
         return {};
-    std::vector<std::uint32_t> numbers(property->value_len);
-    std::memcpy(numbers.data(), xcb_get_property_value(property.get()), numbers.size() * sizeof numbers[0]);
-    return numbers;
+    return propertyNumbers(xcb_get_property_value(property.get()),
+                           static_cast<std::size_t>(xcb_get_property_value_length(property.get())));
 }
 
 QByteArray ServerExchange::bytes(xcb_get_property_cookie_t cookie)

@@ -1,11 +1,11 @@
 #include "PlatformLinux/Applications/WindowActivation.h"
 
 #include "PlatformLinux/Applications/WindowProgram.h"
+#include "PlatformLinux/X11/PropertyNumbers.h"
 #include "PlatformLinux/X11/ServerTime.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <ranges>
 
 namespace orvane {
@@ -18,9 +18,7 @@ std::vector<std::uint32_t> values(const X11Connection& x, xcb_window_t window, c
                                   xcb_atom_t type)
 {
     const QByteArray bytes = x.property(window, x.atom(name), type);
-    std::vector<std::uint32_t> list(static_cast<std::size_t>(bytes.size()) / sizeof(std::uint32_t));
-    std::memcpy(list.data(), bytes.constData(), list.size() * sizeof(std::uint32_t));
-    return list;
+    return propertyNumbers(bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
 
 /// The lowest first.

@@ -1,7 +1,8 @@
 #include "PlatformLinux/Pasteboard/SelectionServer.h"
 
+#include "PlatformLinux/X11/PropertyNumbers.h"
+
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace orvane {
@@ -113,8 +114,8 @@ bool SelectionServer::putMultiple(const PasteboardContents& contents, xcb_window
     const auto asked = m_connection.takeProperty(requestor, property, largestMultiple);
     if (!asked || asked->format != 32)
         return false;
-    std::vector<xcb_atom_t> pairs(static_cast<std::size_t>(asked->bytes.size()) / 8 * 2);
-    std::memcpy(pairs.data(), asked->bytes.constData(), pairs.size() * sizeof(xcb_atom_t));
+    std::vector<xcb_atom_t> pairs =
+        propertyNumbers(asked->bytes.constData(), static_cast<std::size_t>(asked->bytes.size()) / 8 * 8);
     for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
         const bool isGiven = pairs[i] != m_multiple && pairs[i + 1] != XCB_ATOM_NONE &&
                              put(contents, requestor, pairs[i + 1], pairs[i]);

@@ -1,5 +1,7 @@
 #include "PlatformLinux/Screens/DockStruts.h"
 
+#include "PlatformLinux/X11/PropertyNumbers.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -23,10 +25,8 @@ Values take(const X11Connection& x, xcb_get_property_cookie_t cookie)
     const XcbReply<xcb_generic_error_t> ownedError(error);
     if (!reply || reply->format != 32)
         return {};
-    Values values(static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) /
-                  sizeof(std::uint32_t));
-    std::memcpy(values.data(), xcb_get_property_value(reply.get()), values.size() * sizeof(std::uint32_t));
-    return values;
+    return propertyNumbers(xcb_get_property_value(reply.get()),
+                           static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
 }
 
 } // namespace

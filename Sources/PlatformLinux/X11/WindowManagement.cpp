@@ -1,10 +1,10 @@
 #include "PlatformLinux/X11/WindowManagement.h"
 
+#include "PlatformLinux/X11/PropertyNumbers.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <vector>
 
 namespace orvane {
@@ -26,9 +26,7 @@ struct StateAtoms {
 
 std::vector<xcb_atom_t> atomsOf(const QByteArray& property)
 {
-    std::vector<xcb_atom_t> atoms(static_cast<std::size_t>(property.size()) / sizeof(xcb_atom_t));
-    std::memcpy(atoms.data(), property.constData(), atoms.size() * sizeof(xcb_atom_t));
-    return atoms;
+    return propertyNumbers(property.constData(), static_cast<std::size_t>(property.size()));
 }
 
 } // namespace

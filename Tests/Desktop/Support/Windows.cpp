@@ -190,8 +190,9 @@ QList<std::uint32_t> Windows::numbers(WindowId window, const char* property) con
 {
     const QByteArray bytes = text(window, property);
     QList<std::uint32_t> found(bytes.size() / qsizetype(sizeof(std::uint32_t)));
-    std::memcpy(found.data(), bytes.constData(),
-                static_cast<std::size_t>(found.size()) * sizeof(std::uint32_t));
+    if (!found.isEmpty())
+        std::memcpy(found.data(), bytes.constData(),
+                    static_cast<std::size_t>(found.size()) * sizeof(std::uint32_t));
     return found;
 }
 
