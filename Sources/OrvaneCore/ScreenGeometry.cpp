@@ -22,12 +22,15 @@ Rect flipped(const Rect& rect)
 bool isNumber(const QVariant& value)
 {
     switch (value.typeId()) {
+    case QMetaType::Short:
+    case QMetaType::UShort:
     case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::Long:
     case QMetaType::ULong:
     case QMetaType::LongLong:
     case QMetaType::ULongLong:
+    case QMetaType::Float:
     case QMetaType::Double:
         return true;
     default:

@@ -150,7 +150,7 @@ TEST_P(WindowPlacement, TheFrameIsWhatTheServerShows)
 TEST_P(WindowPlacement, NeighbouringHalvesMeet)
 {
     if (keepsShadowsOnScreen())
-        GTEST_SKIP();
+        GTEST_SKIP() << "The window manager keeps the shadows of such a window on the screen.";
     const ForeignWindow one(m_windows, kind(), u"One"_qs);
     const AXUIElement first = elementOf(one);
     const ForeignWindow other(m_windows, kind(), u"Other"_qs);
@@ -170,7 +170,7 @@ TEST_P(WindowPlacement, NeighbouringHalvesMeet)
 TEST_P(WindowPlacement, TheCornersOfTheScreenAreReached)
 {
     if (keepsShadowsOnScreen())
-        GTEST_SKIP();
+        GTEST_SKIP() << "The window manager keeps the shadows of such a window on the screen.";
     const ForeignWindow window(m_windows, kind(), u"Corner"_qs);
     const AXUIElement element = elementOf(window);
     const QRect free = m_windows.workArea({0, 0, 1440, 900});
@@ -208,7 +208,7 @@ TEST_P(WindowPlacement, AMaximizedWindowIsRestoredFirst)
 TEST_P(WindowPlacement, AHungProgramsWindowIsMovedAllTheSame)
 {
     if (keepsShadowsOnScreen())
-        GTEST_SKIP();
+        GTEST_SKIP() << "The window manager keeps the shadows of such a window on the screen.";
     const ForeignWindow window(m_windows, kind(), u"Hung"_qs);
     const AXUIElement element = elementOf(window);
     window.hang();

@@ -168,6 +168,8 @@ TEST(DisplayID, IsTheNumberOfTheScreensDescription)
     EXPECT_EQ(ScreenGeometry::displayID(described(0xFFFFFFFFu)), 0xFFFFFFFFu);
     EXPECT_EQ(ScreenGeometry::displayID(described(69733382)), 69733382u);
     EXPECT_EQ(ScreenGeometry::displayID(described(QVariant::fromValue(qulonglong{5}))), 5u);
+    EXPECT_EQ(ScreenGeometry::displayID(described(QVariant::fromValue(5.0F))), 5u);
+    EXPECT_EQ(ScreenGeometry::displayID(described(QVariant::fromValue(ushort{5}))), 5u);
 }
 
 TEST(DisplayID, IsZeroWithoutANumber)
