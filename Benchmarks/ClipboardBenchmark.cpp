@@ -1,6 +1,6 @@
 // The work of the clipboard history on the main thread, with 10,000 entries: a capture and the saving that it
 // hands over, and a key of the search. On the fake platform, so nobody else is waited for.
-#include "CapabilityClipboardHistory/ClipboardHistoryController.h"
+#include "Capabilities/ClipboardHistory/ClipboardHistoryController.h"
 #include "Fakes/FakePlatform.h"
 
 #include <benchmark/benchmark.h>

@@ -2,9 +2,9 @@
 #include "AllocationCount.h"
 #include "Fakes/FakePlatform.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "KeyboardShortcuts/ShortcutCoding.h"
-#include "KeyboardShortcuts/State.h"
-#include "PlatformLinux/Files/JsonDefaultsStore.h"
+#include "KeyboardShortcuts/Registration/State.h"
+#include "KeyboardShortcuts/Storage/ShortcutCoding.h"
+#include "PlatformLinux/Defaults/JsonDefaultsStore.h"
 
 #include <benchmark/benchmark.h>
 

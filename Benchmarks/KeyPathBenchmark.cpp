@@ -1,8 +1,8 @@
 // The chain from the tap's callback through its subscribers, as it runs for every key of the session.
 #include "AllocationCount.h"
-#include "CapabilityKeySwap/KeySwapController.h"
+#include "Capabilities/KeySwap/KeySwapController.h"
 #include "Fakes/FakePlatform.h"
-#include "OrvaneCore/EventTapService.h"
+#include "OrvaneCore/Input/EventTapService.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
 // What one motion of a dragged window costs the main thread: on the fakes, and on a display the real way,
 // from the monitor's call to its return.
 #include "AllocationCount.h"
-#include "CapabilitySnapZones/SnapZonesController.h"
+#include "Capabilities/SnapZones/SnapZonesController.h"
 #include "Fakes/FakePlatform.h"
-#include "OrvaneCore/AXAttr.h"
+#include "OrvaneCore/Windows/AXAttr.h"
 #include "PlatformLinux/LinuxPlatform.h"
 
 #include <QApplication>

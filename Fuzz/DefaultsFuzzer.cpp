@@ -1,6 +1,6 @@
 // Any bytes are either refused with a reason or decoded to values that keep: their text decodes to equal
 // ones.
-#include "PlatformLinux/Files/DefaultsCodec.h"
+#include "PlatformLinux/Defaults/DefaultsCodec.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // Any bytes are either no history or one that keeps: what is written from it reads back as the same.
-#include "CapabilityClipboardHistory/HistoryCodec.h"
+#include "Capabilities/ClipboardHistory/Archive/HistoryCodec.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // Any bytes of this size are HTML, and give a text in proportion to them, of whole characters, without
 // control characters.
-#include "CapabilityPlainPaste/HtmlText.h"
+#include "Capabilities/PlainPaste/Html/HtmlText.h"
 #include "PlainText.h"
 
 #include <cstdint>

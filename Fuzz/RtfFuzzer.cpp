@@ -1,6 +1,6 @@
 // Any bytes are either no RTF or give a text that is no longer than they are, of whole characters, without
 // control characters.
-#include "CapabilityPlainPaste/RtfText.h"
+#include "Capabilities/PlainPaste/Rtf/RtfText.h"
 #include "PlainText.h"
 
 #include <cstdint>

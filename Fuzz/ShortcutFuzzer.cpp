@@ -1,6 +1,6 @@
 // A stored text is a shortcut exactly when a JSON parser of another make finds both numbers in it, and the
 // shortcut's own text reads as the same one.
-#include "KeyboardShortcuts/ShortcutCoding.h"
+#include "KeyboardShortcuts/Storage/ShortcutCoding.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

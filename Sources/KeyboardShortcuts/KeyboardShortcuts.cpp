@@ -1,8 +1,8 @@
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 
-#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
-#include "KeyboardShortcuts/ShortcutStorage.h"
-#include "KeyboardShortcuts/State.h"
+#include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
+#include "KeyboardShortcuts/Registration/State.h"
+#include "KeyboardShortcuts/Storage/ShortcutStorage.h"
 #include "Platform/Menu.h"
 #include "Platform/Platform.h"
 

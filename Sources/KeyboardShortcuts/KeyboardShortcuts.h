@@ -4,8 +4,8 @@
 // system refuses doesn't fire, and a stored value that can't be read is none.
 #pragma once
 
-#include "KeyboardShortcuts/Name.h"
-#include "KeyboardShortcuts/Shortcut.h"
+#include "KeyboardShortcuts/Shortcut/Name.h"
+#include "KeyboardShortcuts/Shortcut/Shortcut.h"
 
 #include <QList>
 

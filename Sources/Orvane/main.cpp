@@ -1,5 +1,5 @@
-#include "Orvane/AppDelegate.h"
-#include "Orvane/AppEnvironment.h"
+#include "Orvane/Launch/AppDelegate.h"
+#include "Orvane/Launch/AppEnvironment.h"
 #include "Platform/Application.h"
 #include "PlatformLinux/LinuxPlatform.h"
 

@@ -28,8 +28,8 @@ public:
 
     virtual ~InputSources() = default;
 
-    /// The layout in use, or, where that doesn't type Latin letters, the first of the user's layouts that does.
-    /// Null when the system can't tell.
+    /// The layout in use, or, where that doesn't type Latin letters, the first of the user's layouts that
+    /// does. Null when the system can't tell.
     virtual std::shared_ptr<const KeyboardLayout> currentASCIICapableKeyboardLayout() = 0;
 };
 

@@ -16,9 +16,9 @@ public:
     LinuxPlatform(const LinuxPlatform&) = delete;
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
-    /// Claims to be the session's one process. If another one is it, that one is told to come to the front, and
-    /// the exit status is given with which this process has to end. Comes before everything that touches the
-    /// user's files.
+    /// Claims to be the session's one process. If another one is it, that one is told to come to the front,
+    /// and the exit status is given with which this process has to end. Comes before everything that touches
+    /// the user's files.
     std::optional<int> handOver();
 
     /// Made at the first call.

@@ -2,7 +2,7 @@
 #include "Fakes/FakeDefaultsStore.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeRunLoop.h"
-#include "PlatformLinux/Files/JsonDefaultsStore.h"
+#include "PlatformLinux/Defaults/JsonDefaultsStore.h"
 
 #include <QTemporaryDir>
 

@@ -2,8 +2,8 @@
 #include "Contract/HotKeysSupport.h"
 #include "Desktop/Support/OtherClient.h"
 #include "Fakes/FakeLogSink.h"
+#include "PlatformLinux/HotKeys/X11HotKeys.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
-#include "PlatformLinux/Keys/X11HotKeys.h"
 #include "PlatformLinux/Shortcuts/KdeShortcuts.h"
 #include "Support/Eventually.h"
 

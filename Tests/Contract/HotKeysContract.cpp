@@ -5,8 +5,8 @@
 #include "Desktop/Support/OtherClient.h"
 #include "Fakes/FakeHotKeys.h"
 #include "Fakes/FakeLogSink.h"
+#include "PlatformLinux/HotKeys/X11HotKeys.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
-#include "PlatformLinux/Keys/X11HotKeys.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 #include "Support/Eventually.h"
 

@@ -1,5 +1,5 @@
 #include "Fakes/FakeLogSink.h"
-#include "PlatformLinux/JournalLogSink.h"
+#include "PlatformLinux/Session/JournalLogSink.h"
 #include "Support/JournalStandIn.h"
 
 #include <QRegularExpression>

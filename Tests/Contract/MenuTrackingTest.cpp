@@ -5,9 +5,9 @@
 #include "Desktop/Support/Bus.h"
 #include "Desktop/Support/Screen.h"
 #include "Platform/Menu.h"
+#include "PlatformLinux/Menus/TrayMenuView.h"
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
 #include "PlatformLinux/Tray/StatusNotifierNames.h"
-#include "PlatformLinux/Tray/TrayMenuView.h"
 
 #include <QComboBox>
 #include <QContextMenuEvent>

@@ -1,12 +1,12 @@
 // The recorder on the private desktop, typed on and clicked on as a person does it.
 #include "Contract/EventMonitorsFixture.h"
 #include "Fakes/FakePlatform.h"
-#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "KeyboardShortcuts/RecorderAlertPanel.h"
-#include "KeyboardShortcuts/RecorderCocoaView.h"
+#include "KeyboardShortcuts/Recorder/RecorderAlertPanel.h"
+#include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
+#include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
+#include "PlatformLinux/HotKeys/X11HotKeys.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
-#include "PlatformLinux/Keys/X11HotKeys.h"
 #include "PlatformLinux/Session/QtRunLoop.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 

@@ -1,7 +1,7 @@
 #include "Fakes/FakeSound.h"
-#include "PlatformLinux/EventTap/XkbProtocol.h"
 #include "PlatformLinux/Session/XkbSound.h"
 #include "PlatformLinux/X11/XcbReply.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 #include "Support/Eventually.h"
 
 #include <gmock/gmock.h>

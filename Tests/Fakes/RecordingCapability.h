@@ -1,7 +1,7 @@
 // A capability that writes down each call, and whose operations can be told to fail or to suspend.
 #pragma once
 
-#include "OrvaneCore/Capability.h"
+#include "OrvaneCore/Capability/Capability.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 // A datagram socket in the place of the system journal's, and the entries that arrive there.
 #pragma once
 
-#include "PlatformLinux/Files/FileDescriptor.h"
+#include "PlatformLinux/Common/FileDescriptor.h"
 
 #include <QByteArray>
 #include <QMap>

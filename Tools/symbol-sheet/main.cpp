@@ -1,5 +1,5 @@
 // Draws every system symbol at the sizes that it is used in, light and dark: symbol-sheet FILE.png
-#include "OrvaneCore/OrvaSymbol.h"
+#include "OrvaneKit/Theme/OrvaSymbol.h"
 
 #include <QDir>
 #include <QGuiApplication>

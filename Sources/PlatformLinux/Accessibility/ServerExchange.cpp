@@ -1,7 +1,7 @@
 #include "PlatformLinux/Accessibility/ServerExchange.h"
 
-#include "PlatformLinux/EventTap/XkbProtocol.h"
 #include "PlatformLinux/X11/PropertyNumbers.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <poll.h>
 

@@ -1,7 +1,7 @@
 #include "PlatformLinux/Applications/DesktopEntries.h"
 
+#include "PlatformLinux/Common/XdgDirectories.h"
 #include "PlatformLinux/Files/DesktopEntry.h"
-#include "PlatformLinux/Files/XdgDirectories.h"
 
 #include <QCollator>
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "PlatformLinux/EventMonitors/XcbEventReader.h"
 
 #include "PlatformLinux/EventMonitors/MouseButtons.h"
-#include "PlatformLinux/EventTap/EventKeyCodes.h"
-#include "PlatformLinux/EventTap/XkbProtocol.h"
+#include "PlatformLinux/Keys/EventKeyCodes.h"
 #include "PlatformLinux/Keys/KeyFlags.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <QGuiApplication>
 #include <QScreen>

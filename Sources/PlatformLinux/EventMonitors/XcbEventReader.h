@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Platform/EventMonitors.h"
-#include "PlatformLinux/EventTap/ModifierRoles.h"
+#include "PlatformLinux/X11/ModifierRoles.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "PlatformLinux/EventTap/DeviceKeymap.h"
 
-#include "PlatformLinux/EventTap/XkbProtocol.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <cstddef>
 #include <cstring>

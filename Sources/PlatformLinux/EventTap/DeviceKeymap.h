@@ -3,7 +3,7 @@
 // anyone who types. One thread at a time.
 #pragma once
 
-#include "PlatformLinux/EventTap/InputConnection.h"
+#include "PlatformLinux/X11/InputConnection.h"
 
 #include <cstddef>
 #include <vector>

@@ -5,7 +5,7 @@
 
 #include "PlatformLinux/EventTap/DeviceKeymap.h"
 #include "PlatformLinux/EventTap/InjectorModel.h"
-#include "PlatformLinux/EventTap/InputConnection.h"
+#include "PlatformLinux/X11/InputConnection.h"
 
 #include <optional>
 #include <string>

@@ -2,8 +2,8 @@
 // dies, and frees the keyboards when it stands still. It lives as long as the link.
 #pragma once
 
+#include "PlatformLinux/Common/FileDescriptor.h"
 #include "PlatformLinux/EventTap/SharedPulse.h"
-#include "PlatformLinux/Files/FileDescriptor.h"
 
 #include <QByteArray>
 

@@ -1,6 +1,6 @@
 #include "PlatformLinux/EventTap/InjectorModel.h"
 
-#include "PlatformLinux/EventTap/EventKeyCodes.h"
+#include "PlatformLinux/Keys/EventKeyCodes.h"
 
 #include <utility>
 

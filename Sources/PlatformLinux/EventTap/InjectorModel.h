@@ -6,8 +6,8 @@
 
 #include "Platform/Event.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
-#include "PlatformLinux/EventTap/KeyActions.h"
-#include "PlatformLinux/EventTap/ModifierRoles.h"
+#include "PlatformLinux/X11/KeyActions.h"
+#include "PlatformLinux/X11/ModifierRoles.h"
 
 #include <array>
 #include <optional>

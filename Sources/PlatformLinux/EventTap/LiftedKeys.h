@@ -4,8 +4,8 @@
 // time.
 #pragma once
 
-#include "PlatformLinux/EventTap/InputConnection.h"
-#include "PlatformLinux/EventTap/KeyActions.h"
+#include "PlatformLinux/X11/InputConnection.h"
+#include "PlatformLinux/X11/KeyActions.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 // The pulse in memory that a child process can be given. Any thread.
 #pragma once
 
+#include "PlatformLinux/Common/FileDescriptor.h"
 #include "PlatformLinux/EventTap/TapPulse.h"
-#include "PlatformLinux/Files/FileDescriptor.h"
 
 #include <new>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "PlatformLinux/EventTap/TapGuardian.h"
 
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
-#include "PlatformLinux/EventTap/InputConnection.h"
+#include "PlatformLinux/X11/InputConnection.h"
 
 #include <string_view>
 

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "Platform/Event.h"
-#include "PlatformLinux/EventTap/EventSignal.h"
+#include "PlatformLinux/Common/EventSignal.h"
 
 #include <chrono>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "PlatformLinux/EventTap/TapThread.h"
 
-#include "PlatformLinux/EventTap/XkbProtocol.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <algorithm>
 #include <cerrno>

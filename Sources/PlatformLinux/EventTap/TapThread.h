@@ -5,7 +5,7 @@
 #pragma once
 
 #include "Platform/LogSink.h"
-#include "PlatformLinux/EventTap/EventSignal.h"
+#include "PlatformLinux/Common/EventSignal.h"
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
 #include "PlatformLinux/EventTap/LiftedKeys.h"
 #include "PlatformLinux/EventTap/TapGuardian.h"

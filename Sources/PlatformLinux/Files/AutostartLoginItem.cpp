@@ -1,7 +1,7 @@
 #include "PlatformLinux/Files/AutostartLoginItem.h"
 
 #include "Platform/PlatformError.h"
-#include "PlatformLinux/Files/AtomicFile.h"
+#include "PlatformLinux/Common/AtomicFile.h"
 #include "PlatformLinux/Files/DesktopEntry.h"
 #include "PlatformLinux/Files/ProgramBundle.h"
 

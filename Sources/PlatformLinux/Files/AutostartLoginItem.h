@@ -5,7 +5,7 @@
 #pragma once
 
 #include "Platform/LoginItem.h"
-#include "PlatformLinux/Files/XdgDirectories.h"
+#include "PlatformLinux/Common/XdgDirectories.h"
 
 #include <QString>
 #include <QStringList>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Platform/FileManager.h"
-#include "PlatformLinux/Files/XdgDirectories.h"
+#include "PlatformLinux/Common/XdgDirectories.h"
 
 namespace orvane {
 

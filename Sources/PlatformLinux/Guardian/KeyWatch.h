@@ -3,8 +3,8 @@
 // one key, then of no more until it has looked. One thread.
 #pragma once
 
-#include "PlatformLinux/EventTap/InputConnection.h"
 #include "PlatformLinux/EventTap/SharedPulse.h"
+#include "PlatformLinux/X11/InputConnection.h"
 
 #include <chrono>
 #include <optional>

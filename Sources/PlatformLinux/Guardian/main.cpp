@@ -1,9 +1,9 @@
 // orvane-guardian WINDOW: waits for the program at the other end of standard input to end. If it ends without
 // a goodbye, what it had pressed on the XTEST keyboard is let go, which else would be down for ever. If it
 // stands still while keys are typed, the keyboards are taken from it as well. Ends with the X server too.
-#include "PlatformLinux/EventTap/InputConnection.h"
 #include "PlatformLinux/EventTap/LiftedKeys.h"
 #include "PlatformLinux/Guardian/KeyWatch.h"
+#include "PlatformLinux/X11/InputConnection.h"
 
 #include <cerrno>
 #include <charconv>

@@ -1,7 +1,7 @@
 #include "PlatformLinux/Keys/ModifierMasks.h"
 
 #include "Platform/HotKeys.h"
-#include "PlatformLinux/EventTap/ModifierRoles.h"
+#include "PlatformLinux/X11/ModifierRoles.h"
 
 #include <algorithm>
 

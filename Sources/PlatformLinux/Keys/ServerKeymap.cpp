@@ -1,7 +1,7 @@
 #include "PlatformLinux/Keys/ServerKeymap.h"
 
-#include "PlatformLinux/EventTap/XkbProtocol.h"
 #include "PlatformLinux/Keys/KeymapTables.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <QCoreApplication>
 

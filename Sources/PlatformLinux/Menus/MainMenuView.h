@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Platform/Menu.h"
-#include "PlatformLinux/Tray/TrayMenuView.h"
+#include "PlatformLinux/Menus/TrayMenuView.h"
 
 #include <QObject>
 

@@ -5,7 +5,7 @@
 
 #include "Platform/LogSink.h"
 #include "Platform/Pasteboard.h"
-#include "PlatformLinux/EventTap/EventSignal.h"
+#include "PlatformLinux/Common/EventSignal.h"
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
 
 #include <atomic>

@@ -2,7 +2,7 @@
 // the bus) goes from the old one to the new one without a moment in which both want it. Main thread.
 #pragma once
 
-#include "PlatformLinux/Files/FileDescriptor.h"
+#include "PlatformLinux/Common/FileDescriptor.h"
 
 #include <QProcessEnvironment>
 

@@ -1,7 +1,7 @@
 #include "PlatformLinux/Session/XkbSound.h"
 
-#include "PlatformLinux/EventTap/XkbProtocol.h"
 #include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <QGuiApplication>
 #include <QWindow>

@@ -1,12 +1,12 @@
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 
 #include "Platform/HotKeys.h"
+#include "PlatformLinux/Common/SessionBusLink.h"
 #include "PlatformLinux/Keys/KeymapTables.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
 #include "PlatformLinux/Shortcuts/GSettingsShortcuts.h"
 #include "PlatformLinux/Shortcuts/KdeShortcuts.h"
 #include "PlatformLinux/Shortcuts/XfconfShortcuts.h"
-#include "PlatformLinux/Tray/SessionBusLink.h"
 
 #include <QGuiApplication>
 

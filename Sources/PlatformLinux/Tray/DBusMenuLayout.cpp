@@ -1,8 +1,8 @@
 #include "PlatformLinux/Tray/DBusMenuLayout.h"
 
 #include "PlatformLinux/Menus/KeyEquivalent.h"
-#include "PlatformLinux/Tray/MenuText.h"
-#include "PlatformLinux/Tray/TemplateTint.h"
+#include "PlatformLinux/Menus/MenuText.h"
+#include "PlatformLinux/Menus/TemplateTint.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 #include <QBuffer>

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "PlatformLinux/Menus/MenuTracking.h"
-#include "PlatformLinux/X11/MenuWindowWatch.h"
+#include "PlatformLinux/Tray/MenuWindowWatch.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>

@@ -1,8 +1,8 @@
 #include "PlatformLinux/Tray/LinuxStatusItem.h"
 
+#include "PlatformLinux/Menus/TrayMenuView.h"
 #include "PlatformLinux/Tray/StatusArea.h"
 #include "PlatformLinux/Tray/StatusNotifierItem.h"
-#include "PlatformLinux/Tray/TrayMenuView.h"
 #include "PlatformLinux/Tray/XEmbedTrayWindow.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 // be read on it. Shared by the items of a process. Main thread.
 #pragma once
 
+#include "PlatformLinux/Menus/TemplateTint.h"
 #include "PlatformLinux/Tray/StatusNotifierHostWatch.h"
-#include "PlatformLinux/Tray/TemplateTint.h"
 #include "PlatformLinux/Tray/XEmbedTrayWatch.h"
 
 namespace orvane {

@@ -1,7 +1,7 @@
 // Knows whether the session has a StatusNotifierItem host, as it comes and goes. Main thread; never waits.
 #pragma once
 
-#include "PlatformLinux/Tray/SessionBusLink.h"
+#include "PlatformLinux/Common/SessionBusLink.h"
 
 #include <QDBusMessage>
 

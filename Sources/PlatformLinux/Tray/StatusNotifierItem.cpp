@@ -149,9 +149,8 @@ QString StatusNotifierItem::category() const
 
 QString StatusNotifierItem::id() const
 {
-    return m_content.autosaveName.isEmpty()
-               ? QStringLiteral("net.lindenrow.orvane-%1").arg(m_content.number)
-               : m_content.autosaveName;
+    return m_content.autosaveName.isEmpty() ? QStringLiteral("net.lindenrow.orvane-%1").arg(m_content.number)
+                                            : m_content.autosaveName;
 }
 
 QString StatusNotifierItem::title() const

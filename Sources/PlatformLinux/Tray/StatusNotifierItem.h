@@ -2,12 +2,12 @@
 // when its connection closes, and by no other means. Main thread; never waits for the bus.
 #pragma once
 
+#include "PlatformLinux/Common/SessionBusLink.h"
+#include "PlatformLinux/Menus/TemplateTint.h"
 #include "PlatformLinux/Tray/DBusMenuExporter.h"
 #include "PlatformLinux/Tray/HostMenuWatch.h"
-#include "PlatformLinux/Tray/SessionBusLink.h"
 #include "PlatformLinux/Tray/StatusItemContent.h"
 #include "PlatformLinux/Tray/StatusNotifierTypes.h"
-#include "PlatformLinux/Tray/TemplateTint.h"
 
 #include <QDBusObjectPath>
 #include <QPointer>

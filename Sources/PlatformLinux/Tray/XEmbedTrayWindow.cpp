@@ -1,6 +1,6 @@
 #include "PlatformLinux/Tray/XEmbedTrayWindow.h"
 
-#include "PlatformLinux/Tray/MenuText.h"
+#include "PlatformLinux/Menus/MenuText.h"
 
 #include <QApplication>
 #include <QCursor>

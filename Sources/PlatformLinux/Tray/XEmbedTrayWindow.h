@@ -2,8 +2,8 @@
 // and may destroy it, which Qt's own would not survive. Sizes are pixels, given by the tray. Main thread.
 #pragma once
 
+#include "PlatformLinux/Menus/TemplateTint.h"
 #include "PlatformLinux/Tray/StatusItemContent.h"
-#include "PlatformLinux/Tray/TemplateTint.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>

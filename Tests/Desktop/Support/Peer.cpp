@@ -77,8 +77,8 @@ const QStringList& Peer::lines()
 QString clipboardText()
 {
     QProcess process;
-    process.start(QStringLiteral("xclip"), {QStringLiteral("-o"), QStringLiteral("-selection"),
-                                            QStringLiteral("clipboard")});
+    process.start(QStringLiteral("xclip"),
+                  {QStringLiteral("-o"), QStringLiteral("-selection"), QStringLiteral("clipboard")});
     process.waitForFinished(5000);
     return QString::fromUtf8(process.readAllStandardOutput());
 }
@@ -88,8 +88,8 @@ void setClipboardText(const QString& text)
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral("xclip"), {QStringLiteral("-i"), QStringLiteral("-selection"),
-                                            QStringLiteral("clipboard")});
+    process.start(QStringLiteral("xclip"),
+                  {QStringLiteral("-i"), QStringLiteral("-selection"), QStringLiteral("clipboard")});
     process.write(text.toUtf8());
     process.closeWriteChannel();
     process.waitForFinished(5000);

@@ -1,5 +1,5 @@
-#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
-#include "KeyboardShortcuts/State.h"
+#include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
+#include "KeyboardShortcuts/Registration/State.h"
 #include "ShortcutsFixture.h"
 
 #include <limits>

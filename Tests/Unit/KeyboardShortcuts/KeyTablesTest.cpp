@@ -1,6 +1,6 @@
-#include "KeyboardShortcuts/Key.h"
-#include "KeyboardShortcuts/KeyText.h"
-#include "KeyboardShortcuts/ModifierFlags.h"
+#include "KeyboardShortcuts/Shortcut/Key.h"
+#include "KeyboardShortcuts/Shortcut/KeyText.h"
+#include "KeyboardShortcuts/Shortcut/ModifierFlags.h"
 
 #include <gtest/gtest.h>
 

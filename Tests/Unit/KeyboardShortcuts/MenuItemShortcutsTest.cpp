@@ -1,4 +1,4 @@
-#include "KeyboardShortcuts/MenuItemShortcuts.h"
+#include "KeyboardShortcuts/Registration/MenuItemShortcuts.h"
 #include "ShortcutsFixture.h"
 
 #include <thread>

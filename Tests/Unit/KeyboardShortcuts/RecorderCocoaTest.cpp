@@ -1,6 +1,6 @@
 // The recorder's control: what it shows, what it records, and what it leaves behind.
-#include "KeyboardShortcuts/RecorderCocoaView.h"
-#include "KeyboardShortcuts/RecorderTextView.h"
+#include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
+#include "KeyboardShortcuts/Recorder/RecorderTextView.h"
 #include "Unit/KeyboardShortcuts/RecorderFixture.h"
 
 #include <QAccessible>

@@ -1,5 +1,5 @@
 // What a recorder decides about each event, in the order of its questions.
-#include "KeyboardShortcuts/RecorderDecision.h"
+#include "KeyboardShortcuts/Recorder/RecorderDecision.h"
 #include "Fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

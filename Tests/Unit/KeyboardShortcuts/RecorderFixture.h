@@ -1,10 +1,10 @@
 // A window with recorders on the platform of fakes, and the events that their monitors see.
 #pragma once
 
-#include "KeyboardShortcuts/RecorderAlertPanel.h"
-#include "KeyboardShortcuts/RecorderCocoaView.h"
+#include "KeyboardShortcuts/Recorder/RecorderAlertPanel.h"
+#include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 #include "Unit/KeyboardShortcuts/ShortcutsFixture.h"
-#include "Unit/OrvaneCore/OrvaWidgetSupport.h"
+#include "Unit/OrvaneKit/OrvaWidgetSupport.h"
 
 #include <QAbstractButton>
 #include <QPointer>

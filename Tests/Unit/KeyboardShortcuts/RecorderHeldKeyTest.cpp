@@ -1,5 +1,5 @@
 // What follows on the key that has ended a recording, for as long as it is held.
-#include "KeyboardShortcuts/RecorderCocoaView.h"
+#include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 #include "Unit/KeyboardShortcuts/RecorderFixture.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // The recorder's texts in more than one language, and shortcuts in words.
-#include "KeyboardShortcuts/RecorderStrings.h"
+#include "KeyboardShortcuts/Recorder/RecorderStrings.h"
 #include "Fakes/FakePlatform.h"
-#include "KeyboardShortcuts/RecorderSpeech.h"
+#include "KeyboardShortcuts/Recorder/RecorderSpeech.h"
 
 #include <QFile>
 #include <QJsonDocument>

@@ -1,7 +1,7 @@
 // The recorder as a part of a pane.
-#include "KeyboardShortcuts/Recorder.h"
-#include "OrvaneCore/OrvaRows.h"
-#include "OrvaneCore/OrvaSection.h"
+#include "KeyboardShortcuts/Recorder/Recorder.h"
+#include "OrvaneKit/Model/OrvaRows.h"
+#include "OrvaneKit/Model/OrvaSection.h"
 #include "Unit/KeyboardShortcuts/RecorderFixture.h"
 
 namespace {

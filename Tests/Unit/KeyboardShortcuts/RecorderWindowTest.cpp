@@ -1,5 +1,5 @@
 // The recorder's control in its window: who has the focus, and the alert.
-#include "KeyboardShortcuts/RecorderCocoaView.h"
+#include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 #include "Unit/KeyboardShortcuts/RecorderFixture.h"
 
 #include <QStackedWidget>

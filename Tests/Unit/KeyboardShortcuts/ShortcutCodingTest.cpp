@@ -1,4 +1,4 @@
-#include "KeyboardShortcuts/ShortcutCoding.h"
+#include "KeyboardShortcuts/Storage/ShortcutCoding.h"
 
 #include <gtest/gtest.h>
 

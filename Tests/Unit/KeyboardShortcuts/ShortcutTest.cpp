@@ -1,4 +1,4 @@
-#include "KeyboardShortcuts/Shortcut.h"
+#include "KeyboardShortcuts/Shortcut/Shortcut.h"
 #include "ShortcutsFixture.h"
 
 #include <unordered_set>

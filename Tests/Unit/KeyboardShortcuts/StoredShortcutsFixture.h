@@ -1,7 +1,7 @@
 // What is stored and what counts as registered, for tests of names and of handlers.
 #pragma once
 
-#include "KeyboardShortcuts/State.h"
+#include "KeyboardShortcuts/Registration/State.h"
 #include "ShortcutsFixture.h"
 
 namespace orvane::tests {

@@ -1,4 +1,4 @@
-#include "KeyboardShortcuts/CarbonKeyboardShortcuts.h"
+#include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
 #include "ShortcutsFixture.h"
 
 using namespace orvane;

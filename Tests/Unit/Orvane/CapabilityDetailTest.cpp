@@ -1,11 +1,11 @@
 // The page of a capability as a tree of components: header, chips, permission banner, body, ticker.
-#include "KeyboardShortcuts/Recorder.h"
-#include "Orvane/CapabilityDetailView.h"
-#include "Orvane/CapabilityToggle.h"
-#include "Orvane/HotkeyChip.h"
-#include "Orvane/OrvaPermissionRow.h"
-#include "Orvane/PermissionRestartRow.h"
-#include "OrvaneCore/OrvaLayout.h"
+#include "KeyboardShortcuts/Recorder/Recorder.h"
+#include "Orvane/Home/CapabilityDetailView.h"
+#include "Orvane/Home/CapabilityToggle.h"
+#include "Orvane/Permissions/OrvaPermissionRow.h"
+#include "Orvane/Permissions/PermissionRestartRow.h"
+#include "Orvane/Shortcuts/HotkeyChip.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
 #include "Unit/Orvane/HomeFixture.h"
 
 namespace orvane::tests {

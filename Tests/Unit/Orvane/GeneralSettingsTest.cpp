@@ -1,10 +1,10 @@
 // The general page as a tree of components, and the texts of its permissions.
-#include "KeyboardShortcuts/Recorder.h"
-#include "Orvane/GeneralSettingsView.h"
-#include "Orvane/OrvaPermissionRow.h"
-#include "Orvane/OrvaneBrand.h"
-#include "Orvane/PermissionRestartRow.h"
-#include "OrvaneCore/OrvaLayout.h"
+#include "KeyboardShortcuts/Recorder/Recorder.h"
+#include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Home/GeneralSettingsView.h"
+#include "Orvane/Permissions/OrvaPermissionRow.h"
+#include "Orvane/Permissions/PermissionRestartRow.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
 #include "Unit/Orvane/HomeFixture.h"
 
 #include <gmock/gmock.h>

@@ -4,12 +4,12 @@
 #include "Fakes/FakePlatform.h"
 #include "Fakes/RecordingCapability.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "Orvane/HomeView.h"
-#include "OrvaneCore/AppPreferences.h"
-#include "OrvaneCore/CapabilityRegistry.h"
-#include "OrvaneCore/OrvaRows.h"
-#include "OrvaneCore/OrvaSection.h"
-#include "OrvaneCore/PermissionManager.h"
+#include "Orvane/Home/HomeView.h"
+#include "OrvaneCore/Capability/CapabilityRegistry.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneCore/Preferences/AppPreferences.h"
+#include "OrvaneKit/Model/OrvaRows.h"
+#include "OrvaneKit/Model/OrvaSection.h"
 
 #include <QSet>
 

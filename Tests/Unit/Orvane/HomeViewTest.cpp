@@ -1,8 +1,8 @@
 // The home view as a tree of components: what its sidebar lists, and which page it shows.
-#include "Orvane/CapabilityDetailView.h"
-#include "Orvane/GeneralSettingsView.h"
-#include "Orvane/OrvaneBrand.h"
-#include "Orvane/StatusDot.h"
+#include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Home/CapabilityDetailView.h"
+#include "Orvane/Home/GeneralSettingsView.h"
+#include "Orvane/Home/StatusDot.h"
 #include "Unit/Orvane/HomeFixture.h"
 
 namespace orvane::tests {

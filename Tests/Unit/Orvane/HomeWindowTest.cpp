@@ -1,16 +1,16 @@
 // The home window as widgets: its numbers, its life, its keyboard, what ticks and what scrolls.
 #include "Fakes/FakePlatform.h"
-#include "Orvane/CapabilityDetailView.h"
-#include "Orvane/HomeWindowController.h"
-#include "Orvane/HomeWindowPlacement.h"
-#include "Orvane/OrvaneBrand.h"
-#include "Orvane/RootView.h"
-#include "OrvaneCore/OrvaLayout.h"
-#include "OrvaneCore/OrvaSidebarView.h"
-#include "OrvaneCore/OrvaSwitchView.h"
-#include "OrvaneCore/OrvaTextButtonView.h"
+#include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Home/CapabilityDetailView.h"
+#include "Orvane/Home/HomeWindowController.h"
+#include "Orvane/Home/HomeWindowPlacement.h"
+#include "Orvane/Home/RootView.h"
+#include "OrvaneKit/Controls/OrvaSwitchView.h"
+#include "OrvaneKit/Controls/OrvaTextButtonView.h"
+#include "OrvaneKit/Lists/OrvaSidebarView.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
 #include "Unit/Orvane/HomeFixture.h"
-#include "Unit/OrvaneCore/OrvaWidgetSupport.h"
+#include "Unit/OrvaneKit/OrvaWidgetSupport.h"
 
 #include <QPointer>
 #include <QScrollArea>

@@ -1,10 +1,10 @@
 // Which action a shortcut runs, and when it may.
-#include "Orvane/HotkeyManager.h"
+#include "Orvane/Shortcuts/HotkeyManager.h"
 #include "Fakes/FakePlatform.h"
 #include "Fakes/RecordingCapability.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "Orvane/AppEnvironment.h"
-#include "Orvane/HomeWindowController.h"
+#include "Orvane/Home/HomeWindowController.h"
+#include "Orvane/Launch/AppEnvironment.h"
 
 #include <QWidget>
 

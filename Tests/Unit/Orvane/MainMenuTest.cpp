@@ -1,5 +1,5 @@
 // The application's menu bar.
-#include "Orvane/MainMenu.h"
+#include "Orvane/Menus/MainMenu.h"
 #include "Fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

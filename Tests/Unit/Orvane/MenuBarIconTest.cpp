@@ -1,5 +1,5 @@
 // The status picture, pixel by pixel.
-#include "Orvane/MenuBarIcon.h"
+#include "Orvane/Menus/MenuBarIcon.h"
 
 #include <QImage>
 #include <QPainter>

@@ -3,12 +3,12 @@
 
 #include "Fakes/FakePlatform.h"
 #include "Fakes/RecordingCapability.h"
-#include "Orvane/OnboardingFlow.h"
-#include "OrvaneCore/CapabilityRegistry.h"
-#include "OrvaneCore/CapabilityStore.h"
-#include "OrvaneCore/OrvaLayout.h"
-#include "OrvaneCore/OrvaRows.h"
-#include "OrvaneCore/PermissionManager.h"
+#include "Orvane/Onboarding/OnboardingFlow.h"
+#include "OrvaneCore/Capability/CapabilityRegistry.h"
+#include "OrvaneCore/Capability/CapabilityStore.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Model/OrvaRows.h"
 
 #include <memory>
 #include <vector>

@@ -1,7 +1,7 @@
 // The first run as widgets: keys, focus, motion, polling, and what assistive technology hears.
-#include "Orvane/OnboardingFlowView.h"
+#include "Orvane/Onboarding/OnboardingFlowView.h"
 #include "Unit/Orvane/OnboardingFixture.h"
-#include "Unit/OrvaneCore/OrvaWidgetSupport.h"
+#include "Unit/OrvaneKit/OrvaWidgetSupport.h"
 
 #include <QAccessible>
 #include <QCheckBox>

@@ -1,12 +1,12 @@
 // The first run as a tree: its pages, its ways forward and back, what it leaves behind.
-#include "Orvane/CapabilityPickerView.h"
-#include "Orvane/OrvaPermissionRow.h"
-#include "Orvane/OrvaneBrand.h"
-#include "Orvane/PageDotsView.h"
-#include "Orvane/PermissionChecklistView.h"
-#include "Orvane/PermissionRestartRow.h"
-#include "Orvane/WelcomeStepView.h"
-#include "OrvaneCore/OrvaPage.h"
+#include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Onboarding/CapabilityPickerView.h"
+#include "Orvane/Onboarding/PageDotsView.h"
+#include "Orvane/Onboarding/WelcomeStepView.h"
+#include "Orvane/Permissions/OrvaPermissionRow.h"
+#include "Orvane/Permissions/PermissionChecklistView.h"
+#include "Orvane/Permissions/PermissionRestartRow.h"
+#include "OrvaneKit/Model/OrvaPage.h"
 #include "Unit/Orvane/OnboardingFixture.h"
 
 namespace orvane::tests {

@@ -1,8 +1,8 @@
 // The product's colour, word and mark, as they are drawn.
-#include "Orvane/OrvaneBrand.h"
+#include "Orvane/Brand/OrvaneBrand.h"
 #include "Fakes/FakePlatform.h"
-#include "Orvane/MenuBarIcon.h"
-#include "Unit/OrvaneCore/OrvaWidgetSupport.h"
+#include "Orvane/Menus/MenuBarIcon.h"
+#include "Unit/OrvaneKit/OrvaWidgetSupport.h"
 
 #include <QAccessible>
 #include <QFontMetricsF>

@@ -1,15 +1,15 @@
 // A permission's row in all its states, and the row that starts the program anew.
 #include "Fakes/FakePlatform.h"
-#include "Orvane/AppRelaunch.h"
-#include "Orvane/OrvaPermissionRow.h"
-#include "Orvane/OrvaRowSymbol.h"
-#include "Orvane/PermissionRestartRow.h"
-#include "OrvaneCore/OrvaLayout.h"
-#include "OrvaneCore/OrvaPage.h"
-#include "OrvaneCore/OrvaPillView.h"
-#include "OrvaneCore/OrvaRows.h"
-#include "OrvaneCore/PermissionManager.h"
-#include "Unit/OrvaneCore/OrvaWidgetSupport.h"
+#include "Orvane/Home/OrvaRowSymbol.h"
+#include "Orvane/Launch/AppRelaunch.h"
+#include "Orvane/Permissions/OrvaPermissionRow.h"
+#include "Orvane/Permissions/PermissionRestartRow.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneKit/Controls/OrvaPillView.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Model/OrvaPage.h"
+#include "OrvaneKit/Model/OrvaRows.h"
+#include "Unit/OrvaneKit/OrvaWidgetSupport.h"
 
 #include <QPushButton>
 

@@ -1,13 +1,13 @@
 #include "Fakes/FakePlatform.h"
 #include "Fakes/RecordingCapability.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "Orvane/AppDelegate.h"
-#include "Orvane/AppEnvironment.h"
-#include "Orvane/AppRelaunch.h"
-#include "Orvane/HomeWindowController.h"
-#include "Orvane/MenuBarController.h"
-#include "Orvane/OrvaneBrand.h"
-#include "OrvaneCore/OrvaNotifications.h"
+#include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Home/HomeWindowController.h"
+#include "Orvane/Launch/AppDelegate.h"
+#include "Orvane/Launch/AppEnvironment.h"
+#include "Orvane/Launch/AppRelaunch.h"
+#include "Orvane/Menus/MenuBarController.h"
+#include "OrvaneCore/Base/OrvaNotifications.h"
 
 #include <QImage>
 #include <QPainter>

@@ -1,5 +1,5 @@
 // Every system symbol that is named anywhere has its picture.
-#include "OrvaneCore/SystemSymbol.h"
+#include "OrvaneKit/Theme/SystemSymbol.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,6 +1,6 @@
-#include "OrvaneCore/AX.h"
+#include "OrvaneCore/Windows/AX.h"
 #include "Fakes/FakePlatform.h"
-#include "OrvaneCore/AXAttr.h"
+#include "OrvaneCore/Windows/AXAttr.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
+#include "OrvaneCore/Capability/CapabilityRegistry.h"
 #include "Fakes/FakePlatform.h"
 #include "Fakes/RecordingCapability.h"
-#include "OrvaneCore/CapabilityRegistry.h"
-#include "OrvaneCore/PermissionManager.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
 
 #include <gtest/gtest.h>
 
@@ -263,9 +263,14 @@ TEST_F(CapabilityRegistryTest, DisableFromAnyStateDeactivatesStopsTheHostAndLeav
 {
     const auto reach = [this](Kind from) {
         switch (from) {
-        case Kind::disabled: break;
-        case Kind::installed: disable(); break;
-        case Kind::active: enable(); break;
+        case Kind::disabled:
+            break;
+        case Kind::installed:
+            disable();
+            break;
+        case Kind::active:
+            enable();
+            break;
         case Kind::needsPermission:
             grantAccessibility(false);
             enable();

@@ -1,5 +1,5 @@
+#include "OrvaneCore/Capability/CapabilityStore.h"
 #include "Fakes/FakeDefaultsStore.h"
-#include "OrvaneCore/CapabilityStore.h"
 
 #include <gtest/gtest.h>
 
@@ -41,9 +41,8 @@ TEST(CapabilityStore, StartModesAreStoredAsRawStrings)
     CapabilityStore store(defaults);
     store.setStartMode(awake, CapabilityStartMode::manual);
     store.setStartMode(other, CapabilityStartMode::automatic);
-    EXPECT_EQ(defaults.stored.value(modesKey),
-              (QVariantMap{{awake.rawValue, QStringLiteral("manual")},
-                           {other.rawValue, QStringLiteral("automatic")}}));
+    EXPECT_EQ(defaults.stored.value(modesKey), (QVariantMap{{awake.rawValue, QStringLiteral("manual")},
+                                                            {other.rawValue, QStringLiteral("automatic")}}));
     EXPECT_EQ(store.startMode(awake), CapabilityStartMode::manual);
 }
 
@@ -56,9 +55,9 @@ TEST(CapabilityStore, AnUnknownStartModeIsAutomatic)
 
 TEST(CapabilityStore, AValueOfAnotherShapeCountsAsAbsent)
 {
-    for (const QVariant& shape : {QVariant(QStringLiteral("text")), QVariant(7), QVariant(QVariantList{true}),
-                                  QVariant(QVariantMap{{awake.rawValue, true},
-                                                       {other.rawValue, QStringLiteral("yes")}})}) {
+    for (const QVariant& shape :
+         {QVariant(QStringLiteral("text")), QVariant(7), QVariant(QVariantList{true}),
+          QVariant(QVariantMap{{awake.rawValue, true}, {other.rawValue, QStringLiteral("yes")}})}) {
         FakeDefaultsStore defaults;
         defaults.stored[enabledKey] = shape;
         CapabilityStore store(defaults);

@@ -1,5 +1,5 @@
+#include "OrvaneCore/Capability/Capability.h"
 #include "Fakes/FakePlatform.h"
-#include "OrvaneCore/Capability.h"
 
 #include <gtest/gtest.h>
 

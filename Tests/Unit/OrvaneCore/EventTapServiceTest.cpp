@@ -1,6 +1,6 @@
-#include "OrvaneCore/EventTapService.h"
+#include "OrvaneCore/Input/EventTapService.h"
 #include "Fakes/FakePlatform.h"
-#include "OrvaneCore/SyntheticEvent.h"
+#include "OrvaneCore/Input/SyntheticEvent.h"
 
 #include <gtest/gtest.h>
 

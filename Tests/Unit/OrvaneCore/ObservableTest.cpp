@@ -1,4 +1,4 @@
-#include "OrvaneCore/Observable.h"
+#include "OrvaneCore/Base/Observable.h"
 
 #include <gtest/gtest.h>
 

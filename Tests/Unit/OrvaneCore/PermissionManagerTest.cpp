@@ -1,4 +1,4 @@
-#include "OrvaneCore/PermissionManager.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
 #include "Fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

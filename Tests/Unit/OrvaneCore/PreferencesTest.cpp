@@ -1,8 +1,8 @@
 #include "Fakes/FakePlatform.h"
-#include "OrvaneCore/AppPreferences.h"
-#include "OrvaneCore/LaunchAtLogin.h"
-#include "OrvaneCore/ScopedPreferences.h"
-#include "OrvaneCore/SettingsObject.h"
+#include "OrvaneCore/Preferences/AppPreferences.h"
+#include "OrvaneCore/Preferences/LaunchAtLogin.h"
+#include "OrvaneCore/Preferences/ScopedPreferences.h"
+#include "OrvaneCore/Preferences/SettingsObject.h"
 
 #include <gtest/gtest.h>
 
@@ -84,8 +84,7 @@ TEST_F(ScopedPreferencesTest, RemoveAllLeavesScopesThatMerelyBeginWithTheSameLet
     scope().registerDefaults({{QStringLiteral("d"), 4}});
     defaults.stored[QStringLiteral("lamp")] = 5;
     scope().removeAll();
-    EXPECT_EQ(defaults.stored,
-              (QVariantMap{{QStringLiteral("lamppost.a"), 3}, {QStringLiteral("lamp"), 5}}));
+    EXPECT_EQ(defaults.stored, (QVariantMap{{QStringLiteral("lamppost.a"), 3}, {QStringLiteral("lamp"), 5}}));
     EXPECT_EQ(scope().integer(QStringLiteral("d")), 4);
 }
 
@@ -182,9 +181,9 @@ TEST(DefaultsStore, BooleansAreConvertedFromNumbersAndWords)
         defaults.stored[QStringLiteral("k")] = value;
         return defaults.boolean(QStringLiteral("k"));
     };
-    for (const QVariant& truth : {QVariant(true), QVariant(1), QVariant(-2), QVariant(0.5),
-                                  QVariant(QStringLiteral("YES")), QVariant(QStringLiteral("yes")),
-                                  QVariant(QStringLiteral("True")), QVariant(QStringLiteral("1"))})
+    for (const QVariant& truth :
+         {QVariant(true), QVariant(1), QVariant(-2), QVariant(0.5), QVariant(QStringLiteral("YES")),
+          QVariant(QStringLiteral("yes")), QVariant(QStringLiteral("True")), QVariant(QStringLiteral("1"))})
         EXPECT_TRUE(reads(truth)) << truth.toString().toStdString();
     for (const QVariant& falsehood :
          {QVariant(false), QVariant(0), QVariant(0.0), QVariant(QStringLiteral("no")),

@@ -1,4 +1,4 @@
-#include "OrvaneCore/ScreenGeometry.h"
+#include "OrvaneCore/Windows/ScreenGeometry.h"
 #include "Fakes/FakePlatform.h"
 
 #include <gtest/gtest.h>

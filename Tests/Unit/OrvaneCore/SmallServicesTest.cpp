@@ -1,7 +1,7 @@
 #include "Fakes/FakePlatform.h"
-#include "OrvaneCore/Log.h"
-#include "OrvaneCore/OrvaNotifications.h"
-#include "OrvaneCore/Task.h"
+#include "OrvaneCore/Base/Log.h"
+#include "OrvaneCore/Base/OrvaNotifications.h"
+#include "OrvaneCore/Base/Task.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "PlatformLinux/Files/AtomicFile.h"
+#include "PlatformLinux/Common/AtomicFile.h"
 #include "ChildProcess.h"
-#include "PlatformLinux/Files/FileLock.h"
+#include "PlatformLinux/Common/FileLock.h"
 
 #include <QDir>
 #include <QFile>

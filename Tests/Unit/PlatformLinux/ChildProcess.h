@@ -1,7 +1,7 @@
 // Runs part of a test in a process of its own: as another user, with limits, or to be killed.
 #pragma once
 
-#include "PlatformLinux/Files/FileDescriptor.h"
+#include "PlatformLinux/Common/FileDescriptor.h"
 
 #include <functional>
 #include <string>

@@ -4,7 +4,7 @@
 #include "Fakes/FakeClock.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeRunLoop.h"
-#include "PlatformLinux/Files/JsonDefaultsStore.h"
+#include "PlatformLinux/Defaults/JsonDefaultsStore.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "PlatformLinux/JournalLogSink.h"
+#include "PlatformLinux/Session/JournalLogSink.h"
 #include "ChildProcess.h"
 #include "Support/JournalStandIn.h"
 

@@ -1,6 +1,6 @@
 #include "ChildProcess.h"
 #include "DefaultsFixture.h"
-#include "PlatformLinux/Files/DefaultsCodec.h"
+#include "PlatformLinux/Defaults/DefaultsCodec.h"
 
 #include <csignal>
 #include <ctime>

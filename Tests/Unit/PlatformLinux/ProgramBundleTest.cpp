@@ -1,6 +1,6 @@
 #include "PlatformLinux/Files/ProgramBundle.h"
 #include "ChildProcess.h"
-#include "PlatformLinux/Files/XdgDirectories.h"
+#include "PlatformLinux/Common/XdgDirectories.h"
 #include "PlatformLinux/Files/XdgFileManager.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "PlatformLinux/Tray/TemplateTint.h"
+#include "PlatformLinux/Menus/TemplateTint.h"
 
 #include <QPainter>
 

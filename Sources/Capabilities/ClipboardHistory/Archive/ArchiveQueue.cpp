@@ -1,0 +1,224 @@
+#include "Capabilities/ClipboardHistory/Archive/ArchiveQueue.h"
+
+#include "Capabilities/ClipboardHistory/Store/ClipboardStore.h"
+#include "Platform/Platform.h"
+#include "Platform/RunLoop.h"
+
+#include <QSet>
+#include <QUuid>
+
+#include <coroutine>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace orvane {
+
+struct ArchiveQueue::State : std::enable_shared_from_this<State> {
+    using Job = std::function<void()>;
+
+    explicit State(HistoryArchive theArchive) : archive(std::move(theArchive)) {}
+
+    void add(Job job);
+    void addSave(Snapshot snapshot);
+    void endSaves();
+    void addUnlisted(const QString& name);
+    void removeUnlisted(const QString& name);
+
+    const HistoryArchive archive;
+
+private:
+    struct Save {
+        Snapshot snapshot;
+        QSet<QString> unlisted;
+    };
+
+    void wake(bool isIdle);
+    void run();
+    void runSave();
+
+    std::mutex m_mutex; // guards all below
+    std::deque<Job> m_jobs;
+    std::optional<Save> m_save; // has one place in the queue
+    QSet<QString> m_unlisted;
+    bool m_isRunning = false;
+    bool m_isPurged = false;
+};
+
+void ArchiveQueue::State::add(Job job)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_jobs.push_back(std::move(job));
+    wake(!std::exchange(m_isRunning, true));
+}
+
+/// A newer list takes the place of the one that waits, also before what was asked for in between: that is
+/// only pictures, which go by the names of the newer one.
+void ArchiveQueue::State::addSave(Snapshot snapshot)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (m_isPurged)
+        return;
+    const bool waits = m_save.has_value();
+    m_save = Save{std::move(snapshot), m_unlisted};
+    if (waits)
+        return;
+    m_jobs.emplace_back([this] { runSave(); });
+    wake(!std::exchange(m_isRunning, true));
+}
+
+void ArchiveQueue::State::endSaves()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_isPurged = true;
+    if (m_save)
+        m_save->snapshot = nullptr;
+}
+
+void ArchiveQueue::State::addUnlisted(const QString& name)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_unlisted.insert(name);
+}
+
+void ArchiveQueue::State::removeUnlisted(const QString& name)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_unlisted.remove(name);
+}
+
+void ArchiveQueue::State::wake(bool isIdle)
+{
+    // Without a platform the process is about to be over, and only drops what it held.
+    if (isIdle && isPlatformInstalled())
+        platform().mainRunLoop.performDetached([self = shared_from_this()] { self->run(); });
+}
+
+void ArchiveQueue::State::run()
+{
+    for (;;) {
+        Job job;
+        {
+            const std::scoped_lock lock(m_mutex);
+            if (m_jobs.empty()) {
+                m_isRunning = false;
+                return;
+            }
+            job = std::move(m_jobs.front());
+            m_jobs.pop_front();
+        }
+        job();
+    }
+}
+
+void ArchiveQueue::State::runSave()
+{
+    std::optional<Save> save;
+    {
+        const std::scoped_lock lock(m_mutex);
+        save = std::exchange(m_save, std::nullopt);
+        // Those of the moment when it was asked for are in the list by now, but not in this one.
+        save->unlisted.unite(m_unlisted);
+    }
+    if (!save->snapshot)
+        return;
+    QList<ClipItem> items = save->snapshot();
+    archive.save(items);
+    for (const QString& name : std::as_const(save->unlisted))
+        items.append(ClipItem{.kind = ClipKind::image, .imageFileName = name});
+    archive.pruneImages(items);
+}
+
+class ArchiveQueue::Image : public UnlistedImage {
+public:
+    Image(const std::shared_ptr<State>& state, QString fileName)
+        : m_state(state), m_fileName(std::move(fileName))
+    {
+        state->addUnlisted(m_fileName);
+    }
+    ~Image() override
+    {
+        const auto state = m_state.lock();
+        if (m_isKept || !state)
+            return;
+        state->removeUnlisted(m_fileName);
+        state->add([state = state.get(), name = m_fileName] { state->archive.removeImage(name); });
+    }
+    QString fileName() const override { return m_fileName; }
+    void keep() override
+    {
+        m_isKept = true;
+        if (const auto state = m_state.lock())
+            state->removeUnlisted(m_fileName);
+    }
+
+private:
+    std::weak_ptr<State> m_state; // whose jobs may hold this
+    QString m_fileName;
+    bool m_isKept = false;
+};
+
+ArchiveQueue::ArchiveQueue(HistoryArchive archive) : m_state(std::make_shared<State>(std::move(archive))) {}
+
+std::shared_ptr<const QList<ClipItem>> ArchiveQueue::load(std::function<void()> completion)
+{
+    auto items = std::make_shared<QList<ClipItem>>();
+    m_state->add([state = m_state.get(), items, completion = std::move(completion),
+                  &runLoop = platform().mainRunLoop] {
+        *items = state->archive.load();
+        runLoop.perform(completion);
+    });
+    return items;
+}
+
+void ArchiveQueue::save(Snapshot snapshot)
+{
+    m_state->addSave(std::move(snapshot));
+}
+
+void ArchiveQueue::writeImage(const QByteArray& png, ImageCompletion completion)
+{
+    const QString name =
+        QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper() + QStringLiteral(".png");
+    // Copied around by the queues, but held by one of them at a time.
+    auto image = std::make_shared<std::unique_ptr<UnlistedImage>>(std::make_unique<Image>(m_state, name));
+    m_state->add([state = m_state.get(), name, png, image = std::move(image),
+                  completion = std::move(completion), &runLoop = platform().mainRunLoop]() mutable {
+        const bool isWritten = state->archive.writeImage(name, png);
+        runLoop.perform([isWritten, image = std::move(image), completion = std::move(completion)] {
+            completion(isWritten ? std::move(*image) : nullptr);
+        });
+    });
+}
+
+namespace {
+
+/// Resumes its coroutine on the main thread when the work that it hands on calls back.
+struct Resumption {
+    std::function<void(std::function<void()> resume)> begin;
+
+    bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> caller) const
+    {
+        begin([caller] { caller.resume(); });
+    }
+    void await_resume() const noexcept {}
+};
+
+} // namespace
+
+Task<> ArchiveQueue::purge()
+{
+    m_state->endSaves();
+    const auto state = m_state;
+    const Resumption purged{[&state](std::function<void()> resume) {
+        state->add([archive = state->archive, resume = std::move(resume), &runLoop = platform().mainRunLoop] {
+            archive.purge();
+            runLoop.perform(resume);
+        });
+    }};
+    co_await purged;
+}
+
+} // namespace orvane

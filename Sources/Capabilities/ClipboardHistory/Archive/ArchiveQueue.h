@@ -1,0 +1,51 @@
+// The archive's work on the disk, one piece after the other on a thread of the pool. Main thread.
+//
+// What was asked for is done also when this object ends, and before the program does. Of saves that wait only
+// the newest is done.
+#pragma once
+
+#include "Capabilities/ClipboardHistory/Archive/HistoryArchive.h"
+#include "OrvaneCore/Base/Task.h"
+
+#include <functional>
+#include <memory>
+
+namespace orvane {
+
+/// The file of a picture whose entry isn't in the list yet: no pruning takes it. Unless it's kept, it goes
+/// with this object. Main thread.
+class UnlistedImage {
+public:
+    virtual ~UnlistedImage() = default;
+    virtual QString fileName() const = 0;
+    /// Its entry is in the list, and with it the saves that are asked for from now on.
+    virtual void keep() = 0;
+};
+
+class ArchiveQueue {
+public:
+    /// A list as it is to be saved; called on the pool's thread, after all that was asked for before.
+    using Snapshot = std::function<QList<ClipItem>()>;
+    /// Nothing when the file couldn't be written.
+    using ImageCompletion = std::function<void(std::unique_ptr<UnlistedImage> image)>;
+
+    explicit ArchiveQueue(HistoryArchive archive);
+
+    /// The list on the disk, empty when it can't be read. It is there when `completion` is called, in a later
+    /// turn of the run loop, and for snapshots of saves that are asked for from now on.
+    std::shared_ptr<const QList<ClipItem>> load(std::function<void()> completion);
+    /// Saves, then prunes the pictures.
+    void save(Snapshot snapshot);
+    /// Writes a picture under a new name. Completes in a later turn of the run loop.
+    void writeImage(const QByteArray& png, ImageCompletion completion);
+    /// Removes all, and ends the saving: none that waits or comes later is done. Ends when it has happened.
+    Task<> purge();
+
+private:
+    struct State;
+    class Image;
+
+    std::shared_ptr<State> m_state;
+};
+
+} // namespace orvane

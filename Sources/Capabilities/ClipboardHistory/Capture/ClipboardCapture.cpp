@@ -1,0 +1,174 @@
+#include "Capabilities/ClipboardHistory/Capture/ClipboardCapture.h"
+
+#include "Capabilities/ClipboardHistory/Capture/SensitiveContentFilter.h"
+#include "Capabilities/ClipboardHistory/Capture/SystemPasteboardReader.h"
+#include "Platform/Clock.h"
+#include "Platform/Platform.h"
+#include "Platform/RunLoop.h"
+#include "Platform/Workspace.h"
+
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+std::optional<QString> frontmostIdentifier()
+{
+    const auto application = platform().sharedWorkspace.frontmostApplication();
+    return application ? application->bundleIdentifier : std::nullopt;
+}
+
+QString lastComponent(const QString& path)
+{
+    QStringView rest(path);
+    while (rest.size() > 1 && rest.endsWith(u'/'))
+        rest.chop(1);
+    return rest.size() == 1 ? rest.toString() : rest.sliced(rest.lastIndexOf(u'/') + 1).toString();
+}
+
+QString joinedNames(const QStringList& paths)
+{
+    QStringList names;
+    for (const QString& path : paths)
+        names.append(lastComponent(path));
+    return names.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+std::shared_ptr<ClipboardCapture>
+ClipboardCapture::begin(std::shared_ptr<const ClipboardHistorySettings> settings,
+                        std::shared_ptr<ArchiveQueue> archive, int changeCount,
+                        std::function<void()> completion)
+{
+    std::shared_ptr<ClipboardCapture> capture(
+        new ClipboardCapture(std::move(settings), std::move(archive), changeCount, std::move(completion)));
+    capture->readTypes();
+    return capture;
+}
+
+// Source and time are those of the moment when the copy was seen, however long its owner takes to give it.
+ClipboardCapture::ClipboardCapture(std::shared_ptr<const ClipboardHistorySettings> settings,
+                                   std::shared_ptr<ArchiveQueue> archive, int changeCount,
+                                   std::function<void()> completion)
+    : m_settings(std::move(settings)),
+      m_archive(std::move(archive)),
+      m_changeCount(changeCount),
+      m_sourceApp(frontmostIdentifier()),
+      m_date(ClipItem::dateFrom(platform().clock.date())),
+      m_completion(std::move(completion))
+{
+}
+
+void ClipboardCapture::readTypes()
+{
+    m_read = platform().generalPasteboard.read({}, [this](auto contents) { takeTypes(std::move(contents)); });
+}
+
+void ClipboardCapture::takeTypes(std::optional<PasteboardContents> contents)
+{
+    if (!contents || contents->changeCount != m_changeCount)
+        return finish(std::nullopt);
+    const QStringList types = SystemPasteboardReader(*contents).types();
+    if (SensitiveContentFilter::shouldSkip(types, m_sourceApp, {}, m_settings->ignoreConcealed.get()))
+        return finish(std::nullopt);
+    const QStringList wanted = wantedTypes(types);
+    if (wanted.isEmpty())
+        return finish(std::nullopt);
+    m_read = platform().generalPasteboard.read(wanted, [this](auto data) { takeData(std::move(data)); });
+}
+
+QStringList ClipboardCapture::wantedTypes(const QStringList& present) const
+{
+    QStringList wanted;
+    const auto want = [&](QLatin1StringView type) {
+        if (present.contains(type))
+            wanted.append(type);
+    };
+    if (m_settings->captureFiles.get())
+        want(pasteboardType::fileURL);
+    if (m_settings->captureImages.get())
+        want(present.contains(pasteboardType::png) ? pasteboardType::png : pasteboardType::tiff);
+    if (m_settings->captureText.get()) {
+        want(pasteboardType::url);
+        want(pasteboardType::string);
+    }
+    return wanted;
+}
+
+/// On the pool: a picture may have to be converted, and a text can be large.
+void ClipboardCapture::takeData(std::optional<PasteboardContents> contents)
+{
+    m_read.reset();
+    // Another program has copied since its types were looked at.
+    if (!contents || contents->changeCount != m_changeCount)
+        return finish(std::nullopt);
+    const bool files = m_settings->captureFiles.get();
+    const bool images = m_settings->captureImages.get();
+    const bool text = m_settings->captureText.get();
+    platform().mainRunLoop.performDetached([weak = weak_from_this(), files, images, text,
+                                            reader = SystemPasteboardReader(*std::move(contents)),
+                                            &runLoop = platform().mainRunLoop] {
+        auto content = PasteboardSnapshot::classify(reader, files, images, text);
+        runLoop.perform([weak, content = std::move(content)] {
+            if (const auto self = weak.lock())
+                self->makeItem(content);
+        });
+    });
+}
+
+void ClipboardCapture::makeItem(std::optional<CapturedContent> content)
+{
+    if (!content)
+        return finish(std::nullopt);
+    if (const auto* image = std::get_if<capturedContent::Image>(&*content))
+        return writeImage(image->png);
+    ClipItem item{.id = QUuid::createUuid(), .date = m_date, .sourceApp = m_sourceApp};
+    if (const auto* text = std::get_if<capturedContent::Text>(&*content)) {
+        item.kind = ClipKind::text;
+        item.text = text->string;
+    } else if (const auto* url = std::get_if<capturedContent::URL>(&*content)) {
+        item.kind = ClipKind::url;
+        item.text = url->string;
+    } else if (const auto* files = std::get_if<capturedContent::Files>(&*content)) {
+        item.kind = ClipKind::fileURLs;
+        item.filePaths = files->paths;
+        item.text = joinedNames(files->paths);
+    }
+    finish(std::move(item));
+}
+
+void ClipboardCapture::writeImage(const QByteArray& png)
+{
+    m_archive->writeImage(png, [weak = weak_from_this()](std::unique_ptr<UnlistedImage> image) {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        if (!image)
+            return self->finish(std::nullopt);
+        self->m_image = std::move(image);
+        self->finish(ClipItem{.id = QUuid::createUuid(),
+                              .kind = ClipKind::image,
+                              .imageFileName = self->m_image->fileName(),
+                              .date = self->m_date,
+                              .sourceApp = self->m_sourceApp});
+    });
+}
+
+void ClipboardCapture::keepImage()
+{
+    if (m_image)
+        m_image->keep();
+}
+
+void ClipboardCapture::finish(std::optional<ClipItem> item)
+{
+    m_read.reset();
+    m_item = std::move(item);
+    m_isComplete = true;
+    const auto completion = std::exchange(m_completion, {});
+    completion();
+}
+
+} // namespace orvane

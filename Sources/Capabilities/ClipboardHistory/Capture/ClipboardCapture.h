@@ -1,0 +1,59 @@
+// One copy on its way from the pasteboard into the history. Main thread; whoever holds it, holds it up: with
+// its end nothing comes of the copy, and nothing of it stays on the disk.
+//
+// A program that hangs, a large picture and a slow disk hold up nothing else. Of a copy that is marked as
+// private no data is asked for.
+#pragma once
+
+#include "Capabilities/ClipboardHistory/Archive/ArchiveQueue.h"
+#include "Capabilities/ClipboardHistory/Capture/PasteboardSnapshot.h"
+#include "Capabilities/ClipboardHistory/ClipboardHistorySettings.h"
+#include "Capabilities/ClipboardHistory/Store/ClipItem.h"
+#include "Platform/Pasteboard.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+class ClipboardCapture : public std::enable_shared_from_this<ClipboardCapture> {
+public:
+    /// `changeCount` is that of the copy: what is newer isn't taken for it. `completion` is called once, in a
+    /// later turn of the run loop, and may end the capture.
+    static std::shared_ptr<ClipboardCapture> begin(std::shared_ptr<const ClipboardHistorySettings> settings,
+                                                   std::shared_ptr<ArchiveQueue> archive, int changeCount,
+                                                   std::function<void()> completion);
+
+    bool isComplete() const { return m_isComplete; }
+    /// What came of it; nothing for a copy that is passed over.
+    const std::optional<ClipItem>& item() const { return m_item; }
+    /// The item is in the list, so its picture stays.
+    void keepImage();
+
+private:
+    ClipboardCapture(std::shared_ptr<const ClipboardHistorySettings> settings,
+                     std::shared_ptr<ArchiveQueue> archive, int changeCount,
+                     std::function<void()> completion);
+
+    void readTypes();
+    void takeTypes(std::optional<PasteboardContents> contents);
+    QStringList wantedTypes(const QStringList& present) const;
+    void takeData(std::optional<PasteboardContents> contents);
+    void makeItem(std::optional<CapturedContent> content);
+    void writeImage(const QByteArray& png);
+    void finish(std::optional<ClipItem> item);
+
+    const std::shared_ptr<const ClipboardHistorySettings> m_settings;
+    const std::shared_ptr<ArchiveQueue> m_archive;
+    const int m_changeCount;
+    const std::optional<QString> m_sourceApp;
+    const ClipItem::Date m_date;
+    std::function<void()> m_completion;
+    std::unique_ptr<PasteboardRead> m_read;
+    std::unique_ptr<UnlistedImage> m_image;
+    std::optional<ClipItem> m_item;
+    bool m_isComplete = false;
+};
+
+} // namespace orvane

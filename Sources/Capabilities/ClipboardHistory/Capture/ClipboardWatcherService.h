@@ -1,0 +1,26 @@
+// Looks at the pasteboard's change count again and again, for as long as the capability is on. The desktop's
+// notice of a copy would do on this one, but not on every platform; idle, it costs the reading of an integer.
+#pragma once
+
+#include "Capabilities/ClipboardHistory/ClipboardHistoryController.h"
+#include "OrvaneCore/Capability/BackgroundService.h"
+
+namespace orvane {
+
+class ClipboardWatcherService : public BackgroundService {
+public:
+    /// `interval` in seconds.
+    ClipboardWatcherService(std::shared_ptr<ClipboardHistoryController> controller, double interval);
+
+    void start() override;
+    void stop() override;
+    bool isRunning() const override { return m_isRunning; }
+
+private:
+    std::shared_ptr<ClipboardHistoryController> m_controller;
+    const std::chrono::milliseconds m_interval;
+    std::shared_ptr<Timer> m_timer;
+    bool m_isRunning = false;
+};
+
+} // namespace orvane

@@ -1,0 +1,59 @@
+#include "Capabilities/ClipboardHistory/Capture/Picture.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+namespace orvane::Picture {
+
+namespace {
+
+constexpr QByteArrayView pngSignature("\x89PNG\r\n\x1A\n");
+
+/// The reader's name of the format. Others aren't tried: some of them are programs more than pictures.
+QByteArray format(const QByteArray& bytes)
+{
+    if (bytes.startsWith(pngSignature))
+        return QByteArrayLiteral("png");
+    if (bytes.startsWith("II") || bytes.startsWith("MM"))
+        return QByteArrayLiteral("tiff");
+    return {};
+}
+
+/// Reads `bytes`, which have to outlive it. It limits what it allocates.
+class Reader {
+public:
+    explicit Reader(const QByteArray& bytes) : m_reader(&m_buffer, format(bytes))
+    {
+        m_buffer.setData(bytes);
+        m_buffer.open(QIODevice::ReadOnly);
+        m_reader.setAutoDetectImageFormat(false);
+    }
+
+    QSize size() { return m_reader.size(); }
+    QImage read() { return m_reader.read(); }
+
+private:
+    QBuffer m_buffer;
+    QImageReader m_reader;
+};
+
+} // namespace
+
+std::optional<QImage> image(const QByteArray& bytes)
+{
+    const QImage image = Reader(bytes).read();
+    return image.isNull() ? std::nullopt : std::optional(image);
+}
+
+std::optional<QByteArray> png(const QByteArray& bytes)
+{
+    if (bytes.startsWith(pngSignature))
+        return Reader(bytes).size().isValid() ? std::optional(bytes) : std::nullopt;
+    const auto decoded = image(bytes);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    const bool isWritten = decoded && decoded->save(&buffer, "PNG");
+    return isWritten ? std::optional(buffer.data()) : std::nullopt;
+}
+
+} // namespace orvane::Picture

@@ -1,0 +1,27 @@
+// Settings of the clipboard history.
+#pragma once
+
+#include "OrvaneCore/Preferences/SettingsObject.h"
+
+namespace orvane {
+
+class ClipboardHistorySettings : public SettingsObject {
+public:
+    explicit ClipboardHistorySettings(ScopedPreferences preferences) : SettingsObject(std::move(preferences))
+    {
+        load();
+    }
+
+    Setting<int> maxItems{*this, u"maxItems", 200};
+    Setting<bool> persist{*this, u"persist", true};
+    /// Links as well as text.
+    Setting<bool> captureText{*this, u"captureText", true};
+    Setting<bool> captureImages{*this, u"captureImages", true};
+    Setting<bool> captureFiles{*this, u"captureFiles", true};
+    /// Seconds. Read when the capability is turned on, and floored there.
+    Setting<double> pollInterval{*this, u"pollInterval", 0.4};
+    Setting<bool> autoPaste{*this, u"autoPaste", false};
+    Setting<bool> ignoreConcealed{*this, u"ignoreConcealed", true};
+};
+
+} // namespace orvane

@@ -1,0 +1,101 @@
+#include "Capabilities/ClipboardHistory/Panel/HistoryThumbnails.h"
+
+#include "Platform/Platform.h"
+#include "Platform/RunLoop.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvane {
+
+namespace {
+
+constexpr int atOnce = 2;
+
+} // namespace
+
+HistoryThumbnails::HistoryThumbnails(const HistoryViewModel& model, std::function<void()> arrived)
+    : m_model(model), m_arrived(std::move(arrived)), m_self(std::make_shared<HistoryThumbnails*>(this))
+{
+}
+
+HistoryThumbnails::~HistoryThumbnails() = default;
+
+QImage HistoryThumbnails::squareOf(const QImage& image, int pixels)
+{
+    if (image.isNull())
+        return {};
+    const int edge = std::min(image.width(), image.height());
+    const QRect middle((image.width() - edge) / 2, (image.height() - edge) / 2, edge, edge);
+    // Before it is scaled: a picture of few colours would be kept to them, in dots.
+    return image.copy(middle)
+        .convertToFormat(QImage::Format_ARGB32_Premultiplied)
+        .scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+void HistoryThumbnails::setWanted(const QStringList& names, double scale)
+{
+    if (scale != m_scale)
+        clear();
+    m_scale = scale;
+    const QSet<QString> wanted(names.begin(), names.end());
+    m_thumbnails.removeIf([&wanted](const auto& entry) { return !wanted.contains(entry.key()); });
+    m_waiting.clear();
+    for (const QString& name : names) {
+        if (!m_thumbnails.contains(name) && !m_waiting.contains(name))
+            m_waiting.append(name);
+    }
+    fetchNext();
+}
+
+void HistoryThumbnails::clear()
+{
+    ++m_generation;
+    m_thumbnails.clear();
+    m_waiting.clear();
+}
+
+void HistoryThumbnails::fetchNext()
+{
+    while (m_fetching < atOnce && !m_waiting.isEmpty()) {
+        const QString name = m_waiting.takeFirst();
+        m_thumbnails.insert(name, {});
+        ++m_fetching;
+        const int pixels = static_cast<int>(std::lround(side * m_scale));
+        platform().mainRunLoop.performDetached([name, pixels, provider = m_model.imageProvider,
+                                                generation = m_generation, &runLoop = platform().mainRunLoop,
+                                                weak = std::weak_ptr(m_self)] {
+            const std::optional<QImage> whole = provider ? provider(name) : std::nullopt;
+            const QImage image = whole ? squareOf(*whole, pixels) : QImage();
+            runLoop.perform([weak, name, generation, image] {
+                if (const auto self = weak.lock())
+                    (*self)->take(name, generation, image);
+            });
+        });
+    }
+}
+
+void HistoryThumbnails::take(const QString& name, int generation, const QImage& image)
+{
+    --m_fetching;
+    const auto entry = m_thumbnails.find(name);
+    if (generation == m_generation && entry != m_thumbnails.end()) {
+        *entry = {image.isNull() ? State::missing : State::ready, image};
+        m_arrived();
+    }
+    fetchNext();
+}
+
+HistoryThumbnails::State HistoryThumbnails::state(const QString& name) const
+{
+    return m_thumbnails.value(name).state;
+}
+
+QImage HistoryThumbnails::image(const QString& name) const
+{
+    return m_thumbnails.value(name).image;
+}
+
+} // namespace orvane

@@ -1,0 +1,60 @@
+// Small pictures of the entries in view. Main thread; files are read and decoded on the pool, two at a time.
+#pragma once
+
+#include "Capabilities/ClipboardHistory/Panel/HistoryViewModel.h"
+
+#include <QHash>
+#include <QImage>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace orvane {
+
+class HistoryThumbnails {
+public:
+    /// Points.
+    static constexpr int side = 28;
+
+    /// `arrived` is told of each picture, and of each that can't be had.
+    HistoryThumbnails(const HistoryViewModel& model, std::function<void()> arrived);
+    ~HistoryThumbnails();
+    HistoryThumbnails(const HistoryThumbnails&) = delete;
+    HistoryThumbnails& operator=(const HistoryThumbnails&) = delete;
+
+    /// Names of what is in view, at that many pixels for a point. What isn't named goes, and what is not
+    /// there yet is fetched.
+    void setWanted(const QStringList& names, double scale);
+    /// Drops all: the files may be others by now.
+    void clear();
+
+    enum class State { loading, ready, missing };
+    State state(const QString& name) const;
+    /// Square, `side` points; null unless it is ready.
+    QImage image(const QString& name) const;
+
+    /// The middle square of a picture, scaled to so many pixels.
+    static QImage squareOf(const QImage& image, int pixels);
+
+private:
+    struct Loader;
+
+    struct Thumbnail {
+        State state = State::loading;
+        QImage image;
+    };
+    void fetchNext();
+    void take(const QString& name, int generation, const QImage& image);
+
+    const HistoryViewModel& m_model;
+    std::function<void()> m_arrived;
+    QHash<QString, Thumbnail> m_thumbnails; // of names in view alone
+    QStringList m_waiting;
+    double m_scale = 1;
+    int m_fetching = 0;
+    int m_generation = 0;                       // of what `clear` has left behind
+    std::shared_ptr<HistoryThumbnails*> m_self; // for answers that come too late
+};
+
+} // namespace orvane

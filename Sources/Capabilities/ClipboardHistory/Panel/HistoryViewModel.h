@@ -1,0 +1,35 @@
+// What the history's panel shows, and whom it tells of what the user does there. Main thread.
+#pragma once
+
+#include "Capabilities/ClipboardHistory/Store/ClipItem.h"
+#include "OrvaneCore/Base/Observable.h"
+
+#include <QImage>
+#include <QList>
+
+#include <functional>
+#include <optional>
+
+namespace orvane {
+
+class HistoryViewModel {
+public:
+    /// The panel's copy of the list, newest first.
+    Observable<QList<ClipItem>> items;
+    Observable<QString> query;
+
+    // Set by the owners; empty until then.
+    std::function<void(const ClipItem&)> onSelect;
+    std::function<void(const ClipItem&)> onDelete;
+    std::function<void(const ClipItem&)> onTogglePin;
+    std::function<void()> onClose;
+    /// Reads and decodes the whole file, so it blocks: a copy of the callback may be called on any thread.
+    /// Nothing when the file can't be read, or its owner has gone.
+    std::function<std::optional<QImage>(const QString& name)> imageProvider;
+
+    /// The entries whose preview contains the trimmed query, case aside, in the order of the list; all of
+    /// them for an empty one. Goes through the whole list at each call.
+    QList<ClipItem> filtered() const;
+};
+
+} // namespace orvane

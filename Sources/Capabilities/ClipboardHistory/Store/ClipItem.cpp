@@ -1,0 +1,79 @@
+#include "Capabilities/ClipboardHistory/Store/ClipItem.h"
+
+#include "Capabilities/ClipboardHistory/Store/TextComparison.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+// 2001-01-01T00:00:00Z on the clock that counts from 1970.
+constexpr std::chrono::seconds referenceDate{978'307'200};
+
+bool equivalent(const std::optional<QString>& left, const std::optional<QString>& right)
+{
+    if (!left || !right)
+        return left.has_value() == right.has_value();
+    return TextComparison::canonicallyEquivalent(*left, *right);
+}
+
+bool equivalent(const std::optional<QStringList>& left, const std::optional<QStringList>& right)
+{
+    if (!left || !right)
+        return left.has_value() == right.has_value();
+    return std::ranges::equal(*left, *right, TextComparison::canonicallyEquivalent);
+}
+
+} // namespace
+
+QLatin1StringView rawValue(ClipKind kind)
+{
+    switch (kind) {
+    case ClipKind::text:
+        return QLatin1StringView("text");
+    case ClipKind::url:
+        return QLatin1StringView("url");
+    case ClipKind::image:
+        return QLatin1StringView("image");
+    case ClipKind::fileURLs:
+        return QLatin1StringView("fileURLs");
+    }
+    return {};
+}
+
+std::optional<ClipKind> clipKind(QStringView raw)
+{
+    const auto* const found =
+        std::ranges::find_if(allClipKinds, [raw](ClipKind kind) { return raw == rawValue(kind); });
+    return found == allClipKinds.end() ? std::nullopt : std::optional(*found);
+}
+
+ClipItem::Date ClipItem::dateFrom(std::chrono::system_clock::time_point time)
+{
+    return time.time_since_epoch() - referenceDate;
+}
+
+bool ClipItem::contentEquals(const ClipItem& other) const
+{
+    return kind == other.kind && equivalent(text, other.text) && equivalent(filePaths, other.filePaths) &&
+           equivalent(imageFileName, other.imageFileName);
+}
+
+QString ClipItem::preview() const
+{
+    switch (kind) {
+    case ClipKind::text:
+    case ClipKind::url: {
+        const QString trimmed = text.value_or(QString()).trimmed();
+        return trimmed.isEmpty() ? QStringLiteral("(empty)") : trimmed;
+    }
+    case ClipKind::image:
+        return QStringLiteral("Image");
+    case ClipKind::fileURLs:
+        return text ? *text : filePaths.value_or(QStringList()).join(QStringLiteral(", "));
+    }
+    return {};
+}
+
+} // namespace orvane

@@ -1,0 +1,84 @@
+#include "Capabilities/ClipboardHistory/Store/ClipboardStore.h"
+
+#include "Capabilities/ClipboardHistory/Store/TextComparison.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+/// The rule of the cap, asked about each entry from the top.
+class Cap {
+public:
+    explicit Cap(int maxItems) : m_maxItems(maxItems) {}
+    bool keeps(const ClipItem& entry) { return entry.pinned || ++m_unpinned <= m_maxItems; }
+
+private:
+    int m_maxItems;
+    int m_unpinned = 0;
+};
+
+/// What a trimmed query is found in just where it's found in the preview: to trim a text that may be large
+/// would copy it.
+QString searched(const ClipItem& entry)
+{
+    const bool isText = entry.kind == ClipKind::text || entry.kind == ClipKind::url;
+    return isText && entry.text && !QStringView(*entry.text).trimmed().isEmpty() ? *entry.text
+                                                                                 : entry.preview();
+}
+
+} // namespace
+
+/// Builds a new list: the old one is mostly shared, with the panel or a save, and can be far longer than what
+/// stays of it.
+void ClipboardStore::insert(ClipItem item)
+{
+    const auto same = std::ranges::find_if(
+        std::as_const(items), [&item](const ClipItem& entry) { return item.contentEquals(entry); });
+    if (same != items.cend())
+        item.pinned = same->pinned;
+    Cap cap(maxItems);
+    QList<ClipItem> kept;
+    if (cap.keeps(item))
+        kept.append(std::move(item));
+    for (auto entry = items.cbegin(); entry != items.cend(); ++entry) {
+        if (entry != same && cap.keeps(*entry))
+            kept.append(*entry);
+    }
+    items = std::move(kept);
+}
+
+void ClipboardStore::remove(QUuid id)
+{
+    items.removeIf([&id](const ClipItem& entry) { return entry.id == id; });
+}
+
+void ClipboardStore::togglePin(QUuid id)
+{
+    const auto index = std::ranges::find(std::as_const(items), id, &ClipItem::id) - items.cbegin();
+    if (index == items.size())
+        return;
+    items[index].pinned = !items[index].pinned;
+    Cap cap(maxItems);
+    items.removeIf([&cap](const ClipItem& entry) { return !cap.keeps(entry); });
+}
+
+void ClipboardStore::clearUnpinned()
+{
+    items.removeIf([](const ClipItem& entry) { return !entry.pinned; });
+}
+
+QList<ClipItem> ClipboardStore::search(const QString& query, const QLocale& locale) const
+{
+    const QString trimmed = query.trimmed();
+    if (trimmed.isEmpty())
+        return items;
+    const TextComparison::Search search(trimmed, locale);
+    QList<ClipItem> found;
+    std::ranges::copy_if(items, std::back_inserter(found),
+                         [&search](const ClipItem& entry) { return search.isFoundIn(searched(entry)); });
+    return found;
+}
+
+} // namespace orvane

@@ -1,0 +1,55 @@
+// Keeps the open elements of an HTML document, closes those whose end is implied, and lays out what is seen.
+#pragma once
+
+#include "Capabilities/PlainPaste/Html/HtmlElements.h"
+#include "Capabilities/PlainPaste/Html/HtmlFlow.h"
+#include "Capabilities/PlainPaste/Html/HtmlScanner.h"
+
+#include <vector>
+
+namespace orvane {
+
+class HtmlReader {
+public:
+    void beginTag(const HtmlToken& tag);
+    void endTag(const QByteArray& name);
+    void text(QStringView text);
+    QString take();
+
+    /// How many elements are open.
+    std::size_t depth() const { return m_elements.size(); }
+    /// How many elements were looked at, in search of one to close.
+    qint64 cost() const { return m_cost; }
+
+private:
+    struct Element {
+        QByteArray name;
+        HtmlElement kind = HtmlElement::inlineText;
+        bool isShown = true;
+        bool isVisible = true;
+        HtmlWhiteSpace whiteSpace = HtmlWhiteSpace::collapsed;
+        bool hasListMarker = true;
+    };
+    struct List {
+        bool isOrdered;
+        int next = 1;
+    };
+
+    static HtmlElement kind(const HtmlToken& tag, const HtmlStyle& style);
+    void closeImplied(const QByteArray& name, HtmlElement kind);
+    template <typename Wanted, typename Border>
+    std::optional<std::size_t> innermost(Wanted wanted, Border border);
+    void closeFrom(std::size_t index);
+    void closeInnermost();
+    void begin(const Element& element, const HtmlAttributes& attributes);
+    void beginItem(const Element& element, const HtmlAttributes& attributes);
+
+    HtmlFlow m_flow;
+    std::vector<Element> m_elements;
+    std::vector<List> m_lists;
+    std::vector<int> m_cellsOfRows; // begun so far, of each open row
+    bool m_isBeginOfPreformatted = false;
+    qint64 m_cost = 0;
+};
+
+} // namespace orvane

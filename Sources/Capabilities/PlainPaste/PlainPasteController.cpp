@@ -1,0 +1,112 @@
+#include "Capabilities/PlainPaste/PlainPasteController.h"
+
+#include "Capabilities/PlainPaste/Text/PlainText.h"
+#include "OrvaneCore/Input/SyntheticEvent.h"
+#include "Platform/EventTaps.h"
+#include "Platform/Permissions.h"
+#include "Platform/Platform.h"
+#include "Platform/RunLoop.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr std::int64_t vKey = 9;
+
+} // namespace
+
+std::shared_ptr<PlainPasteController> PlainPasteController::make(std::shared_ptr<PlainPasteSettings> settings,
+                                                                 Logger logger)
+{
+    return std::shared_ptr<PlainPasteController>(
+        new PlainPasteController(std::move(settings), std::move(logger)));
+}
+
+void PlainPasteController::pasteAsPlainText()
+{
+    if (m_presses++ == 0)
+        begin();
+}
+
+/// Formatted documents can be large, so they are only asked for when there is no plain text beside them.
+void PlainPasteController::begin()
+{
+    m_read = platform().generalPasteboard.read({pasteboardType::string},
+                                               [this](auto contents) { takeString(std::move(contents)); });
+}
+
+void PlainPasteController::takeString(std::optional<PasteboardContents> contents)
+{
+    if (!contents)
+        return finish(std::nullopt);
+    if (const auto string = contents->stringForType(pasteboardType::string))
+        return finish(string);
+    if (!contents->types.contains(pasteboardType::rtf) && !contents->types.contains(pasteboardType::html))
+        return finish(std::nullopt);
+    // Another program may have copied in between, so this asks for the plain text again.
+    m_read = platform().generalPasteboard.read(PlainText::types(),
+                                               [this](auto formatted) { decode(std::move(formatted)); });
+}
+
+/// What was read is what the press is about, also if another program copies before the decoder is through.
+void PlainPasteController::decode(std::optional<PasteboardContents> contents)
+{
+    if (!contents)
+        return finish(std::nullopt);
+    const std::weak_ptr<PlainPasteController> weak = weak_from_this();
+    platform().mainRunLoop.performDetached([weak, contents = *std::move(contents)] {
+        auto text = PlainText::from(contents);
+        platform().mainRunLoop.perform([weak, text = std::move(text)] {
+            if (const auto self = weak.lock())
+                self->finish(text);
+        });
+    });
+}
+
+void PlainPasteController::finish(const std::optional<QString>& text)
+{
+    m_read.reset();
+    if (!text) {
+        m_presses = 0;
+        return;
+    }
+    if (write(*text) && m_settings->autoPaste.get() && platform().permissions.axIsProcessTrusted())
+        pasteWhenOthersGetIt();
+    else
+        endPress();
+}
+
+/// False when the pasteboard holds what another program copied just now, which isn't to be pasted.
+bool PlainPasteController::write(const QString& text)
+{
+    Pasteboard& pasteboard = platform().generalPasteboard;
+    pasteboard.clearContents();
+    return pasteboard.setString(text, pasteboardType::string);
+}
+
+/// A paste that is faster than the copy would be of the formatted text that was there before.
+void PlainPasteController::pasteWhenOthersGetIt()
+{
+    m_read = platform().generalPasteboard.read({}, [this](const auto&) {
+        m_read.reset();
+        synthesizePaste();
+        endPress();
+    });
+}
+
+void PlainPasteController::endPress()
+{
+    if (--m_presses > 0)
+        begin();
+}
+
+void PlainPasteController::synthesizePaste()
+{
+    for (const EventType type : {EventType::keyDown, EventType::keyUp}) {
+        Event event{.type = type, .flags = eventFlag::command, .keycode = vKey};
+        SyntheticEvent::mark(event);
+        platform().eventTaps.post(EventTaps::Location::hid, event);
+    }
+}
+
+} // namespace orvane

@@ -1,0 +1,34 @@
+#include "Capabilities/SnapZones/FocusedWindow.h"
+
+#include "OrvaneCore/Windows/AX.h"
+#include "OrvaneCore/Windows/AXAttr.h"
+#include "Platform/Platform.h"
+
+namespace orvane::FocusedWindow {
+
+namespace {
+
+/// A program that hangs may not hold up the person's drag for longer.
+constexpr std::chrono::duration<float> longestWait{0.5F};
+
+} // namespace
+
+std::optional<AXUIElement> current()
+{
+    const AXUIElement systemWide = platform().accessibility.createSystemWide();
+    AX::setMessagingTimeout(systemWide, longestWait);
+    const auto application = AX::element(systemWide, AXAttr::focusedApplication);
+    if (!application)
+        return std::nullopt;
+    AX::setMessagingTimeout(*application, longestWait);
+    const auto window = AX::element(*application, AXAttr::focusedWindow);
+    if (!window)
+        return std::nullopt;
+    AX::setMessagingTimeout(*window, longestWait);
+    // One that doesn't tell counts as not full screen.
+    if (AX::boolean(*window, AXAttr::fullScreen).value_or(false))
+        return std::nullopt;
+    return window;
+}
+
+} // namespace orvane::FocusedWindow

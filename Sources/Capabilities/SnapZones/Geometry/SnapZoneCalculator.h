@@ -1,0 +1,28 @@
+// Which part of an area a zone is. Pure; y grows upwards, values in points, unrounded.
+#pragma once
+
+#include "Capabilities/SnapZones/Geometry/SnapZone.h"
+#include "Platform/Geometry.h"
+
+namespace orvane {
+
+struct SnapGaps {
+    /// From the area's edges.
+    double outer = 0;
+    /// Between two zones side by side.
+    double inner = 0;
+
+    static const SnapGaps zero;
+    friend bool operator==(const SnapGaps&, const SnapGaps&) = default;
+};
+
+inline constexpr SnapGaps SnapGaps::zero{};
+
+namespace SnapZoneCalculator {
+
+/// Gaps that leave no room give a frame without size, never one of negative size.
+Rect frame(SnapZone zone, const Rect& area, SnapGaps gaps);
+
+} // namespace SnapZoneCalculator
+
+} // namespace orvane

@@ -1,0 +1,57 @@
+#include "Capabilities/SnapZones/Layouts/SnapLayoutCellView.h"
+
+#include "OrvaneKit/Theme/OrvaSymbol.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr int titleSize = 9;
+constexpr double symbolSide = 28;
+constexpr double gap = 6; // between the symbol and the title
+constexpr double corner = 8;
+
+} // namespace
+
+SnapLayoutCellView::SnapLayoutCellView(SnapZone zone) : m_zone(zone)
+{
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::StrongFocus);
+    setFixedSize(sizeHint());
+    setText(title(zone));
+    setAccessibleName(title(zone));
+    themeChanged();
+}
+
+void SnapLayoutCellView::themeChanged()
+{
+    QFont own = orvaFont(OrvaFont::body);
+    own.setPixelSize(titleSize);
+    setFont(own);
+}
+
+void SnapLayoutCellView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(ownOpacity());
+    const QRectF place = shape();
+    const bool chosen = isDown() || underMouse();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(chosen ? faded(orvaColor(OrvaColor::accent), isDown() ? 0.32 : 0.18)
+                            : faded(orvaColor(OrvaColor::primary), 0.05));
+    painter.drawRoundedRect(place, corner, corner);
+
+    const QFontMetricsF metrics(font());
+    const double top = place.center().y() - (symbolSide + gap + metrics.height()) / 2;
+    const QColor ink = orvaColor(OrvaColor::primary);
+    paintOrvaSymbol(painter, symbol(m_zone), QRectF(place.left(), top, place.width(), symbolSide),
+                    chosen ? orvaColor(OrvaColor::link) : ink);
+    painter.setPen(ink);
+    painter.drawText(QRectF(place.left(), top + symbolSide + gap, place.width(), metrics.height()),
+                     Qt::AlignCenter, text());
+    if (showsFocusRing())
+        paintOrvaFocusRing(painter, place, corner);
+}
+
+} // namespace orvane

@@ -1,0 +1,29 @@
+// One layout to choose: its picture over its name.
+#pragma once
+
+#include "Capabilities/SnapZones/Geometry/SnapZone.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QPushButton>
+
+namespace orvane {
+
+class SnapLayoutCellView final : public OrvaControl<QPushButton> {
+public:
+    /// Of what is drawn, in points; the room for the focus ring lies around it.
+    static constexpr QSize box{70, 56};
+
+    explicit SnapLayoutCellView(SnapZone zone);
+
+    SnapZone zone() const { return m_zone; }
+    QSize sizeHint() const override { return box + QSize(2 * orvaRingMargin, 2 * orvaRingMargin); }
+
+protected:
+    void themeChanged() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    SnapZone m_zone;
+};
+
+} // namespace orvane

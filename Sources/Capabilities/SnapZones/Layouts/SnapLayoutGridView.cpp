@@ -1,0 +1,56 @@
+#include "Capabilities/SnapZones/Layouts/SnapLayoutGridView.h"
+
+#include "Capabilities/SnapZones/Layouts/SnapLayoutCellView.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
+
+#include <QGridLayout>
+
+namespace orvane {
+
+namespace {
+
+constexpr int margin = 16; // around the heading and what the cells draw
+constexpr int headlineGap = 12;
+constexpr QSize cellSize = SnapLayoutCellView::box + QSize(2 * orvaRingMargin, 2 * orvaRingMargin);
+
+QGridLayout* makeGrid(const SnapLayoutGridView::Columns& columns)
+{
+    // A cell's widget reaches beyond what it draws, by the room for its focus ring: what lies between the
+    // widgets is less than between the columns.
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(qRound(columns.width + columns.spacing) - cellSize.width());
+    grid->setVerticalSpacing(qRound(columns.spacing) - 2 * orvaRingMargin);
+    return grid;
+}
+
+} // namespace
+
+QWidget* makeOrvaWidget(const SnapLayoutGridView& grid)
+{
+    auto* view = new QWidget;
+    view->setAccessibleName(SnapLayoutGridView::headline());
+    auto* stack = new QVBoxLayout(view);
+    constexpr int side = margin - orvaRingMargin;
+    stack->setContentsMargins(side, margin, side, side);
+    stack->setSpacing(headlineGap - orvaRingMargin);
+    stack->addWidget(makeOrvaWidget(
+        OrvaInset{.side = orvaRingMargin,
+                  .content = OrvaText{.text = SnapLayoutGridView::headline(), .font = OrvaFont::headline}}));
+    QGridLayout* cells = makeGrid(grid.columns);
+    int index = 0;
+    for (const SnapZone zone : grid.zones) {
+        auto* button = new SnapLayoutCellView(zone);
+        // What is chosen may end this view, or set another listener: it runs on a copy.
+        QObject::connect(button, &QPushButton::clicked, button, [model = grid.model, zone] {
+            const auto choose = model->onSelect;
+            if (choose)
+                choose(zone);
+        });
+        cells->addWidget(button, index / grid.columns.count, index % grid.columns.count);
+        ++index;
+    }
+    stack->addLayout(cells);
+    return view;
+}
+
+} // namespace orvane

@@ -1,0 +1,35 @@
+// The grid of layouts: a heading, and a button for each zone that can be chosen.
+#pragma once
+
+#include "Capabilities/SnapZones/Layouts/SnapLayoutModel.h"
+
+#include <array>
+#include <memory>
+
+class QWidget;
+
+namespace orvane {
+
+/// Points.
+struct SnapLayoutGridView {
+    struct Columns {
+        int count;
+        double width;
+        double spacing; // between rows too
+    };
+
+    std::shared_ptr<SnapLayoutModel> model;
+    /// In reading order. The lower half is left to its shortcut and to the drag.
+    std::array<SnapZone, 9> zones{
+        SnapZone::leftHalf,   SnapZone::rightHalf,   SnapZone::maximize,
+        SnapZone::topLeft,    SnapZone::topRight,    SnapZone::center,
+        SnapZone::bottomLeft, SnapZone::bottomRight, SnapZone::topHalf,
+    };
+    Columns columns{.count = 3, .width = 74, .spacing = 10};
+
+    static QString headline() { return QStringLiteral("Snap Layouts"); }
+};
+
+QWidget* makeOrvaWidget(const SnapLayoutGridView& grid);
+
+} // namespace orvane

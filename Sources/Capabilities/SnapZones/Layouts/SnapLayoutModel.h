@@ -1,0 +1,17 @@
+// What the grid of layouts tells.
+#pragma once
+
+#include "Capabilities/SnapZones/Geometry/SnapZone.h"
+#include "OrvaneCore/Base/Observable.h"
+
+#include <functional>
+
+namespace orvane {
+
+class SnapLayoutModel : public ObservableObject {
+public:
+    /// A cell was pressed. May be absent.
+    std::function<void(SnapZone)> onSelect;
+};
+
+} // namespace orvane

@@ -1,0 +1,64 @@
+// Snaps windows: the dragged one at the end of its drag, the focused one at once, or the one that had the
+// focus when the panel of layouts opened. Main thread.
+//
+// A drag is watched, never held up: only before its window has moved are other programs asked anything.
+#pragma once
+
+#include "Capabilities/SnapZones/Layouts/SnapLayoutFlyoutController.h"
+#include "Capabilities/SnapZones/Preview/SnapPreviewPanelController.h"
+#include "Capabilities/SnapZones/SnapDrag.h"
+#include "Capabilities/SnapZones/SnapZonesSettings.h"
+#include "OrvaneCore/Base/Log.h"
+#include "Platform/EventMonitors.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+class SnapZonesController : public std::enable_shared_from_this<SnapZonesController> {
+public:
+    static std::shared_ptr<SnapZonesController> make(std::shared_ptr<SnapZonesSettings> settings, Logger log);
+
+    const std::shared_ptr<SnapZonesSettings>& settings() const { return m_settings; }
+    const SnapDrag& drag() const { return m_drag; }
+    const SnapPreviewPanelController& preview() const { return m_preview; }
+    SnapLayoutFlyoutController& flyout() const { return *m_flyout; }
+
+    /// Without a window that can be snapped, nothing.
+    void snap(SnapZone zone);
+    /// Opens the panel of layouts, or closes it when it's open.
+    void showFlyout();
+
+    /// The service's. Without it shortcuts and the panel work all the same.
+    void start();
+    void stop();
+
+    /// The left button's.
+    void dragMoved();
+    void dragEnded();
+
+private:
+    SnapZonesController(std::shared_ptr<SnapZonesSettings> settings, Logger log);
+
+    void handle(EventType type);
+    bool armDrag();
+    bool windowMoves();
+    void resetDrag() { m_drag.reset(); }
+    void chooseLayout(SnapZone zone);
+
+    Rect frame(SnapZone zone, const Screen& screen) const;
+    void place(const AXUIElement& window, SnapZone zone, const Screen& screen) const;
+    void placeOnItsScreen(const AXUIElement& window, SnapZone zone) const;
+
+    std::shared_ptr<SnapZonesSettings> m_settings;
+    Logger m_log;
+    SnapPreviewPanelController m_preview;
+    std::shared_ptr<SnapLayoutFlyoutController> m_flyout;
+    std::vector<std::unique_ptr<EventMonitor>> m_dragMonitors;
+    SnapDrag m_drag;
+    std::optional<AXUIElement> m_flyoutTarget;
+};
+
+} // namespace orvane

@@ -1,0 +1,44 @@
+// The control with which a person sets the shortcut of a name, as a view of a pane: on its own, or as a row
+// with a label. Main thread.
+#pragma once
+
+#include "KeyboardShortcuts/Shortcut/Name.h"
+#include "KeyboardShortcuts/Shortcut/Shortcut.h"
+#include "OrvaneCore/Base/OrvaView.h"
+
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace orvane::KeyboardShortcuts {
+
+/// What a recorder calls after the user has set a shortcut, or cleared it.
+using RecorderChange = std::function<void(const std::optional<Shortcut>&)>;
+
+struct Recorder {
+    /// Without a label. Its title then stands elsewhere: give it as the accessible name.
+    explicit Recorder(Name shortcutName, RecorderChange changed = {});
+    /// A row with the title on the left.
+    Recorder(const QString& title, Name shortcutName, RecorderChange changed = {});
+    /// A row with any view as its label.
+    Recorder(AnyView theLabel, Name shortcutName, RecorderChange changed, QString theAccessibleName);
+
+    /// The label, where there is one.
+    QList<AnyView> children() const { return hasLabel ? QList<AnyView>{label} : QList<AnyView>{}; }
+
+    /// What the control shows.
+    QString text() const;
+    /// What recording this shortcut does, or clearing with none; no check stands before it.
+    void set(const std::optional<Shortcut>& shortcut) const;
+
+    Name name;
+    RecorderChange onChange;
+    bool hasLabel = false;
+    AnyView label;
+    QString accessibleName;
+};
+
+QWidget* makeOrvaWidget(const Recorder& recorder);
+
+} // namespace orvane::KeyboardShortcuts

@@ -1,0 +1,62 @@
+#include "KeyboardShortcuts/Recorder/RecorderAccessibleView.h"
+
+#include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
+#include "KeyboardShortcuts/Recorder/RecorderStrings.h"
+
+#include <QAccessibleWidget>
+
+namespace orvane::KeyboardShortcuts {
+
+namespace {
+
+/// A button that is called by its label. Not every screen reader asks for a value that is text, so it is the
+/// description too.
+class AccessibleRecorder final : public QAccessibleWidget {
+public:
+    explicit AccessibleRecorder(RecorderCocoa* recorder) : QAccessibleWidget(recorder, QAccessible::Button) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        switch (kind) {
+        case QAccessible::Value:
+        case QAccessible::Description:
+            return recorder().spokenValue();
+        case QAccessible::Help:
+            return orvaneResourceBundle().localizedString(QStringLiteral("recorder_help"));
+        default:
+            return QAccessibleWidget::text(kind);
+        }
+    }
+
+    QStringList actionNames() const override
+    {
+        return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(const QString& action) override
+    {
+        if (action == pressAction())
+            recorder().makeFirstResponder();
+        else
+            QAccessibleWidget::doAction(action);
+    }
+
+private:
+    RecorderCocoa& recorder() const { return static_cast<RecorderCocoa&>(*widget()); }
+};
+
+QAccessibleInterface* makeAccessible(const QString&, QObject* object)
+{
+    auto* recorder = qobject_cast<RecorderCocoa*>(object);
+    return recorder ? new AccessibleRecorder(recorder) : nullptr;
+}
+
+} // namespace
+
+void installRecorderAccessibility()
+{
+    static const bool installed = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(installed)
+}
+
+} // namespace orvane::KeyboardShortcuts

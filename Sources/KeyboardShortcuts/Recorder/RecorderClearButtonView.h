@@ -1,0 +1,26 @@
+// The small cross in a recorder that clears its shortcut.
+#pragma once
+
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QAbstractButton>
+
+namespace orvane::KeyboardShortcuts {
+
+/// Acts when the mouse button goes down, for a recorder that records swallows its going up. Never takes the
+/// focus, which is the recorder's.
+class RecorderClearButton final : public OrvaThemed<QAbstractButton> {
+public:
+    /// Of the square that takes clicks, in points.
+    static constexpr int side = 22;
+
+    explicit RecorderClearButton(QWidget* recorder);
+
+    QSize sizeHint() const override { return QSize(side, side); }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace orvane::KeyboardShortcuts

@@ -1,0 +1,59 @@
+// What a recorder does with an event that it sees while it records. Pure: a decision and no deed.
+#pragma once
+
+#include "KeyboardShortcuts/Shortcut/Shortcut.h"
+#include "Platform/EventMonitors.h"
+
+#include <QRectF>
+
+#include <functional>
+#include <optional>
+
+namespace orvane::KeyboardShortcuts {
+
+/// The events that a recorder sees: key down, left mouse up, right mouse up.
+inline constexpr EventMask recorderEvents = eventMaskBit(EventType::keyDown) |
+                                            eventMaskBit(EventType::leftMouseUp) |
+                                            eventMaskBit(EventType::rightMouseUp);
+
+struct RecorderDecision {
+    enum class Deed {
+        /// End the recording; the event goes its way.
+        leave,
+        /// Swallow the event and go on.
+        ignore,
+        /// End the recording, swallow the event.
+        cancel,
+        /// Press the clear button, swallow the event.
+        clear,
+        /// Beep, swallow the event, go on.
+        refuse,
+        /// Say that the menu item named by `menuItemTitle` has the shortcut, then go on.
+        refuseForMenuItem,
+        /// Say that the system has it, then go on.
+        refuseForSystem,
+        /// Take `shortcut` and end the recording; swallow the event.
+        accept,
+    };
+
+    Deed deed = Deed::ignore;
+    std::optional<Shortcut> shortcut = std::nullopt;
+    QString menuItemTitle = {};
+
+    friend bool operator==(const RecorderDecision&, const RecorderDecision&) = default;
+};
+
+/// What the decision depends on beside the event. The two questions are asked only about a shortcut that
+/// could be taken, the second only when the first has found nothing.
+struct RecorderSurroundings {
+    /// The control's bounds, in the space of the event's location.
+    QRectF bounds;
+    /// The title of the program's menu item with this shortcut.
+    std::function<std::optional<QString>(const Shortcut&)> menuItemTitle;
+    std::function<bool(const Shortcut&)> isUsedBySystem;
+};
+
+/// A repeat of a held key is no press of its own, except that Tab goes on moving.
+RecorderDecision decide(const EventMonitors::MonitoredEvent& event, const RecorderSurroundings& surroundings);
+
+} // namespace orvane::KeyboardShortcuts

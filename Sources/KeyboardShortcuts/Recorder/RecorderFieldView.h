@@ -1,0 +1,54 @@
+// What a recorder looks like: a box with a text in its middle, and a cross that clears it.
+#pragma once
+
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QAbstractButton>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+namespace orvane::KeyboardShortcuts {
+
+class RecorderField : public OrvaControl<QWidget> {
+public:
+    /// The least width of the box, in points.
+    static constexpr int leastWidth = 130;
+
+    /// The description of a shortcut, empty without one.
+    const QString& stringValue() const { return m_stringValue; }
+    /// What stands in the place of an empty text.
+    const QString& placeholder() const { return m_placeholder; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    enum class Highlight { none, ring };
+
+    /// There is room for each of the placeholders; the first one is shown.
+    explicit RecorderField(const QStringList& placeholders);
+
+    void setText(const QString& text);
+    void setPlaceholder(const QString& placeholder);
+    void setHighlight(Highlight highlight);
+    /// Hidden unless there is text.
+    QAbstractButton& cancelButton() { return *m_cancelButton; }
+
+    void themeChanged() override;
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void placeCancelButton();
+    QRectF textRoom() const;
+
+    QStringList m_placeholders;
+    QString m_stringValue;
+    QString m_placeholder;
+    Highlight m_highlight = Highlight::none;
+    QAbstractButton* m_cancelButton;
+};
+
+} // namespace orvane::KeyboardShortcuts

@@ -1,0 +1,29 @@
+// Shortcuts as registrations with the system's hot key service, and raw keys in their place while a menu has
+// the keyboard. The only place that speaks to that service. Main thread; every failure is silent.
+#pragma once
+
+#include "KeyboardShortcuts/Shortcut/Shortcut.h"
+#include "Platform/HotKeys.h"
+
+#include <QList>
+
+#include <functional>
+
+namespace orvane::KeyboardShortcuts::CarbonKeyboardShortcuts {
+
+using Callback = std::function<void(const Shortcut&)>;
+
+/// "SSKS", of every hot key's id.
+inline constexpr std::uint32_t hotKeySignature = 0x53534B53;
+
+/// One registration more, for an equal shortcut too; none where the system refuses.
+void registerShortcut(const Shortcut& shortcut, Callback onKeyDown, Callback onKeyUp);
+/// Ends all registrations of the shortcut.
+void unregisterShortcut(const Shortcut& shortcut);
+/// Call after a change of `isEnabled` or `isMenuOpen`.
+void updateEventHandler();
+
+/// The shortcuts that the desktop keeps for itself, those in force only.
+QList<Shortcut> system();
+
+} // namespace orvane::KeyboardShortcuts::CarbonKeyboardShortcuts

@@ -1,0 +1,31 @@
+#include "KeyboardShortcuts/Registration/HandlerTable.h"
+
+#include "KeyboardShortcuts/Storage/ShortcutStorage.h"
+
+#include <algorithm>
+
+namespace orvane::KeyboardShortcuts {
+
+void HandlerTable::append(const Name& name, Action action)
+{
+    auto entry = std::ranges::find(m_entries, name.rawValue(), &Entry::rawValue);
+    if (entry == m_entries.end())
+        entry = m_entries.insert(entry, Entry{name.rawValue(), storage::key(name), {}});
+    entry->handlers.push_back({std::move(action), m_count++});
+}
+
+void HandlerTable::fire(const Shortcut& shortcut)
+{
+    const std::size_t count = m_count;
+    const std::size_t entryCount = m_entries.size();
+    // By index: adding leaves references in place, iterators not.
+    for (std::size_t i = 0; i < entryCount; ++i) {
+        const Entry& entry = m_entries[i];
+        if (storage::read(entry.storageKey) != shortcut)
+            continue;
+        for (std::size_t j = 0; j < entry.handlers.size() && entry.handlers[j].ordinal < count; ++j)
+            entry.handlers[j].action();
+    }
+}
+
+} // namespace orvane::KeyboardShortcuts

@@ -1,0 +1,67 @@
+// All that is static here, in one place: what the shortcuts are and what the system was asked for.
+// Main thread.
+#pragma once
+
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
+#include "KeyboardShortcuts/Registration/HandlerTable.h"
+#include "KeyboardShortcuts/Registration/RunLoopLocalEventMonitor.h"
+#include "Platform/HotKeys.h"
+#include "Platform/NotificationCenter.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <unordered_set>
+
+namespace orvane::KeyboardShortcuts {
+
+namespace CarbonKeyboardShortcuts {
+
+/// One registration.
+struct HotKey {
+    Shortcut shortcut;
+    std::uint32_t carbonHotKeyId;
+    std::unique_ptr<EventHotKey> carbonHotKey; // null while suspended
+    Callback onKeyDown;
+    Callback onKeyUp;
+};
+
+struct State {
+    std::map<std::uint32_t, std::shared_ptr<HotKey>> hotKeys;
+    /// The last one used.
+    std::uint32_t hotKeyId = 0;
+    /// Null until the first registration that succeeds.
+    std::unique_ptr<EventHandler> eventHandler;
+    /// Null until raw keys are first watched.
+    std::unique_ptr<RunLoopLocalEventMonitor> keyEventMonitor;
+};
+
+/// The common event callback.
+OSStatus carbonKeyboardShortcutsEventHandler(const KeyboardEvent* event);
+
+} // namespace CarbonKeyboardShortcuts
+
+struct State {
+    bool isEnabled = true;
+    bool isPaused = false;
+    bool isMenuOpen = false;
+    /// What the system was asked for, with success or without.
+    std::unordered_set<Shortcut> registeredShortcuts;
+    HandlerTable legacyKeyDownHandlers;
+    HandlerTable legacyKeyUpHandlers;
+
+    bool isInitialized = false;
+    std::unique_ptr<NotificationCenter::Token> openMenuObserver;
+    std::unique_ptr<NotificationCenter::Token> closeMenuObserver;
+
+    CarbonKeyboardShortcuts::State carbon;
+};
+
+/// The present one. The process's own is never destroyed: it would outlive the platform.
+State& state();
+
+/// Watches the menus, from the first call on.
+void initialize();
+
+} // namespace orvane::KeyboardShortcuts

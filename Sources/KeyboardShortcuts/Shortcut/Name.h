@@ -1,0 +1,47 @@
+// What a shortcut is stored under. Main thread.
+#pragma once
+
+#include "KeyboardShortcuts/Shortcut/Shortcut.h"
+
+#include <QHash>
+#include <QMetaType>
+#include <QString>
+
+#include <optional>
+
+namespace orvane::KeyboardShortcuts {
+
+/// Carries no state of its own: make one wherever one is needed. Names with equal raw values are the same
+/// name, whatever their defaults.
+class Name {
+public:
+    /// Stores `initial` if nothing is stored under the name, not even that it was cleared.
+    explicit Name(QString rawValue, const std::optional<Shortcut>& initial = std::nullopt);
+
+    const QString& rawValue() const { return m_rawValue; }
+    const std::optional<Shortcut>& defaultShortcut() const { return m_defaultShortcut; }
+
+    std::optional<Shortcut> shortcut() const;
+    void setShortcut(const std::optional<Shortcut>& shortcut) const;
+
+    friend bool operator==(const Name& left, const Name& right)
+    {
+        return left.m_rawValue == right.m_rawValue;
+    }
+
+private:
+    QString m_rawValue;
+    std::optional<Shortcut> m_defaultShortcut;
+};
+
+} // namespace orvane::KeyboardShortcuts
+
+template <>
+struct std::hash<orvane::KeyboardShortcuts::Name> {
+    std::size_t operator()(const orvane::KeyboardShortcuts::Name& name) const noexcept
+    {
+        return qHash(name.rawValue());
+    }
+};
+
+Q_DECLARE_METATYPE(orvane::KeyboardShortcuts::Name)

@@ -1,0 +1,66 @@
+// A key with modifiers: a value, and what it says in text and in menus.
+// What a key prints comes from the present layout, asked at each call; main thread.
+#pragma once
+
+#include "KeyboardShortcuts/Shortcut/Key.h"
+#include "Platform/Event.h"
+#include "Platform/EventFlags.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace orvane {
+struct Menu;
+struct MenuItem;
+} // namespace orvane
+
+namespace orvane::KeyboardShortcuts {
+
+class Name;
+
+struct Shortcut {
+    /// Stores both unchanged.
+    constexpr Shortcut(std::int64_t keyCode, std::int64_t modifierBits)
+        : carbonKeyCode(keyCode), carbonModifiers(modifierBits)
+    {
+    }
+    explicit Shortcut(Key key, EventFlags modifiers = 0);
+
+    /// Nothing unless the event is a key's going down or up.
+    static std::optional<Shortcut> fromEvent(const Event& event);
+    static std::optional<Shortcut> fromName(const Name& name);
+
+    std::optional<Key> key() const { return Key{carbonKeyCode}; }
+    EventFlags modifiers() const;
+
+    /// Such as "⌃⌥Space"; ends in U+FFFD for a key that prints nothing.
+    QString description() const;
+    /// The character that a menu item with this shortcut has, or an empty text where there is none.
+    QString keyEquivalent() const;
+    /// The first item with this shortcut, depth first, or null. Lives in `menu`.
+    const MenuItem* menuItemWithMatchingShortcut(const Menu& menu) const;
+
+    friend constexpr bool operator==(const Shortcut&, const Shortcut&) = default;
+
+    /// A virtual key code.
+    std::int64_t carbonKeyCode;
+    std::int64_t carbonModifiers;
+
+private:
+    std::optional<QString> keyToCharacter() const;
+};
+
+} // namespace orvane::KeyboardShortcuts
+
+template <>
+struct std::hash<orvane::KeyboardShortcuts::Shortcut> {
+    std::size_t operator()(const orvane::KeyboardShortcuts::Shortcut& shortcut) const noexcept
+    {
+        const std::hash<std::int64_t> field;
+        return field(shortcut.carbonKeyCode) ^ (field(shortcut.carbonModifiers) << 8);
+    }
+};

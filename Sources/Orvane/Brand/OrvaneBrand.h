@@ -1,0 +1,82 @@
+// The product's face: its colour, its word, its mark and where it is found on the web.
+//
+// What stands here is the product's configuration; nothing else in the program names an address. Main thread.
+#pragma once
+
+#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
+#include "Platform/TemplateImage.h"
+
+#include <QColor>
+#include <QMarginsF>
+#include <QRectF>
+#include <QString>
+
+class QPainter;
+
+namespace orvane {
+
+namespace OrvaneBrand {
+
+/// Opaque; red 0.22, green 0.51, blue 1.
+inline const QColor accent = QColor::fromRgbF(0.22f, 0.51f, 1.0f);
+
+/// The product's word, in the two parts that the wordmark sets apart.
+inline const QString wordHead = QStringLiteral("Or");
+inline const QString wordTail = QStringLiteral("vane");
+inline const QString tagline = QStringLiteral("Small tools for the way you already work.");
+
+/// The site's name as it is shown.
+inline const QString siteName = QStringLiteral("orvane.example");
+inline const QString websiteURL = QStringLiteral("https://orvane.example/");
+inline const QString privacyURL = QStringLiteral("https://orvane.example/privacy");
+inline const QString supportURL = QStringLiteral("https://orvane.example/support");
+
+struct WordmarkColors {
+    QColor head;
+    QColor tail = accent;
+};
+
+/// The room that the word takes; `size` is that of its type, in points.
+QSizeF wordmarkSize(double size, const QString& lead = {});
+/// On the leading side of `box`, in its vertical middle.
+void paintWordmark(QPainter& painter, const QRectF& box, double size, const WordmarkColors& colors,
+                   const QString& lead = {});
+/// The word in a box with `padding` around it, for menus. One colour, as every template picture.
+TemplateImage wordmarkImage(double size, QSizeF box, QMarginsF padding);
+
+/// Parts of the badge's side: its corner radius, and the square that the mark's cells lie in.
+inline constexpr double badgeCorner = 0.24;
+inline constexpr double markShare = 0.56;
+/// A rounded square with the mark of four cells, filling `box`.
+void paintAppIconBadge(QPainter& painter, const QRectF& box);
+
+/// Text that opens a web address.
+OrvaTextButton link(const QString& title, const QString& url);
+
+} // namespace OrvaneBrand
+
+/// The product's word, type of `size` points, and what stands before it in the same line.
+struct OrvaneWordmark {
+    double size;
+    QString lead = {};
+};
+
+enum class BadgeShadow { none, soft };
+
+/// The program's icon, with sides of `size` points. A shadow takes room beyond them.
+struct AppIconBadge {
+    double size;
+    BadgeShadow shadow = BadgeShadow::none;
+};
+
+/// From elsewhere to here: a row of two symbols.
+struct BridgeMark {
+    QList<QString> symbols{QStringLiteral("arrow.right"), QStringLiteral("apple.logo")};
+};
+
+QWidget* makeOrvaWidget(const OrvaneWordmark& wordmark);
+QWidget* makeOrvaWidget(const AppIconBadge& badge);
+QWidget* makeOrvaWidget(const BridgeMark& mark);
+
+} // namespace orvane

@@ -1,0 +1,93 @@
+#include "Orvane/Home/CapabilityDetailView.h"
+
+#include "Orvane/Home/CapabilityToggle.h"
+#include "Orvane/Home/HomeNavigation.h"
+#include "Orvane/Permissions/PermissionBanner.h"
+#include "Orvane/Shortcuts/HotkeyChip.h"
+#include "OrvaneCore/Base/Task.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "OrvaneKit/Model/OrvaPage.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr double chipGap = 4;
+constexpr double titledChipGap = 8;
+
+/// A chip alone stands beside the switch and needs no title. Of several, each says what it is for.
+AnyView hotkeyChips(const QList<HotkeyAction>& actions)
+{
+    if (actions.isEmpty())
+        return {};
+    if (actions.size() == 1)
+        return OrvaWrap{chipGap, {HotkeyChip(actions.constFirst())}};
+    QList<AnyView> chips;
+    for (const HotkeyAction& action : actions) {
+        const OrvaInset title{orvaRingMargin,
+                              OrvaText{action.title, OrvaFont::caption, OrvaColor::secondary}};
+        chips.append(OrvaVStack{0, {title, HotkeyChip(action)}});
+    }
+    return OrvaWrap{titledChipGap, chips, OrvaWrapColumns::equal};
+}
+
+OrvaPageHeader::AccessoryPlace placeOfChips(const QList<HotkeyAction>& actions)
+{
+    return actions.size() > 1 ? OrvaPageHeader::AccessoryPlace::below
+                              : OrvaPageHeader::AccessoryPlace::besideAutoStart;
+}
+
+AnyView page(const CapabilityDetailView& view)
+{
+    const CapabilityID id = view.entry.id();
+    const CapabilityMetadata& metadata = view.entry.metadata();
+    const QList<HotkeyAction> actions = view.entry.capability->hotkeyActions();
+    const auto context = view.registry->context(id);
+    return OrvaPage{
+        .contentEnabled =
+            Live<bool>([registry = view.registry, id] { return registry->isActive(id); }, {view.registry}),
+        .header = OrvaPageHeader{.symbol = metadata.symbolName,
+                                 .title = metadata.displayName,
+                                 .subtitle = metadata.summary,
+                                 .autoStart = view.autoStart(),
+                                 .autoStartTitle = QStringLiteral("Auto-start at launch"),
+                                 .accessory = hotkeyChips(actions),
+                                 .accessoryPlace = placeOfChips(actions),
+                                 .trailing = CapabilityToggle::make(id, view.registry)},
+        .banner = PermissionBanner::make(*view.entry.capability, view.permissions, view.navigation),
+        .content = context ? view.entry.capability->makeSettingsPane(*context) : AnyView(),
+    };
+}
+
+} // namespace
+
+Binding<bool> CapabilityDetailView::autoStart() const
+{
+    const CapabilityID id = entry.id();
+    return Binding<bool>(
+        [registry = registry, id] { return registry->startMode(id) == CapabilityStartMode::automatic; },
+        [registry = registry, id](bool on) {
+            registry->setStartMode(on ? CapabilityStartMode::automatic : CapabilityStartMode::manual, id);
+        },
+        {registry});
+}
+
+QList<AnyView> CapabilityDetailView::children() const
+{
+    const auto refresh = [permissions = permissions] { permissions->refresh(); };
+    const auto reevaluate = [refresh, registry = registry] {
+        refresh();
+        startTask([registry]() -> Task<> { co_await registry->reevaluatePermissionGated(); });
+    };
+    return {OrvaTicker{tick, refresh, reevaluate, page(*this)}};
+}
+
+QWidget* makeOrvaWidget(const CapabilityDetailView& view)
+{
+    return view.children().constFirst().makeWidget();
+}
+
+} // namespace orvane

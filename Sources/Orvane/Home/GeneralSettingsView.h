@@ -1,0 +1,37 @@
+// The page of settings for the suite as a whole: start-up, menu bar, permissions, the way to the window,
+// about. Main thread.
+#pragma once
+
+#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneCore/Capability/CapabilityRegistry.h"
+#include "OrvaneCore/Permissions/SystemPermission.h"
+
+#include <chrono>
+
+namespace orvane {
+
+class AppPreferences;
+class HomeNavigation;
+class PermissionManager;
+
+struct GeneralSettingsView {
+    static constexpr std::chrono::milliseconds tick{2000};
+    static QString permissionsAnchor() { return QStringLiteral("general.permissions"); }
+
+    std::shared_ptr<AppPreferences> preferences;
+    std::shared_ptr<PermissionManager> permissions;
+    std::shared_ptr<CapabilityRegistry> registry;
+    std::shared_ptr<HomeNavigation> navigation;
+    /// The section of whatever keeps the program up to date; none leaves it out.
+    AnyView updates = {};
+
+    QList<AnyView> children() const;
+
+    /// Which capabilities a permission is for: "Required by A, B · Optional for C", or the permission's own
+    /// explanation when none lists it.
+    static QString usageText(SystemPermission permission, const QList<CapabilityRegistry::Entry>& entries);
+};
+
+QWidget* makeOrvaWidget(const GeneralSettingsView& view);
+
+} // namespace orvane

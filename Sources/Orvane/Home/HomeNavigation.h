@@ -1,0 +1,48 @@
+// Where the home window is: what its sidebar has selected, and the asking for the permissions. Main thread.
+#pragma once
+
+#include "OrvaneCore/Base/Observable.h"
+#include "OrvaneCore/Capability/CapabilityMetadata.h"
+
+#include <optional>
+#include <variant>
+
+namespace orvane {
+
+/// A capability's page, or the general one.
+class HomeSelection {
+public:
+    static HomeSelection capability(CapabilityID id) { return HomeSelection(std::move(id)); }
+    static HomeSelection general() { return HomeSelection(General{}); }
+
+    /// Null for the general page.
+    const CapabilityID* capabilityID() const { return std::get_if<CapabilityID>(&m_page); }
+
+    friend bool operator==(const HomeSelection&, const HomeSelection&) = default;
+
+private:
+    struct General {
+        friend bool operator==(const General&, const General&) = default;
+    };
+    using Page = std::variant<General, CapabilityID>;
+
+    explicit HomeSelection(Page page) : m_page(std::move(page)) {}
+
+    Page m_page;
+};
+
+class HomeNavigation {
+public:
+    Observable<std::optional<HomeSelection>> selection;
+    /// Grows by one each time that the permissions are to be shown.
+    Observable<int> focusPermissions;
+
+    /// Shows the general page, scrolled to its permissions.
+    void showPermissions()
+    {
+        selection.set(HomeSelection::general());
+        focusPermissions.set(focusPermissions.get() + 1);
+    }
+};
+
+} // namespace orvane

@@ -1,0 +1,34 @@
+// The suite's one window of its own: made on first need, hidden by closing, back at the next show.
+#pragma once
+
+#include "OrvaneCore/Base/OrvaView.h"
+
+#include <functional>
+#include <memory>
+
+namespace orvane {
+
+class HomeWindowController {
+public:
+    HomeWindowController();
+    ~HomeWindowController();
+    HomeWindowController(const HomeWindowController&) = delete;
+    HomeWindowController& operator=(const HomeWindowController&) = delete;
+
+    /// What makes the root view; without it there is no window to show.
+    void setMakeContentView(std::function<AnyView()> makeContentView);
+    /// Makes the window if there is none yet, and brings it to the front as the active one.
+    void show();
+
+    /// The window, or null before the first show.
+    QWidget* window() const { return m_window.get(); }
+
+private:
+    void makeWindow();
+    void place();
+
+    std::function<AnyView()> m_makeContentView;
+    std::unique_ptr<QWidget> m_window;
+};
+
+} // namespace orvane

@@ -1,0 +1,32 @@
+// What the home window shows: the first run until it has been finished, then the home view for good.
+#pragma once
+
+#include "OrvaneCore/Base/Observable.h"
+#include "OrvaneCore/Base/OrvaView.h"
+
+#include <QSize>
+
+namespace orvane {
+
+class AppEnvironment;
+class AppPreferences;
+class CapabilityRegistry;
+class PermissionManager;
+
+struct RootView {
+    static constexpr QSize minimumSize{820, 560}; // points
+
+    static AnyView make(const std::shared_ptr<AppEnvironment>& environment);
+
+    /// Stored as "hasOnboarded".
+    Binding<bool> hasOnboarded;
+    std::shared_ptr<CapabilityRegistry> registry;
+    std::shared_ptr<PermissionManager> permissions;
+    std::shared_ptr<AppPreferences> preferences;
+
+    QList<AnyView> children() const;
+};
+
+QWidget* makeOrvaWidget(const RootView& view);
+
+} // namespace orvane

@@ -1,0 +1,16 @@
+// How the sidebar tells the state of a capability.
+#pragma once
+
+#include "OrvaneKit/Model/OrvaNavigation.h"
+
+namespace orvane {
+
+struct CapabilityState;
+
+namespace StatusDot {
+
+/// Hollow while off, else filled in the colour of the state.
+OrvaStatusDot of(const CapabilityState& state);
+
+} // namespace StatusDot
+} // namespace orvane

@@ -1,0 +1,92 @@
+#include "Orvane/Launch/AppEnvironment.h"
+
+#include "Orvane/Home/HomeWindowController.h"
+#include "Orvane/Home/RootView.h"
+#include "Orvane/Shortcuts/HotkeyManager.h"
+#include "OrvaneCore/Input/EventTapService.h"
+#include "Platform/DefaultsStore.h"
+#include "Platform/Platform.h"
+
+namespace orvane {
+
+std::shared_ptr<AppEnvironment> AppEnvironment::shared()
+{
+    static const auto* const instance = new std::shared_ptr<AppEnvironment>(make());
+    return *instance;
+}
+
+std::shared_ptr<AppEnvironment> AppEnvironment::make(const RegisterCapabilities& registerCapabilities)
+{
+    std::shared_ptr<AppEnvironment> environment(new AppEnvironment(registerCapabilities));
+    environment->wireHomeWindow();
+    environment->registerHotkeys();
+    return environment;
+}
+
+// The order of construction is part of the contract: what is made later may rely on what was made before.
+AppEnvironment::AppEnvironment(const RegisterCapabilities& registerCapabilities)
+{
+    DefaultsStore& defaults = platform().standardDefaults;
+    m_appPreferences = std::make_shared<AppPreferences>(defaults);
+    m_permissions = PermissionManager::make();
+    m_eventTap = std::make_shared<EventTapService>(Log::make(QStringLiteral("EventTap")));
+    m_hotkeys = std::make_shared<HotkeyManager>();
+    m_homeWindow = std::make_shared<HomeWindowController>();
+    m_store = std::make_shared<CapabilityStore>(defaults);
+    m_registry = std::make_shared<CapabilityRegistry>(m_store, contextMaker());
+    registerCapabilities(*m_registry);
+    m_eventTap->start();
+}
+
+AppEnvironment::~AppEnvironment() = default;
+
+CapabilityRegistry::MakeContext AppEnvironment::contextMaker() const
+{
+    return [permissions = m_permissions, eventTap = m_eventTap](const CapabilityID& id) {
+        ScopedPreferences preferences(platform().standardDefaults, id.rawValue);
+        auto serviceHost = std::make_shared<ServiceHost>();
+        Logger logger = Log::make(id.rawValue);
+        AppInfo appInfo = AppInfo::current(id);
+        return CapabilityContext{.id = id,
+                                 .preferences = std::move(preferences),
+                                 .permissions = permissions,
+                                 .serviceHost = std::move(serviceHost),
+                                 .eventTap = eventTap,
+                                 .logger = std::move(logger),
+                                 .appInfo = std::move(appInfo)};
+    };
+}
+
+void AppEnvironment::wireHomeWindow()
+{
+    m_homeWindow->setMakeContentView([weak = weak_from_this()]() -> AnyView {
+        const auto self = weak.lock();
+        return self ? RootView::make(self) : AnyView();
+    });
+}
+
+// Once, for all capabilities, those that are off too: what may act is decided when a shortcut fires.
+void AppEnvironment::registerHotkeys()
+{
+    const std::weak_ptr<AppEnvironment> weak = weak_from_this();
+    m_hotkeys->registerAppLevel(QStringLiteral("app.openOrvane"), [weak] {
+        if (const auto self = weak.lock())
+            self->homeWindow().show();
+    });
+    for (const CapabilityRegistry::Entry& entry : m_registry->entries()) {
+        for (const HotkeyAction& action : entry.capability->hotkeyActions()) {
+            const auto isActive = [weak, id = entry.id()] {
+                const auto self = weak.lock();
+                return self && self->registry().isActive(id);
+            };
+            m_hotkeys->registerHotkey(action.id, isActive, action.handler);
+        }
+    }
+}
+
+bool AppEnvironment::hasOnboarded() const
+{
+    return platform().standardDefaults.boolean(QStringLiteral("hasOnboarded"));
+}
+
+} // namespace orvane

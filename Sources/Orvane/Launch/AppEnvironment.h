@@ -1,0 +1,60 @@
+// The composition root: owns every long-lived object, for the life of the process. Main thread.
+#pragma once
+
+#include "Orvane/Launch/CapabilityBootstrap.h"
+#include "OrvaneCore/Base/Observable.h"
+#include "OrvaneCore/Capability/CapabilityRegistry.h"
+#include "OrvaneCore/Capability/CapabilityStore.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneCore/Preferences/AppPreferences.h"
+
+#include <functional>
+#include <memory>
+
+namespace orvane {
+
+class EventTapService;
+class HomeWindowController;
+class HotkeyManager;
+
+class AppEnvironment : public ObservableObject, public std::enable_shared_from_this<AppEnvironment> {
+public:
+    /// Made on first use and never released: it must not outlive its platform's end of service, so it has
+    /// no end at all.
+    static std::shared_ptr<AppEnvironment> shared();
+    using RegisterCapabilities = std::function<void(CapabilityRegistry&)>;
+    /// An environment of one's own, on the installed platform; with the suite's capabilities, or others.
+    static std::shared_ptr<AppEnvironment>
+    make(const RegisterCapabilities& registerCapabilities = &CapabilityBootstrap::registerInto);
+    ~AppEnvironment() override;
+
+    AppPreferences& appPreferences() { return *m_appPreferences; }
+    const std::shared_ptr<AppPreferences>& sharedAppPreferences() const { return m_appPreferences; }
+    PermissionManager& permissions() { return *m_permissions; }
+    const std::shared_ptr<PermissionManager>& sharedPermissions() const { return m_permissions; }
+    EventTapService& eventTap() { return *m_eventTap; }
+    HotkeyManager& hotkeys() { return *m_hotkeys; }
+    HomeWindowController& homeWindow() { return *m_homeWindow; }
+    CapabilityRegistry& registry() { return *m_registry; }
+    const std::shared_ptr<CapabilityRegistry>& sharedRegistry() const { return m_registry; }
+    CapabilityStore& store() { return *m_store; }
+
+    /// False until the onboarding has been finished.
+    bool hasOnboarded() const;
+
+private:
+    explicit AppEnvironment(const RegisterCapabilities& registerCapabilities);
+    CapabilityRegistry::MakeContext contextMaker() const;
+    void wireHomeWindow();
+    void registerHotkeys();
+
+    std::shared_ptr<AppPreferences> m_appPreferences;
+    std::shared_ptr<PermissionManager> m_permissions;
+    std::shared_ptr<EventTapService> m_eventTap;
+    std::shared_ptr<HotkeyManager> m_hotkeys;
+    std::shared_ptr<HomeWindowController> m_homeWindow;
+    std::shared_ptr<CapabilityStore> m_store;
+    std::shared_ptr<CapabilityRegistry> m_registry;
+};
+
+} // namespace orvane

@@ -1,0 +1,21 @@
+#include "Orvane/Launch/CapabilityBootstrap.h"
+
+#include "Capabilities/Awake/AwakeCapability.h"
+#include "Capabilities/ClipboardHistory/ClipboardHistoryCapability.h"
+#include "Capabilities/KeySwap/KeySwapCapability.h"
+#include "Capabilities/PlainPaste/PlainPasteCapability.h"
+#include "Capabilities/SnapZones/SnapZonesCapability.h"
+#include "OrvaneCore/Capability/CapabilityRegistry.h"
+
+namespace orvane {
+
+void CapabilityBootstrap::registerInto(CapabilityRegistry& registry)
+{
+    registry.registerCapability(std::make_shared<SnapZonesCapability>());
+    registry.registerCapability(std::make_shared<KeySwapCapability>());
+    registry.registerCapability(std::make_shared<ClipboardHistoryCapability>());
+    registry.registerCapability(std::make_shared<AwakeCapability>());
+    registry.registerCapability(std::make_shared<PlainPasteCapability>());
+}
+
+} // namespace orvane

@@ -1,0 +1,44 @@
+// What a first start shows in the home window: welcome, permissions, choice of features.
+//
+// It keeps nothing but the page it is on: whoever quits in the middle begins again, with the features that
+// he has turned on.
+#pragma once
+
+#include "OrvaneCore/Base/Observable.h"
+#include "OrvaneCore/Base/OrvaView.h"
+
+#include <array>
+#include <memory>
+
+namespace orvane {
+
+class CapabilityRegistry;
+class PermissionManager;
+
+struct OnboardingFlow {
+    enum class Step { welcome = 0, permissions = 1, capabilities = 2 };
+    static constexpr std::array allSteps{Step::welcome, Step::permissions, Step::capabilities};
+
+    Binding<bool> hasOnboarded;
+    std::shared_ptr<CapabilityRegistry> registry;
+    std::shared_ptr<PermissionManager> permissions;
+    std::shared_ptr<Observable<Step>> step = std::make_shared<Observable<Step>>(Step::welcome);
+
+    /// Begins at the welcome. Finishing sets `hasOnboarded`; showing something else then is up to its owner.
+    static AnyView make(Binding<bool> hasOnboarded, std::shared_ptr<CapabilityRegistry> registry,
+                        std::shared_ptr<PermissionManager> permissions);
+
+    /// The present page, then the footer: back, dots, forward.
+    QList<AnyView> children() const;
+
+    AnyView content(Step shown) const;
+    /// Left out on the first page.
+    AnyView backButton() const;
+    AnyView dots() const;
+    /// "Continue" to the next page; "Get Started" on the last one.
+    AnyView forwardButton() const;
+};
+
+QWidget* makeOrvaWidget(const OnboardingFlow& flow);
+
+} // namespace orvane

@@ -1,0 +1,20 @@
+// What a capability's page says of the permissions that the capability can't do without.
+#pragma once
+
+#include "OrvaneCore/Base/OrvaView.h"
+
+namespace orvane {
+
+class Capability;
+class HomeNavigation;
+class PermissionManager;
+
+class PermissionBanner {
+public:
+    /// A row for each missing permission, or a line that all are given and the way to them. Empty for a
+    /// capability that requires none.
+    static AnyView make(const Capability& capability, const std::shared_ptr<PermissionManager>& permissions,
+                        const std::shared_ptr<HomeNavigation>& navigation);
+};
+
+} // namespace orvane

@@ -1,0 +1,40 @@
+#include "Orvane/Permissions/PermissionChecklistView.h"
+
+#include "Orvane/Onboarding/OnboardingPageView.h"
+#include "Orvane/Permissions/OrvaPermissionRow.h"
+#include "Orvane/Permissions/PermissionRestartRow.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "OrvaneKit/Model/OrvaSection.h"
+
+namespace orvane {
+
+namespace {
+
+constexpr std::chrono::seconds interval{2};
+
+} // namespace
+
+QList<AnyView> PermissionChecklistView::children() const
+{
+    QList<AnyView> rows;
+    for (const SystemPermission permission : allSystemPermissions)
+        rows.append(OrvaPermissionRow{
+            .permission = permission, .note = explanation(permission), .permissions = permissions});
+    rows.append(PermissionRestartRow{});
+    const auto refresh = [permissions = permissions] { permissions->refresh(); };
+    const OnboardingPage page{
+        .title = QStringLiteral("Permissions"),
+        .text = QStringLiteral("Orvane's features need macOS privacy permissions. You can grant them now, or "
+                               "later when you turn each feature on."),
+        .width = Orva::pageWidth,
+        .content = OrvaCard{rows}};
+    return {OrvaTicker{.interval = interval, .onAppear = refresh, .onTick = refresh, .content = page}};
+}
+
+QWidget* makeOrvaWidget(const PermissionChecklistView& view)
+{
+    return view.children().first().makeWidget();
+}
+
+} // namespace orvane

@@ -1,0 +1,43 @@
+// The shortcut of one action on a capability's page, with the way to set it. Main thread.
+#pragma once
+
+#include "OrvaneCore/Base/Observable.h"
+#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneCore/Capability/Capability.h"
+
+#include <memory>
+
+namespace orvane {
+
+class HotkeyChip {
+public:
+    static constexpr double popoverWidth = 260; // points
+    static constexpr double popoverPadding = 14;
+
+    explicit HotkeyChip(HotkeyAction action);
+
+    /// The chip, and while it is open its popover.
+    QList<AnyView> children() const;
+
+    /// Reads the stored shortcut: what its coming into sight does.
+    void appear() const;
+
+    QString text() const;
+    bool showsRecorder() const { return m_state->showRecorder.get(); }
+
+private:
+    struct State {
+        Observable<bool> showRecorder{false};
+        Observable<std::optional<QString>> shortcut;
+    };
+
+    AnyView recorder() const;
+    AnyView popover() const;
+
+    HotkeyAction m_action;
+    std::shared_ptr<State> m_state = std::make_shared<State>();
+};
+
+QWidget* makeOrvaWidget(const HotkeyChip& chip);
+
+} // namespace orvane

@@ -1,0 +1,70 @@
+// Owns every capability, its context and its state, and alone calls its lifecycle operations. Main thread.
+//
+// Each asynchronous operation suspends only inside a capability's own. Nothing serialises two of them for
+// one id: what a step reads, it reads at that step.
+#pragma once
+
+#include "OrvaneCore/Base/CapabilityState.h"
+#include "OrvaneCore/Base/Observable.h"
+#include "OrvaneCore/Capability/Capability.h"
+#include "OrvaneCore/Capability/CapabilityStore.h"
+
+#include <functional>
+#include <memory>
+#include <unordered_map>
+
+namespace orvane {
+
+class CapabilityRegistry : public ObservableObject {
+public:
+    struct Entry {
+        std::shared_ptr<Capability> capability;
+        CapabilityState state;
+
+        const CapabilityID& id() const { return metadata().id; }
+        const CapabilityMetadata& metadata() const { return capability->classMetadata(); }
+    };
+    using MakeContext = std::function<CapabilityContext(const CapabilityID&)>;
+
+    CapabilityRegistry(std::shared_ptr<CapabilityStore> store, MakeContext makeContext);
+
+    /// Appends in state `disabled`. An id registered twice gets a new context and a second entry.
+    void registerCapability(std::shared_ptr<Capability> capability);
+
+    /// In order of registering: the order of lists and menus.
+    const QList<Entry>& entries() const { return m_entries; }
+    QList<Entry> activeEntries() const;
+    std::optional<CapabilityContext> context(const CapabilityID& id) const;
+    std::optional<Entry> entry(const CapabilityID& id) const;
+    /// `disabled` for an unknown id.
+    CapabilityState state(const CapabilityID& id) const;
+    bool isActive(const CapabilityID& id) const;
+
+    /// Stores the wish, then brings it about. Neither throws nor reports: the state tells.
+    /// An unknown id changes nothing and stores nothing.
+    Task<> setEnabled(bool value, CapabilityID id);
+    Task<> uninstall(CapabilityID id);
+
+    /// At launch: starts what is enabled and starts automatically, strictly one after the other.
+    Task<> restorePersistedState();
+    /// Tries again each enabled capability that waits for a permission, whatever its start mode.
+    Task<> reevaluatePermissionGated();
+
+    CapabilityStartMode startMode(const CapabilityID& id) const;
+    void setStartMode(CapabilityStartMode mode, const CapabilityID& id);
+
+    /// By the permissions as last read; false for a capability that isn't registered.
+    bool permissionsSatisfied(const Capability& capability) const;
+
+private:
+    void updateState(const CapabilityID& id, CapabilityState state);
+    Task<> disable(Entry entry, CapabilityContext context);
+    Task<> enable(Entry entry, CapabilityContext context);
+
+    QList<Entry> m_entries;
+    std::shared_ptr<CapabilityStore> m_store;
+    MakeContext m_makeContext;
+    std::unordered_map<QString, CapabilityContext> m_contexts;
+};
+
+} // namespace orvane

@@ -1,0 +1,43 @@
+// Which capabilities the user has enabled, and how each starts. Main thread.
+#pragma once
+
+#include "OrvaneCore/Capability/CapabilityMetadata.h"
+
+#include <QSet>
+#include <QVariant>
+
+#include <array>
+
+namespace orvane {
+
+class DefaultsStore;
+
+enum class CapabilityStartMode { automatic, manual };
+
+inline constexpr std::array allCapabilityStartModes{CapabilityStartMode::automatic,
+                                                    CapabilityStartMode::manual};
+
+QString rawValue(CapabilityStartMode mode);
+QString displayName(CapabilityStartMode mode);
+
+/// Two whole dictionaries in the store; one of another shape counts as absent.
+class CapabilityStore {
+public:
+    /// The store must outlive this object.
+    explicit CapabilityStore(DefaultsStore& defaults) : m_defaults(defaults) {}
+
+    bool isEnabled(const CapabilityID& id) const;
+    void setEnabled(const CapabilityID& id, bool value);
+    QSet<QString> enabledIDs() const;
+
+    /// `automatic` for an absent or unknown entry.
+    CapabilityStartMode startMode(const CapabilityID& id) const;
+    void setStartMode(const CapabilityID& id, CapabilityStartMode mode);
+
+private:
+    QVariantMap dictionary(const QString& key, QMetaType::Type valueType) const;
+
+    DefaultsStore& m_defaults;
+};
+
+} // namespace orvane

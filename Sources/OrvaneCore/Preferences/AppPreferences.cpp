@@ -1,0 +1,59 @@
+#include "OrvaneCore/Preferences/AppPreferences.h"
+
+#include "OrvaneCore/Preferences/LaunchAtLogin.h"
+#include "Platform/DefaultsStore.h"
+
+#include <exception>
+
+namespace orvane {
+
+namespace {
+
+const QString showDockIconKey = QStringLiteral("app.showDockIcon");
+const QString showMenuBarItemKey = QStringLiteral("app.showMenuBarItem");
+
+} // namespace
+
+AppPreferences::AppPreferences(DefaultsStore& defaults) : m_defaults(defaults)
+{
+    defaults.registerDefaults({{showDockIconKey, false}, {showMenuBarItemKey, true}});
+    m_showDockIcon.set(defaults.boolean(showDockIconKey));
+    m_showMenuBarItem.set(defaults.boolean(showMenuBarItemKey));
+    m_launchAtLogin.set(LaunchAtLogin::isEnabled());
+
+    for (Observable<bool>* property : {&m_showDockIcon, &m_showMenuBarItem, &m_launchAtLogin})
+        m_cancellables.push_back(property->onChange([this] { announceChange(); }));
+}
+
+void AppPreferences::setShowDockIcon(bool value)
+{
+    m_showDockIcon.set(value);
+    if (!showDockIcon() && !showMenuBarItem())
+        setShowMenuBarItem(true);
+    m_defaults.set(showDockIconKey, showDockIcon());
+}
+
+void AppPreferences::setShowMenuBarItem(bool value)
+{
+    m_showMenuBarItem.set(value);
+    if (!showMenuBarItem() && !showDockIcon())
+        setShowDockIcon(true);
+    m_defaults.set(showMenuBarItemKey, showMenuBarItem());
+}
+
+void AppPreferences::setLaunchAtLogin(bool value)
+{
+    m_launchAtLogin.set(value);
+    if (value == LaunchAtLogin::isEnabled())
+        return;
+    try {
+        LaunchAtLogin::set(value);
+    } catch (const std::exception&) {
+        // The switch springing back is the whole answer to a refusal.
+    }
+    const bool actual = LaunchAtLogin::isEnabled();
+    if (launchAtLogin() != actual)
+        setLaunchAtLogin(actual);
+}
+
+} // namespace orvane

@@ -1,0 +1,35 @@
+// The list of programs in the chooser.
+#pragma once
+
+#include "OrvaneKit/AppChooser/OrvaAppListModel.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QListView>
+
+namespace orvane {
+
+class OrvaAppListView final : public OrvaThemed<QListView> {
+public:
+    explicit OrvaAppListView(OrvaAppListModel& model);
+
+    /// The program that is marked and may be accepted.
+    std::optional<InstalledApplication> chosen() const;
+    /// Marks the first program that may be accepted, or none.
+    void chooseFirst();
+    void chooseNone();
+    bool choose(const InstalledApplication& application);
+    /// Goes so many programs down, or up, past those that can't be accepted, and stops at the ends.
+    void move(int steps);
+    int programsInSight() const;
+
+protected:
+    void themeChanged() override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    void mark(int row);
+
+    OrvaAppListModel& m_model;
+};
+
+} // namespace orvane

@@ -1,0 +1,29 @@
+// A chip that is a button.
+#pragma once
+
+#include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QPushButton>
+
+namespace orvane {
+
+class OrvaChipButtonView final : public OrvaControl<QPushButton> {
+public:
+    explicit OrvaChipButtonView(const OrvaChipButton& button);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void themeChanged() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_text;
+    std::optional<QString> m_symbol;
+    bool m_prominent = false;
+    Cancellables m_cancellables;
+};
+
+} // namespace orvane

@@ -1,0 +1,119 @@
+#include "OrvaneKit/Controls/OrvaPillView.h"
+
+#include "OrvaneKit/Controls/OrvaTextView.h"
+#include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Theme/OrvaSymbol.h"
+
+#include <QHBoxLayout>
+#include <QLinearGradient>
+
+namespace orvane {
+
+namespace {
+
+constexpr QMargins pillMargins(8, 3, 8, 3);
+constexpr int pillGap = 4;
+constexpr double pillSymbol = 13;
+constexpr double chipCorner = 6;
+
+struct Pill {
+    OrvaSymbolView* symbol = nullptr;
+    OrvaTextView* text = nullptr;
+};
+
+Pill fillPill(QWidget& ground, const Live<QString>& text, const std::optional<QString>& symbol, OrvaFont font,
+              OrvaColor color)
+{
+    auto* line = new QHBoxLayout(&ground);
+    line->setContentsMargins(pillMargins);
+    line->setSpacing(pillGap);
+    Pill pill;
+    if (symbol)
+        line->addWidget(pill.symbol = new OrvaSymbolView(*symbol, pillSymbol, color));
+    line->addWidget(pill.text = new OrvaTextView(text, font, color, OrvaTextView::Wrapping::singleLine));
+    ground.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return pill;
+}
+
+} // namespace
+
+OrvaChipView::OrvaChipView(const OrvaChip& chip)
+{
+    const Pill pill =
+        fillPill(*this, chip.text, chip.systemImage, OrvaFont::captionMedium, OrvaColor::secondary);
+    follow(m_cancellables, chip.prominent, [pill](bool prominent) {
+        const OrvaColor color = prominent ? OrvaColor::primary : OrvaColor::secondary;
+        pill.text->setColor(color);
+        if (pill.symbol)
+            pill.symbol->setColor(color);
+    });
+}
+
+void OrvaChipView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(faded(orvaColor(OrvaColor::primary), 0.06));
+    painter.drawRoundedRect(rect(), chipCorner, chipCorner);
+}
+
+OrvaBadgeView::OrvaBadgeView(const OrvaBadge& badge) : m_color(badge.color)
+{
+    fillPill(*this, badge.text, badge.systemImage, OrvaFont::smallCaptionSemibold, badge.color);
+}
+
+void OrvaBadgeView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(faded(orvaColor(m_color), 0.16));
+    painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
+}
+
+OrvaIconTileView::OrvaIconTileView(const OrvaIconTile& tile) : m_tile(tile)
+{
+    setFixedSize(qRound(tile.size), qRound(tile.size));
+}
+
+void OrvaIconTileView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    paintOrvaIconTile(painter, m_tile, rect());
+}
+
+void paintOrvaIconTile(QPainter& painter, const OrvaIconTile& tile, const QRectF& box)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    // The deeper colours of the light scheme in the dark one too: white symbols need them as their ground.
+    const QColor color = orvaColor(tile.color, OrvaScheme::light);
+    QLinearGradient gradient(box.topLeft(), box.bottomLeft());
+    gradient.setColorAt(0, faded(color, 0.95));
+    gradient.setColorAt(1, faded(color, 0.78));
+    const double corner = 0.26 * box.width();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(gradient);
+    painter.drawRoundedRect(box, corner, corner);
+    painter.setPen(QPen(faded(Qt::white, 0.12), 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), corner - 0.5, corner - 0.5);
+
+    QRectF symbol(0, 0, 0.52 * box.width(), 0.52 * box.width());
+    symbol.moveCenter(box.center());
+    paintOrvaSymbol(painter, tile.systemImage, symbol, Qt::white, SystemSymbol::Weight::semibold);
+    painter.restore();
+}
+
+void OrvaBannerView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(faded(orvaColor(m_color), 0.25), 1));
+    painter.setBrush(faded(orvaColor(m_color), 0.12));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Orva::bannerCorner,
+                            Orva::bannerCorner);
+}
+
+} // namespace orvane

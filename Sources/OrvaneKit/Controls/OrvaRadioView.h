@@ -1,0 +1,66 @@
+// A group of radio buttons: one choice of a few, all in sight.
+#pragma once
+
+#include "OrvaneKit/Model/OrvaControls.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QRadioButton>
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace orvane {
+
+/// Never checks itself: it tells its group what the person wants.
+class OrvaRadioView final : public OrvaControl<QRadioButton> {
+    Q_OBJECT
+
+public:
+    enum class Wish { chosen, before, after };
+
+    OrvaRadioView(QString title, std::function<void(Wish)> wished);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+
+protected:
+    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+    void nextCheckState() override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void themeChanged() override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    int textHeight(int width) const;
+    void paintMark(QPainter& painter, const QRectF& circle) const;
+
+    QString m_title;
+    std::function<void(Wish)> m_wished;
+};
+
+/// Tab enters the group once, at the chosen button; arrow keys choose. What is checked is always what the
+/// binding says.
+class OrvaRadioGroupView final : public OrvaThemed<QWidget> {
+    Q_OBJECT
+
+public:
+    explicit OrvaRadioGroupView(const OrvaRadioGroup& group);
+
+private:
+    void showOptions(const QList<OrvaPickerOption>& options);
+    void showSelection();
+    void addButton(const OrvaPickerOption& option);
+    void choose(int index);
+    void choosePast(int index, int step);
+    int chosenIndex() const;
+
+    Binding<QString> m_selection;
+    QList<OrvaPickerOption> m_options;
+    QList<OrvaRadioView*> m_buttons;
+    QVBoxLayout* m_lines;
+    Cancellables m_cancellables;
+};
+
+} // namespace orvane

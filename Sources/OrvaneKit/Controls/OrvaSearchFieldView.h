@@ -1,0 +1,31 @@
+// A field that narrows a list while one types.
+#pragma once
+
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QLineEdit>
+
+namespace orvane {
+
+class OrvaSearchFieldView final : public OrvaControl<QLineEdit> {
+public:
+    explicit OrvaSearchFieldView(const QString& name);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void themeChanged() override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    QRectF symbolRect() const;
+    /// Where a click empties the field; none while it is empty.
+    QRectF clearRect() const;
+
+    bool isMirrored() const { return layoutDirection() == Qt::RightToLeft; }
+};
+
+} // namespace orvane

@@ -1,0 +1,42 @@
+// A slider over a range of doubles, with or without steps.
+#pragma once
+
+#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QSlider>
+
+namespace orvane {
+
+class OrvaSliderView final : public OrvaControl<QSlider> {
+public:
+    /// `detail` is what assistive technology reads beside the position.
+    OrvaSliderView(Binding<double> value, double lower, double upper, std::optional<double> step,
+                   const QString& name, const Live<QString>& detail);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void showValue();
+    void positionChanged(int position);
+    void dragTo(double x);
+    QRectF groove() const;
+    bool mirrored() const { return layoutDirection() == Qt::RightToLeft; }
+
+    Binding<double> m_value;
+    double m_lower;
+    double m_upper;
+    std::optional<double> m_step;
+    bool m_showing = false;
+    Cancellables m_cancellables;
+};
+
+} // namespace orvane

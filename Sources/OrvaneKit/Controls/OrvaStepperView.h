@@ -1,0 +1,37 @@
+// A whole number that can be typed and stepped through.
+#pragma once
+
+#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QSpinBox>
+
+namespace orvane {
+
+class OrvaStepperView final : public OrvaControl<QSpinBox> {
+public:
+    OrvaStepperView(Binding<int> value, int lower, int upper, int step, const Live<QString>& name);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void themeChanged() override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void showValue();
+    void valueEdited(int value);
+    QRectF arrows() const;
+
+    Binding<int> m_value;
+    bool m_showing = false;
+    Cancellables m_cancellables;
+};
+
+} // namespace orvane

@@ -1,0 +1,39 @@
+// A switch that shows and sets a value.
+#pragma once
+
+#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QCheckBox>
+#include <QVariantAnimation>
+
+namespace orvane {
+
+/// To assistive technology it is the check box that it descends from.
+class OrvaSwitchView final : public OrvaControl<QCheckBox> {
+public:
+    OrvaSwitchView(Binding<bool> isOn, const Live<QString>& name,
+                   const std::optional<Live<QString>>& description = {}, const Live<bool>& enabled = true);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+    void nextCheckState() override { setValue(!isChecked()); }
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void showValue();
+    void setValue(bool on);
+    void shownChanged(bool on);
+    void moveKnob(bool on);
+
+    Binding<bool> m_isOn;
+    bool m_showing = false;
+    double m_knob = 0; // 0 is off, 1 on
+    QVariantAnimation m_motion;
+    Cancellables m_cancellables;
+};
+
+} // namespace orvane

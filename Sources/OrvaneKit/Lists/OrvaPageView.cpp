@@ -1,0 +1,86 @@
+#include "OrvaneKit/Lists/OrvaPageView.h"
+
+#include "OrvaneKit/Lists/OrvaScrollBarView.h"
+#include "OrvaneKit/Model/OrvaBindings.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+namespace {
+
+class Veil final : public OrvaThemed<QWidget> {
+public:
+    explicit Veil(QWidget* parent) : OrvaThemed(parent) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter(this).fillRect(rect(), faded(orvaColor(OrvaColor::window), 1 - Orva::disabledDim));
+    }
+};
+
+class Ground final : public OrvaThemed<QWidget> {
+protected:
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), orvaColor(OrvaColor::window)); }
+};
+
+} // namespace
+
+OrvaDimmedView::OrvaDimmedView(const AnyView& content, const Live<bool>& enabled)
+    : m_content(content.makeWidget()), m_veil(nullptr)
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_content);
+    m_veil = new Veil(this);
+    follow(m_cancellables, enabled, [this](bool on) {
+        m_content->setEnabled(on);
+        m_veil->setVisible(!on);
+        m_veil->raise();
+    });
+}
+
+void OrvaDimmedView::resizeEvent(QResizeEvent*)
+{
+    m_veil->setGeometry(rect());
+}
+
+OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& header, const AnyView& banner,
+                           const AnyView& content)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setVerticalScrollBar(new OrvaScrollBarView);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // It stands in the page's padding, always: columns are equally wide on long pages and on short ones.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    // Nothing on the page that could be chosen: Tab goes on to the controls, a click still lets keys scroll.
+    setFocusPolicy(Qt::ClickFocus);
+
+    auto* column = new QWidget;
+    column->setMaximumWidth(static_cast<int>(Orva::pageWidth));
+    auto* lines = new QVBoxLayout(column);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(static_cast<int>(Orva::sectionGap));
+    for (const AnyView& part : {header, banner}) {
+        if (QWidget* widget = part.makeWidget())
+            lines->addWidget(widget);
+    }
+    if (content)
+        lines->addWidget(new OrvaDimmedView(content, contentEnabled));
+    lines->addStretch(1);
+
+    auto* ground = new Ground;
+    auto* frame = new QHBoxLayout(ground);
+    constexpr int padding = static_cast<int>(Orva::pagePadding);
+    frame->setContentsMargins(padding, padding, padding - OrvaScrollBarView::thickness, padding);
+    // The column takes all that it may before the sides get anything.
+    frame->addStretch(0);
+    frame->addWidget(column, 1);
+    frame->addStretch(0);
+    setWidget(ground);
+}
+
+} // namespace orvane

@@ -1,0 +1,161 @@
+#include "OrvaneKit/Lists/OrvaPagesView.h"
+
+#include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+#include "Platform/Platform.h"
+#include "Platform/RunLoop.h"
+
+#include <QApplication>
+#include <QLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShowEvent>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+namespace {
+
+QVBoxLayout* makeFrame(QWidget& frame, QWidget* content)
+{
+    auto* layout = new QVBoxLayout(&frame);
+    layout->setContentsMargins(0, 0, 0, 0);
+    if (content)
+        layout->addWidget(content);
+    return layout;
+}
+
+QWidget* firstTabStop(const QWidget& root)
+{
+    QWidget* step = root.nextInFocusChain();
+    for (; step != &root; step = step->nextInFocusChain()) {
+        if (root.isAncestorOf(step) && (step->focusPolicy() & Qt::TabFocus) && step->isEnabled() &&
+            step->isVisible())
+            return step;
+    }
+    return nullptr;
+}
+
+/// Brings the sizes of a widget that was just made up to date, from the outside in.
+void layOut(QWidget& widget)
+{
+    QCoreApplication::sendPostedEvents(&widget, QEvent::LayoutRequest);
+    if (QLayout* layout = widget.layout())
+        layout->activate();
+    for (QObject* child : widget.children()) {
+        if (child->isWidgetType())
+            layOut(static_cast<QWidget&>(*child));
+    }
+}
+
+} // namespace
+
+OrvaKeyedView::OrvaKeyedView(const OrvaKeyed& keyed)
+    : m_makeContent(keyed.content), m_layout(makeFrame(*this, nullptr))
+{
+    follow(m_cancellables, keyed.key, [this](const QString& key) { show(key); });
+}
+
+void OrvaKeyedView::show(const QString& key)
+{
+    if (m_key == key)
+        return;
+    m_key = key;
+    const QPointer<QWidget> former = m_page;
+    m_page = m_makeContent(key).makeWidget();
+    if (m_page) {
+        m_layout->addWidget(m_page);
+        if (former)
+            m_page->show();
+    }
+    if (!former)
+        return;
+    const QWidget* focus = QApplication::focusWidget();
+    if (focus && (focus == former || former->isAncestorOf(focus)))
+        moveFocus();
+    // What changes the page is often a button on it, whose events aren't over yet.
+    former->hide();
+    m_layout->removeWidget(former);
+    former->deleteLater();
+}
+
+void OrvaKeyedView::moveFocus() const
+{
+    const auto* use = dynamic_cast<const OrvaKeyboardUse*>(QApplication::focusWidget());
+    QWidget* const target = m_page ? firstTabStop(*m_page) : nullptr;
+    if (target)
+        target->setFocus(use && use->isUsedByKeyboard() ? Qt::TabFocusReason : Qt::OtherFocusReason);
+}
+
+OrvaAppearView::OrvaAppearView(std::function<void()> onAppear, const AnyView& content)
+    : m_onAppear(std::move(onAppear))
+{
+    QWidget* const widget = content.makeWidget();
+    makeFrame(*this, widget);
+    if (widget)
+        setSizePolicy(widget->sizePolicy());
+}
+
+void OrvaAppearView::appeared()
+{
+    if (m_onAppear)
+        m_onAppear();
+}
+
+// Back from being minimized it was there all the time.
+void OrvaAppearView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        appeared();
+}
+
+void OrvaAppearView::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        disappeared();
+}
+
+OrvaTickerView::OrvaTickerView(const OrvaTicker& ticker)
+    : OrvaAppearView(ticker.onAppear, ticker.content), m_interval(ticker.interval), m_onTick(ticker.onTick)
+{
+}
+
+OrvaTickerView::~OrvaTickerView() = default;
+
+void OrvaTickerView::appeared()
+{
+    m_timer = platform().mainRunLoop.scheduleTimer(m_interval, RunLoop::Repeats::yes, m_onTick);
+    OrvaAppearView::appeared();
+}
+
+void OrvaTickerView::disappeared()
+{
+    m_timer.reset();
+}
+
+OrvaScrollReaderView::OrvaScrollReaderView(const OrvaScrollReader& reader) : m_anchor(reader.anchor)
+{
+    makeFrame(*this, reader.content.makeWidget());
+    for (Subscription& subscription : reader.requests.onChange([this] { scroll(); }))
+        m_cancellables.push_back(std::move(subscription));
+}
+
+void OrvaScrollReaderView::scroll()
+{
+    const auto* page = findChild<QScrollArea*>();
+    auto* anchor = findChild<QWidget*>(m_anchor);
+    if (!page || !anchor || !page->widget())
+        return;
+    layOut(*window());
+    page->verticalScrollBar()->setValue(anchor->mapTo(page->widget(), QPoint()).y() -
+                                        static_cast<int>(Orva::pagePadding));
+    if (QWidget* const stop = firstTabStop(*anchor)) {
+        const auto* use = dynamic_cast<const OrvaKeyboardUse*>(QApplication::focusWidget());
+        if (use && use->isUsedByKeyboard())
+            stop->setFocus(Qt::TabFocusReason);
+    }
+}
+
+} // namespace orvane

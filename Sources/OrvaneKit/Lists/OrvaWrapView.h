@@ -1,0 +1,50 @@
+// Widgets side by side in as many lines as the width asks for.
+#pragma once
+
+#include "OrvaneKit/Model/OrvaLayout.h"
+
+#include <QLayout>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+namespace orvane {
+
+/// Each item keeps the size that it wants; lines begin at the leading edge.
+class OrvaWrapLayout final : public QLayout {
+public:
+    OrvaWrapLayout(int spacing, OrvaWrapColumns columns);
+    ~OrvaWrapLayout() override;
+
+    void addItem(QLayoutItem* item) override;
+    int count() const override { return static_cast<int>(m_items.size()); }
+    QLayoutItem* itemAt(int index) const override;
+    QLayoutItem* takeAt(int index) override;
+    Qt::Orientations expandingDirections() const override { return Qt::Horizontal; }
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSize() const override;
+    void setGeometry(const QRect& rect) override;
+
+private:
+    enum class Move { no, yes };
+
+    /// The height that it takes.
+    int place(const QRect& rect, Move move) const;
+
+    /// 0 without columns.
+    int columnWidth() const;
+
+    int m_gap;
+    OrvaWrapColumns m_columns;
+    std::vector<std::unique_ptr<QLayoutItem>> m_items;
+};
+
+class OrvaWrapView final : public QWidget {
+public:
+    explicit OrvaWrapView(const OrvaWrap& wrap);
+};
+
+} // namespace orvane

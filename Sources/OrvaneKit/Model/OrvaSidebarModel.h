@@ -1,0 +1,42 @@
+// The rows of a sidebar in one list, headings between them.
+#pragma once
+
+#include "OrvaneKit/Model/OrvaNavigation.h"
+
+#include <QAbstractListModel>
+
+namespace orvane {
+
+/// Headings can be neither chosen nor reached by keys.
+class OrvaSidebarModel final : public QAbstractListModel {
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    /// Rows that stay what they are keep their place in views, and only their changes are announced.
+    void setSections(const QList<OrvaSidebarSection>& sections);
+
+    /// Null for a heading.
+    const OrvaSidebarRow* at(int row) const;
+    bool isHeading(int row) const { return at(row) == nullptr; }
+    /// -1 when no row has it.
+    int rowOf(const QString& tag) const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+private:
+    struct Line {
+        QString heading;
+        std::optional<OrvaSidebarRow> row;
+
+        friend bool operator==(const Line&, const Line&) = default;
+    };
+
+    static QList<Line> linesOf(const QList<OrvaSidebarSection>& sections);
+    bool hasShapeOf(const QList<Line>& lines) const;
+
+    QList<Line> m_lines;
+};
+
+} // namespace orvane

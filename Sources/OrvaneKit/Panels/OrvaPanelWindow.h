@@ -1,0 +1,96 @@
+// A floating panel of our own: on all desktops, above everything, and never in the way of the program that
+// the user works with. Main thread.
+//
+// Where a compositor runs it is translucent, with round corners and a shadow outside its frame; where none
+// does it is an opaque rectangle with a border. It follows while it is shown.
+#pragma once
+
+#include "OrvaneCore/Base/Observable.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+#include "Platform/Geometry.h"
+#include "Platform/NotificationCenter.h"
+
+#include <QPixmap>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+
+namespace orvane {
+
+class OrvaPanelWindow : public OrvaThemed<QWidget> {
+public:
+    enum class Keyboard { never, onRequest };
+    enum class Mouse { taken, passesThrough };
+    /// What is painted behind the content. With `clear` nothing is, and without a compositor the content has
+    /// to paint all of its rectangle or to mask it.
+    enum class Ground { material, clear };
+    enum class Shadow { cast, none };
+
+    struct Style {
+        Keyboard keyboard = Keyboard::never;
+        Mouse mouse = Mouse::taken;
+        Ground ground = Ground::material;
+        Shadow shadow = Shadow::cast;
+        double corner = 12; // points
+    };
+
+    explicit OrvaPanelWindow(Style style);
+    ~OrvaPanelWindow() override;
+
+    /// Fills the frame. Taken over; the last one goes.
+    void setContentView(QWidget* content);
+
+    /// In the space of the screens; the shadow is outside of it.
+    void setFrame(const Rect& frame);
+    const Rect& frame() const { return m_frame; }
+
+    /// Shows it above all others; the program with the keyboard keeps it.
+    void orderFront();
+    void orderOut();
+    /// Between the two.
+    bool isVisible() const { return m_isOrderedIn; }
+
+    /// Whether a compositor runs.
+    const Observable<bool>& translucency() const { return m_translucency; }
+    Observable<bool>& translucency() { return m_translucency; }
+
+    /// What closing means that comes from the desktop, such as Alt+F4. Without it nothing closes.
+    std::function<void()> onCloseRequest;
+
+protected:
+    /// The frame in the coordinates of this widget.
+    QRectF body() const;
+    void themeChanged() override;
+    void paintEvent(QPaintEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void hideOrderedOut();
+    QMargins shadowMargins() const;
+    void place();
+    void placeContent();
+    void applyMargins();
+    void paintShadow(QPainter& painter);
+
+    Style m_style;
+    bool m_isOrderedIn = false;
+    Rect m_frame;
+    QPixmap m_shadow; // made when first painted
+    QPointer<QWidget> m_content;
+    Observable<bool> m_translucency;
+    std::unique_ptr<NotificationCenter::Token> m_compositing;
+};
+
+/// A panel that can take the keyboard, for a field to type into.
+class KeyablePanel : public OrvaPanelWindow {
+public:
+    KeyablePanel() : KeyablePanel(Style{}) {}
+    explicit KeyablePanel(Style style);
+
+    void makeKeyAndOrderFront();
+};
+
+} // namespace orvane

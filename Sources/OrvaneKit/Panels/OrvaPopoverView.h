@@ -1,0 +1,64 @@
+// A panel that hangs on a view, inside the same window: the window keeps the keyboard.
+#pragma once
+
+#include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
+
+#include <QPainterPath>
+#include <QPointer>
+#include <QWidget>
+
+namespace orvane {
+
+/// The open panel. Tab goes round in it, itself among its stops.
+class OrvaPopoverPanelView final : public OrvaThemed<QWidget> {
+public:
+    OrvaPopoverPanelView(const OrvaPopover& popover, QWidget& anchor);
+    ~OrvaPopoverPanelView() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    bool focusNextPrevChild(bool next) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    enum class Side { below, above };
+
+    void place();
+    void close();
+    void focusChanged(QWidget* now);
+    bool holds(const QWidget& widget) const;
+    QRectF body() const;
+    QPainterPath outline() const;
+
+    Binding<bool> m_isPresented;
+    QPointer<QWidget> m_anchor;
+    QPointer<QWidget> m_lastStop; // where Tab goes on from
+    Side m_side = Side::below;
+    double m_tip = 0; // of the arrow, x in this widget
+};
+
+/// Shows the anchor, and opens and closes the panel.
+class OrvaPopoverAnchorView final : public QWidget {
+public:
+    explicit OrvaPopoverAnchorView(const OrvaPopover& popover);
+    ~OrvaPopoverAnchorView() override;
+
+protected:
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void show(bool presented);
+    void open();
+    void closePanel();
+    void takeFocusBack();
+
+    OrvaPopover m_popover;
+    QPointer<OrvaPopoverPanelView> m_panel;
+    Cancellables m_cancellables;
+};
+
+} // namespace orvane

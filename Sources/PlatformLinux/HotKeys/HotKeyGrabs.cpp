@@ -1,0 +1,367 @@
+#include "PlatformLinux/HotKeys/HotKeyGrabs.h"
+
+#include "PlatformLinux/X11/InputConnection.h"
+#include "PlatformLinux/X11/XcbReply.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
+
+#include <QSocketNotifier>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include <xcb/xinput.h>
+
+namespace orvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A change of the layout comes in several pieces.
+constexpr auto keyboardSettlingTime = 50ms;
+/// What was posted has long been pressed by then.
+constexpr auto longestGivingWay = 1s;
+
+void warn(LogSink& log, const QString& message)
+{
+    log.write(LogLevel::error, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("HotKeys"), message);
+}
+
+/// Has the connection told of changes of the keyboard, and of a held key's end once and not at each repeat.
+void listenToKeyboard(xcb_connection_t* xcb)
+{
+    constexpr std::uint32_t detectableRepeat = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    const auto flags =
+        xcb_xkb_per_client_flags(xcb, XCB_XKB_ID_USE_CORE_KBD, detectableRepeat, detectableRepeat, 0, 0, 0);
+    xcb_discard_reply(xcb, flags.sequence);
+    constexpr std::uint16_t newKeyboard = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+    constexpr std::uint16_t map = XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr std::uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(xcb, XCB_XKB_ID_USE_CORE_KBD, newKeyboard | map, 0, newKeyboard | map, parts, parts,
+                          nullptr);
+}
+
+} // namespace
+
+HotKeyGrabs::HotKeyGrabs(LogSink& log, Listener listener) : m_log(log), m_listener(std::move(listener))
+{
+    m_keyboardSettled.setSingleShot(true);
+    m_keyboardSettled.setInterval(keyboardSettlingTime);
+    QObject::connect(&m_keyboardSettled, &QTimer::timeout, &m_context, [this] { regrab(); });
+    m_givingWayEnd.setSingleShot(true);
+    m_givingWayEnd.setInterval(longestGivingWay);
+    QObject::connect(&m_givingWayEnd, &QTimer::timeout, &m_context,
+                     [this] { takeBack([](const KeyCombination&) { return true; }); });
+}
+
+HotKeyGrabs::~HotKeyGrabs() = default;
+
+bool HotKeyGrabs::open()
+{
+    if (m_connection && !m_connection->isLost())
+        return true;
+    auto opened = InputConnection::open();
+    if (!opened.connection) {
+        warn(m_log, QStringLiteral("No shortcut works outside of Orvane's own windows: %1.")
+                        .arg(QString::fromStdString(opened.problem)));
+        return false;
+    }
+    m_notifier.reset();
+    m_connection = std::move(opened.connection);
+    listenToKeyboard(m_connection->xcb());
+    m_masks = readMasks();
+    m_down.reset();
+    m_givesWayTo.clear();
+    m_watchesReleases = false;
+    m_notifier = std::make_unique<QSocketNotifier>(m_connection->descriptor(), QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { readEvents(); });
+    return true;
+}
+
+/// Not at once: a hot key is often taken away only to be replaced, and an end of the connection would let a
+/// key that is still held slip through to a window.
+void HotKeyGrabs::closeWhenUnused()
+{
+    QMetaObject::invokeMethod(
+        &m_context,
+        [this] {
+            if (!m_grabs.empty() || m_down.any())
+                return;
+            m_keyboardSettled.stop();
+            m_givingWayEnd.stop();
+            m_givesWayTo.clear();
+            m_notifier.reset();
+            m_connection.reset();
+        },
+        Qt::QueuedConnection);
+}
+
+OSStatus HotKeyGrabs::add(const KeyCombination& combination)
+{
+    if (!open())
+        return unimpErr;
+    Grab& grabbed = m_grabs[combination];
+    if (grabbed.onServer == OnServer::absent) {
+        const OSStatus status = grab(combination);
+        if (status != noErr) {
+            if (grabbed.users == 0)
+                m_grabs.erase(combination);
+            closeWhenUnused();
+            return status;
+        }
+        grabbed.onServer = OnServer::present;
+    }
+    ++grabbed.users;
+    return noErr;
+}
+
+void HotKeyGrabs::remove(const KeyCombination& combination)
+{
+    const auto grabbed = m_grabs.find(combination);
+    if (grabbed == m_grabs.end() || --grabbed->second.users > 0)
+        return;
+    if (grabbed->second.onServer == OnServer::present)
+        ungrab(combination);
+    m_grabs.erase(grabbed);
+    closeWhenUnused();
+}
+
+OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
+{
+    const auto state = m_masks.stateOf(combination.modifiers);
+    if (!state)
+        return eventHotKeyInvalidErr;
+    xcb_connection_t* xcb = m_connection->xcb();
+    // A key that is being held now repeats, and that is no press of the hot key. Its release could come
+    // before the answer does, so it is watched for from before the question on.
+    watchReleases(true);
+    const bool isHeld = keysDown().test(combination.xKey);
+    const auto variants = m_masks.withLocks(*state);
+    std::vector<xcb_void_cookie_t> requests;
+    for (const std::uint16_t variant : variants) {
+        requests.push_back(xcb_grab_key_checked(xcb, 0, m_connection->root(), variant, combination.xKey,
+                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    OSStatus status = noErr;
+    for (const xcb_void_cookie_t request : requests) {
+        const XcbReply<xcb_generic_error_t> error(xcb_request_check(xcb, request));
+        if (error && status == noErr)
+            status = error->error_code == XCB_ACCESS ? eventHotKeyExistsErr : eventHotKeyInvalidErr;
+    }
+    if (m_connection->isLost())
+        status = unimpErr;
+    if (status != noErr)
+        ungrab(combination); // what isn't grabbed is nobody's loss
+    else if (isHeld)
+        m_down.set(combination.xKey);
+    watchReleasesAsNeeded();
+    readEventsSoon();
+    return status;
+}
+
+void HotKeyGrabs::ungrab(const KeyCombination& combination)
+{
+    const auto state = m_masks.stateOf(combination.modifiers);
+    if (!state)
+        return;
+    for (const std::uint16_t variant : m_masks.withLocks(*state))
+        xcb_ungrab_key(m_connection->xcb(), combination.xKey, m_connection->root(), variant);
+    m_connection->flush();
+}
+
+ModifierMasks HotKeyGrabs::readMasks()
+{
+    xcb_connection_t* xcb = m_connection->xcb();
+    const xcb_setup_t* setup = xcb_get_setup(xcb);
+    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const auto keysCookie = xcb_get_keyboard_mapping(xcb, setup->min_keycode, count);
+    const auto modifiersCookie = xcb_get_modifier_mapping(xcb);
+    const XcbReply<xcb_get_keyboard_mapping_reply_t> keys(
+        xcb_get_keyboard_mapping_reply(xcb, keysCookie, nullptr));
+    const XcbReply<xcb_get_modifier_mapping_reply_t> modifiers(
+        xcb_get_modifier_mapping_reply(xcb, modifiersCookie, nullptr));
+    if (!keys || !modifiers)
+        return {};
+    const auto keysymCount = static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(keys.get()));
+    const auto modifierKeyCount =
+        static_cast<std::size_t>(xcb_get_modifier_mapping_keycodes_length(modifiers.get()));
+    return ModifierMasks::fromMappings(
+        setup->min_keycode, keys->keysyms_per_keycode,
+        {xcb_get_keyboard_mapping_keysyms(keys.get()), keysymCount}, modifiers->keycodes_per_modifier,
+        {xcb_get_modifier_mapping_keycodes(modifiers.get()), modifierKeyCount});
+}
+
+void HotKeyGrabs::regrab()
+{
+    if (!m_connection || m_connection->isLost())
+        return;
+    const ModifierMasks masks = readMasks();
+    readEventsSoon();
+    if (masks == m_masks)
+        return;
+    for (auto& [combination, grabbed] : m_grabs) {
+        if (grabbed.onServer == OnServer::present)
+            ungrab(combination);
+    }
+    m_masks = masks;
+    m_givesWayTo.clear();
+    for (auto& [combination, grabbed] : m_grabs) {
+        grabbed.onServer = grab(combination) == noErr ? OnServer::present : OnServer::absent;
+        if (grabbed.onServer == OnServer::absent)
+            warn(m_log, QStringLiteral("With the present keyboard, a shortcut of the key %1 is another "
+                                       "program's. Choose another one in Orvane's settings.")
+                            .arg(combination.xKey));
+    }
+}
+
+/// A round trip may have read events off the socket, which then has nothing more to tell.
+void HotKeyGrabs::readEventsSoon()
+{
+    if (m_willReadEvents)
+        return;
+    m_willReadEvents = true;
+    QMetaObject::invokeMethod(
+        &m_context, [this] { readEvents(); }, Qt::QueuedConnection);
+}
+
+void HotKeyGrabs::readEvents()
+{
+    m_willReadEvents = false;
+    while (m_connection) {
+        const XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection->xcb()));
+        if (!event)
+            break;
+        handle(*event);
+    }
+    if (m_connection && m_connection->isLost())
+        m_notifier->setEnabled(false);
+}
+
+void HotKeyGrabs::handle(const xcb_generic_event_t& event)
+{
+    const std::uint8_t type = event.response_type & 0x7f;
+    if (type == XCB_KEY_PRESS) {
+        const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
+        handlePress(press.detail, press.state);
+    } else if (type == XCB_KEY_RELEASE) {
+        handleRelease(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
+    } else if (type == XCB_GE_GENERIC) {
+        const auto& raw = reinterpret_cast<const xcb_input_raw_key_release_event_t&>(event);
+        if (raw.extension == m_connection->xinputOpcode() && raw.event_type == XCB_INPUT_RAW_KEY_RELEASE)
+            handleRawRelease(static_cast<std::uint8_t>(raw.detail), event.full_sequence);
+    } else if (type == XCB_MAPPING_NOTIFY || type == m_connection->xkbFirstEvent()) {
+        m_keyboardSettled.start();
+    }
+}
+
+void HotKeyGrabs::handlePress(std::uint8_t key, std::uint16_t state)
+{
+    if (m_down.test(key))
+        return;
+    const std::uint16_t pressed = m_masks.withoutLocks(state);
+    for (const auto& [combination, grabbed] : m_grabs) {
+        if (combination.xKey != key || m_masks.stateOf(combination.modifiers) != pressed)
+            continue;
+        m_down.set(key);
+        watchReleases(true);
+        m_listener.pressed(KeyCombination(combination));
+        return;
+    }
+}
+
+/// One from before it gave way is that of the user's own key.
+void HotKeyGrabs::handleRawRelease(std::uint8_t key, std::uint32_t sequence)
+{
+    if (static_cast<std::int32_t>(sequence - m_givesWaySince) >= 0)
+        takeBack([key](const KeyCombination& combination) { return combination.xKey == key; });
+    handleRelease(key);
+}
+
+void HotKeyGrabs::handleRelease(std::uint8_t key)
+{
+    if (!m_down.test(key))
+        return;
+    m_down.reset(key);
+    watchReleasesAsNeeded();
+    m_listener.released(key);
+    releaseWhatIsUp();
+    closeWhenUnused();
+}
+
+/// With the first of several keys the server's grab ends, and the others may have followed before the watch
+/// for their releases began.
+void HotKeyGrabs::releaseWhatIsUp()
+{
+    if (m_down.none())
+        return;
+    const KeySet present = keysDown();
+    for (std::size_t key = 0; key < m_down.size(); ++key) {
+        if (m_down.test(key) && !present.test(key))
+            handleRelease(static_cast<std::uint8_t>(key));
+    }
+    readEventsSoon();
+}
+
+KeySet HotKeyGrabs::keysDown()
+{
+    xcb_connection_t* xcb = m_connection->xcb();
+    const XcbReply<xcb_query_keymap_reply_t> reply(
+        xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
+    KeySet keys;
+    for (std::size_t key = 0; reply && key < keys.size(); ++key)
+        keys.set(key, (reply->keys[key / 8] >> (key % 8) & 1) != 0);
+    return keys;
+}
+
+void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
+{
+    const auto grabbed = m_grabs.find(combination);
+    if (grabbed == m_grabs.end() || grabbed->second.onServer == OnServer::absent)
+        return;
+    m_givesWayTo.insert(combination);
+    m_givingWayEnd.start();
+    watchReleasesAsNeeded();
+    ungrab(combination);
+    grabbed->second.onServer = OnServer::absent;
+    // The answer comes when all that is done.
+    const auto question = xcb_get_input_focus(m_connection->xcb());
+    m_givesWaySince = question.sequence;
+    const XcbReply<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(m_connection->xcb(), question, nullptr));
+    readEventsSoon();
+}
+
+void HotKeyGrabs::takeBack(const std::function<bool(const KeyCombination&)>& which)
+{
+    if (std::erase_if(m_givesWayTo, which) == 0)
+        return;
+    for (auto& [combination, grabbed] : m_grabs) {
+        if (which(combination) && grabbed.onServer == OnServer::absent && grab(combination) == noErr)
+            grabbed.onServer = OnServer::present;
+    }
+    watchReleasesAsNeeded();
+}
+
+void HotKeyGrabs::watchReleasesAsNeeded()
+{
+    watchReleases(m_down.any() || !m_givesWayTo.empty());
+}
+
+/// The server's grab tells of a release only as long as it lasts, and it ends with the first of several keys
+/// or with somebody's grab of the device. The raw ones come in any case.
+void HotKeyGrabs::watchReleases(bool watch)
+{
+    if (watch == m_watchesReleases)
+        return;
+    m_watchesReleases = watch;
+    constexpr std::uint32_t rawRelease = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+    const struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t bits;
+    } mask = {{XCB_INPUT_DEVICE_ALL_MASTER, 1}, watch ? rawRelease : 0};
+    xcb_input_xi_select_events(m_connection->xcb(), m_connection->root(), 1, &mask.head);
+    m_connection->flush();
+}
+
+} // namespace orvane

@@ -1,0 +1,104 @@
+// Passive grabs of keys on the root window, on a connection of its own that is there while something is
+// grabbed. Nothing wakes it but the grabbed keys and changes of the keyboard. Main thread.
+#pragma once
+
+#include "Platform/HotKeys.h"
+#include "Platform/LogSink.h"
+#include "PlatformLinux/Keys/ModifierMasks.h"
+#include "PlatformLinux/X11/ModifierRoles.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <compare>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+
+#include <xcb/xcb.h>
+
+class QSocketNotifier;
+
+namespace orvane {
+
+class InputConnection;
+
+struct KeyCombination {
+    std::uint8_t xKey = 0;
+    /// Carbon bits.
+    std::uint32_t modifiers = 0;
+    friend auto operator<=>(const KeyCombination&, const KeyCombination&) = default;
+};
+
+class HotKeyGrabs {
+public:
+    struct Listener {
+        /// Once for each press, whatever the locks are and however long it lasts.
+        std::function<void(const KeyCombination&)> pressed;
+        /// Once for each key that was pressed so, with whatever modifiers it is let go.
+        std::function<void(std::uint8_t xKey)> released;
+    };
+
+    HotKeyGrabs(LogSink& log, Listener listener);
+    ~HotKeyGrabs();
+    HotKeyGrabs(const HotKeyGrabs&) = delete;
+    HotKeyGrabs& operator=(const HotKeyGrabs&) = delete;
+
+    /// Counted: each success wants its remove(). A few round trips for the first of a combination.
+    OSStatus add(const KeyCombination& combination);
+    void remove(const KeyCombination& combination);
+    /// This program is about to press it, for the program in front: it isn't grabbed until its key was let
+    /// go. A round trip, and nothing for what isn't grabbed.
+    void giveWayTo(const KeyCombination& combination);
+
+private:
+    enum class OnServer { absent, present };
+    struct Grab {
+        int users = 0;
+        /// Absent after the keyboard's modifiers moved to where another program was first, and while it gives
+        /// way.
+        OnServer onServer = OnServer::absent;
+    };
+
+    bool open();
+    void closeWhenUnused();
+    OSStatus grab(const KeyCombination& combination);
+    void ungrab(const KeyCombination& combination);
+    ModifierMasks readMasks();
+    void regrab();
+
+    void readEventsSoon();
+    void readEvents();
+    void handle(const xcb_generic_event_t& event);
+    void handlePress(std::uint8_t key, std::uint16_t state);
+    void handleRelease(std::uint8_t key);
+    void handleRawRelease(std::uint8_t key, std::uint32_t sequence);
+    void releaseWhatIsUp();
+    KeySet keysDown();
+    void watchReleases(bool watch);
+    void watchReleasesAsNeeded();
+    void takeBack(const std::function<bool(const KeyCombination&)>& which);
+
+    LogSink& m_log;
+    Listener m_listener;
+    std::unique_ptr<InputConnection> m_connection;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    ModifierMasks m_masks;
+    std::map<KeyCombination, Grab> m_grabs;
+    /// Keys that are down and whose further presses are repeats.
+    KeySet m_down;
+    std::set<KeyCombination> m_givesWayTo;
+    /// The request from which on the releases of their keys count.
+    std::uint32_t m_givesWaySince = 0;
+    /// For a key that was never pressed.
+    QTimer m_givingWayEnd;
+    bool m_watchesReleases = false;
+    bool m_willReadEvents = false;
+    QTimer m_keyboardSettled;
+    /// The context of queued calls.
+    QObject m_context;
+};
+
+} // namespace orvane

@@ -1,0 +1,243 @@
+#include "PlatformLinux/Menus/TrayMenuView.h"
+
+#include "PlatformLinux/Menus/KeyEquivalent.h"
+#include "PlatformLinux/Menus/MenuText.h"
+#include "PlatformLinux/Menus/TemplateTint.h"
+#include "PlatformLinux/X11/X11Connection.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QPalette>
+#include <QScreen>
+#include <QStyle>
+#include <QWidgetAction>
+#include <QWindow>
+
+#include <chrono>
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+/// Compositors treat menus in their own way; Qt calls a menu without a parent window a normal one.
+void markAsPopupMenu(WId window)
+{
+    const auto x11 = X11Connection::ofApplication();
+    if (!x11)
+        return;
+    const xcb_atom_t type = x11->atom("_NET_WM_WINDOW_TYPE_POPUP_MENU");
+    xcb_change_property(x11->xcb(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
+                        x11->atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &type);
+}
+
+constexpr auto keyEquivalentProperty = "orvaneKeyEquivalent";
+constexpr auto keyMaskProperty = "orvaneKeyMask";
+/// A menu may contain itself.
+constexpr int deepestLevel = 8;
+
+QIcon iconOf(const TemplateImage& image, const QWidget& shownIn)
+{
+    const int side = shownIn.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &shownIn);
+    const double ratio = shownIn.devicePixelRatioF();
+    const auto pixmap = [&](QPalette::ColorGroup group) {
+        const QColor colour = shownIn.palette().color(group, QPalette::WindowText);
+        QImage picture = tinted(image, QSize(side, side) * ratio, colour);
+        picture.setDevicePixelRatio(ratio);
+        return QPixmap::fromImage(picture);
+    };
+    QIcon icon(pixmap(QPalette::Active));
+    icon.addPixmap(pixmap(QPalette::Disabled), QIcon::Disabled);
+    return icon;
+}
+
+/// Nothing else has the keyboard while the menu is open, so Super is as good a command key as Control.
+bool isChosenBy(const MenuItem& item, QKeyCombination key)
+{
+    if (isKeyEquivalent(item, key))
+        return true;
+    Qt::KeyboardModifiers modifiers = key.keyboardModifiers();
+    if (!modifiers.testFlag(Qt::MetaModifier) || modifiers.testFlag(Qt::ControlModifier))
+        return false;
+    modifiers.setFlag(Qt::MetaModifier, false);
+    modifiers.setFlag(Qt::ControlModifier, true);
+    return isKeyEquivalent(item, QKeyCombination(modifiers, key.key()));
+}
+
+/// An item that draws itself.
+class ItemWidget : public QWidget {
+public:
+    ItemWidget(const MenuItemView& view, QWidget* parent) : QWidget(parent), m_view(view) {}
+
+    [[nodiscard]] QSize sizeHint() const override { return m_view.size.toSize(); }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+private:
+    void paintEvent(QPaintEvent*) override
+    {
+        // Not of the disabled group: an item that can't be chosen isn't one that is out of use.
+        QPainter painter(this);
+        m_view.draw(painter, QRectF({}, m_view.size),
+                    palette().color(QPalette::Active, QPalette::WindowText));
+    }
+
+    MenuItemView m_view;
+};
+
+} // namespace
+
+TrayMenuView::TrayMenuView(QObject* parent) : QObject(parent)
+{
+    using namespace std::chrono_literals;
+    m_grabAgain.setSingleShot(true);
+    m_grabAgain.setInterval(20ms);
+    connect(&m_grabAgain, &QTimer::timeout, this, &TrayMenuView::holdPointer);
+}
+
+TrayMenuView::~TrayMenuView()
+{
+    close();
+}
+
+void TrayMenuView::popUp(const Menu& menu, std::optional<QRect> item)
+{
+    close();
+    auto* popup = new QMenu;
+    markAsPopupMenu(popup->winId());
+    m_popup = popup;
+    // Deleted later than the choice, which is told after the menu has closed.
+    connect(popup, &QMenu::aboutToHide, popup, &QObject::deleteLater);
+    connect(popup, &QMenu::aboutToHide, this, &TrayMenuView::letPointerGo);
+    fill(*popup, menu, 1);
+    if (popup->isEmpty()) {
+        delete popup;
+        return;
+    }
+    QPoint place = QCursor::pos();
+    if (item) {
+        const QSize size = popup->sizeHint();
+        const QScreen* screen = QGuiApplication::screenAt(item->center());
+        const bool fitsBelow = !screen || item->bottom() + 1 + size.height() <= screen->geometry().bottom();
+        place = fitsBelow ? item->bottomLeft() + QPoint(0, 1) : item->topLeft() - QPoint(0, size.height());
+    }
+    popup->popup(place);
+    holdPointer();
+}
+
+void TrayMenuView::holdPointer()
+{
+    // A panel that reports a click as the button goes down has the pointer until it comes up, and the grab
+    // by which the menu closes at a click elsewhere fails, which Qt doesn't notice. The server tells nobody
+    // when that ends, so look again while the finger is down.
+    const auto x = X11Connection::ofApplication();
+    if (!x || !m_popup || !m_popup->isVisible())
+        return;
+    if (x->pointerButtonIsDown()) {
+        m_failedToHold = true;
+        m_grabAgain.start();
+    } else if (std::exchange(m_failedToHold, false)) {
+        m_popup->windowHandle()->setMouseGrabEnabled(true);
+        m_popup->windowHandle()->setKeyboardGrabEnabled(true);
+    }
+}
+
+void TrayMenuView::letPointerGo()
+{
+    m_grabAgain.stop();
+    m_failedToHold = false;
+    if (QWindow* window = m_popup ? m_popup->windowHandle() : nullptr) {
+        window->setMouseGrabEnabled(false);
+        window->setKeyboardGrabEnabled(false);
+    }
+}
+
+void TrayMenuView::close()
+{
+    if (!m_popup)
+        return;
+    m_popup->close();
+    m_popup->deleteLater();
+    m_popup.clear();
+}
+
+void TrayMenuView::fill(QMenu& popup, const Menu& menu, int depth)
+{
+    popup.installEventFilter(this);
+    for (const MenuItem& item : menu.items) {
+        if (item.kind == MenuItem::Kind::separator)
+            popup.addSeparator();
+        else
+            addItem(popup, item, depth);
+    }
+}
+
+QAction* TrayMenuView::addItem(QMenu& popup, const MenuItem& item, int depth)
+{
+    QAction* action = nullptr;
+    if (item.view) {
+        auto* widgetAction = new QWidgetAction(&popup);
+        auto* widget = new ItemWidget(*item.view, &popup);
+        widget->setAccessibleName(plainMenuTitle(item.title));
+        widgetAction->setDefaultWidget(widget);
+        popup.addAction(widgetAction);
+        action = widgetAction;
+    } else if (item.submenu) {
+        QMenu* submenu = popup.addMenu(widgetMenuText(item.title));
+        if (depth < deepestLevel)
+            fill(*submenu, *item.submenu, depth + 1);
+        action = submenu->menuAction();
+    } else {
+        action = popup.addAction(widgetMenuText(item.title));
+    }
+    action->setEnabled(item.enabled && (item.action || item.submenu));
+    if (item.image)
+        action->setIcon(iconOf(*item.image, popup));
+    action->setIconVisibleInMenu(true);
+    if (item.state == MenuItem::State::on) {
+        action->setCheckable(true);
+        action->setChecked(true);
+    }
+    if (const QString keys = keyEquivalentText(item); !keys.isEmpty() && !item.view && !item.submenu) {
+        action->setProperty(keyEquivalentProperty, item.keyEquivalent);
+        action->setProperty(keyMaskProperty, QVariant::fromValue(item.keyEquivalentModifierMask));
+        action->setText(action->text() + u'\t' + keys);
+    }
+    if (item.action) {
+        connect(action, &QAction::triggered, this, [this, item] {
+            QMetaObject::invokeMethod(
+                this, [item] { item.action(item); }, Qt::QueuedConnection);
+        });
+    }
+    return action;
+}
+
+bool TrayMenuView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto* popup = qobject_cast<QMenu*>(watched);
+        if (popup && chooseByKey(*popup, *static_cast<QKeyEvent*>(event)))
+            return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+bool TrayMenuView::chooseByKey(const QMenu& popup, const QKeyEvent& key)
+{
+    for (QAction* action : popup.actions()) {
+        MenuItem item;
+        item.keyEquivalent = action->property(keyEquivalentProperty).toString();
+        item.keyEquivalentModifierMask = action->property(keyMaskProperty).value<EventFlags>();
+        if (!action->isEnabled() || !isChosenBy(item, key.keyCombination()))
+            continue;
+        if (m_popup)
+            m_popup->close();
+        action->trigger();
+        return true;
+    }
+    return false;
+}
+
+} // namespace orvane

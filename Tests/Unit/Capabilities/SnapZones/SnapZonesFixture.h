@@ -1,0 +1,138 @@
+// Snap Zones on a fake desktop: what a person does with the left button, and what the window is told.
+#pragma once
+
+#include "Capabilities/SnapZones/SnapZonesController.h"
+#include "Fakes/FakePlatform.h"
+#include "OrvaneCore/Windows/AXAttr.h"
+#include "OrvaneKit/Panels/OrvaPanelWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace orvane {
+
+inline void PrintTo(const Point& point, std::ostream* out)
+{
+    *out << '(' << point.x << ", " << point.y << ')';
+}
+
+inline void PrintTo(const Rect& rect, std::ostream* out)
+{
+    *out << '(' << rect.origin.x << ", " << rect.origin.y << ") " << rect.size.width << " x "
+         << rect.size.height;
+}
+
+inline void PrintTo(SnapZone zone, std::ostream* out)
+{
+    *out << rawValue(zone).toStdString();
+}
+
+} // namespace orvane
+
+namespace orvane::tests {
+
+inline const QString snapZonesID = QStringLiteral("net.lindenrow.orvane.snapzones");
+
+/// One display of 1440 by 900 with a bar of 24 at the top and a dock of 70 at the bottom; one window at
+/// (100, 100) from the upper left, 600 by 400, with the focus.
+struct SnapZonesFixture : testing::Test {
+    static constexpr Point start{100, 100};
+
+    void store(const char* key, const QVariant& value)
+    {
+        fake.defaults.stored[snapZonesID + QLatin1Char('.') + QLatin1String(key)] = value;
+    }
+    QVariant stored(const char* key) const
+    {
+        return fake.defaults.stored.value(snapZonesID + QLatin1Char('.') + QLatin1String(key));
+    }
+
+    SnapZonesController& controller()
+    {
+        if (!m_controller) {
+            settings = std::make_shared<SnapZonesSettings>(ScopedPreferences(fake.defaults, snapZonesID));
+            m_controller = SnapZonesController::make(settings, Log::make(snapZonesID));
+        }
+        return *m_controller;
+    }
+    std::shared_ptr<SnapZonesController> sharedController()
+    {
+        controller();
+        return m_controller;
+    }
+    void dropController() { m_controller.reset(); }
+
+    static FakeAccessibility::Node& node(const AXUIElement& element)
+    {
+        return FakeAccessibility::node(element);
+    }
+    void moveWindow(Point position) { setPosition(window, position); }
+    static void setPosition(const AXUIElement& element, Point position)
+    {
+        node(element).attributes.insert_or_assign(AXAttr::position, position);
+    }
+    /// From the upper left of the primary display.
+    Rect windowFrame() const
+    {
+        const auto& attributes = node(window).attributes;
+        return {std::get<Point>(attributes.at(AXAttr::position)),
+                std::get<Size>(attributes.at(AXAttr::size))};
+    }
+    void takeFocusAway() { node(fake.accessibility.systemWide).attributes.clear(); }
+
+    void send(EventType type) { fake.eventMonitors.sendToOthers({.event = {.type = type}, .location = {}}); }
+    void press() { send(EventType::leftMouseDown); }
+    void release() { send(EventType::leftMouseUp); }
+    /// The pointer's place from the lower left of the primary display.
+    void drag(Point pointer)
+    {
+        fake.eventMonitors.pointer = pointer;
+        send(EventType::leftMouseDragged);
+    }
+    /// A drag whose window is on its way, with the pointer in no zone.
+    void beginMoving()
+    {
+        press();
+        drag(middle);
+        moveWindow({start.x + 50, start.y});
+        drag(middle);
+    }
+
+    SnapDrag::State state() { return controller().drag().state(); }
+    bool isPreviewShown()
+    {
+        const OrvaPanelWindow* panel = controller().preview().panel();
+        return panel && panel->isVisible();
+    }
+    Rect previewFrame() { return controller().preview().panel()->frame(); }
+    bool isFlyoutShown() { return controller().flyout().isVisible(); }
+
+    using Kind = FakeAccessibility::Call::Kind;
+    /// The values that were set since `first`, in order.
+    std::vector<std::pair<QString, AXValue>> written(std::size_t first = 0) const
+    {
+        std::vector<std::pair<QString, AXValue>> list;
+        for (std::size_t i = first; i < fake.accessibility.calls.size(); ++i) {
+            const auto& call = fake.accessibility.calls[i];
+            if (call.kind == Kind::set && call.element == window)
+                list.emplace_back(call.name, *call.value);
+        }
+        return list;
+    }
+    std::size_t callCount() const { return fake.accessibility.calls.size(); }
+
+    static constexpr Point middle{700, 450};
+    static constexpr Point leftEdge{3, 450};
+    static constexpr Point rightEdge{1437, 450};
+    static constexpr Point topEdge{700, 897};
+
+    FakePlatform fake;
+    AXUIElement window = fake.accessibility.focusNewWindow(start, {600, 400});
+    std::shared_ptr<SnapZonesSettings> settings;
+
+private:
+    std::shared_ptr<SnapZonesController> m_controller;
+};
+
+} // namespace orvane::tests
