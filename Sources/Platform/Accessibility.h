@@ -22,7 +22,7 @@ namespace orvane {
 /// element are equal.
 class AXUIElement {
 public:
-    /// What a platform keeps for a handle.
+    /// The state that a platform keeps for a handle.
     class Body {
     public:
         virtual ~Body() = default;
@@ -65,22 +65,23 @@ class Accessibility {
 public:
     struct Copied {
         AXError error = AXError::failure;
-        /// With success only.
+        /// Present only with `success`.
         std::optional<AXValue> value = {};
     };
 
     virtual ~Accessibility() = default;
 
-    /// The element that knows the focused application.
+    /// Returns the element that knows the focused application.
     virtual AXUIElement createSystemWide() = 0;
-    /// Made whether or not there is such a process.
+    /// Returns a handle whether or not there is such a process.
     virtual AXUIElement createApplication(std::int64_t processIdentifier) = 0;
 
-    /// How long each later call on this handle may wait; 0 restores the default.
+    /// Limits how long each later call on this handle may wait; 0 restores the default.
     virtual void setMessagingTimeout(const AXUIElement& element, std::chrono::duration<float> timeout) = 0;
 
     virtual Copied copyAttributeValue(const AXUIElement& element, const QString& attribute) = 0;
-    /// Success says that the request was taken; what the program made of it is told by reading.
+    /// Success says that the request was taken; what the program did with it is seen by reading the
+    /// attribute.
     virtual AXError setAttributeValue(const AXUIElement& element, const QString& attribute,
                                       const AXValue& value) = 0;
     virtual AXError performAction(const AXUIElement& element, const QString& action) = 0;

@@ -32,23 +32,24 @@ public:
     virtual void setDelegate(ApplicationDelegate* delegate) = 0;
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
     virtual ActivationPolicy activationPolicy() const = 0;
-    /// Brings the program's windows to the front and makes them the active ones, whatever else the user is
-    /// working with: for what he has just asked for.
+    /// Brings the program's windows to the front and makes one of them active, whichever program the user is
+    /// working with. Meant for what the user has just asked for.
     virtual void activateIgnoringOtherApps() = 0;
-    /// The menu bar, whose items are the menus; the desktop decides where it is seen. Its key equivalents
-    /// work in every window of the program. Null takes it away.
+    /// Sets the menu bar, whose items are the menus; the desktop decides where it is seen. Its key
+    /// equivalents work in every window of the program. Null takes it away.
     virtual void setMainMenu(std::shared_ptr<Menu> menu) = 0;
     virtual std::shared_ptr<const Menu> mainMenu() const = 0;
-    /// What modifiers mean in this desktop's menus: those of a key equivalent that the pressed ones choose.
+    /// Returns the modifiers of the key equivalent that the pressed ones choose in this desktop's menus.
     virtual EventFlags keyEquivalentModifiers(EventFlags pressed) const = 0;
-    /// The main menu's list of the program's windows, kept by the platform behind the items that it has.
+    /// Sets the menu that lists the program's windows; the platform keeps the list behind the items that the
+    /// menu has.
     virtual void setWindowsMenu(std::shared_ptr<Menu> menu) = 0;
     /// Sends a command, such as "copy:", to whatever has the focus in the program's active window.
     /// False when nothing there takes it.
     virtual bool sendAction(QStringView selector) = 0;
     /// Puts all windows of the program out of sight until it is activated again.
     virtual void hide() = 0;
-    /// A window with the program's name, icon and version.
+    /// Shows a window with the program's name, icon and version.
     virtual void orderFrontStandardAboutPanel() = 0;
     /// Ends the event loop; what is queued behind this call may not run any more.
     virtual void terminate() = 0;

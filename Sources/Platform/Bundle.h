@@ -1,4 +1,5 @@
-// What the running program knows of itself. Any thread; constant for the life of the process.
+// The running program's own package: its name, version and place. Any thread; constant for the life of the
+// process.
 #pragma once
 
 #include <QString>
@@ -15,7 +16,7 @@ public:
     virtual std::optional<QString> identifier() const = 0;
     /// A value of the info dictionary, "CFBundleShortVersionString" among them; invalid when absent.
     virtual QVariant infoValue(const QString& key) const = 0;
-    /// Absolute path of what has to be opened to start the program again.
+    /// Absolute path of the file that has to be opened to start the program again.
     virtual QString path() const = 0;
 };
 

@@ -1,5 +1,5 @@
-// The two clocks of a system: one that only runs forward, for measuring, and the calendar's, for showing.
-// Any thread.
+// The two clocks of a system: one that only runs forward, for measuring, and the calendar's, for showing. Any
+// thread.
 #pragma once
 
 #include <chrono>

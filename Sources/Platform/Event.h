@@ -47,7 +47,7 @@ struct Event {
     /// A virtual key code: a position on the keyboard, whatever the layout prints there.
     std::int64_t keycode = 0;
     std::int64_t autorepeat = 0;
-    /// Free for whoever makes the event; 0 in those of the hardware.
+    /// Free for the sender to use; 0 in events of the hardware.
     std::int64_t userData = 0;
     /// Nanoseconds of the uptime clock.
     std::uint64_t timestamp = 0;

@@ -24,13 +24,13 @@ public:
 
     struct MonitoredEvent {
         Event event;
-        /// Of the pointer, in points, in the space of all screens: origin at the top left of the first one,
-        /// y downwards.
+        /// The pointer's place in points, in the space of all screens: origin at the top left of the first
+        /// one, y downwards.
         QPointF location;
     };
     using Handler = std::function<Disposition(const MonitoredEvent&)>;
 
-    /// Sees an event and can't change its way.
+    /// Sees an event and can't change it or hold it back.
     using Observer = std::function<void(const MonitoredEvent&)>;
 
     virtual ~EventMonitors() = default;
@@ -45,15 +45,15 @@ public:
                                                                                Handler handler) = 0;
 
     /// Called for each mouse event of the mask that goes to another program, and for none of the program's
-    /// own. Motion is told as often as there is time for it: of several that wait, the last. A permission may
-    /// be needed; without it nothing comes.
+    /// own. Motions that the main thread has no time for are combined: only the last of those that wait is
+    /// told. A permission may be needed; without it nothing comes.
     [[nodiscard]] virtual std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask,
                                                                          Observer observer) = 0;
 
-    /// Where the pointer is, in the space of `Screens`. While a monitor is called: where it was at that
+    /// Returns where the pointer is, in the space of `Screens`; during a monitor's call, where it was at that
     /// event.
     virtual Point mouseLocation() const = 0;
-    /// The modifiers that are held, whichever program has the keyboard.
+    /// Returns the modifiers that are held, whichever program has the keyboard.
     virtual EventFlags modifierFlags() const = 0;
 };
 

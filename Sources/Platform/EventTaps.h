@@ -12,7 +12,7 @@ namespace orvane {
 /// session waits: after one second the event passes unchanged and the tap is disabled.
 using EventTapCallback = Event* (*)(EventType type, Event* event, void* userInfo);
 
-/// A tap. Made disabled and unattached; its end takes it away and lets the devices go.
+/// A tap. It is made disabled and unattached; its end takes it away and lets the devices go.
 class EventTap {
 public:
     virtual ~EventTap() = default;
@@ -22,7 +22,7 @@ public:
     virtual void removeFromMainRunLoop() = 0;
     virtual void enable(bool enabled) = 0;
     virtual bool isEnabled() const = 0;
-    /// For good; a tap that was invalidated can't be enabled again.
+    /// Ends the tap for good; a tap that was invalidated can't be enabled again.
     virtual void invalidate() = 0;
 };
 

@@ -1,5 +1,5 @@
-// Points, sizes and rectangles of the desktop, in points. A rectangle is its corner of least x and y and its
-// size; which way y runs is for whoever uses it to say.
+// Points, sizes and rectangles of the desktop, in points. A rectangle is the corner of least x and y, and a
+// size; the user of a rectangle says which way y runs.
 #pragma once
 
 namespace orvane {
@@ -29,7 +29,7 @@ struct Rect {
     double width() const { return size.width; }
     double height() const { return size.height; }
 
-    /// The edges of greatest x and y are outside.
+    /// A point on one of the edges of greatest x and y is outside.
     bool contains(Point point) const
     {
         return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();

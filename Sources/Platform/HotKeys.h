@@ -36,14 +36,14 @@ struct EventHotKeyID {
     friend bool operator==(const EventHotKeyID&, const EventHotKeyID&) = default;
 };
 
-/// What the handler is called with. The numbers of the kinds are the service's.
+/// The event that a handler is called with. The numbers of the kinds are those of the service.
 struct KeyboardEvent {
     enum class Kind : std::uint32_t { rawKeyDown = 1, rawKeyUp = 3, hotKeyPressed = 5, hotKeyReleased = 6 };
     Kind kind = Kind::hotKeyPressed;
-    /// With the hot key kinds.
+    /// Set for the hot key kinds.
     std::optional<EventHotKeyID> directObject;
-    /// With the raw key kinds: a virtual key code, and modifiers in carbon bits, of which there may be more
-    /// than the four above.
+    /// Set for the raw key kinds: a virtual key code, and modifiers in carbon bits, which can be more than
+    /// the four above.
     std::optional<std::uint32_t> keyCode;
     std::optional<std::uint32_t> keyModifiers;
 };
@@ -54,7 +54,7 @@ public:
     virtual ~EventHotKey() = default;
 };
 
-/// An installed handler. It is told of the kinds that were added, and of none at first.
+/// An installed handler. It is told of the kinds that were added to it; none are at first.
 class EventHandler {
 public:
     virtual ~EventHandler() = default;
@@ -84,8 +84,8 @@ public:
                                                            EventHotKeyID id) = 0;
     /// Null when the system has nothing to install it on.
     [[nodiscard]] virtual std::unique_ptr<EventHandler> installEventHandler(Handler handler) = 0;
-    /// The desktop's own shortcuts, read afresh or from a copy that the platform keeps current. May not block
-    /// on another program.
+    /// Returns the desktop's own shortcuts, read afresh or from a copy that the platform keeps current. May
+    /// not block on another program.
     virtual SymbolicHotKeys copySymbolicHotKeys() = 0;
 };
 

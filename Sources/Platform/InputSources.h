@@ -1,4 +1,4 @@
-// What the keys print: the present keyboard layout. Main thread.
+// The present keyboard layout, which says what the keys print. Main thread.
 #pragma once
 
 #include <QString>
@@ -13,8 +13,8 @@ namespace orvane {
 class KeyboardLayout {
 public:
     virtual ~KeyboardLayout() = default;
-    /// The text to show for a key without modifiers, at most four UTF-16 units; a dead key gives its accent.
-    /// Nothing for a key that prints nothing.
+    /// Returns the text to show for a key without modifiers, at most four UTF-16 units; a dead key gives its
+    /// accent. Nothing for a key that prints nothing.
     virtual std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const = 0;
 };
 

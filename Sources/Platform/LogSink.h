@@ -11,8 +11,8 @@ class LogSink {
 public:
     virtual ~LogSink() = default;
 
-    /// Writes one entry under a subsystem and a category. Never blocks on a reader and never fails
-    /// visibly.
+    /// Writes one entry under a subsystem and a category. Never blocks on a reader, and reports no failure to
+    /// the caller.
     virtual void write(LogLevel level, const QString& subsystem, const QString& category,
                        const QString& message) = 0;
 };

@@ -1,4 +1,4 @@
-// Whether the session starts this program at login. Main thread.
+// The entry by which the session starts this program at login. Main thread.
 #pragma once
 
 namespace orvane {

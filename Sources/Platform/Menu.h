@@ -1,4 +1,4 @@
-// A menu as a value: what it says and does, with no toolkit behind it. Whoever shows one renders it.
+// A menu as a value: its titles, states and actions, with no toolkit behind it. The platform renders it.
 #pragma once
 
 #include "Platform/EventFlags.h"
@@ -21,9 +21,9 @@ namespace orvane {
 
 struct Menu;
 
-/// What an item shows in place of its title, in colours of its own.
+/// A drawing with colours of its own that an item shows in place of its title.
 struct MenuItemView {
-    /// Points.
+    /// In points.
     QSizeF size;
     /// Draws into the given rectangle, which has the shape of `size` at any scale. `text` is the colour of
     /// titles in that menu.
@@ -48,14 +48,14 @@ struct MenuItem {
     /// front.
     QString keyEquivalent;
     EventFlags keyEquivalentModifierMask = eventFlag::command;
-    /// Whether another layout may move the key equivalent to the key that prints it there.
+    /// True if another layout may move the key equivalent to the key that prints it there.
     bool allowsAutomaticKeyEquivalentLocalization = true;
-    /// Of a main menu's item without action: the command that goes to whatever has the focus, such as
-    /// "copy:".
+    /// For an item of the main menu without an action: the command that goes to the object with the focus,
+    /// such as "copy:".
     QString selector;
-    /// Travels with the item for the action's use.
+    /// A value that travels with the item for the action's use.
     std::any representedObject;
-    /// Lives as long as the item or its last copy.
+    /// An object that lives as long as the item or its last copy.
     std::shared_ptr<void> association;
     std::shared_ptr<Menu> submenu;
     /// The title stays the accessible name, and is what a desktop shows that draws the menu itself.

@@ -1,5 +1,5 @@
-// Notifications by name inside the process: whoever posts need not know who listens.
-// Main thread. Observers are called in order of their adding, within `post`.
+// Notifications by name inside the process: the sender need not know who listens. Main thread. `post` calls
+// the observers in the order in which they were added.
 #pragma once
 
 #include <QString>
@@ -17,7 +17,7 @@ struct Notification {
 
 class NotificationCenter {
 public:
-    /// Keeps an observer in place; its end removes it. May outlive the centre.
+    /// Keeps an observer in place; its end removes it. It may outlive the centre.
     class Token {
     public:
         virtual ~Token() = default;
@@ -30,7 +30,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<Token> addObserver(const QString& name,
                                                      std::function<void(const Notification&)> handler);
-    /// An observer removed by an earlier one's handler is not called; one added meanwhile isn't either.
+    /// An observer removed by an earlier one's handler is not called, and neither is one added meanwhile.
     void post(const QString& name, const QVariantMap& userInfo = {});
 
 private:

@@ -1,4 +1,4 @@
-// What a panel of the program's own asks of the desktop, where the toolkit has no words for it. Main thread.
+// The wishes of the program's own panels that the toolkit can't pass on to the desktop. Main thread.
 #pragma once
 
 #include <QMargins>
@@ -18,20 +18,21 @@ public:
 
     virtual ~Panels() = default;
 
-    /// Whether what is behind a window shows where the window is transparent. Kept and not asked for.
+    /// True if a transparent part of a window shows what is behind it. The answer is a kept one; nobody is
+    /// asked.
     virtual bool isCompositing() const = 0;
 
-    /// From its next showing on, the window is on all desktops, above those that fill the screen, and in no
-    /// task bar and no pager. It holds for one showing.
+    /// Puts the window, from its next showing on, on all desktops, above windows that fill the screen, and in
+    /// no task bar and no pager. It holds for one showing.
     virtual void joinAllSpaces(QWindow& window) = 0;
 
-    /// The margins of the window, in the toolkit's points, that hold nothing but its shadow: clicks there go
-    /// to what is behind, and the desktop places the window as though they weren't there. For a window with
-    /// its size, again after each change of it.
+    /// Sets the margins of the window, in the toolkit's points, that hold nothing but its shadow: clicks
+    /// there go to what is behind, and the desktop places the window as if they weren't there. To be called
+    /// once the window has its size, and again after each change of it.
     virtual void setShadowMargins(QWindow& window, const QMargins& margins) = 0;
 
-    /// Gives the keyboard to a window that is shown, whichever program has it: for what the user has just
-    /// asked for. It has it a moment after the return.
+    /// Gives the keyboard to a window that is shown, whichever program has it. Meant for what the user has
+    /// just asked for. The window has the keyboard a moment after the return.
     virtual void makeKey(QWindow& window) = 0;
 };
 

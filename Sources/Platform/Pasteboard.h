@@ -1,4 +1,4 @@
-// A pasteboard of the desktop: what was copied last, by whichever program. Main thread.
+// A pasteboard of the desktop: what any program copied last. Main thread.
 //
 // Nothing here waits for another program. What another program holds is asked for and comes later; what this
 // one writes is there for others at once, for as long as the process runs.
@@ -18,7 +18,7 @@
 
 namespace orvane {
 
-/// Identifiers of types. Others, such as the marks of private content, pass through as they stand.
+/// Identifiers of types. Others, such as the marks of private content, keep the names that they come with.
 namespace pasteboardType {
 inline constexpr QLatin1StringView string{"public.utf8-plain-text"};
 inline constexpr QLatin1StringView url{"public.url"};
@@ -29,12 +29,12 @@ inline constexpr QLatin1StringView rtf{"public.rtf"};
 inline constexpr QLatin1StringView html{"public.html"};
 } // namespace pasteboardType
 
-/// What a pasteboard held at one change count.
+/// The content of a pasteboard at one change count.
 struct PasteboardContents {
     int changeCount = 0;
-    /// All that are present, read or not.
+    /// All types that are present, read or not.
     QStringList types = {};
-    /// Of the types that were asked for, those that could be read. Texts, HTML and URLs are in UTF-8.
+    /// The data of those asked-for types that could be read. Texts, HTML and URLs are in UTF-8.
     QMap<QString, QByteArray> data = {};
     /// All files, in order, when `pasteboardType::fileURL` was asked for.
     QList<QUrl> fileURLs = {};
@@ -61,27 +61,27 @@ public:
 
     virtual ~Pasteboard() = default;
 
-    /// Another number after each copy of any program. Costs the reading of an integer. A program that ends
-    /// and takes its content along doesn't change it.
+    /// A number that changes with each copy of any program. To ask costs the reading of an integer. A program
+    /// that ends, and whose content goes with it, doesn't change it.
     virtual int changeCount() const = 0;
 
     /// Asks for the types that are present and the data of those in `types`. Completes once, in a later turn
-    /// of the run loop, with what is newest then; the completion may end its own read. What this program had
-    /// written before is what others get from then on.
+    /// of the run loop, with what is newest then; the completion may end its own read. Content that this
+    /// program has cleared and written before the call is what others get from then on.
     [[nodiscard]] virtual std::unique_ptr<PasteboardRead> read(const QStringList& types,
                                                                Completion completion) = 0;
 
-    /// Takes the pasteboard and leaves it empty. Gives the new change count, which stays until another copy:
-    /// what is added below doesn't count.
+    /// Takes the pasteboard and leaves it empty. Returns the new change count, which stays until another
+    /// copy: what is added below doesn't count.
     virtual int clearContents() = 0;
 
-    /// These add to what was begun with clearContents(), within the same turn of the run loop. False when
-    /// another program has copied since.
+    /// The following add to what clearContents() began, within the same turn of the run loop. They return
+    /// false when another program has copied since.
     virtual bool setString(const QString& string, const QString& type) = 0;
     virtual bool setData(const QByteArray& data, const QString& type) = 0;
-    /// Files only; also false when there is none among them.
+    /// Takes files only; also false when there is none among the URLs.
     virtual bool writeObjects(const QList<QUrl>& fileURLs) = 0;
-    /// Also false when it isn't a PNG.
+    /// Also false when the bytes aren't a PNG.
     virtual bool writeObjects(const PasteboardImage& image) = 0;
 };
 

@@ -1,4 +1,4 @@
-// What the system lets this program do, and the asking for more.
+// The permissions that the system gives this program, and requests for more.
 //
 // Main thread, and quick: answers are the last known ones. Only determinePermissionToAutomateTarget with
 // `prompt` may block, for as long as a user thinks, and may be called on any thread.
@@ -20,19 +20,19 @@ public:
 
     virtual ~Permissions() = default;
 
-    /// Whether windows of other programs can be read and moved.
+    /// True if windows of other programs can be read and moved.
     virtual bool axIsProcessTrusted() = 0;
     virtual void axIsProcessTrustedWithPrompt() = 0;
 
-    /// Whether input meant for other programs can be seen and changed.
+    /// True if input meant for other programs can be seen and changed.
     virtual bool preflightListenEventAccess() = 0;
     virtual void requestListenEventAccess() = 0;
 
-    /// Whether the screen's content can be read.
+    /// True if the screen's content can be read.
     virtual bool preflightScreenCaptureAccess() = 0;
     virtual void requestScreenCaptureAccess() = 0;
 
-    /// Whether the program named by a bundle identifier may be automated, by any event.
+    /// Tells whether the program named by a bundle identifier may be automated, by any event.
     virtual OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) = 0;
 };
 

@@ -57,7 +57,7 @@ struct Platform {
 Platform& platform();
 bool isPlatformInstalled();
 
-/// Installs a platform for a scope, and at its end the one that was there before.
+/// Installs a platform for a scope; its end restores the one that was there before.
 class PlatformScope {
 public:
     explicit PlatformScope(Platform& platform);

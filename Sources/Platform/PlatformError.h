@@ -1,4 +1,4 @@
-// What a platform call throws when it can't do what was asked: text that may be shown to a person, and
+// The exception of a platform call that can't do what was asked: a text that may be shown to a person, and
 // which of the three ways of failing it was.
 #pragma once
 

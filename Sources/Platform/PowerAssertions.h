@@ -12,7 +12,7 @@ namespace orvane {
 using PowerAssertionID = std::uint32_t;
 
 enum class PowerAssertionType {
-    /// "PreventUserIdleSystemSleep": the machine doesn't go to sleep for want of use; the display may.
+    /// "PreventUserIdleSystemSleep": the machine doesn't go to sleep while it is unused; the display may.
     preventUserIdleSystemSleep,
     /// "PreventUserIdleDisplaySleep": neither the display nor the machine does.
     preventUserIdleDisplaySleep,
@@ -22,10 +22,10 @@ class PowerAssertions {
 public:
     static constexpr std::uint32_t levelOn = 255;
 
-    /// Return codes, by their values in the I/O Kit's table.
+    /// Return codes, with their values in the I/O Kit's table.
     enum class Status : std::int32_t {
         success = 0,
-        error = -536870212,        // 0xE00002BC: the service answered, and refused
+        error = -536870212,        // 0xE00002BC: the service answered and refused
         notPermitted = -536870174, // 0xE00002E2
         unsupported = -536870201,  // 0xE00002C7: nothing on this system can hold it
         timeout = -536870186,      // 0xE00002D6: the service didn't answer
@@ -33,7 +33,7 @@ public:
 
     struct Result {
         Status status = Status::error;
-        PowerAssertionID id = 0; // not 0 exactly on success
+        PowerAssertionID id = 0; // other than 0 exactly on success
     };
 
     virtual ~PowerAssertions() = default;

@@ -1,5 +1,5 @@
-// The main thread's run loop: queued tasks and timers, which also run while a menu is open; and the
-// pool of threads beside it.
+// The main thread's run loop: queued tasks and timers, which also run while a menu is open; and the pool of
+// threads.
 #pragma once
 
 #include <chrono>
@@ -23,7 +23,8 @@ public:
     /// Queues `task` for the main thread, behind those already queued; never runs it at once. Any thread.
     virtual void perform(std::function<void()> task) = 0;
 
-    /// Runs `work` on a thread of the pool, where it may block; the process ends after it. Any thread.
+    /// Runs `work` on a thread of the pool, where it may block. The process doesn't end before the work has.
+    /// Any thread.
     virtual void performDetached(std::function<void()> work) = 0;
 
     /// Calls `handler` on the main thread after `interval`, once or again and again. Main thread.

@@ -11,7 +11,8 @@ namespace orvane {
 
 struct RunningApplication {
     std::int64_t processIdentifier = 0;
-    /// The name that the logic knows it by; absent for a program that no entry or table tells of.
+    /// The name that the logic knows the program by; absent when neither a desktop entry nor the table names
+    /// it.
     std::optional<QString> bundleIdentifier;
     QString localizedName;
 
@@ -19,7 +20,7 @@ struct RunningApplication {
 };
 
 struct InstalledApplication {
-    /// Absent when what was found has none; such a program can't be told apart from others.
+    /// Absent when the program has none; it can't be told apart from others then.
     std::optional<QString> bundleIdentifier;
     QString localizedName;
     /// An icon's name in the desktop's theme, or an absolute path.

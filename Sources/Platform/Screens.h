@@ -1,7 +1,7 @@
-// The displays of the desktop, as they stand. Main thread.
+// The displays of the desktop at the present moment. Main thread.
 //
-// Points, in a space that hangs on the primary display: its lower left corner is the origin, and y runs
-// upwards.
+// The unit is points, in a space bound to the primary display: its lower left corner is the origin, and y
+// runs upwards.
 #pragma once
 
 #include "Platform/Geometry.h"
@@ -17,12 +17,12 @@ namespace orvane {
 
 struct Screen {
     Rect frame;
-    /// The frame without what panels and docks keep for themselves.
+    /// The frame without the parts that panels and docks reserve.
     Rect visibleFrame;
-    /// Pixels in a point.
+    /// Pixels for each point.
     double backingScaleFactor = 1;
     QString localizedName;
-    /// Holds the display's number under `screenNumberKey()`; a display keeps it for as long as it is
+    /// Holds the display's number under `screenNumberKey()`; a display keeps its number for as long as it is
     /// connected.
     QVariantMap deviceDescription;
 
@@ -34,7 +34,7 @@ struct Screen {
 class Screens {
 public:
     /// Posted on the default notification centre when a display has come, gone, moved or changed its size, or
-    /// when a visible frame is another one. The lists below are new by then.
+    /// when a visible frame has changed. The lists below are new by then.
     static QString didChangeScreenParametersNotification()
     {
         return QStringLiteral("NSApplicationDidChangeScreenParametersNotification");
@@ -42,14 +42,15 @@ public:
 
     virtual ~Screens() = default;
 
-    /// The primary display first. Kept and not asked for: costs the copying of a list. Empty while there is
-    /// no display.
+    /// Returns the displays, the primary one first. They are kept, so a call costs the copying of a list.
+    /// Empty while there is no display.
     virtual QList<Screen> screens() const = 0;
-    /// The one that has the window with the keyboard's focus; the primary one when no window has it.
+    /// Returns the display that has the window with the keyboard's focus; the primary one when no window has
+    /// it.
     virtual std::optional<Screen> mainScreen() const = 0;
 
-    /// Where a window of this program has to stand, in the coordinates of the user interface toolkit, to
-    /// cover `frame`; and back.
+    /// Converts between `frame` and the place of a window of this program that covers it, in the coordinates
+    /// of the user interface toolkit.
     virtual QRectF windowGeometry(const Rect& frame) const = 0;
     virtual Rect frameOfWindow(const QRectF& geometry) const = 0;
 };

@@ -6,7 +6,7 @@ namespace orvane {
 class Sound {
 public:
     virtual ~Sound() = default;
-    /// The alert sound, as the user has set it; returns at once.
+    /// Plays the alert sound as the user has set it; returns at once.
     virtual void beep() = 0;
 };
 

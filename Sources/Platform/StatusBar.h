@@ -1,4 +1,4 @@
-// Items of our own in the desktop's status area. Main thread.
+// The program's items in the desktop's status area. Main thread.
 #pragma once
 
 #include "Platform/EventFlags.h"
@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-/// A click as a status item reports it. The type's numbers are those of the event's.
+/// A click as a status item reports it. The numbers of the types are those of `EventType`.
 struct StatusItemEvent {
     enum class Type { leftMouseUp = 2, rightMouseUp = 4 };
     Type type = Type::leftMouseUp;
@@ -21,25 +21,26 @@ struct StatusItemEvent {
 /// area, it waits for one to appear.
 class StatusItem {
 public:
-    /// Negative lengths: a square, and as wide as the content.
+    /// The two special lengths: a square, and as wide as the content.
     static constexpr double squareLength = -2;
     static constexpr double variableLength = -1;
 
-    /// Asked for the menu's content at each opening.
+    /// Returns the menu's content; called at each opening.
     using MenuDelegate = std::function<Menu()>;
-    /// Told of each click while no menu is attached. The event is absent where the desktop doesn't say
-    /// what kind of click it was. A right click must do nothing but show a menu, if anything: a desktop
-    /// that renders menus itself has to ask for it ahead of the click.
+    /// Called for each click while no menu is attached. The event is absent where the desktop doesn't say
+    /// what kind of click it was. A right click may do nothing but show a menu: a desktop that draws menus
+    /// itself has to ask for the menu ahead of the click.
     using Action = std::function<void(const StatusItemEvent* currentEvent)>;
 
     virtual ~StatusItem() = default;
 
-    /// The name by which the desktop remembers where the user wants the item. To be set when it is made.
+    /// Sets the name by which the desktop remembers where the user wants the item. To be called when the item
+    /// is made.
     virtual void setAutosaveName(const QString& name) = 0;
     virtual void setImage(const TemplateImage& image) = 0;
     virtual void setToolTip(const QString& text) = 0;
     virtual void setAction(Action action) = 0;
-    /// While one is attached, every click opens it; null takes it off.
+    /// Attaches a menu, which every click opens from then on; null takes it off.
     virtual void setMenu(MenuDelegate menuNeedsUpdate) = 0;
     /// Acts as a click does: opens the attached menu in place, or calls the action without an event.
     virtual void performClick() = 0;
@@ -48,7 +49,7 @@ public:
 class StatusBar {
 public:
     virtual ~StatusBar() = default;
-    /// A new item of `length` points, or one of the two special lengths.
+    /// Makes an item `length` points wide, or of one of the two special lengths.
     [[nodiscard]] virtual std::unique_ptr<StatusItem> makeStatusItem(double length) = 0;
 };
 

@@ -1,4 +1,4 @@
-// The desktop session as a whole: its notifications, and opening of things. Main thread.
+// The desktop session as a whole: its notifications, and the opening of programs and URLs. Main thread.
 #pragma once
 
 #include "Platform/NotificationCenter.h"
@@ -26,25 +26,25 @@ public:
         /// Starts a second process even when the program runs already.
         bool createsNewApplicationInstance = false;
     };
-    /// Called on the main thread, later and exactly once; carries an error's text, or nothing.
+    /// Called on the main thread, later and exactly once, with an error's text or nothing.
     using OpenCompletion = std::function<void(std::optional<QString> error)>;
 
     virtual ~Workspace() = default;
 
     virtual NotificationCenter& notificationCenter() = 0;
-    /// The program whose window is the active one, from what the platform keeps: asks nobody.
+    /// Returns the program whose window is the active one. The answer is a kept one; nobody is asked.
     virtual std::optional<RunningApplication> frontmostApplication() = 0;
-    /// Brings the program's window to the front that was active last. False when the program has ended or has
-    /// no window; it comes to the front a moment after the return.
+    /// Brings the program's last active window to the front. False when the program has ended or has no
+    /// window; the window comes to the front a moment after the return.
     virtual bool activateApplication(const RunningApplication& application) = 0;
-    /// Programs that a person may choose from, by name; reads their entries from the disk.
+    /// Returns the programs that a person may choose from, by name. Reads their entries from the disk.
     virtual QList<InstalledApplication> installedApplications() = 0;
     /// Starts the program at an absolute path. A new instance of the running program itself waits for this
-    /// process to end before it takes anything that two can't have; once it is started, further starts don't
-    /// reach this process any more.
+    /// process to end before it takes anything that two processes can't have at once; once it is started,
+    /// further starts don't reach this process any more.
     virtual void openApplication(const QString& path, OpenConfiguration configuration,
                                  OpenCompletion completion) = 0;
-    /// Opens a URL with whatever the desktop has for it. False when nothing can.
+    /// Opens a URL with the program that the desktop has for it. False when there is none.
     virtual bool openURL(const QString& url) = 0;
 };
 
