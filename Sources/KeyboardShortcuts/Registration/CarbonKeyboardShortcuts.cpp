@@ -20,7 +20,7 @@ CarbonKeyboardShortcuts::State& carbon()
     return state().carbon;
 }
 
-/// The four modifiers that a shortcut may have.
+/// Keeps the four modifiers that a shortcut may have.
 std::int64_t normalized(std::int64_t carbonModifiers)
 {
     return toCarbonModifiers(toEventFlags(carbonModifiers));
@@ -28,7 +28,7 @@ std::int64_t normalized(std::int64_t carbonModifiers)
 
 HotKeys::Registration registerEventHotKey(const Shortcut& shortcut, std::uint32_t id)
 {
-    // A stored text may hold any number; one that the service can't even take is one that it refuses.
+    // A stored text may hold any number; one that the service can't take counts as refused by it.
     if (!std::in_range<std::uint32_t>(shortcut.carbonKeyCode) ||
         !std::in_range<std::uint32_t>(shortcut.carbonModifiers))
         return {eventHotKeyInvalidErr, nullptr};
@@ -103,7 +103,7 @@ void suspendAll()
         record->carbonHotKey.reset();
 }
 
-/// Registers again what was suspended; what the system has given away meanwhile is gone for good.
+/// Registers again what was suspended; combinations that another program took meanwhile are lost for good.
 void softRegisterAll()
 {
     std::erase_if(carbon().hotKeys, [](const auto& entry) {

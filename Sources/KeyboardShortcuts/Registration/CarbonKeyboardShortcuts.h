@@ -13,17 +13,17 @@ namespace orvane::KeyboardShortcuts::CarbonKeyboardShortcuts {
 
 using Callback = std::function<void(const Shortcut&)>;
 
-/// "SSKS", of every hot key's id.
+/// "SSKS", the signature in the id of every hot key.
 inline constexpr std::uint32_t hotKeySignature = 0x53534B53;
 
-/// One registration more, for an equal shortcut too; none where the system refuses.
+/// Adds a registration, for an equal shortcut too; none where the system refuses.
 void registerShortcut(const Shortcut& shortcut, Callback onKeyDown, Callback onKeyUp);
 /// Ends all registrations of the shortcut.
 void unregisterShortcut(const Shortcut& shortcut);
-/// Call after a change of `isEnabled` or `isMenuOpen`.
+/// To be called after a change of `isEnabled` or `isMenuOpen`.
 void updateEventHandler();
 
-/// The shortcuts that the desktop keeps for itself, those in force only.
+/// Returns the shortcuts that the desktop keeps for itself, those in force only.
 QList<Shortcut> system();
 
 } // namespace orvane::KeyboardShortcuts::CarbonKeyboardShortcuts

@@ -18,7 +18,7 @@ void HandlerTable::fire(const Shortcut& shortcut)
 {
     const std::size_t count = m_count;
     const std::size_t entryCount = m_entries.size();
-    // By index: adding leaves references in place, iterators not.
+    // The loop goes by index: adding leaves references valid, but not iterators.
     for (std::size_t i = 0; i < entryCount; ++i) {
         const Entry& entry = m_entries[i];
         if (storage::read(entry.storageKey) != shortcut)

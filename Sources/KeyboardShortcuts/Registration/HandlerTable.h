@@ -8,18 +8,18 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Only ever grows: nothing moves, so an action may add further ones while it runs.
+/// The table only grows and nothing in it moves, so an action may add further ones while it runs.
 class HandlerTable {
 public:
     void append(const Name& name, Action action);
-    /// Runs the actions of each name that holds the shortcut when its turn comes, in the order of their
-    /// adding; those that are added meanwhile wait for the next time.
+    /// Runs the actions of each name that holds the shortcut when its turn comes, in the order in which they
+    /// were added; those that are added meanwhile wait for the next time.
     void fire(const Shortcut& shortcut);
 
 private:
     struct Handler {
         Action action;
-        std::size_t ordinal; // over all names
+        std::size_t ordinal; // the same count for all names
     };
     struct Entry {
         QString rawValue;

@@ -45,7 +45,7 @@ void setShortcutFor(const std::shared_ptr<MenuItem>& item, const std::optional<N
 
 void setShortcut(const std::shared_ptr<MenuItem>& item, const std::optional<Shortcut>& shortcut)
 {
-    // What a key prints is the main thread's to ask.
+    // Only the main thread may ask what a key prints.
     if (std::this_thread::get_id() == mainThread) {
         apply(*item, shortcut);
         return;

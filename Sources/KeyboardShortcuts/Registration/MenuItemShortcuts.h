@@ -1,4 +1,4 @@
-// A menu item that shows the shortcut of a name and follows its changes. Main thread.
+// Makes a menu item show the shortcut of a name and follow its changes. Main thread.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Name.h"
@@ -14,7 +14,7 @@ namespace orvane::KeyboardShortcuts {
 /// binding is the item's `association`, and reaches this one item, not its copies.
 void setShortcutFor(const std::shared_ptr<MenuItem>& item, const std::optional<Name>& name);
 
-/// Sets the key equivalent once. On any thread: away from the main one it is done in the main one's next
+/// Sets the key equivalent once. On any thread: away from the main one it is done in the main thread's next
 /// turn.
 void setShortcut(const std::shared_ptr<MenuItem>& item, const std::optional<Shortcut>& shortcut);
 

@@ -1,4 +1,4 @@
-// A look at the keys on their way to an open menu, that can be started and stopped. Main thread.
+// Watches the keys on their way to an open menu; can be started and stopped. Main thread.
 #pragma once
 
 #include "Platform/EventMonitors.h"
@@ -11,7 +11,7 @@ class RunLoopLocalEventMonitor {
 public:
     RunLoopLocalEventMonitor(EventMask events, EventMonitors::Handler callback);
 
-    /// Started already, it stays as it is.
+    /// Does nothing if it is started already.
     void start();
     /// May be called by the callback.
     void stop();

@@ -1,4 +1,4 @@
-// All that is static here, in one place: what the shortcuts are and what the system was asked for.
+// All static state of this library in one place: what the shortcuts are and what the system was asked for.
 // Main thread.
 #pragma once
 
@@ -29,7 +29,7 @@ struct HotKey {
 
 struct State {
     std::map<std::uint32_t, std::shared_ptr<HotKey>> hotKeys;
-    /// The last one used.
+    /// The last id that was used.
     std::uint32_t hotKeyId = 0;
     /// Null until the first registration that succeeds.
     std::unique_ptr<EventHandler> eventHandler;
@@ -37,7 +37,7 @@ struct State {
     std::unique_ptr<RunLoopLocalEventMonitor> keyEventMonitor;
 };
 
-/// The common event callback.
+/// Handles the events of all hot keys.
 OSStatus carbonKeyboardShortcutsEventHandler(const KeyboardEvent* event);
 
 } // namespace CarbonKeyboardShortcuts
@@ -46,7 +46,7 @@ struct State {
     bool isEnabled = true;
     bool isPaused = false;
     bool isMenuOpen = false;
-    /// What the system was asked for, with success or without.
+    /// The shortcuts that the system was asked for, with success or without.
     std::unordered_set<Shortcut> registeredShortcuts;
     HandlerTable legacyKeyDownHandlers;
     HandlerTable legacyKeyUpHandlers;
@@ -58,10 +58,10 @@ struct State {
     CarbonKeyboardShortcuts::State carbon;
 };
 
-/// The present one. The process's own is never destroyed: it would outlive the platform.
+/// Returns the present state. The process's own is never destroyed: it would outlive the platform.
 State& state();
 
-/// Watches the menus, from the first call on.
+/// Watches the menus from the first call on.
 void initialize();
 
 } // namespace orvane::KeyboardShortcuts
