@@ -5,7 +5,7 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Any code is a value, the ones without a name here too: Key{10}.
+/// Any code is a value, also one without a name here: Key{10}.
 enum class Key : std::int64_t {
     a = 0,
     b = 11,
@@ -79,7 +79,7 @@ enum class Key : std::int64_t {
     downArrow = 125,
     leftArrow = 123,
     escape = 53,
-    delete_ = 51, // backwards, as Backspace does
+    delete_ = 51, // deletes backwards, as Backspace does
     deleteForward = 117,
     help = 114,
     mute = 74,

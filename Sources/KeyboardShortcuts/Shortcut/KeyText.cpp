@@ -53,7 +53,7 @@ constexpr std::array characters{
     Row{Key::f18, u"F18"},
     Row{Key::f19, u"F19"},
     Row{Key::f20, u"F20"},
-    // In a combining keycap, U+20E3.
+    // A digit in a combining keycap, U+20E3.
     Row{Key::keypad0, u"0\u20E3"},
     Row{Key::keypad1, u"1\u20E3"},
     Row{Key::keypad2, u"2\u20E3"},
@@ -74,7 +74,7 @@ constexpr std::array characters{
     Row{Key::keypadPlus, u"+\u20E3"},
 };
 
-// The function keys' characters are the private ones that menus know.
+// The characters of the function keys are the private ones that menus know.
 constexpr std::array keyEquivalents{
     Row{Key::space, u" "},    Row{Key::f1, u"\uF704"},  Row{Key::f2, u"\uF705"},  Row{Key::f3, u"\uF706"},
     Row{Key::f4, u"\uF707"},  Row{Key::f5, u"\uF708"},  Row{Key::f6, u"\uF709"},  Row{Key::f7, u"\uF70A"},

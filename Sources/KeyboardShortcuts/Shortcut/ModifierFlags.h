@@ -9,12 +9,12 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Control, Option, Shift and Command; every other bit is dropped.
+/// Converts Control, Option, Shift and Command; every other bit is dropped.
 std::int64_t toCarbonModifiers(EventFlags flags);
-/// The same four, the other way.
+/// Converts the same four the other way.
 EventFlags toEventFlags(std::int64_t carbonModifiers);
 
-/// The symbols, in the order control, option, shift, command, function, with nothing between them.
+/// Returns the symbols in the order control, option, shift, command, function, with nothing between them.
 QString description(EventFlags flags);
 
 } // namespace orvane::KeyboardShortcuts

@@ -1,4 +1,4 @@
-// What a shortcut is stored under. Main thread.
+// The name under which a shortcut is stored. Main thread.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Shortcut.h"
@@ -11,11 +11,11 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Carries no state of its own: make one wherever one is needed. Names with equal raw values are the same
-/// name, whatever their defaults.
+/// A name carries no state: make one wherever one is needed. Names with equal raw values are the same name,
+/// whatever their defaults.
 class Name {
 public:
-    /// Stores `initial` if nothing is stored under the name, not even that it was cleared.
+    /// Stores `initial` if nothing is stored under the name, not even the mark of a cleared one.
     explicit Name(QString rawValue, const std::optional<Shortcut>& initial = std::nullopt);
 
     const QString& rawValue() const { return m_rawValue; }

@@ -1,5 +1,5 @@
-// A key with modifiers: a value, and what it says in text and in menus.
-// What a key prints comes from the present layout, asked at each call; main thread.
+// A key with modifiers: a value with its text and its form in menus. The present layout is asked at each call
+// what a key prints; main thread.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Key.h"
@@ -23,25 +23,25 @@ namespace orvane::KeyboardShortcuts {
 class Name;
 
 struct Shortcut {
-    /// Stores both unchanged.
+    /// Stores both numbers unchanged.
     constexpr Shortcut(std::int64_t keyCode, std::int64_t modifierBits)
         : carbonKeyCode(keyCode), carbonModifiers(modifierBits)
     {
     }
     explicit Shortcut(Key key, EventFlags modifiers = 0);
 
-    /// Nothing unless the event is a key's going down or up.
+    /// Nothing unless the event is a key going down or up.
     static std::optional<Shortcut> fromEvent(const Event& event);
     static std::optional<Shortcut> fromName(const Name& name);
 
     std::optional<Key> key() const { return Key{carbonKeyCode}; }
     EventFlags modifiers() const;
 
-    /// Such as "⌃⌥Space"; ends in U+FFFD for a key that prints nothing.
+    /// Returns a text such as "⌃⌥Space"; it ends in U+FFFD for a key that prints nothing.
     QString description() const;
-    /// The character that a menu item with this shortcut has, or an empty text where there is none.
+    /// Returns the character that a menu item with this shortcut has, or an empty text where there is none.
     QString keyEquivalent() const;
-    /// The first item with this shortcut, depth first, or null. Lives in `menu`.
+    /// Returns the first item with this shortcut, depth first, or null. The item belongs to `menu`.
     const MenuItem* menuItemWithMatchingShortcut(const Menu& menu) const;
 
     friend constexpr bool operator==(const Shortcut&, const Shortcut&) = default;
