@@ -20,7 +20,7 @@ const QString xfconfPath = QStringLiteral("/org/xfce/Xfconf");
 const QString xfconfChannel = QStringLiteral("xsettings");
 const QString themeProperty = QStringLiteral("/Net/ThemeName");
 
-/// From which the toolkit makes a whole light palette.
+/// The colour from which the toolkit makes a whole light palette.
 constexpr QColor lightButton(0xef, 0xef, 0xef);
 
 /// The portal wraps its values in a variant of their own.
@@ -82,16 +82,16 @@ DesktopAppearance::DesktopAppearance()
         listen();
 }
 
-// What changes between the subscription and the answer is told by both.
+// A change between the subscription and the answer is reported by both.
 void DesktopAppearance::listen()
 {
-    // Otherwise unknown by its name until the first message with one, and the connections would fail.
+    // The type would be unknown by its name until the first message with one, and the connections would fail.
     qRegisterMetaType<QDBusVariant>();
     m_bus.connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
                   SLOT(portalChanged(QString, QString, QDBusVariant)));
     m_bus.connect(xfconfService, xfconfPath, xfconfService, QStringLiteral("PropertyChanged"), this,
                   SLOT(xfconfChanged(QString, QString, QDBusVariant)));
-    // At the beginning of a session they may come after this program.
+    // At the beginning of a session the services may start after this program.
     m_services.setConnection(m_bus);
     m_services.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
     m_services.setWatchedServices({portalService, xfconfService});

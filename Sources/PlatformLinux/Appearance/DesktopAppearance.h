@@ -1,6 +1,6 @@
-// Gives the program the light or dark colours that the desktop is set to, and follows it while running.
+// Gives the program the light or dark colours that the desktop is set to, and follows them while it runs.
 //
-// The desktop portal's choice counts first, then the theme of Xfce. Where neither tells anything, the
+// The desktop portal's choice counts first, then the theme of Xfce. Where neither says anything, the
 // toolkit's own colours stay. Asks without waiting; starts no service. Main thread.
 #pragma once
 
@@ -16,9 +16,9 @@ namespace orvane {
 
 enum class ColorScheme { light, dark };
 
-/// What the portal's number says: nothing for "no preference" and for what isn't known.
+/// Reads the portal's number: nothing for "no preference" and for unknown numbers.
 std::optional<ColorScheme> schemeOfPortal(const QVariant& value);
-/// What the name of a GTK theme says, such as "Greybird-dark".
+/// Reads the name of a GTK theme, such as "Greybird-dark".
 std::optional<ColorScheme> schemeOfTheme(const QVariant& name);
 
 class DesktopAppearance : public QObject {
@@ -37,7 +37,7 @@ private:
     void apply();
 
     const QPalette m_original;
-    QDBusConnection m_bus; // the one that the process has anyway
+    QDBusConnection m_bus; // the connection that the process has anyway
     QDBusServiceWatcher m_services;
     std::optional<ColorScheme> m_portal;
     std::optional<ColorScheme> m_theme;
