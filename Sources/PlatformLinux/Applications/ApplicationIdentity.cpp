@@ -17,7 +17,7 @@ std::optional<QString> jetBrainsProgram(const QString& name)
     constexpr QLatin1StringView prefix("jetbrains-");
     if (!name.startsWith(prefix, Qt::CaseInsensitive) || name.size() == prefix.size())
         return std::nullopt;
-    // Those whose identifier isn't made of the name.
+    // The products whose identifier isn't made from the name.
     static constexpr std::array renamed = std::to_array<std::pair<QLatin1StringView, QLatin1StringView>>({
         {QLatin1StringView("idea"), QLatin1StringView("intellij")},
         {QLatin1StringView("idea-ce"), QLatin1StringView("intellij.ce")},

@@ -1,8 +1,8 @@
-// From what the desktop tells of a program to the bundle identifier that the logic knows it by.
+// Finds the bundle identifier of a program from what the desktop knows of it.
 //
-// The file manager, the dock and the desktop's own terminals answer to the identifiers of the system
-// programs they stand for; known cross-platform programs to those they have elsewhere; every other program
-// to the id of its desktop entry. Pure; any thread.
+// The file manager, the dock and the desktop's own terminals have the identifiers of the system programs that
+// they stand for; known cross-platform programs have those that they have elsewhere; every other program has
+// the id of its desktop entry. Pure; any thread.
 #pragma once
 
 #include <QString>
@@ -11,13 +11,13 @@
 
 namespace orvane {
 
-/// Each part is empty where nothing tells of it.
+/// What the desktop knows of a program; a part is empty where it isn't known.
 struct ProgramTraits {
-    /// The class of WM_CLASS, its second part.
+    /// The second part of WM_CLASS, the class.
     QString windowClass;
     /// The path of the program's file.
     QString executable;
-    /// The id of its desktop entry, without ".desktop".
+    /// The id of the program's desktop entry, without ".desktop".
     QString desktopEntryID;
 };
 

@@ -7,7 +7,7 @@ namespace orvane {
 
 namespace {
 
-// Emacs and Vim with windows of their own aren't here: what they copy and paste with is configured in
+// Emacs and Vim with windows of their own aren't here: their keys for copying and pasting are configured in
 // them, and Control is what the rest of the desktop would send.
 constexpr std::array terminals = std::to_array<QLatin1StringView>({
     QLatin1StringView("com.apple.Terminal"),

@@ -20,7 +20,7 @@ const QString suffix = QStringLiteral(".desktop");
 
 std::filesystem::file_time_type changed(const QString& directory)
 {
-    std::error_code absent; // a directory that isn't there has the time of none
+    std::error_code absent; // a missing directory has this time
     const auto time = std::filesystem::last_write_time(QFile::encodeName(directory).toStdString(), absent);
     return absent ? std::filesystem::file_time_type::min() : time;
 }
@@ -35,8 +35,8 @@ QStringView lastPart(QStringView id)
     return id.sliced(id.lastIndexOf(u'.') + 1);
 }
 
-/// The lines that matter: most of a file is translations into other languages, and most of the time would go
-/// into parsing them.
+/// Returns the lines that are needed: most of a file is translations into other languages, and most of the
+/// time would go into parsing them.
 QByteArray mainGroup(const QByteArray& file, const QStringList& locales)
 {
     QByteArray kept;
@@ -148,7 +148,7 @@ void DesktopEntries::readIfChanged()
 
 struct DesktopEntries::Seen {
     QSet<QString> ids;
-    /// Where directories really are: a link may lead back up.
+    /// The real paths of the directories seen: a link may lead back up.
     QSet<QString> places;
 };
 
@@ -164,7 +164,7 @@ void DesktopEntries::read()
 /// An id that was seen before shadows this one, even if that entry was told to be hidden.
 void DesktopEntries::readDirectory(const QString& directory, const QString& idPrefix, Seen& seen)
 {
-    // Before it is read: what changes meanwhile is read once more.
+    // The time is taken before the directory is read: what changes meanwhile is read once more.
     m_times->insert(directory, changed(directory));
     const QDir files(directory);
     const QString place = files.canonicalPath();

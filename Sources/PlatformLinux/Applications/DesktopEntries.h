@@ -1,6 +1,6 @@
-// The desktop entries of the programs that are installed: by the class of a window, and as a list to choose
-// from. They are read at the first question and again when a directory of theirs has changed since; a
-// question otherwise costs a look at each directory's time. Main thread.
+// The desktop entries of the installed programs: by the class of a window, and as a list to choose from. They
+// are read at the first question, and again when one of their directories has changed since; otherwise a
+// question costs a look at each directory's time. Main thread.
 #pragma once
 
 #include <QHash>
@@ -18,27 +18,28 @@ class DesktopEntry;
 class DesktopEntries {
 public:
     struct Entry {
-        /// Without ".desktop".
+        /// The id without ".desktop".
         QString id;
         QString name;
         /// A name in the theme, or an absolute path.
         QString iconName;
-        /// The class that its windows are told to have; mostly empty.
+        /// The class that its windows are said to have; mostly empty.
         QString startupWMClass;
-        /// Meant for this desktop's menus, and with a window of its own.
+        /// True for a program that is meant for this desktop's menus and has a window of its own.
         bool isForMenus = false;
-        /// A piece of the desktop itself by its categories: its settings, an applet, the screen saver.
+        /// True for a part of the desktop itself by its categories: its settings, an applet, the screen
+        /// saver.
         bool isPartOfDesktop = false;
     };
 
-    /// What the rules of the entries depend on, besides the files.
+    /// What decides about the entries besides the files.
     struct Surroundings {
         /// Directories named "applications", the most important first.
         QStringList directories;
         QStringList currentDesktops;
         /// "de_DE", "de": the suffixes of localized keys, the best first.
         QStringList locales;
-        /// Where the programs named in TryExec are looked for.
+        /// The directories in which the programs of TryExec are looked for.
         QStringList searchPath;
 
         static Surroundings ofThisProcess();
@@ -46,11 +47,11 @@ public:
 
     explicit DesktopEntries(Surroundings surroundings = Surroundings::ofThisProcess());
 
-    /// By an id, or the last part of one that is a name in reverse notation; case is ignored.
+    /// Finds an entry by its id, or by the last part of an id in reverse notation; case is ignored.
     std::optional<Entry> entry(const QString& id);
-    /// The entry that says so of its windows, or whose id is like the class or, after that, the instance.
+    /// Finds the entry that names the class, or whose id is like the class or, after that, like the instance.
     std::optional<Entry> entryForWindow(const QString& windowClass, const QString& windowInstance);
-    /// Those for menus, by name.
+    /// Returns the entries for menus, by name.
     QList<Entry> entriesForMenus();
 
 private:
@@ -65,7 +66,7 @@ private:
 
     Surroundings m_surroundings;
     QList<Entry> m_entries;
-    /// Of each directory that was looked at, nested ones too.
+    /// The times of all directories that were looked at, nested ones included.
     std::optional<QHash<QString, std::filesystem::file_time_type>> m_times;
 };
 

@@ -11,7 +11,7 @@ namespace orvane {
 
 namespace {
 
-/// On its way from one window to the next the property is None for a moment.
+/// The property is None for a moment while the focus goes from one window to the next.
 constexpr std::chrono::milliseconds longestPassage(50);
 
 } // namespace

@@ -1,6 +1,6 @@
-// The program whose window is the active one, as the window manager tells it. Main thread, but for
-// commandKeys(). Listens from start() on and wakes only when another window becomes the active one.
-// Without an X server, or a window manager that tells, there is never one.
+// The program whose window is the active one, as the window manager reports it. Main thread, except for
+// commandKeys(). Listens from start() on and wakes only when another window becomes the active one. Without
+// an X server, or with a window manager that doesn't report it, there is never such a program.
 #pragma once
 
 #include "Platform/RunningApplication.h"
@@ -28,14 +28,13 @@ public:
     /// A second call changes nothing.
     void start();
     [[nodiscard]] const std::optional<RunningApplication>& application() const { return m_application; }
-    /// Brings the process's window to the front that was active last, as far as that was seen. False when it
-    /// has none.
+    /// Brings the process's last active window to the front, as far as that was seen. False when it has none.
     bool activate(std::int64_t process);
-    /// Of that program. Any thread, without waiting.
+    /// Returns the command keys of that program. Any thread, without waiting.
     [[nodiscard]] CommandKeys commandKeys() const { return m_commandKeys.load(std::memory_order_relaxed); }
 
 Q_SIGNALS:
-    /// Another program has come to the front, or none is there any more.
+    /// Emitted when another program has come to the front, or none is there any more.
     void changed();
 
 private:

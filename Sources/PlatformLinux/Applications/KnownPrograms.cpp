@@ -109,7 +109,7 @@ const KnownProgram knownPrograms[] = {
     {QLatin1StringView("com.vivaldi.Vivaldi"), {"vivaldi", "vivaldi-stable", "com.vivaldi.vivaldi"}},
     {QLatin1StringView("com.operasoftware.Opera"), {"opera", "com.opera.opera"}},
 
-    // Keepers of secrets
+    // Password managers
     {QLatin1StringView("org.keepassxc.keepassxc"), {"keepassxc", "org.keepassxc.keepassxc"}},
     {QLatin1StringView("com.1password.1password"), {"1password", "com.onepassword.onepassword"}},
     {QLatin1StringView("com.bitwarden.desktop"), {"bitwarden", "com.bitwarden.desktop"}},

@@ -1,5 +1,5 @@
-// The programs that have a bundle identifier other than their desktop entry's id, and the names by which
-// the desktop tells of them.
+// The programs whose bundle identifier isn't their desktop entry's id, and the names by which the desktop
+// knows them.
 #pragma once
 
 #include <QLatin1StringView>
@@ -15,7 +15,8 @@ inline constexpr QLatin1StringView dock("com.apple.dock");
 inline constexpr QLatin1StringView terminal("com.apple.Terminal");
 } // namespace systemProgram
 
-/// By the class of a window, the file name of an executable or the id of a desktop entry; case is ignored.
+/// Finds a program by the class of a window, the file name of an executable or the id of a desktop entry;
+/// case is ignored.
 std::optional<QString> knownProgram(QStringView name);
 
 } // namespace orvane

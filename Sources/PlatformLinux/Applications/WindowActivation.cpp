@@ -21,7 +21,7 @@ std::vector<std::uint32_t> values(const X11Connection& x, xcb_window_t window, c
     return propertyNumbers(bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
 
-/// The lowest first.
+/// Returns the windows from the lowest to the topmost.
 std::vector<xcb_window_t> managedWindows(const X11Connection& x)
 {
     auto windows = values(x, x.root(), "_NET_CLIENT_LIST_STACKING", XCB_ATOM_WINDOW);
@@ -84,9 +84,9 @@ std::optional<xcb_window_t> windowToActivate(const X11Connection& x, std::int64_
                                              const std::vector<xcb_window_t>& recent)
 {
     if (process == 0)
-        return std::nullopt; // of another machine; it may be anybody's
+        return std::nullopt; // the process is on another machine, so its number says nothing here
     const std::vector<xcb_window_t> managed = managedWindows(x);
-    // The server gives the numbers of windows that are gone to others.
+    // The server reuses the numbers of windows that are gone.
     for (const xcb_window_t window : recent) {
         if (std::ranges::find(managed, window) != managed.end() && processOfWindow(x, window) == process)
             return window;

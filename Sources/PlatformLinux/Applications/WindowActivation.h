@@ -1,4 +1,4 @@
-// Bringing a program's window to the front. Main thread; a few round trips to the server.
+// Brings a program's window to the front. Main thread; a few round trips to the server.
 #pragma once
 
 #include "PlatformLinux/X11/X11Connection.h"
@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// Windows by when they were the active one, the newest first. Those of long ago are forgotten.
+/// Windows in the order in which they were active, the newest first. The oldest are forgotten.
 class RecentWindows {
 public:
     void add(std::int64_t process, xcb_window_t window);
@@ -23,12 +23,12 @@ private:
     std::vector<Entry> m_entries;
 };
 
-/// Of the process's windows that are there: the first of the recent ones, or else the topmost.
+/// Returns one of the existing windows of the process: the first of the recent ones, else the topmost.
 std::optional<xcb_window_t> windowToActivate(const X11Connection& x, std::int64_t process,
                                              const std::vector<xcb_window_t>& recent);
 
-/// Asks the window manager, as somebody's own choice: the window is restored when it is minimized, and its
-/// desktop becomes the current one.
+/// Asks the window manager in the way of a user's choice: a minimized window is restored, and its desktop
+/// becomes the current one.
 void requestActivation(const X11Connection& x, xcb_window_t window);
 
 } // namespace orvane

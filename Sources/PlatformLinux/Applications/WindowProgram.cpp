@@ -28,7 +28,7 @@ WindowClass classOf(const X11Connection& x, xcb_window_t window)
     return {QString::fromLatin1(parts.value(0)), QString::fromLatin1(parts.value(1))};
 }
 
-/// What toolkits write on their windows themselves: ids of desktop entries, or the path of one.
+/// Returns what toolkits write on their windows themselves: ids of desktop entries, or the path of one.
 QStringList entryIDsToldBy(const X11Connection& x, xcb_window_t window)
 {
     const xcb_atom_t utf8 = x.atom("UTF8_STRING");
@@ -53,7 +53,7 @@ bool exists(const X11Connection& x, xcb_window_t window)
     return reply != nullptr;
 }
 
-/// The server knows which process is at the other end, whatever the window says of itself.
+/// The server knows which process is at the other end, whatever the window's properties say.
 std::int64_t processToldByServer(const X11Connection& x, xcb_window_t window)
 {
     if (!xcb_get_extension_data(x.xcb(), &xcb_res_id)->present)
@@ -65,7 +65,7 @@ std::int64_t processToldByServer(const X11Connection& x, xcb_window_t window)
         xcb_res_query_client_ids_reply(x.xcb(), cookie, &error));
     const XcbReply<xcb_generic_error_t> ownedError(error);
     if (!reply)
-        return 0; // the window is gone, or the server too old for the question
+        return 0; // the window is gone, or the server is too old for the question
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem;
          xcb_res_client_id_value_next(&ids)) {
         if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) &&
@@ -89,7 +89,7 @@ std::int64_t processToldByWindow(const X11Connection& x, xcb_window_t window)
 QString executableOf(std::int64_t process)
 {
     QString path = process ? QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process)) : QString();
-    const QLatin1StringView replaced(" (deleted)"); // by an upgrade while it runs
+    const QLatin1StringView replaced(" (deleted)"); // an upgrade replaced the file while the program runs
     if (path.endsWith(replaced))
         path.chop(replaced.size());
     return path;

@@ -17,7 +17,8 @@ inline constexpr QLatin1StringView ownBundleIdentifier("net.lindenrow.orvane");
 std::optional<RunningApplication> programOfWindow(const X11Connection& x, xcb_window_t window,
                                                   DesktopEntries& entries);
 
-/// The process on this machine that made the window; 0 when the server doesn't know or it is none here.
+/// Returns the process on this machine that made the window; 0 when the server doesn't know it or it is on
+/// another machine.
 std::int64_t processOfWindow(const X11Connection& x, xcb_window_t window);
 
 } // namespace orvane
