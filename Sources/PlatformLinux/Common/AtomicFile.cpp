@@ -18,7 +18,7 @@ namespace orvane {
 
 namespace {
 
-constexpr int maximumLinks = 40; // as the kernel has it
+constexpr int maximumLinks = 40; // the kernel's own limit
 constexpr int creationAttempts = 16;
 
 } // namespace
@@ -63,7 +63,7 @@ QString AtomicFile::resolved(const QString& path)
         if (length < 0)
             return current;
         const QString name = QFile::decodeName(QByteArray(target, static_cast<qsizetype>(length)));
-        // Not cleaned: "a/../b" is not "b" when a is a link itself.
+        // The path is not cleaned: "a/../b" is not "b" when a is a link itself.
         current = QDir::isAbsolutePath(name) ? name : QString(QFileInfo(current).path() + u'/' + name);
     }
     errno = ELOOP;
@@ -87,7 +87,7 @@ AtomicFile::~AtomicFile()
         ::unlink(QFile::encodeName(m_temporaryPath).constData());
 }
 
-/// Leaves m_temporaryPath empty when somebody's cleaning took the file before it was locked.
+/// Leaves m_temporaryPath empty when another process removed the file before it was locked.
 void AtomicFile::createTemporaryFile(Readers readers)
 {
     const auto mode = static_cast<mode_t>(readers);
@@ -109,7 +109,7 @@ void AtomicFile::createTemporaryFile(Readers readers)
     m_file = std::move(file);
     if (::fchmod(m_file.get(), mode) != 0 && errno != EPERM && errno != ENOTSUP) {
         const int reason = errno;
-        ::unlink(name.constData()); // no destructor runs for a constructor that throws
+        ::unlink(name.constData()); // a constructor that throws has no destructor
         errno = reason;
         throwErrno();
     }
@@ -134,7 +134,7 @@ void AtomicFile::write(const QByteArray& bytes)
 
 void AtomicFile::commit()
 {
-    // A full or broken disk may tell only here.
+    // A full or broken disk may report its error only here.
     if (::fsync(m_file.get()) != 0)
         throwErrno();
     if (::rename(QFile::encodeName(m_temporaryPath).constData(), QFile::encodeName(m_path).constData()) != 0)
@@ -161,7 +161,7 @@ void AtomicFile::removeLeftovers(const QString& path)
     static const QRegularExpression temporaryEnding(QStringLiteral("\\.tmp-[0-9a-f]{16}$"));
     const QFileInfo info(path);
     const QString beginning = info.fileName() + u'.';
-    // Not by wildcards: a file name may hold their characters.
+    // The names are compared and not matched by wildcards: a file name may hold such characters.
     const QDir directory(info.path());
     const QStringList names = directory.entryList(QDir::Files | QDir::Hidden | QDir::System);
     for (const QString& name : names) {

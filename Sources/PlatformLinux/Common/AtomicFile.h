@@ -15,7 +15,7 @@ namespace orvane {
 
 class AtomicFile {
 public:
-    /// Who may read the file; the writer's umask has no say.
+    /// Who may read the file; the writer's umask doesn't count.
     enum class Readers : mode_t { owner = 0600, everyone = 0644 };
 
     /// Creates the temporary file. Symbolic links at `path` are followed: what they name is replaced.
@@ -29,18 +29,19 @@ public:
     /// The new content is in place and on the disk when this returns.
     void commit();
 
-    /// Where the file is in fact, links followed.
+    /// The path of the file itself, with links followed.
     const QString& path() const { return m_path; }
-    /// Ends the hold on the file, and hands it out for looking at its identity later.
+    /// Gives up the lock and returns the file, so that its identity can be compared later.
     FileDescriptor release();
 
     static void replace(const QString& path, const QByteArray& bytes, Readers readers);
 
-    /// The path with every link of its last part followed; what it names need not exist. Throws on a loop.
+    /// Returns the path with every link of its last part followed; the target need not exist. Throws on a
+    /// loop.
     static QString resolved(const QString& path);
 
-    /// Removes the temporary files of dead writers of `path`, and of files whose names go on from its name
-    /// with a full stop. Those of living writers stay. Never throws.
+    /// Removes the temporary files of dead writers of `path`, and of files with names that begin with its
+    /// name and a full stop. Those of living writers stay. Never throws.
     static void removeLeftovers(const QString& path);
 
 private:
@@ -51,13 +52,13 @@ private:
     FileDescriptor m_file;
 };
 
-/// Brings a change of names in the folder of `path` to the disk, as well as the file system can.
+/// Brings a change of names in the folder of `path` to the disk, as far as the file system can.
 void synchronizeDirectoryOf(const QString& path);
 
 /// Creates the folder and those above it for the user alone. Throws std::system_error.
 void makeDirectory(const QString& path);
 
-/// 16 random hexadecimal digits, for names that must not meet.
+/// Returns 16 random hexadecimal digits, for names that must differ.
 QString randomNameSuffix();
 
 /// Throws std::system_error with the present errno.

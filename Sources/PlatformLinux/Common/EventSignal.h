@@ -1,4 +1,4 @@
-// Wakes another thread that waits in poll(): a kernel counter without a lock around it. Any thread.
+// Wakes another thread that waits in poll(), through a kernel counter and without a lock. Any thread.
 #pragma once
 
 #include "PlatformLinux/Common/FileDescriptor.h"
@@ -18,13 +18,14 @@ public:
             throw std::system_error(errno, std::generic_category(), "eventfd");
     }
 
-    /// Readable after raise() until the next clear().
+    /// The descriptor is readable after raise() until the next clear().
     int descriptor() const { return m_descriptor.get(); }
 
     void raise()
     {
         const std::uint64_t one = 1;
-        // It can only fail when it stands at its limit, and then it is raised.
+        // The write can fail only when the counter stands at its limit, and then the signal is raised
+        // already.
         [[maybe_unused]] const ssize_t written = ::write(m_descriptor.get(), &one, sizeof one);
     }
 

@@ -19,7 +19,7 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds longestWait{10}; // without looking
+constexpr std::chrono::milliseconds longestWait{10}; // the longest time between two looks
 
 FileDescriptor openLockFile(const QByteArray& name)
 {
@@ -32,7 +32,7 @@ FileDescriptor openLockFile(const QByteArray& name)
 
 enum class Attempt { granted, busy, stale };
 
-/// Stale: somebody removed or replaced the lock file meanwhile, so this lock excludes nobody.
+/// The lock is stale: the lock file was removed or replaced meanwhile, so this lock excludes nobody.
 Attempt tryLock(const FileDescriptor& file, const QByteArray& name)
 {
     if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
@@ -44,8 +44,9 @@ Attempt tryLock(const FileDescriptor& file, const QByteArray& name)
     return same ? Attempt::granted : Attempt::stale;
 }
 
-/// Waits until somebody closed the lock file, as a holder does at the end of its turn. False at the deadline.
-/// Looks again now and then: when a holder is killed, its file is closed a moment before its lock is gone.
+/// Waits until a process closes the lock file, as a holder does at the end of its turn. False at the
+/// deadline. It also looks at intervals: when a holder is killed, its file is closed a moment before its lock
+/// is gone.
 bool waitForRelease(const FileDescriptor& watch, SteadyClock::time_point deadline)
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - SteadyClock::now());
@@ -95,7 +96,7 @@ std::optional<FileLock> FileLock::acquire(const QString& path, std::chrono::mill
 
 FileLock::~FileLock()
 {
-    // Before the close: those who wait for the close must find the lock free.
+    // Unlocks before the file is closed: those who wait for the close must find the lock free.
     if (m_file)
         ::flock(m_file.get(), LOCK_UN);
 }

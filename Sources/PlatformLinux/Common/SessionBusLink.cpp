@@ -16,7 +16,7 @@ struct SessionBusLink::Opening {
     }
 
     QString name;
-    /// Set on the owner's thread when nobody wants the connection any more.
+    /// Set on the owner's thread when the connection isn't wanted any more.
     std::atomic_bool abandoned = false;
     /// Written on the pool thread, read after it has reported back.
     bool connected = false;
@@ -24,7 +24,7 @@ struct SessionBusLink::Opening {
 
 namespace {
 
-/// The library would start a bus of its own where it finds none; a bus without a desktop serves nobody.
+/// Without an announced bus the library would start one of its own, which serves nobody.
 bool sessionBusIsAnnounced()
 {
     return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||

@@ -1,5 +1,5 @@
-// A connection of its own to the session bus. Connecting waits for the bus daemon's greeting, so it is done
-// on a pool thread; the signals come on the thread of this object. Closed with the object.
+// A separate connection to the session bus. Connecting waits for the bus daemon's greeting, so it is done on
+// a pool thread; the signals come on the thread of this object. The connection is closed with the object.
 #pragma once
 
 #include <QDBusConnection>
@@ -16,15 +16,15 @@ public:
     explicit SessionBusLink(QObject* parent = nullptr);
     ~SessionBusLink() override;
 
-    /// Leads to exactly one of the two signals, later.
+    /// Leads later to exactly one of the two signals.
     void open();
-    /// Only after ready().
+    /// May be called only after ready().
     [[nodiscard]] QDBusConnection& bus() { return *m_bus; }
     [[nodiscard]] bool isOpen() const { return m_bus.has_value(); }
 
 Q_SIGNALS:
     void ready();
-    /// There is no session bus, or it refused.
+    /// Emitted when there is no session bus or it refused.
     void failed();
 
 private:

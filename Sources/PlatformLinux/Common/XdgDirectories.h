@@ -9,15 +9,15 @@
 namespace orvane {
 
 struct XdgDirectories {
-    /// Absolute and without a slash at the end; nothing where neither the variable nor a home gives one.
+    /// Absolute and without a slash at the end; absent where neither the variable nor a home gives one.
     std::optional<QString> config;
     std::optional<QString> data;
 
-    /// A relative path in a variable is invalid and counts as not set. `accountHome` is the home for an
-    /// environment that names none; it may be empty.
+    /// Reads the variables of an environment. A relative path in a variable is invalid and counts as not set.
+    /// `accountHome` is the home for an environment that names none; it may be empty.
     static XdgDirectories from(const QProcessEnvironment& environment, const QString& accountHome);
 
-    /// Of this process: its environment, and the account's home from the user database.
+    /// Reads this process's environment, and the account's home from the user database.
     static XdgDirectories ofThisProcess();
 };
 
