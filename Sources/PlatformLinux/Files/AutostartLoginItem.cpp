@@ -19,7 +19,7 @@ namespace orvane {
 
 namespace {
 
-constexpr qint64 largestEntry = 1024 * 1024; // of an entry that somebody else wrote, in bytes
+constexpr qint64 largestEntry = 1024 * 1024; // in bytes, of an entry that another program wrote
 
 bool canRun(const QString& program)
 {
@@ -30,7 +30,7 @@ bool canRun(const QString& program)
     return !program.isEmpty() && !QStandardPaths::findExecutable(program).isEmpty();
 }
 
-/// Whether the entry is switched off, for everyone or for this desktop.
+/// True if the entry is switched off, for everyone or for this desktop.
 bool isSwitchedOff(const DesktopEntry& entry, const QStringList& desktops)
 {
     const auto names = [&](const QStringList& list) {
@@ -82,7 +82,7 @@ LoginItem::Status AutostartLoginItem::status() const
     if (m_path.isEmpty() || (!info.exists() && !info.isSymLink()))
         return Status::notRegistered;
     QFile file(m_path);
-    // A pipe in its place would be waited for.
+    // Reading a pipe in its place would wait for a writer.
     if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         return Status::notFound;
     const auto entry = DesktopEntry::parse(file.read(largestEntry));

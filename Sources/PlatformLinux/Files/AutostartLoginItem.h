@@ -1,7 +1,7 @@
 // The login item as the session's autostart entry, "autostart/<identifier>.desktop" in the config home.
 //
-// enabled: the entry is there and the session of this desktop will start its program. requiresApproval: it
-// is there, but switched off, as session settings do it. notFound: its program is gone, or it is no entry.
+// enabled: the entry is there and the session of this desktop will start its program. requiresApproval: it is
+// there but switched off, as session settings do it. notFound: its program is gone, or the file is no entry.
 #pragma once
 
 #include "Platform/LoginItem.h"
@@ -14,16 +14,16 @@ namespace orvane {
 
 class AutostartLoginItem : public LoginItem {
 public:
-    /// Of this process: its user, its executable and its desktop.
+    /// Uses the user, the executable and the desktop of this process.
     AutostartLoginItem();
     /// `executable` is the program to start. `desktops` are the names of the running desktop
     /// ($XDG_CURRENT_DESKTOP); with none of them, restrictions to desktops are not judged.
     AutostartLoginItem(const XdgDirectories& directories, QString executable, QStringList desktops);
 
     Status status() const override;
-    /// Writes the entry anew, whatever stands there; what somebody switched off is on again.
+    /// Writes the entry anew, whatever it holds; an entry that was switched off is on again.
     void registerItem() override;
-    /// Removes the entry; none is fine too.
+    /// Removes the entry; it is no failure if there is none.
     void unregisterItem() override;
 
     /// The desktops that $XDG_CURRENT_DESKTOP names.

@@ -97,7 +97,7 @@ QString DesktopEntry::programOf(const QString& commandLine)
             ++at;
         word += line[at];
     }
-    return isQuoted ? QString() : word; // a quote without its end
+    return isQuoted ? QString() : word; // the quote doesn't end
 }
 
 QString DesktopEntry::quotedWord(const QString& word)

@@ -1,4 +1,4 @@
-// The main group of a desktop entry file, as far as starting a program at login asks for it.
+// The main group of a desktop entry file, as far as starting a program at login needs it.
 #pragma once
 
 #include <QHash>
@@ -11,25 +11,25 @@ namespace orvane {
 
 class DesktopEntry {
 public:
-    /// Reads the group "Desktop Entry". Lines that are none of its keys are passed over.
+    /// Reads the group "Desktop Entry". Lines that aren't keys of it are ignored.
     static DesktopEntry parse(const QByteArray& text);
 
-    /// The value with the escapes of a text resolved.
+    /// Returns the value with the escapes of a text resolved.
     std::optional<QString> string(const QString& key) const;
-    /// Nothing where the key is absent or no boolean.
+    /// Nothing where the key is absent or not a boolean.
     std::optional<bool> boolean(const QString& key) const;
-    /// The parts between semicolons.
+    /// Returns the parts between semicolons.
     QStringList list(const QString& key) const;
 
-    /// The first word of a command line, its quotes resolved; empty when the line is invalid.
+    /// Returns the first word of a command line, its quotes resolved; empty when the line is invalid.
     static QString programOf(const QString& commandLine);
-    /// A word for a command line: quoted as needed, without meaning for the launcher.
+    /// Returns a word for a command line, quoted where the launcher would give it a meaning.
     static QString quotedWord(const QString& word);
-    /// A text as it stands after the "=".
+    /// Returns a text as it is written after the "=".
     static QString escaped(const QString& text);
 
 private:
-    QHash<QString, QString> m_values; // raw, as after the "="
+    QHash<QString, QString> m_values; // as they are written after the "="
 };
 
 } // namespace orvane

@@ -38,7 +38,7 @@ QString ProgramBundle::executablePath(const QString& link)
     if (length <= 0)
         return {};
     QByteArray path(buffer, static_cast<qsizetype>(length));
-    // The kernel's mark on the name of a file that isn't there any more; a file may bear such a name too.
+    // The kernel appends this to the name of a file that was deleted; a file may have such a name too.
     constexpr QByteArrayView deletedMark(" (deleted)");
     struct stat status = {};
     if (path.endsWith(deletedMark) && ::lstat(path.constData(), &status) != 0)

@@ -1,4 +1,4 @@
-// The running program: its identifier, its version and where its executable lies.
+// The running program: its identifier, its version and the path of its executable.
 #pragma once
 
 #include "Platform/Bundle.h"
@@ -7,15 +7,15 @@ namespace orvane {
 
 class ProgramBundle : public Bundle {
 public:
-    /// Looks up the executable's path; an update that replaces the file later changes nothing.
+    /// Looks the path of the executable up; an update that replaces the file later changes nothing.
     ProgramBundle();
 
     std::optional<QString> identifier() const override;
     QVariant infoValue(const QString& key) const override;
     QString path() const override;
 
-    /// The path behind a process's "exe" link. When the file was replaced since the start, as by an update,
-    /// it is the name under which the new one lies. Empty when the link can't be read.
+    /// Returns the path behind a process's "exe" link. When the file was replaced since the start, as by an
+    /// update, it is the name under which the new one lies. Empty when the link can't be read.
     static QString executablePath(const QString& link);
 
 private:
