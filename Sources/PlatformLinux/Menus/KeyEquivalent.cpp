@@ -104,7 +104,7 @@ bool isKeyEquivalent(const MenuItem& item, QKeyCombination pressed)
         return false;
     Qt::KeyboardModifiers held =
         pressed.keyboardModifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
-    // Which signs need Shift is the layout's affair.
+    // The layout decides which signs need Shift.
     const QChar sign = item.keyEquivalent.front();
     if (sign.isPrint() && !sign.isLetter() && !sign.isSpace())
         held.setFlag(Qt::ShiftModifier, wanted->keyboardModifiers().testFlag(Qt::ShiftModifier));

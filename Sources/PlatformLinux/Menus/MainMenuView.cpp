@@ -77,7 +77,7 @@ bool MainMenuView::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
         return QObject::eventFilter(watched, event);
-    // A key that gets to the window itself is one that nothing in it has taken.
+    // A key that arrives at the window itself was used by nothing in it.
     const auto& widget = static_cast<const QWidget&>(*watched);
     if (!widget.isWindow() || widget.windowType() == Qt::Popup)
         return false;
@@ -109,7 +109,7 @@ bool MainMenuView::choose(const MenuItem& item)
 {
     if (!item.action)
         return !item.selector.isEmpty() && m_commands.send(item.selector);
-    // A panel that waits for its answer holds the rest of the program back.
+    // A modal panel that waits for its answer blocks the rest of the program.
     if (QApplication::activeModalWidget())
         return false;
     QMetaObject::invokeMethod(

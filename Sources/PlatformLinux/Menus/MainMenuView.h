@@ -1,5 +1,5 @@
 // The main menu on a desktop without a menu bar of its own: its key equivalents work in every window of the
-// program, behind what the window itself does with a key, and F10 opens it as a popup. Main thread.
+// program, after the window itself has had the key, and F10 opens it as a popup. Main thread.
 #pragma once
 
 #include "Platform/Menu.h"
@@ -28,7 +28,8 @@ public:
     [[nodiscard]] std::shared_ptr<const Menu> menu() const { return m_menu; }
     void setWindowsMenu(std::shared_ptr<Menu> menu) { m_windowsMenu = std::move(menu); }
 
-    /// What the popup shows at this moment: items that can't be chosen disabled, and the windows listed.
+    /// Returns the popup's content at this moment: items that can't be chosen are disabled, and the windows
+    /// are listed.
     [[nodiscard]] Menu rendered() const;
 
 private:

@@ -21,7 +21,7 @@ enum class Edit { undo, redo, cut, copy, paste, selectAll };
 struct EditCommand {
     QStringView selector;
     Edit edit;
-    /// Of a widget that has the command.
+    /// The slot of a widget that has the command.
     const char* slot;
 };
 
@@ -114,7 +114,7 @@ bool takes(const QWidget& widget, const EditCommand& command)
     return slotOf(widget, command).isValid();
 }
 
-/// Spin boxes and editable combo boxes have the focus in the place of their line edit.
+/// In spin boxes and editable combo boxes the focus is on them and not on their line edit.
 QWidget* editorOf(QWidget& widget)
 {
     for (auto* line : widget.findChildren<QLineEdit*>(Qt::FindDirectChildrenOnly)) {

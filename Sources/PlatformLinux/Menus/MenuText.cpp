@@ -5,7 +5,7 @@ namespace orvane {
 QString plainMenuTitle(const QString& title)
 {
     constexpr qsizetype longest = 300;
-    // Through UTF-8 and back, which replaces halves of surrogate pairs: the bus refuses them.
+    // The way through UTF-8 and back replaces halves of surrogate pairs, which the bus refuses.
     QString plain = QString::fromUtf8(title.left(longest).toUtf8());
     if (title.size() > longest)
         plain.replace(plain.size() - 1, 1, QChar(0x2026));

@@ -14,7 +14,7 @@ namespace orvane {
 
 namespace {
 
-/// The list that a combo box drops is a menu to the user; it is a class of the toolkit's own.
+/// The list of a combo box is a menu to the user; it is a private class of the toolkit.
 bool isMenu(const QWidget& popup)
 {
     return qobject_cast<const QMenu*>(&popup) != nullptr || popup.inherits("QComboBoxPrivateContainer");

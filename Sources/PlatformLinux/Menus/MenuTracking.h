@@ -1,5 +1,5 @@
-// Whether a menu of the program is open: one in a window of its own, or one that the desktop draws for it.
-// Tells of it on the notification centre. Main thread.
+// Knows if a menu of the program is open, in a window of its own or drawn by the desktop, and posts it on the
+// notification centre. Main thread.
 #pragma once
 
 #include <QObject>
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] std::unique_ptr<DesktopMenu> beginOnDesktop();
 
 Q_SIGNALS:
-    /// Comes before the notifications.
+    /// Emitted before the notifications.
     void placeChanged();
 
 private:
@@ -44,7 +44,7 @@ private:
     void update();
 
     NotificationCenter& m_center;
-    /// Menus and their submenus; by address alone, for they may be gone as they hide.
+    /// Menus and their submenus, by address alone: they may be destroyed while they hide.
     QSet<const QObject*> m_shown;
     int m_onDesktop = 0;
     Place m_place = Place::none;

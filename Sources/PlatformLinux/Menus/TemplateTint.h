@@ -1,4 +1,4 @@
-// Gives template images their colour, in pixels. Pure painting; any thread that may paint images.
+// Gives template images their colour, in pixels. Only paints; any thread that may paint images.
 #pragma once
 
 #include "Platform/TemplateImage.h"
@@ -9,7 +9,7 @@
 namespace orvane {
 
 /// The colour for pictures in the status area. Unless the background itself has been seen, pictures get a
-/// contour of the opposite tone: panels don't all tell their colour, some tell an outdated one, and the
+/// contour of the opposite tone: not every panel reports its colour, some report an outdated one, and the
 /// contour can't be seen where the colour is right.
 struct TrayTint {
     enum class Contour { none, opposite };
@@ -20,15 +20,15 @@ struct TrayTint {
     bool operator==(const TrayTint&) const = default;
 };
 
-/// The picture in one colour, in the middle of `pixels`, its shape kept. An image that draws nothing gives
-/// a transparent one.
+/// Returns the picture in one colour, in the middle of `pixels`, with its shape kept. An image that draws
+/// nothing gives a transparent one.
 QImage tinted(const TemplateImage& image, QSize pixels, const QColor& colour);
 
-/// As above for the status area, where an image of 22 points fills a square of any size and a smaller one
-/// leaves the same part of it empty.
+/// Does the same for the status area, where an image of 22 points fills a square of any size and a smaller
+/// one leaves the same part of it empty.
 QImage tintedForTray(const TemplateImage& image, QSize pixels, const TrayTint& tint);
 
-/// Black or white, whichever can be read on `background`.
+/// Returns black or white, whichever can be read on `background`.
 QColor legibleOn(const QColor& background);
 
 } // namespace orvane

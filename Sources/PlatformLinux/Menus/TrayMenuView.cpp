@@ -23,7 +23,8 @@ namespace orvane {
 
 namespace {
 
-/// Compositors treat menus in their own way; Qt calls a menu without a parent window a normal one.
+/// Compositors treat menus in their own way, but Qt gives a menu without a parent window the type of a normal
+/// window.
 void markAsPopupMenu(WId window)
 {
     const auto x11 = X11Connection::ofApplication();
@@ -67,7 +68,7 @@ bool isChosenBy(const MenuItem& item, QKeyCombination key)
     return isKeyEquivalent(item, QKeyCombination(modifiers, key.key()));
 }
 
-/// An item that draws itself.
+/// A menu item that draws itself.
 class ItemWidget : public QWidget {
 public:
     ItemWidget(const MenuItemView& view, QWidget* parent) : QWidget(parent), m_view(view) {}
@@ -78,7 +79,7 @@ public:
 private:
     void paintEvent(QPaintEvent*) override
     {
-        // Not of the disabled group: an item that can't be chosen isn't one that is out of use.
+        // The colours aren't those of the disabled group: an item without an action isn't out of use.
         QPainter painter(this);
         m_view.draw(painter, QRectF({}, m_view.size),
                     palette().color(QPalette::Active, QPalette::WindowText));
@@ -108,7 +109,7 @@ void TrayMenuView::popUp(const Menu& menu, std::optional<QRect> item)
     auto* popup = new QMenu;
     markAsPopupMenu(popup->winId());
     m_popup = popup;
-    // Deleted later than the choice, which is told after the menu has closed.
+    // The menu is deleted after the choice, which is reported after the menu has closed.
     connect(popup, &QMenu::aboutToHide, popup, &QObject::deleteLater);
     connect(popup, &QMenu::aboutToHide, this, &TrayMenuView::letPointerGo);
     fill(*popup, menu, 1);
@@ -129,9 +130,9 @@ void TrayMenuView::popUp(const Menu& menu, std::optional<QRect> item)
 
 void TrayMenuView::holdPointer()
 {
-    // A panel that reports a click as the button goes down has the pointer until it comes up, and the grab
-    // by which the menu closes at a click elsewhere fails, which Qt doesn't notice. The server tells nobody
-    // when that ends, so look again while the finger is down.
+    // A panel that reports a click as the button goes down holds the pointer until it comes up. The grab by
+    // which the menu closes at a click elsewhere fails meanwhile, which Qt doesn't notice. The server
+    // announces the end of the panel's grab to nobody, so we look again while the button is down.
     const auto x = X11Connection::ofApplication();
     if (!x || !m_popup || !m_popup->isVisible())
         return;

@@ -1,4 +1,4 @@
-// Shows a menu as a popup of our own, for areas that can't render one. Never waits for it to close.
+// Shows a menu as a popup of the program, for status areas that can't draw one. Never waits for it to close.
 // Main thread.
 #pragma once
 
@@ -23,7 +23,8 @@ public:
     explicit TrayMenuView(QObject* parent = nullptr);
     ~TrayMenuView() override;
 
-    /// Beside the item, or at the pointer if it isn't known where the item stands. An open menu is replaced.
+    /// Opens the menu beside the item, or at the pointer if the item's place isn't known. Replaces an open
+    /// menu.
     void popUp(const Menu& menu, std::optional<QRect> item);
     void close();
 
