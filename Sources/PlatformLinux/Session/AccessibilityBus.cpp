@@ -24,7 +24,7 @@ QDBusMessage propertyCall(const QString& method)
 QDBusMessage question()
 {
     auto call = propertyCall(QStringLiteral("Get"));
-    call.setAutoStartService(false); // what has to be started isn't enabled
+    call.setAutoStartService(false); // a service that has to be started isn't enabled
     return call;
 }
 
@@ -45,7 +45,7 @@ bool AccessibilityBus::isEnabled()
         const QDBusMessage answer = m_session.call(question(), QDBus::Block, longestWaitMs);
         m_isEnabled = valueOf(QDBusPendingCall::fromCompletedCall(answer));
         if (answer.type() == QDBusMessage::ErrorMessage)
-            ask(); // it may only have been slow
+            ask(); // the bus may only have been slow
     }
     return m_isEnabled;
 }
@@ -64,7 +64,7 @@ void AccessibilityBus::enable()
 void AccessibilityBus::listen()
 {
     m_listens = true;
-    // With no sender named: naming one makes the library look up its owner and wait for the answer.
+    // No sender is named: naming one makes the library look up its owner and wait for the answer.
     m_session.connect(QString(), objectPath, propertiesInterface, QStringLiteral("PropertiesChanged"),
                       {statusInterface}, QString(), this, SLOT(ask()));
     m_session.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),

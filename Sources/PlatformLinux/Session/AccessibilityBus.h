@@ -1,4 +1,5 @@
-// Whether the desktop's accessibility bus is enabled, kept up to date by its own signals. Main thread.
+// Knows if the desktop's accessibility bus is enabled, and is kept up to date by the bus's own signals. Main
+// thread.
 #pragma once
 
 #include <QDBusConnection>
@@ -11,9 +12,9 @@ class AccessibilityBus : public QObject {
 public:
     explicit AccessibilityBus(QDBusConnection session = QDBusConnection::sessionBus());
 
-    /// The first call asks and waits, for 0.15 s at most; later ones give what is known.
+    /// The first call asks and waits for at most 0.15 s; later ones return what is known.
     bool isEnabled();
-    /// Starts it if need be. The answer of isEnabled() follows later.
+    /// Starts the bus if need be. The answer of isEnabled() follows later.
     void enable();
 
 private Q_SLOTS:
@@ -25,7 +26,7 @@ private:
     QDBusConnection m_session;
     bool m_listens = false;
     bool m_isEnabled = false;
-    /// Of the last question: an earlier one's answer may come after it.
+    /// The number of the last question: the answer to an earlier one may come after it.
     unsigned m_question = 0;
 };
 

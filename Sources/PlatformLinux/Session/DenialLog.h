@@ -1,5 +1,5 @@
-// Says why something is denied, in the system log: each sentence once, however often it is asked for.
-// Any thread.
+// Writes to the system log why something is denied: each sentence once, however often it is asked for. Any
+// thread.
 #pragma once
 
 #include <QSet>
@@ -15,14 +15,14 @@ class DenialLog {
 public:
     explicit DenialLog(LogSink& log) : m_log(log) {}
 
-    /// Nothing when it was said before.
+    /// Writes nothing when the sentence was said before.
     void say(const QString& sentence);
-    /// Also when it was: a person has asked.
+    /// Writes the sentence even if it was said before: for a person's own request.
     void sayAgain(const QString& sentence);
 
 private:
     LogSink& m_log;
-    std::mutex m_mutex; // guards what was said
+    std::mutex m_mutex; // guards the set of sentences
     QSet<QString> m_said;
 };
 

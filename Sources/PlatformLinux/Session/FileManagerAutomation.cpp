@@ -39,7 +39,7 @@ Permissions::OSStatus statusOf(const QDBusError& error)
     case QDBusError::UnknownMethod:
     case QDBusError::UnknownObject:
     case QDBusError::UnknownInterface:
-        return Permissions::noErr; // an answer, whatever it is
+        return Permissions::noErr; // any answer shows that it is there
     case QDBusError::AccessDenied:
         return Permissions::errAEEventNotPermitted;
     case QDBusError::NoReply:
@@ -47,7 +47,7 @@ Permissions::OSStatus statusOf(const QDBusError& error)
     case QDBusError::TimedOut:
         return FileManagerAutomation::errAETimeout;
     default:
-        return Permissions::procNotFound; // nobody has the name, or it couldn't be started
+        return Permissions::procNotFound; // the name has no owner, or the program couldn't be started
     }
 }
 
@@ -97,7 +97,7 @@ void FileManagerAutomation::listen()
     m_listens = true;
     m_session.connect(daemonName, daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), {fileManager},
                       QString(), this, SLOT(refresh()));
-    // Told by newer daemons when a program that could be started is installed or removed.
+    // Newer daemons emit this when a program that could be started is installed or removed.
     m_session.connect(daemonName, daemonPath, daemonName, QStringLiteral("ActivatableServicesChanged"), this,
                       SLOT(refresh()));
 }

@@ -1,4 +1,4 @@
-// Whether the desktop's file manager can be asked for things, over the session bus.
+// Knows if the desktop's file manager can be asked for things over the session bus.
 #pragma once
 
 #include "Platform/Permissions.h"
@@ -14,14 +14,14 @@ class FileManagerAutomation : public QObject {
     Q_OBJECT
 public:
     using OSStatus = Permissions::OSStatus;
-    static constexpr OSStatus errAETimeout = -1712; // it is there, and doesn't answer
+    static constexpr OSStatus errAETimeout = -1712; // it is there and doesn't answer
 
     explicit FileManagerAutomation(QDBusConnection session = QDBusConnection::sessionBus());
 
-    /// noErr also for one that isn't running and would be started by the first call to it. The first call
-    /// waits for the answer, for 0.15 s at most; later ones give what is known. Main thread.
+    /// noErr also for a file manager that isn't running and would be started by the first call to it. The
+    /// first call waits for the answer for at most 0.15 s; later ones return what is known. Main thread.
     OSStatus status();
-    /// Asks it, and starts it if need be. Any thread; blocks until it answers, for 25 s at most.
+    /// Asks the file manager and starts it if need be. Any thread; blocks until it answers, for at most 25 s.
     OSStatus askAndStart();
 
 private Q_SLOTS:
@@ -34,7 +34,7 @@ private:
     QDBusConnection m_session;
     bool m_listens = false;
     std::atomic<OSStatus> m_status = Permissions::errAEEventWouldRequireUserConsent;
-    /// Of the last question: an earlier one's answer may come after it.
+    /// The number of the last question: the answer to an earlier one may come after it.
     unsigned m_question = 0;
 };
 

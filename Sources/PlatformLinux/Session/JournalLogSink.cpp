@@ -20,7 +20,7 @@ namespace orvane {
 
 namespace {
 
-constexpr qsizetype longestMessage = 32 * 1024; // bytes; well below what a datagram may hold
+constexpr qsizetype longestMessage = 32 * 1024; // in bytes; well below the size limit of a datagram
 
 const char* levelName(LogLevel level)
 {
@@ -59,12 +59,12 @@ QByteArray bounded(const QString& message)
     if (bytes.size() <= longestMessage)
         return bytes;
     qsizetype end = longestMessage;
-    while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xc0) == 0x80) // within a character
+    while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xc0) == 0x80) // in the middle of a character
         --end;
     return bytes.first(end) + "...";
 }
 
-/// Control characters written out: a message can't end its line, nor steer the terminal.
+/// Writes control characters out, so that a message can't end its line or control the terminal.
 QByteArray onOneLine(const QByteArray& message)
 {
     QByteArray line;
@@ -83,7 +83,7 @@ QByteArray onOneLine(const QByteArray& message)
     return line;
 }
 
-/// A field of the journal's protocol, in the form with a length, which any content may have.
+/// Appends a field of the journal's protocol, in the form with a length, which allows any content.
 void appendField(QByteArray& datagram, const char* name, const QByteArray& value)
 {
     datagram += name;
@@ -135,8 +135,8 @@ JournalLogSink::JournalLogSink(const QByteArray& journalSocket, int standardErro
       m_prefersStandardError(::isatty(standardError) == 1),
       m_socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0))
 {
-    // A terminal that was stopped, or a pipe that nobody empties, must not hold us up. The flag can't be set
-    // on standard error itself, which is shared with other processes.
+    // A terminal that was stopped, or a pipe that nobody reads, must not block us. The flag can't be set on
+    // standard error itself, which is shared with other processes.
     struct stat status = {};
     if (::fstat(standardError, &status) == 0 && (S_ISCHR(status.st_mode) || S_ISFIFO(status.st_mode))) {
         const QByteArray again = "/proc/self/fd/" + QByteArray::number(standardError);
@@ -192,7 +192,7 @@ bool JournalLogSink::writeLine(LogLevel level, const QString& category, const QB
     std::strftime(time, sizeof time, "%H:%M:%S", &local);
 
     QByteArray line;
-    if (m_lineIsOpen) // the last one was cut off
+    if (m_lineIsOpen) // the last line was cut off
         line += '\n';
     line += QByteArray(time) + ' ' + levelName(level) + " [" + onOneLine(category.toUtf8()) + "] " +
             onOneLine(message) + '\n';

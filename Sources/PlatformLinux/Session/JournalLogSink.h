@@ -1,8 +1,8 @@
-// The log in the system's journal, with SUBSYSTEM and CATEGORY as fields; on standard error, one line for an
-// entry, when that is a terminal or there is no journal.
+// The log in the system's journal, with SUBSYSTEM and CATEGORY as fields. Entries go to standard error, one
+// line each, when that is a terminal or there is no journal.
 //
-// Speaks the journal's datagram protocol by itself, as the system library's sending blocks while the journal
-// hangs. An entry that a stuck reader leaves no room for is dropped, and counted in the next one.
+// This class speaks the journal's datagram protocol itself, as the system library's sending blocks while the
+// journal hangs. An entry that doesn't fit because a reader is stuck is dropped, and counted in the next one.
 #pragma once
 
 #include "Platform/LogSink.h"
@@ -17,7 +17,7 @@ namespace orvane {
 class JournalLogSink : public LogSink {
 public:
     JournalLogSink();
-    /// For another place of the journal's socket and another descriptor than standard error's; the
+    /// Takes another place of the journal's socket and another descriptor than standard error's; the
     /// descriptor stays the caller's and has to outlive the object.
     JournalLogSink(const QByteArray& journalSocket, int standardError);
 
@@ -36,9 +36,9 @@ private:
     int m_standardError;
     bool m_prefersStandardError = false;
     FileDescriptor m_socket;
-    FileDescriptor m_reopened; // standard error again, non-blocking for us alone
+    FileDescriptor m_reopened; // standard error opened again, non-blocking for this process alone
 
-    std::mutex m_mutex; // guards what follows, and keeps the entries in order
+    std::mutex m_mutex; // guards the following members, and keeps the entries in order
     quint64 m_dropped = 0;
     bool m_lineIsOpen = false;
 };

@@ -1,5 +1,5 @@
-// Permissions as tests of ability: nobody on this desktop is asked for consent, so what is told is what
-// works. Why something doesn't is said in the log, once each.
+// Permissions as tests of ability: nobody on this desktop is asked for consent, so the answers say what
+// works. The reason of a denial is written to the log, once each.
 #pragma once
 
 #include "Platform/Permissions.h"
@@ -17,34 +17,35 @@ class LogSink;
 
 class LinuxPermissions : public Permissions {
 public:
-    /// `sessionType` is what XDG_SESSION_TYPE says.
+    /// `sessionType` is the value of XDG_SESSION_TYPE.
     explicit LinuxPermissions(LogSink& log,
                               const QString& sessionType = qEnvironmentVariable("XDG_SESSION_TYPE"));
     ~LinuxPermissions() override;
 
-    /// A window manager speaks EWMH, and the accessibility bus is enabled.
+    /// True if a window manager speaks EWMH and the accessibility bus is enabled.
     bool axIsProcessTrusted() override;
     /// Enables the accessibility bus; axIsProcessTrusted() follows later.
     void axIsProcessTrustedWithPrompt() override;
 
-    /// XInput and XTEST are there, and the server lets the keyboard be held. Tried once, and at requests.
+    /// True if XInput and XTEST are there and the server lets the keyboard be held. Tried once, and again at
+    /// each request.
     bool preflightListenEventAccess() override;
     void requestListenEventAccess() override;
 
-    /// The root window can be read. Tried once, and at requests.
+    /// True if the root window can be read. Tried once, and again at each request.
     bool preflightScreenCaptureAccess() override;
     void requestScreenCaptureAccess() override;
 
-    /// Of the file manager alone; every other program is procNotFound.
+    /// Knows the file manager alone; every other program is procNotFound.
     OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) override;
 
 private:
-    /// False, after saying why, where everything is denied.
+    /// Returns false, and logs the reason, where everything is denied.
     bool sessionAllowsAnything();
     void sayWhy(OSStatus automation);
 
     DenialLog m_denials;
-    /// Why this kind of session allows nothing; empty where it does.
+    /// The reason why this kind of session allows nothing; empty where it allows something.
     const QString m_sessionDenial;
     std::optional<WindowManagerWatch> m_windowManager;
     AccessibilityBus m_accessibilityBus;

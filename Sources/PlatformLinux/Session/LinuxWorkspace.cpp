@@ -94,7 +94,7 @@ std::optional<QString> LinuxWorkspace::startSuccessor(const QString& path)
     if (auto error = start(path, {}, environment))
         return error;
     std::move(*bequest).keep();
-    // Whoever starts the program from here on is to find the new process, or to become it.
+    // A start of the program from here on has to find the new process, or become the one instance itself.
     m_singleInstance.release();
     return std::nullopt;
 }

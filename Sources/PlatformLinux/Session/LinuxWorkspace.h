@@ -1,5 +1,5 @@
-// The desktop session: waking up is told by logind, the program at the front by the window manager, programs
-// are started as children of nobody.
+// The desktop session: logind tells of waking up and the window manager of the program at the front; programs
+// are started as independent processes.
 #pragma once
 
 #include "Platform/Workspace.h"
@@ -20,9 +20,9 @@ class LinuxWorkspace : public QObject, public Workspace {
 public:
     LinuxWorkspace(LogSink& log, SingleInstance& singleInstance);
 
-    /// Listens to logind and to the window manager from the first call on.
+    /// Begins to listen to logind and to the window manager at the first call.
     NotificationCenter& notificationCenter() override;
-    /// Listens to the window manager from the first call on.
+    /// Begins to listen to the window manager at the first call.
     std::optional<RunningApplication> frontmostApplication() override;
     QList<InstalledApplication> installedApplications() override;
     void openApplication(const QString& path, OpenConfiguration configuration,
@@ -30,8 +30,8 @@ public:
     bool activateApplication(const RunningApplication& application) override;
     bool openURL(const QString& url) override;
 
-    /// Of the frontmost application, as far as one of the calls above made us listen. Any thread, without
-    /// waiting.
+    /// Returns the keys of the frontmost application, known after the first of the calls above. Any thread,
+    /// without waiting.
     [[nodiscard]] CommandKeys commandKeys() const { return m_frontmost.commandKeys(); }
 
 private Q_SLOTS:
@@ -41,11 +41,11 @@ private:
     void listenForWake();
     void postActivation();
     bool openSettings(const QString& url);
-    /// Nothing, or why the program couldn't be started.
+    /// Returns nothing, or the reason why the program couldn't be started.
     std::optional<QString>
     start(const QString& program, const QStringList& arguments,
           const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
-    /// The same for a process that waits for this one's end.
+    /// Does the same for a process that waits for this one's end.
     std::optional<QString> startSuccessor(const QString& path);
     void note(const QString& message);
 

@@ -15,7 +15,7 @@ public:
     struct Result {
         PowerAssertions::Status status;
         std::unique_ptr<LogindInhibitor> inhibitor;
-        /// Why there is none, for the log.
+        /// The reason for the log when there is no lock.
         QString error;
     };
 

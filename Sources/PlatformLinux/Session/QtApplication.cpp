@@ -34,7 +34,7 @@ void writeLog(LogSink& log, LogLevel level, const QString& message)
     log.write(level, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("Application"), message);
 }
 
-/// Written to by the signal handler, which may do no more than that.
+/// The signal handler writes to it and may do no more than that.
 int endingSignal = -1;
 
 extern "C" void noteEndingSignal(int)
@@ -58,7 +58,7 @@ void requireDisplay(LogSink& log)
                                 "desktop session"));
         std::exit(1);
     }
-    // Of a Wayland session, only its X server can be used.
+    // In a Wayland session only its X server can be used.
     qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
@@ -83,14 +83,14 @@ QtApplication::QtApplication(int& argc, char** argv, LogSink& log) : m_log(log)
 
 QtApplication::~QtApplication()
 {
-    // Widgets end before the toolkit does.
+    // The widgets must end before the toolkit does.
     m_mainMenu.reset();
     delete m_aboutPanel;
 }
 
 void QtApplication::endOnSignals()
 {
-    // A handler and not a signalfd: a blocked mask would be handed down to every program that we start.
+    // A handler is used and not a signalfd: a blocked mask would be inherited by every program that we start.
     endingSignal = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (endingSignal < 0) {
         writeLog(
@@ -105,7 +105,8 @@ void QtApplication::endOnSignals()
     action.sa_flags = SA_RESTART;
     for (const int signal : std::array{SIGINT, SIGTERM, SIGHUP})
         sigaction(signal, &action, nullptr);
-    // A shell that stopped this process would stop the user's keyboard with it, the key to go on included.
+    // A shell that stopped this process would stop the user's keyboard with it, and so the key that continues
+    // the process.
     for (const int signal : std::array{SIGTSTP, SIGTTIN, SIGTTOU})
         std::signal(signal, SIG_IGN);
 }
@@ -128,7 +129,7 @@ void QtApplication::activateIgnoringOtherApps()
 {
     unhide();
     const QWindowList windows = QGuiApplication::topLevelWindows();
-    // A panel that takes typing stands before the windows: they stay where they are.
+    // While a panel that takes typing is open in front of the windows, these stay where they are.
     const bool hasPanel = std::any_of(windows.begin(), windows.end(), [](const QWindow* window) {
         return window->isVisible() && isKeyablePanel(*window);
     });
@@ -247,8 +248,8 @@ void QtApplication::reopen()
 
 bool QtApplication::eventFilter(QObject* watched, QEvent* event)
 {
-    // Sent before the window is mapped: whoever lists windows sees from the first whether it is one of
-    // theirs.
+    // This is sent before the window is mapped, so that programs that list windows see from the first whether
+    // it is one of theirs.
     if (event->type() == QEvent::Show) {
         const auto* window = qobject_cast<QWindow*>(watched);
         if (window && !window->parent() && window->type() == Qt::Window)

@@ -42,9 +42,9 @@ public:
     void orderFrontStandardAboutPanel() override;
     void terminate() override;
 
-    /// Runs the event loop, whose first act is to call the delegate; gives the exit status.
+    /// Runs the event loop, whose first act is to call the delegate; returns the exit status.
     int run();
-    /// A further start of the program reached this one.
+    /// Called when a further start of the program reached this process.
     void reopen();
 
 protected:
@@ -62,12 +62,12 @@ private:
     std::unique_ptr<QSocketNotifier> m_signals;
     ApplicationDelegate* m_delegate = nullptr;
     std::unique_ptr<MainMenuView> m_mainMenu;
-    /// Put out of sight by hide().
+    /// The windows that hide() has put out of sight.
     QList<QPointer<QWidget>> m_hidden;
     QPointer<AboutPanel> m_aboutPanel;
     ActivationPolicy m_policy = ActivationPolicy::accessory;
     bool m_hasLaunched = false;
-    /// A further start came before the launch, and waits for it.
+    /// True when a further start came before the launch and waits for it.
     bool m_reopenIsDue = false;
 };
 

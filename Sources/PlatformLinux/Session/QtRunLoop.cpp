@@ -19,7 +19,7 @@ public:
                               : interval >= std::chrono::seconds(1) ? Qt::CoarseTimer
                                                                     : Qt::PreciseTimer);
         QObject::connect(m_timer, &QTimer::timeout, [handler = std::weak_ptr(m_handler)] {
-            if (const auto call = handler.lock()) // kept alive: it may end its own timer
+            if (const auto call = handler.lock()) // keeps the handler alive: it may end its own timer
                 (*call)();
         });
         m_timer->start(interval);
@@ -29,7 +29,7 @@ public:
     {
         if (m_timer) {
             m_timer->stop();
-            m_timer->deleteLater(); // this may be the timer's own handler
+            m_timer->deleteLater(); // the timer's own handler may be running
         }
     }
 

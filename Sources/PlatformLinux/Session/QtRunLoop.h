@@ -1,5 +1,5 @@
-// The run loop on Qt's event loop. One-second precision is enough for timers of a minute and more, which lets
-// the system gather their wake-ups.
+// The run loop on Qt's event loop. Timers of a minute and more are precise to a second, which lets the system
+// combine their wake-ups.
 #pragma once
 
 #include "Platform/Clock.h"
@@ -9,7 +9,7 @@ namespace orvane {
 
 class QtRunLoop : public RunLoop {
 public:
-    /// Waits for the detached work: it may hold on to this object.
+    /// Waits for the detached work, which may use this object.
     ~QtRunLoop() override;
 
     void perform(std::function<void()> task) override;
@@ -18,7 +18,7 @@ public:
                                          std::function<void()> handler) override;
 };
 
-/// CLOCK_MONOTONIC and the calendar's clock.
+/// Reads CLOCK_MONOTONIC and the calendar's clock.
 class SystemClock : public Clock {
 public:
     Uptime uptime() const override { return std::chrono::steady_clock::now().time_since_epoch(); }

@@ -9,7 +9,7 @@ namespace orvane {
 
 class ScreenSaverInhibitor {
 public:
-    /// Nothing where there is neither an X server with a screen saver nor a session bus.
+    /// Null where there is neither an X server with a screen saver nor a session bus.
     static std::unique_ptr<ScreenSaverInhibitor> create(const QString& applicationName,
                                                         const QString& reason);
     ~ScreenSaverInhibitor();

@@ -10,7 +10,7 @@ namespace {
 const QString scheme = QStringLiteral("x-apple.systempreferences:");
 
 struct Page {
-    /// As it stands after the "?" of the URL.
+    /// The text after the "?" of the URL.
     const char* anchor;
     const char* command;
 };
@@ -18,7 +18,7 @@ struct Page {
 enum class Runs { onItsDesktop, anywhere };
 
 struct Suite {
-    /// As in XDG_CURRENT_DESKTOP.
+    /// Names as in XDG_CURRENT_DESKTOP.
     std::initializer_list<const char*> desktops;
     Runs runs;
     const char* frontPage;
@@ -28,7 +28,7 @@ struct Suite {
 constexpr const char* accessibility = "Privacy_Accessibility";
 constexpr const char* input = "Privacy_ListenEvent";
 constexpr const char* screen = "Privacy_ScreenCapture";
-constexpr const char* automation = "Privacy_Automation"; // of the file manager: where it is chosen
+constexpr const char* automation = "Privacy_Automation"; // the page where the file manager is chosen
 
 const Suite suites[] = {
     {{"XFCE"},

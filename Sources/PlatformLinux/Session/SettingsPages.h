@@ -1,4 +1,4 @@
-// Which programs show a page of the system's settings on this desktop. Pure; any thread.
+// The programs that show a page of the system's settings on this desktop. Pure; any thread.
 #pragma once
 
 #include <QList>
@@ -16,8 +16,8 @@ struct SettingsCommand {
 
 bool isSettingsURL(const QString& url);
 
-/// What to try, the best first: those of the session's desktops, then those that run on any. Of each, the
-/// page itself goes before the front page of the settings. Empty for a page that nobody knows.
+/// Returns the commands to try, the best first: those of the session's desktops, then those that run on any.
+/// For each program the page itself comes before the front page of the settings. Empty for an unknown page.
 QList<SettingsCommand> settingsCommands(const QString& url, const QStringList& currentDesktops);
 
 } // namespace orvane

@@ -53,7 +53,7 @@ SingleInstance::Claim SingleInstance::claim(std::function<void()> activated)
         return Claim::unavailable;
     }
 
-    // The object stands before the name, so that whoever is sent to the name finds it there.
+    // The object is exported before the name is taken, so that a caller of the name finds it.
     m_activated = std::move(activated);
     new FreedesktopApplicationAdaptor(this);
     bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);

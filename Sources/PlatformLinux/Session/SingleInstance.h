@@ -1,5 +1,5 @@
-// One running program a session: its well-known name on the session bus, with the interface that desktop
-// entries know of programs that D-Bus may activate (org.freedesktop.Application). Main thread.
+// Allows one running program in a session: its well-known name on the session bus, with the interface that
+// desktop entries use for programs that D-Bus may activate (org.freedesktop.Application). Main thread.
 #pragma once
 
 #include <QObject>
@@ -17,9 +17,9 @@ class SingleInstance : public QObject {
 
 public:
     enum class Claim {
-        claimed,     // this process is the one
-        handedOver,  // another one is, and was told to come to the front
-        unanswered,  // another one is, and doesn't answer; the log says so
+        claimed,     // this process is the one instance
+        handedOver,  // another process is, and was told to come to the front
+        unanswered,  // another process is, and doesn't answer; the log says so
         unavailable, // there is no session bus; nothing stops a second process
     };
 

@@ -19,7 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* variable = "ORVANE_SUCCEEDS";
-/// A killed process needs no more than the kernel does.
+/// A killed process needs only the time that the kernel takes.
 constexpr std::chrono::milliseconds graceOfTheKilled = 2s;
 
 /// The other end is closed when its process has ended; nothing is ever written to it.
@@ -36,14 +36,15 @@ bool closesWithin(const FileDescriptor& socket, std::chrono::milliseconds limit)
     }
 }
 
-/// The descriptor that was left to us. The variable goes: it isn't meant for what we start.
+/// Returns the descriptor that the old process left us. The variable is removed: programs that we start must
+/// not see it.
 FileDescriptor inheritance()
 {
     const QByteArray text = qgetenv(variable);
     qunsetenv(variable);
     bool isNumber = false;
     const int descriptor = text.toInt(&isNumber);
-    // Somebody may have set the variable by hand: only a socket can be what is meant.
+    // A user may have set the variable by hand, so only a socket is accepted.
     ucred owner{};
     socklen_t size = sizeof owner;
     if (!isNumber || descriptor <= STDERR_FILENO ||
@@ -90,7 +91,7 @@ void Bequest::applyTo(QProcessEnvironment& environment) const
 void Bequest::keep() &&
 {
     m_theirs.reset();
-    // On purpose beyond every object's end: the kernel closes it, after everything else of this process.
+    // Never destroyed, on purpose: the kernel closes the descriptor after everything else of this process.
     static auto* const kept = new std::vector<FileDescriptor>;
     kept->push_back(std::move(m_ours));
 }
@@ -107,7 +108,7 @@ Outcome awaitPredecessor(std::chrono::milliseconds patience, LogSink& log)
     write(log, LogLevel::error,
           QStringLiteral("The process %1, whose place this one takes, doesn't end by itself and is killed")
               .arg(predecessor));
-    // It holds its end of the socket, so the number is still its own.
+    // The process still holds its end of the socket, so the number is still its own.
     if (predecessor > 1)
         ::kill(predecessor, SIGKILL);
     if (closesWithin(socket, graceOfTheKilled))

@@ -1,5 +1,6 @@
-// One process of the program taking the place of another: what two can't have at a time (grabs, the name on
-// the bus) goes from the old one to the new one without a moment in which both want it. Main thread.
+// Lets one process of the program take the place of another: what two processes can't have at once (grabs,
+// the name on the bus) goes from the old one to the new one without a moment in which both want it. Main
+// thread.
 #pragma once
 
 #include "PlatformLinux/Common/FileDescriptor.h"
@@ -18,13 +19,13 @@ namespace Succession {
 /// The old process's side: a socket that is open for as long as the process lives.
 class Bequest {
 public:
-    /// Nothing when the system has no descriptors left; errno says so.
+    /// Nothing when the system has no descriptors left; errno holds the error then.
     static std::optional<Bequest> make();
 
-    /// What the new process's environment has to hold. It inherits the other end as long as this object is
-    /// there in the old one.
+    /// Adds the variable that the new process needs. It inherits the other end while this object exists in
+    /// the old one.
     void applyTo(QProcessEnvironment& environment) const;
-    /// Once the new process has been started: keeps this end until the process ends.
+    /// To be called once the new process has been started: keeps this end until the process ends.
     void keep() &&;
 
 private:
@@ -36,12 +37,12 @@ private:
 
 enum class Outcome {
     none,       // this process takes nobody's place
-    ended,      // the old one is gone
-    madeToEnd,  // it didn't go in time and was killed
-    stillThere, // nor did that help
+    ended,      // the old process is gone
+    madeToEnd,  // it didn't end in time and was killed
+    stillThere, // killing it didn't help either
 };
 
-/// The new process's side: waits for the old one's end, for `patience` at most, and then sees to it.
+/// The new process's side: waits for the old one's end for at most `patience`, and then kills it.
 Outcome awaitPredecessor(std::chrono::milliseconds patience, LogSink& log);
 
 } // namespace Succession

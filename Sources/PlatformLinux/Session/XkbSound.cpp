@@ -13,8 +13,8 @@ void XkbSound::beep()
     const auto x = X11Connection::ofApplication();
     if (!x)
         return;
-    // Desktops play their alert for the window that rang; where none listens the server's own bell sounds,
-    // as the user has set it. Qt has told the server already that it speaks XKB.
+    // Desktops play their alert for the window that rang; where none listens the server's own bell sounds, as
+    // the user has set it. Qt has told the server already that it speaks XKB.
     const QWindow* window = QGuiApplication::focusWindow();
     const auto ringing = window && window->handle() ? static_cast<xcb_window_t>(window->winId())
                                                     : xcb_window_t{XCB_WINDOW_NONE};
