@@ -17,8 +17,8 @@ struct ModifierName {
     std::uint32_t modifier;
 };
 
-// Meta is on Alt's modifier wherever nobody has moved it. Those that are missing here, Hyper and the like,
-// can't be said in our four.
+// Meta is on Alt's modifier unless the user has moved it. Missing here are those that our four can't express,
+// such as Hyper.
 constexpr ModifierName gtkModifiers[] = {
     {QLatin1String("shift"), carbonModifier::shift},     {QLatin1String("shft"), carbonModifier::shift},
     {QLatin1String("control"), carbonModifier::control}, {QLatin1String("ctrl"), carbonModifier::control},
@@ -40,7 +40,7 @@ struct KeyName {
     xkb_keysym_t keysym;
 };
 
-/// Where Qt's name of a key, without its spaces, isn't X's name with "XF86" before it or without.
+/// The keys whose name in Qt, without its spaces, isn't their name in X with or without "XF86" before it.
 constexpr KeyName kdeKeys[] = {
     {QLatin1String("Esc"), XKB_KEY_Escape},
     {QLatin1String("Backtab"), XKB_KEY_ISO_Left_Tab},
@@ -59,7 +59,7 @@ constexpr KeyName kdeKeys[] = {
     {QLatin1String("VolumeUp"), XKB_KEY_XF86AudioRaiseVolume},
 };
 
-/// The one left of 1, as GNOME names it.
+/// The key left of 1, as GNOME names it.
 constexpr int keyAboveTab = 0x32;
 
 template <std::size_t size>
@@ -167,7 +167,7 @@ QString withoutEscapes(QStringView value)
     return plain;
 }
 
-/// The first of a list's fields, in which a comma has a backslash before it.
+/// Returns the first of a list's fields, in which a comma has a backslash before it.
 QString firstField(QStringView list)
 {
     QString field;
@@ -189,7 +189,8 @@ QList<Accelerator> parseKdeShortcutsFile(QStringView content)
         const bool isNameForPeople = line.startsWith(u"_k_");
         if (equals <= 0 || line.startsWith(u'[') || line.startsWith(u'#') || isNameForPeople)
             continue;
-        // What is in force, what is the default, and a name; of a program's start, only the first.
+        // The fields are the shortcuts in force, the default ones and a name; for the start of a program
+        // there is only the first.
         const QString shortcuts = firstField(withoutEscapes(line.sliced(equals + 1).trimmed()));
         for (const QString& shortcut : shortcuts.split(QLatin1Char('\t'), Qt::SkipEmptyParts)) {
             if (const auto accelerator = parseKdeAccelerator(shortcut))

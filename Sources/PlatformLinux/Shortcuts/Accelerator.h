@@ -1,4 +1,4 @@
-// The ways in which desktops write a shortcut down. Pure; any thread.
+// The notations in which desktops store a shortcut. Pure; any thread.
 #pragma once
 
 #include <QList>
@@ -11,25 +11,25 @@
 namespace orvane {
 
 struct Accelerator {
-    /// Carbon bits.
+    /// In Carbon bits.
     std::uint32_t modifiers = 0;
-    /// The lower-case one of a letter. 0 when the key is meant by its place.
+    /// The keysym, in lower case for a letter. 0 when the key is meant by its place.
     std::uint32_t keysym = 0;
     std::optional<int> virtualKeyCode = {};
     friend bool operator==(const Accelerator&, const Accelerator&) = default;
 };
 
-/// "<Primary><Alt>t": GTK's, and that of the desktops built on it. Nothing for what is no shortcut of one key
-/// and our four modifiers.
+/// Parses "<Primary><Alt>t", the notation of GTK and of the desktops built on it. Nothing for a text that
+/// isn't a shortcut of one key and our four modifiers.
 std::optional<Accelerator> parseGtkAccelerator(QStringView text);
 
-/// "Meta+Ctrl+Esc": that of KDE's file.
+/// Parses "Meta+Ctrl+Esc", the notation of KDE's file.
 std::optional<Accelerator> parseKdeAccelerator(QStringView text);
 
-/// The strings in a printed GVariant: "['<Alt>F4', '<Super>q']".
+/// Returns the strings in a printed GVariant: "['<Alt>F4', '<Super>q']".
 QStringList stringsInVariant(QStringView text);
 
-/// The shortcuts that are in force by a file kglobalshortcutsrc.
+/// Returns the shortcuts that a file kglobalshortcutsrc puts in force.
 QList<Accelerator> parseKdeShortcutsFile(QStringView content);
 
 } // namespace orvane

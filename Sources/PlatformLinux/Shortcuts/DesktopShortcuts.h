@@ -1,6 +1,6 @@
-// The shortcuts that the desktop keeps for itself, as keys of the present layout. Reading begins with the
-// first window of the program that becomes active, for only from there can somebody ask, or with the first
-// question. Main thread.
+// The shortcuts that the desktop keeps for itself, as keys of the present layout. They are read when a window
+// of the program first becomes active, for only there can a user need them, or at the first question. Main
+// thread.
 #pragma once
 
 #include "PlatformLinux/Shortcuts/ShortcutSource.h"
@@ -21,21 +21,21 @@ class DesktopShortcuts : public QObject {
 public:
     struct Shortcut {
         int virtualKeyCode = 0;
-        /// Carbon bits.
+        /// In Carbon bits.
         int modifiers = 0;
         friend bool operator==(const Shortcut&, const Shortcut&) = default;
     };
 
-    /// `desktops`: the names in XDG_CURRENT_DESKTOP.
+    /// `desktops` are the names in XDG_CURRENT_DESKTOP.
     explicit DesktopShortcuts(ServerKeymap& keymap, const QStringList& desktops = desktopsOfSession());
     ~DesktopShortcuts() override;
     static QStringList desktopsOfSession();
 
-    /// As far as they are known; never waits for another program.
+    /// Returns those that are known so far; never waits for another program.
     QList<Shortcut> shortcuts();
 
 Q_SIGNALS:
-    /// A desktop has answered, at first or anew.
+    /// Emitted when a desktop has answered, for the first time or anew.
     void changed();
 
 private:

@@ -15,10 +15,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto changesGatheringTime = 200ms;
-/// For a tool that answers within some milliseconds.
+/// The tool answers within some milliseconds.
 constexpr std::chrono::milliseconds longestAnswer = 3s;
 
-/// What the tool prints; nothing when it fails, as it does for a schema that isn't installed.
+/// Returns the output of the tool; nothing when it fails, as it does for a schema that isn't installed.
 QString gsettings(const QStringList& arguments)
 {
     QProcess tool;
@@ -85,7 +85,7 @@ const GSettingsShortcutNames cinnamon{
     QStringLiteral("org.cinnamon.desktop.keybindings.custom-keybinding"),
     QStringLiteral("/org/cinnamon/desktop/keybindings/custom-keybindings/")};
 
-// No setting lists the shortcuts that a user of MATE has made himself; those stay unknown.
+// No setting lists the shortcuts that a user of MATE has added; those stay unknown.
 const GSettingsShortcutNames mate{
     {QStringLiteral("org.mate.Marco.global-keybindings"), QStringLiteral("org.mate.Marco.window-keybindings"),
      QStringLiteral("org.mate.SettingsDaemon.plugins.media-keys")},
@@ -146,7 +146,8 @@ void GSettingsShortcuts::read()
 {
     QThreadPool::globalInstance()->start([this, names = m_names, life = std::weak_ptr(m_life)] {
         auto found = readShortcuts(names, life);
-        // By way of the application object: only its thread can tell whether this object is still there.
+        // The call goes through the application object: only its thread can tell whether this object still
+        // exists.
         QMetaObject::invokeMethod(
             qApp,
             [this, life, found = std::move(found)] {

@@ -1,6 +1,6 @@
-// The shortcuts of the desktops that keep them in GSettings: GNOME and its kin, Cinnamon, MATE. They are read
-// by the system's own `gsettings` on a pool thread, and again when the settings' writer tells of a change on
-// the bus: nothing of that library stays in this process for the few times that somebody asks. Main thread.
+// The shortcuts of the desktops that keep them in GSettings: GNOME and its relatives, Cinnamon, MATE. The
+// system's own `gsettings` reads them on a pool thread, and again when the settings' writer announces a
+// change on the bus: this way the library isn't loaded into this process for a rare question. Main thread.
 #pragma once
 
 #include "PlatformLinux/Shortcuts/ShortcutSource.h"
@@ -13,13 +13,13 @@
 
 namespace orvane {
 
-/// Which settings a desktop has its shortcuts in.
+/// The settings in which a desktop has its shortcuts.
 struct GSettingsShortcutNames {
     QStringList schemas;
-    /// Under which the changes are told.
+    /// The paths under which changes are announced.
     QStringList paths;
-    /// Of the shortcuts that the user has made himself: the setting that lists them, as schema and key, the
-    /// schema of each, and what stands before its name in the list when that is no whole path.
+    /// For the shortcuts that the user has added: the setting that lists them, as schema and key, the schema
+    /// of each, and the text before its name in the list when that is not a whole path.
     QString customListSchema, customListKey, customSchema, customPrefix;
 };
 
@@ -38,11 +38,11 @@ private:
 
     GSettingsShortcutNames m_names;
     QTimer m_changesEnd;
-    /// Ends with this object, which a reading thread and its answer can tell by it.
+    /// Ends with this object, so that a reading thread and its answer can see whether it still exists.
     std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
 };
 
-/// Of the desktops by these names, as in XDG_CURRENT_DESKTOP; absent for all others.
+/// Returns the settings of the desktops by these names, as in XDG_CURRENT_DESKTOP; absent for all others.
 std::optional<GSettingsShortcutNames> gsettingsShortcutNames(const QStringList& desktops);
 
 } // namespace orvane

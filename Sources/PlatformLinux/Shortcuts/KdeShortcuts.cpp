@@ -35,7 +35,7 @@ void KdeShortcuts::start(QDBusConnection*)
     read();
 }
 
-/// A local file of some ten kilobytes.
+/// The file is local and some ten kilobytes long, so it is read here.
 void KdeShortcuts::read()
 {
     m_watcher.addPath(m_path); // a replaced file is no longer watched

@@ -1,4 +1,4 @@
-// One desktop's shortcut settings. Main thread; no operation waits for anybody.
+// One desktop's shortcut settings. Main thread; no operation waits.
 #pragma once
 
 #include "PlatformLinux/Shortcuts/Accelerator.h"
@@ -16,7 +16,7 @@ public:
     /// is none.
     virtual void start(QDBusConnection* bus) = 0;
 
-    /// As far as it is known.
+    /// Those that are known so far.
     const QList<Accelerator>& accelerators() const { return m_accelerators; }
 
 Q_SIGNALS:

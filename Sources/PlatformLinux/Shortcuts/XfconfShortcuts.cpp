@@ -21,7 +21,7 @@ const QString path = QStringLiteral("/org/xfce/Xfconf");
 const QString interface = QStringLiteral("org.xfce.Xfconf");
 const QString shortcutsChannel = QStringLiteral("xfce4-keyboard-shortcuts");
 
-/// Keys of the window manager that it listens to only while a window is moved, resized or chosen.
+/// Tells the keys that the window manager listens to only while a window is moved, resized or chosen.
 bool isOfAMode(const QString& action)
 {
     static const QStringList ofModes{QStringLiteral("cancel_key"), QStringLiteral("left_key"),
@@ -40,7 +40,7 @@ QList<Accelerator> acceleratorsOfXfconf(const QVariantMap& properties)
         const QString base = provider + QLatin1String(isCustom ? "custom/" : "default/");
         for (auto property = properties.lowerBound(base);
              property != properties.end() && property.key().startsWith(base); ++property) {
-            // What isn't a string tells something of the one above it.
+            // A property that isn't a string describes the one above it.
             const bool isShortcut = property->typeId() == QMetaType::QString;
             const QString action = property->toString();
             if (!isShortcut || action.isEmpty() || isOfAMode(action))
@@ -81,7 +81,7 @@ void XfconfShortcuts::read()
 {
     auto call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("GetAllProperties"));
     call.setArguments({shortcutsChannel, QStringLiteral("/")});
-    call.setAutoStartService(false); // where it doesn't run, nobody has shortcuts from it
+    call.setAutoStartService(false); // where the daemon doesn't run, no shortcuts come from it
     auto* watcher = new QDBusPendingCallWatcher(m_bus->asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();

@@ -1,4 +1,5 @@
-// The shortcuts of Xfce: of its commands and of its window manager, from the settings daemon. Main thread.
+// The shortcuts of Xfce, those of its commands and those of its window manager, from the settings daemon.
+// Main thread.
 #pragma once
 
 #include "PlatformLinux/Shortcuts/ShortcutSource.h"
@@ -11,7 +12,7 @@
 
 namespace orvane {
 
-/// Those that are in force by the properties of the channel. Pure.
+/// Returns those that the properties of the channel put in force. Pure.
 QList<Accelerator> acceleratorsOfXfconf(const QVariantMap& properties);
 
 class XfconfShortcuts : public ShortcutSource {
@@ -27,7 +28,7 @@ private:
     void read();
 
     std::optional<QDBusConnection> m_bus;
-    /// One act of the user changes several properties.
+    /// One action of the user changes several properties.
     QTimer m_changesEnd;
 };
 
