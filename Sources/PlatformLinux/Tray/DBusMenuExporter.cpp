@@ -36,8 +36,8 @@ DBusMenuExporter::Rebuilt DBusMenuExporter::rebuild()
         return Rebuilt::same;
     DBusMenuLayout fresh(menu, m_nextId, QGuiApplication::palette().color(QPalette::WindowText));
     if (fresh.matches(m_layout)) {
-        // The same to read: the numbers stay, so that a menu on the screen isn't torn down, and lead to the
-        // fresh items.
+        // The new layout reads the same: the numbers stay, so that an open menu isn't rebuilt, and lead to
+        // the fresh items.
         fresh.renumber(m_layout.firstId());
         const DBusMenuLayout before = std::exchange(m_layout, std::move(fresh));
         for (int id = before.firstId(); id < before.endId(); ++id) {
@@ -183,7 +183,7 @@ QList<int> DBusMenuExporter::EventGroup(const DBusMenuEventList& events)
 bool DBusMenuExporter::AboutToShow(int id)
 {
     if (id != 0) {
-        // Submenus come with the whole.
+        // Submenus were sent with the whole menu.
         if (!m_layout.node(id))
             refuseId(id);
         return false;
@@ -197,7 +197,7 @@ bool DBusMenuExporter::AboutToShow(int id)
         return false;
     m_awaited = true;
     // The answer should be enough, but the client library of GTK panels drops it when the call was
-    // AboutToShowGroup(), and would show what it has.
+    // AboutToShowGroup(), and would show its old copy.
     Q_EMIT LayoutUpdated(m_revision, 0);
     return true;
 }

@@ -1,5 +1,5 @@
-// A menu as a com.canonical.dbusmenu object (version 3), its content asked from a source at each opening.
-// Main thread. Without a bus its operations can be called all the same.
+// A menu as a com.canonical.dbusmenu object (version 3); a source gives its content at each opening. Main
+// thread. The operations can be called without a bus too.
 #pragma once
 
 #include "PlatformLinux/Tray/DBusMenuLayout.h"
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] QStringList iconThemePath() const { return {}; }
 
 public Q_SLOTS:
-    // The bus finds types by the names written here, so no aliases.
+    // The bus finds types by the names written here, so these can't be aliases.
     Q_SCRIPTABLE uint GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
                                 orvane::DBusMenuLayoutItem& layout);
     Q_SCRIPTABLE QList<orvane::DBusMenuItemProperties> GetGroupProperties(const QList<int>& ids,
@@ -51,7 +51,7 @@ Q_SIGNALS:
     Q_SCRIPTABLE void LayoutUpdated(uint revision, int parent);
     Q_SCRIPTABLE void ItemActivationRequested(int id, uint timestamp);
 
-    // For this process alone: what a host, known by its unique bus name, tells of the menu as a whole.
+    // Signals inside this process: a host, known by its unique bus name, opens, closes or uses the menu.
     void aboutToShow(const QString& host);
     void opened(const QString& host);
     void closed(const QString& host);
@@ -64,18 +64,18 @@ private:
     void announceProperties(const DBusMenuLayout& before);
     [[nodiscard]] const DBusMenuLayout::Node* find(int id) const;
     bool choose(int id, const QString& eventId);
-    /// Empty when the call didn't come by the bus.
+    /// Empty when the call didn't come over the bus.
     [[nodiscard]] QString host() const;
     void tellOfEvent(int id, const QString& eventId);
     void refuseId(int id);
 
     Source m_source;
     DBusMenuLayout m_layout;
-    /// The layout that the present one took the place of: a click on it may be under way.
+    /// The layout before the present one: a click on it may be under way.
     DBusMenuLayout m_before;
     int m_nextId = 1;
     uint m_revision = 1;
-    /// AboutToShow() has just rebuilt and promised the host something new.
+    /// True after AboutToShow() has rebuilt the menu and promised the host a new layout.
     bool m_awaited = false;
 };
 

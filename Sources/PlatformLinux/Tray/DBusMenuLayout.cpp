@@ -57,12 +57,12 @@ QVariantMap propertiesOf(const MenuItem& item, const QColor& imageColour)
     QVariantMap map{{QStringLiteral("label"), dbusMenuLabel(item.title)}};
     if (!item.enabled || item.view || (!item.action && !item.submenu))
         map[QStringLiteral("enabled")] = false;
-    // An item that is off shows nothing, not an empty box: most never go on.
+    // An item that is off shows no box: most items never have a check mark.
     if (item.state == MenuItem::State::on) {
         map[QStringLiteral("toggle-type")] = QStringLiteral("checkmark");
         map[QStringLiteral("toggle-state")] = 1;
     }
-    // Of a view the protocol can carry nothing but its title: an icon is a small square.
+    // The protocol can carry only the title of a view: an icon is a small square.
     if (item.image)
         map[QStringLiteral("icon-data")] = png(*item.image, imageColour);
     const DBusMenuShortcut shortcut = shortcutOf(item);
@@ -119,7 +119,8 @@ bool DBusMenuLayout::matches(const DBusMenuLayout& other) const
     };
     return std::equal(m_nodes.begin(), m_nodes.end(), other.m_nodes.begin(), other.m_nodes.end(),
                       [&](const Node& a, const Node& b) {
-                          // Panels don't take back a check mark's box: an item that loses it is another.
+                          // Panels don't remove a check mark's box, so an item that loses it counts as
+                          // another item.
                           return a.item.kind == b.item.kind && a.item.title == b.item.title &&
                                  a.item.state == b.item.state && sameChildren(a, b);
                       });

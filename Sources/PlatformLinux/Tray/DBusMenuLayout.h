@@ -14,7 +14,7 @@ namespace orvane {
 class DBusMenuLayout {
 public:
     struct Node {
-        /// Without its submenu, which the children stand for.
+        /// The item without its submenu, which the children stand for.
         MenuItem item;
         QVariantMap properties;
         std::vector<int> children;
@@ -28,11 +28,11 @@ public:
     /// Null if the layout has no such item.
     [[nodiscard]] const Node* node(int id) const;
     [[nodiscard]] int firstId() const { return m_firstId; }
-    /// One past the last number given.
+    /// One past the last number in use.
     [[nodiscard]] int endId() const { return m_firstId + static_cast<int>(m_nodes.size()) - 1; }
 
-    /// Whether the same titles stand at the same places, so that a number means the same to who has read
-    /// the other layout. Both have to be numbered from the same first id for the numbers to be equal.
+    /// True if the same titles stand at the same places, so that a number means the same in both layouts.
+    /// Both have to be numbered from the same first id for the numbers to be equal.
     [[nodiscard]] bool matches(const DBusMenuLayout& other) const;
     [[nodiscard]] DBusMenuLayoutItem exported(int id, int depth, const QStringList& names) const;
 
@@ -48,7 +48,7 @@ private:
     std::vector<Node> m_nodes;
 };
 
-/// The properties with these names; no names means all of them.
+/// Returns the properties with these names; no names means all of them.
 QVariantMap chosenProperties(const QVariantMap& properties, const QStringList& names);
 
 } // namespace orvane

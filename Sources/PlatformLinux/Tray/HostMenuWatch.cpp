@@ -13,16 +13,16 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A host that was told it may show the menu does so within this, or has only looked.
+/// A host that was told it may show the menu does so within this time, or has only looked.
 constexpr auto openingTime = 5s;
-/// Nobody reads a menu for longer; a host without windows of its own may have forgotten to tell of the end.
+/// No menu is read for longer; a host without windows of its own may have forgotten to report the end.
 constexpr auto longestOpen = 60s;
 
 } // namespace
 
 void HostMenuWatch::DeleteLater::operator()(MenuWindowWatch* watch) const
 {
-    watch->disconnect(); // this may be its own signal
+    watch->disconnect(); // the call may come from its own signal
     watch->deleteLater();
 }
 
@@ -64,7 +64,7 @@ void HostMenuWatch::closed(const QString& host)
 
 void HostMenuWatch::clicked(const QString& host)
 {
-    // Where the menu has windows, those tell: some hosts keep it open.
+    // Where the menu has windows, those decide: some hosts keep it open.
     if (host == m_host && !(m_windows && m_windows->isShown()))
         forget();
 }
@@ -86,7 +86,7 @@ void HostMenuWatch::follow(const QString& host)
         const QDBusPendingReply<uint> reply = *pending;
         if (host != m_host)
             return;
-        // It may have gone before the bus was told to watch it.
+        // The host may have gone before the bus was told to watch it.
         if (reply.error().name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner"))
             forget();
         else if (reply.isValid() && !m_windows)
@@ -124,7 +124,7 @@ void HostMenuWatch::forget()
     if (!m_host.isEmpty())
         m_hosts.removeWatchedService(m_host);
     m_host.clear();
-    // Last: whoever is told of the end may begin anew, or end this object.
+    // This comes last: the receiver of the end may begin anew, or end this object.
     const auto menu = std::move(m_menu);
 }
 

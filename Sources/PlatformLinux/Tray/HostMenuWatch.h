@@ -1,6 +1,7 @@
-// Finds out when the menu of a status item is open that a host of status items draws. Few hosts say so
-// ("opened", "closed"); most only that the menu is about to show, so the host's menu windows are watched from
-// then on. A host that dies or never tells of the closing doesn't leave the menu open for ever. Main thread.
+// Finds out when the menu of a status item is open that a host of status items draws. Few hosts report it
+// ("opened", "closed"); most report only that the menu is about to show, so the host's menu windows are
+// watched from then on. A host that dies or never reports the closing doesn't leave the menu open for ever.
+// Main thread.
 #pragma once
 
 #include "PlatformLinux/Menus/MenuTracking.h"
@@ -23,7 +24,7 @@ public:
     HostMenuWatch(MenuTracking& tracking, const QDBusConnection& bus);
     ~HostMenuWatch() override;
 
-    // What hosts tell; they are known by their unique bus names.
+    // Reports of the hosts, which are known by their unique bus names.
     void aboutToShow(const QString& host);
     void opened(const QString& host);
     void closed(const QString& host);
@@ -46,7 +47,7 @@ private:
     MenuTracking& m_tracking;
     QDBusConnection m_bus;
     QDBusServiceWatcher m_hosts;
-    /// Empty when no host has anything to do with the menu.
+    /// Empty when no host uses the menu.
     QString m_host;
     std::unique_ptr<MenuWindowWatch, DeleteLater> m_windows;
     std::unique_ptr<MenuTracking::DesktopMenu> m_menu;

@@ -1,5 +1,5 @@
-// Status items by StatusNotifierItem where the session has a host for it, else by the XEmbed system tray,
-// else nowhere until either appears. Nothing is on the bus before the first item is made.
+// Status items by StatusNotifierItem where the session has a host for it, else by the XEmbed system tray;
+// where there is neither, they wait for one. Nothing is on the bus before the first item is made.
 #pragma once
 
 #include "Platform/StatusBar.h"
@@ -14,7 +14,7 @@ class StatusArea;
 
 class LinuxStatusBar : public StatusBar {
 public:
-    /// Both outlive the status bar and its items; `tracking` learns of the menus that the desktop draws, and
+    /// Both outlive the status bar and its items; `tracking` is told of the menus that the desktop draws, and
     /// may be null.
     explicit LinuxStatusBar(LogSink& log, MenuTracking* tracking = nullptr);
     ~LinuxStatusBar() override;

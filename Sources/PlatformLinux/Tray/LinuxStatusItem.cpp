@@ -55,7 +55,7 @@ LinuxStatusItem::LinuxStatusItem(std::shared_ptr<StatusArea> area, double length
         if (m_window)
             m_window->setTint(m_area->tint());
     });
-    // Its maker has yet to say what the item shows.
+    // The owner has yet to set what the item shows.
     scheduleUpdate();
 }
 
@@ -90,7 +90,7 @@ void LinuxStatusItem::setAction(Action action)
 void LinuxStatusItem::setMenu(MenuDelegate menuNeedsUpdate)
 {
     m_clicks.setMenu(std::move(menuNeedsUpdate));
-    // Later: a menu that is attached for one click only is gone again by then.
+    // The update comes later: a menu that is attached for one click only is gone again by then.
     scheduleUpdate();
 }
 
@@ -120,7 +120,7 @@ void LinuxStatusItem::update()
 void LinuxStatusItem::takePlace()
 {
     if (m_updateScheduled)
-        return; // update() comes here, with the content complete.
+        return; // update() calls this again with the content complete.
     const StatusArea::Kind kind = m_area->kind();
     if (kind != StatusArea::Kind::notifierHost)
         m_notifier.reset();

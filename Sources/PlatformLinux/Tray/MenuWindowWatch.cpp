@@ -31,10 +31,10 @@ void MenuWindowWatch::start()
     connect(notifier, &QSocketNotifier::activated, this, &MenuWindowWatch::read);
     m_x->addEventMask(m_x->root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     findShown();
-    read(); // what came in with the answers doesn't ring the descriptor
+    read(); // the descriptor doesn't announce events that were read with the answers
 }
 
-/// The menu may have come before anybody was told of it.
+/// Finds menus that were shown before this object listened.
 void MenuWindowWatch::findShown()
 {
     const auto treeCookie = xcb_query_tree(m_connection.get(), m_x->root());

@@ -1,6 +1,6 @@
-// Whether a process has menus on the screen: viewable windows of a menu's type that the window manager leaves
-// alone. Listens on a connection of its own to all windows that come and go, so only for as long as somebody
-// has to know. Main thread.
+// Knows if a process has menus on the screen: viewable windows of a menu's type that the window manager
+// leaves alone. It listens on a connection of its own to all windows that come and go, so it should live only
+// while it is needed. Main thread.
 #pragma once
 
 #include "PlatformLinux/X11/X11Connection.h"
@@ -20,7 +20,7 @@ public:
     explicit MenuWindowWatch(std::int64_t process);
     ~MenuWindowWatch() override;
 
-    /// Begins to look. With no X server nothing is ever shown.
+    /// Begins to look. Without an X server nothing is ever shown.
     void start();
     [[nodiscard]] bool isShown() const { return !m_menus.empty(); }
 

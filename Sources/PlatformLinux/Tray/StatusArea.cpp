@@ -27,7 +27,7 @@ TrayTint StatusArea::tint() const
 
 void StatusArea::update()
 {
-    // While the bus hasn't answered, an XEmbed tray would only be a place to leave again.
+    // Before the bus has answered, an item would leave an XEmbed tray again soon after.
     if (m_host.state() == StatusNotifierHostWatch::State::asking)
         return;
     if (m_host.state() == StatusNotifierHostWatch::State::present)

@@ -24,7 +24,8 @@ public:
     [[nodiscard]] TrayTint tint() const;
 
 Q_SIGNALS:
-    /// Another kind, or the same kind anew: items have to take their places again.
+    /// Emitted when the area is of another kind, or the same kind was started anew: items have to register
+    /// again.
     void changed();
     void tintChanged();
 

@@ -1,4 +1,4 @@
-// What a status item shows, wherever it stands.
+// The content of a status item, wherever it is shown.
 #pragma once
 
 #include "Platform/StatusBar.h"
@@ -6,18 +6,18 @@
 namespace orvane {
 
 struct StatusItemContent {
-    /// Tells the items of the process apart, from 1.
+    /// The item's number in the process, from 1.
     int number = 0;
-    /// Tells them apart for the desktop, from one start to the next; may be empty.
+    /// The name by which the desktop knows the item from one start to the next; may be empty.
     QString autosaveName;
     double length = StatusItem::squareLength;
     TemplateImage image;
-    /// Counts the images set: pictures that are drawn can't be compared.
+    /// Counts the images that were set: pictures that are drawn can't be compared.
     int imageRevision = 0;
     QString toolTip;
     bool menuAttached = false;
 
-    /// What to call the item where it isn't drawn.
+    /// The name of the item where it isn't drawn.
     [[nodiscard]] QString title() const
     {
         return image.accessibilityDescription.isEmpty() ? toolTip : image.accessibilityDescription;

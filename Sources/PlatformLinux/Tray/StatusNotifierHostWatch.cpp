@@ -29,7 +29,7 @@ void StatusNotifierHostWatch::busReady()
 {
     m_bus = Bus::open;
     QDBusConnection& bus = m_link.bus();
-    // With no sender named: naming one makes the library look up its owner and wait for the answer.
+    // No sender is named: naming one makes the library look up its owner and wait for the answer.
     bus.connect(QString(), daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), {sni::watcherName},
                 QString(), this, SLOT(nameOwnerChanged(QString, QString, QString, QDBusMessage)));
     for (const auto& signal :

@@ -1,4 +1,5 @@
-// Knows whether the session has a StatusNotifierItem host, as it comes and goes. Main thread; never waits.
+// Knows if the session has a StatusNotifierItem host, and follows its coming and going. Main thread; never
+// waits.
 #pragma once
 
 #include "PlatformLinux/Common/SessionBusLink.h"
@@ -41,7 +42,7 @@ private:
     Bus m_bus = Bus::unknown;
     State m_state = State::asking;
     QString m_watcher;
-    /// Answers to earlier questions are void.
+    /// The number of the last question: answers to earlier ones don't count.
     int m_question = 0;
 };
 

@@ -31,15 +31,15 @@ StatusNotifierItem::StatusNotifierItem(StatusItemContent content, TrayTint tint,
 StatusNotifierItem::~StatusNotifierItem()
 {
     // The connection closes after this: calls that wait to be delivered to the objects are answered with an
-    // error as the objects go, and the library does so without looking whether it still can.
+    // error when the objects end, and the library does so without looking whether it still can.
     if (!m_registration) {
         const std::shared_ptr<SessionBusLink> link(std::move(m_link));
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [link] {}, Qt::QueuedConnection);
         return;
     }
-    // A watcher that takes up a name whose owner is gone by then never drops it again. So the name stays
-    // until the watcher has answered, with nothing behind it.
+    // A watcher that adds a name whose owner is gone by then never drops it again. So the name is kept
+    // without an object until the watcher has answered.
     SessionBusLink* link = m_link.release();
     link->setParent(QCoreApplication::instance());
     connect(m_registration, &QDBusPendingCallWatcher::finished, link, &QObject::deleteLater);
@@ -62,7 +62,7 @@ void StatusNotifierItem::exportItem()
         pending->deleteLater();
         constexpr uint primaryOwner = 1;
         const QDBusPendingReply<uint> reply = *pending;
-        // Sandboxes refuse names but let the connection's own one through.
+        // Sandboxes refuse well-known names but allow the connection's own one.
         if (!reply.isValid() || reply.value() != primaryOwner)
             m_name = m_link->bus().baseService();
         m_hasName = true;
@@ -98,10 +98,10 @@ void StatusNotifierItem::registerNow()
                                                QStringLiteral("RegisterStatusNotifierItem"));
     call << m_name;
     call.setAutoStartService(false);
-    // A watcher that refuses or vanishes leaves nothing to do here: the next one is registered with again.
+    // When a watcher refuses or vanishes, nothing has to be done: the item registers with the next one.
     m_link->bus().asyncCall(call);
 
-    // The watcher answers before it has looked who owns the name. A question behind the registration is
+    // The watcher answers before it has looked who owns the name. A question sent after the registration is
     // answered when it has.
     auto question = QDBusMessage::createMethodCall(m_watcher, sni::watcherPath,
                                                    QStringLiteral("org.freedesktop.DBus.Properties"),
@@ -131,7 +131,7 @@ void StatusNotifierItem::setContent(const StatusItemContent& content)
         Q_EMIT NewTitle();
     if (menuChanged)
         Q_EMIT NewMenu();
-    // What the item shows follows the same state as what its menu offers.
+    // The menu depends on the same state as what the item shows.
     if (imageChanged || toolTipChanged || menuChanged)
         m_menu.invalidate();
 }
@@ -198,7 +198,7 @@ void StatusNotifierItem::ContextMenu(int, int)
 
 void StatusNotifierItem::Scroll(int, const QString&)
 {
-    // Nor does the wheel.
+    // The wheel means nothing either.
 }
 
 void StatusNotifierItem::reportClick(StatusItemEvent::Type type)

@@ -42,18 +42,18 @@ class StatusNotifierItem : public QObject {
     Q_PROPERTY(QDBusObjectPath Menu READ menu SCRIPTABLE true)
 
 public:
-    /// Told of clicks after the host has its answer, so that it may destroy the item.
+    /// Called after the host has its answer, so that it may destroy the item.
     using ClickHandler = std::function<void(const StatusItemEvent& event)>;
 
-    /// `menuSource` is asked for the menu of a right click whenever the host wants to render one.
-    /// `tracking` is told when the host has it open; null where nobody wants to know.
+    /// `menuSource` is asked for the menu of a right click whenever the host wants to draw one. `tracking` is
+    /// told when the host has it open; it may be null.
     StatusNotifierItem(StatusItemContent content, TrayTint tint, ClickHandler clicked,
                        DBusMenuExporter::Source menuSource, MenuTracking* tracking);
     ~StatusNotifierItem() override;
 
     void setContent(const StatusItemContent& content);
     void setTint(const TrayTint& tint);
-    /// Registers with a watcher, by unique bus name; once for each name.
+    /// Registers with a watcher, by its unique bus name; once for each name.
     void registerWith(const QString& watcher);
 
     [[nodiscard]] QString category() const;
@@ -69,7 +69,8 @@ public:
     [[nodiscard]] QDBusObjectPath menu() const;
 
 public Q_SLOTS:
-    // Coordinates are ignored: hosts disagree on their meaning, and the pointer is where it was clicked.
+    // The coordinates are ignored: hosts disagree on their meaning, and the pointer is at the place of the
+    // click.
     Q_SCRIPTABLE void Activate(int x, int y);
     Q_SCRIPTABLE void SecondaryActivate(int x, int y);
     Q_SCRIPTABLE void ContextMenu(int x, int y);
@@ -97,9 +98,9 @@ private:
     QString m_name;
     QString m_watcher;
     bool m_hasName = false;
-    /// While a registration is under way.
+    /// Set while a registration is under way.
     QPointer<QDBusPendingCallWatcher> m_registration;
-    /// Outlives this object by a moment.
+    /// Lives a moment longer than this object.
     std::unique_ptr<SessionBusLink> m_link = std::make_unique<SessionBusLink>();
 };
 

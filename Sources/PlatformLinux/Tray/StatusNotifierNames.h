@@ -1,4 +1,4 @@
-// The names that StatusNotifierItem hosts and items find each other by.
+// The names by which StatusNotifierItem hosts and items find each other.
 #pragma once
 
 #include <QString>

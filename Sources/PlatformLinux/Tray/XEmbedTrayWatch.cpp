@@ -33,7 +33,7 @@ void XEmbedTrayWatch::findTray()
             xcb_get_selection_owner_reply(m_x->xcb(), cookie, nullptr));
         return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
     };
-    // Listening first and asking again leaves no moment in which an owner could vanish unheard.
+    // We listen first and ask again, so that an owner can't vanish unnoticed in between.
     xcb_window_t tray = owner();
     for (xcb_window_t listened = XCB_WINDOW_NONE; tray != listened; tray = owner()) {
         listened = tray;

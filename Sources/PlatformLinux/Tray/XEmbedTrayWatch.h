@@ -1,5 +1,5 @@
-// Knows the owner of the X screen's system tray selection, as it comes and goes, its visual and colours.
-// Main thread. Inert where there is no X server.
+// Knows the owner of the X screen's system tray selection as it comes and goes, its visual and its colours.
+// Main thread. Does nothing where there is no X server.
 #pragma once
 
 #include "PlatformLinux/X11/X11Connection.h"
@@ -20,7 +20,7 @@ public:
 
     /// The window to dock with; 0 if there is no tray.
     [[nodiscard]] xcb_window_t tray() const { return m_tray; }
-    /// What the tray wants its icons to be made with, or the root's visual.
+    /// The visual that the tray wants its icons to have, or the root's.
     [[nodiscard]] xcb_visualid_t visual() const { return m_visual; }
     [[nodiscard]] std::optional<QColor> foreground() const { return m_foreground; }
 

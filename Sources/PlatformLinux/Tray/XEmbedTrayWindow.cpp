@@ -65,8 +65,8 @@ void XEmbedTrayWindow::create(xcb_visualid_t visual)
     m_colormap = xcb_generate_id(c);
     xcb_create_colormap(c, XCB_COLORMAP_ALLOC_NONE, m_colormap, m_x->root(), visual);
 
-    // A window with an alpha channel lets the panel shine through by itself; any other shows its parent's
-    // background, which is also what the picture is blended with.
+    // A window with an alpha channel shows the panel behind it; any other shows its parent's background, with
+    // which the picture is blended too.
     const bool alpha = m_depth == 32;
     const std::uint32_t values[] = {alpha ? 0u : std::uint32_t{XCB_BACK_PIXMAP_PARENT_RELATIVE}, 0u,
                                     listenedTo, m_colormap};
@@ -88,7 +88,7 @@ void XEmbedTrayWindow::destroy()
     if (!m_window)
         return;
     xcb_connection_t* c = m_x->xcb();
-    // The tray's end may have taken the window along already.
+    // The end of the tray may have destroyed the window already.
     m_x->ignoreErrors(xcb_destroy_window_checked(c, m_window));
     m_x->ignoreErrors(xcb_free_gc_checked(c, m_gc));
     m_x->ignoreErrors(xcb_free_colormap_checked(c, m_colormap));
@@ -198,7 +198,7 @@ void XEmbedTrayWindow::paint()
     } else {
         picture = background();
         if (picture.isNull())
-            return; // Not to be seen at present; an exposure follows when it is.
+            return; // The window can't be seen at present; an exposure follows when it can.
         const TrayTint tint{legibleOn(picture.pixelColor(0, 0)), TrayTint::Contour::none};
         QPainter painter(&picture);
         painter.drawImage(0, 0, tintedForTray(m_content.image, m_size, tint));
@@ -266,7 +266,8 @@ void XEmbedTrayWindow::structureEvent(const xcb_generic_event_t* event)
         if (told->window != m_window)
             break;
         m_docked = told->parent != m_x->root();
-        // Given back by a tray that ends: it must not stand on the desktop as a window.
+        // A tray that ends gives the window back to the root, where it must not be seen as a window of the
+        // desktop.
         if (!m_docked)
             destroy();
         break;
@@ -285,8 +286,8 @@ void XEmbedTrayWindow::buttonEvent(const xcb_button_press_event_t& event, bool p
     m_toolTipDelay.stop();
     QToolTip::hideText();
     if (press) {
-        // While a menu is open, a press closes it, and that is all this click does; often only the release
-        // is heard of here.
+        // While a menu is open, a press closes it, and that is all this click does; often only its release
+        // arrives here.
         m_pressed = !QApplication::activePopupWidget();
         return;
     }

@@ -1,5 +1,5 @@
 // A status item as a window in the XEmbed system tray. It is no Qt window: the tray reparents it, sizes it
-// and may destroy it, which Qt's own would not survive. Sizes are pixels, given by the tray. Main thread.
+// and may destroy it, which a Qt window would not survive. Sizes are pixels, given by the tray. Main thread.
 #pragma once
 
 #include "PlatformLinux/Menus/TemplateTint.h"
@@ -19,7 +19,7 @@ namespace orvane {
 class XEmbedTrayWindow : public QObject, private QAbstractNativeEventFilter {
     Q_OBJECT
 public:
-    /// Told of clicks by a queued call, so that it may destroy the window.
+    /// Called by a queued call, so that it may destroy the window.
     using ClickHandler = std::function<void(const StatusItemEvent& event)>;
 
     XEmbedTrayWindow(StatusItemContent content, TrayTint tint, ClickHandler clicked);
@@ -29,7 +29,7 @@ public:
     void dock(xcb_window_t tray, xcb_visualid_t visual);
     void setContent(const StatusItemContent& content);
     void setTint(const TrayTint& tint);
-    /// Where the item stands, in the coordinates of QScreen; nothing before it is docked.
+    /// The item's place in the coordinates of QScreen; nothing before it is docked.
     [[nodiscard]] std::optional<QRect> screenGeometry() const;
 
 private:
