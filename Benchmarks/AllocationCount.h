@@ -1,4 +1,5 @@
-// Counts what a benchmark allocates. Replaces the process's operator new: to be included once in a program.
+// Counts the allocations of a benchmark. It replaces the process's operator new, so it has to be included
+// once in a program.
 #pragma once
 
 #include <atomic>

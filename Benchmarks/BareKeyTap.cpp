@@ -1,6 +1,6 @@
 // The least that a tap can cost: takes the keyboard "testkbd" and presses each of its keys on the XTEST
-// keyboard, with nothing in between; with "hand-over" as argument, each key is shown to another thread first,
-// as it must be where callbacks run on a main thread. Says "ready"; ends with its standard input.
+// keyboard, with nothing in between. With "hand-over" as argument, each key is shown to another thread first,
+// as it must be where callbacks run on a main thread. Prints "ready"; ends with its standard input.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -65,7 +65,7 @@ void raise(int signal)
         fail("an eventfd fails");
 }
 
-/// As an event loop would: in poll(), and then by reading.
+/// Waits as an event loop does: in poll(), and then by reading.
 void await(int signal)
 {
     pollfd wait{signal, POLLIN, 0};
@@ -75,7 +75,7 @@ void await(int signal)
         fail("an eventfd fails");
 }
 
-/// Another thread that has to be asked.
+/// A second thread that answers for each key.
 class Other {
 public:
     Other()

@@ -1,4 +1,5 @@
-// What Orvane's cost is measured beside: the least Qt Widgets program with an icon in the status area.
+// The program that Orvane's cost is compared with: the least Qt Widgets program with an icon in the status
+// area.
 #include <QApplication>
 #include <QMenu>
 #include <QPixmap>

@@ -1,5 +1,5 @@
-// What the cost of Orvane's window is measured beside: the least Qt Widgets program with a window of that
-// size. It shows the window when something comes on its standard input.
+// The program that the cost of Orvane's window is compared with: the least Qt Widgets program with a window
+// of that size. It shows the window when something arrives on its standard input.
 #include <QApplication>
 #include <QLabel>
 #include <QSocketNotifier>

@@ -1,5 +1,5 @@
 // The work of the clipboard history on the main thread, with 10,000 entries: a capture and the saving that it
-// hands over, and a key of the search. On the fake platform, so nobody else is waited for.
+// hands over, and a key of the search. It runs on the fake platform, so it waits for no other program.
 #include "Capabilities/ClipboardHistory/ClipboardHistoryController.h"
 #include "Fakes/FakePlatform.h"
 
@@ -55,7 +55,7 @@ struct History {
         ClipboardHistoryController::make(settings, archive.directory, Log::make(historyID));
 };
 
-/// From the tick that sees a copy to its entry, with the save handed over; the save itself is the pool's.
+/// Measures from the tick that sees a copy to its entry, with the save handed over to the pool.
 void captureOfACopy(benchmark::State& state)
 {
     History history;
@@ -73,7 +73,7 @@ void captureOfACopy(benchmark::State& state)
 }
 BENCHMARK(captureOfACopy)->Unit(benchmark::kMicrosecond)->Iterations(100);
 
-/// The same with the pool's work on the disk.
+/// Measures the same with the pool's work on the disk.
 void captureAndSave(benchmark::State& state)
 {
     History history;
@@ -86,7 +86,7 @@ void captureAndSave(benchmark::State& state)
 }
 BENCHMARK(captureAndSave)->Unit(benchmark::kMicrosecond)->Iterations(100);
 
-/// A tick with nothing new.
+/// Measures a tick that finds nothing new.
 void tick(benchmark::State& state)
 {
     History history;
@@ -95,7 +95,7 @@ void tick(benchmark::State& state)
 }
 BENCHMARK(tick);
 
-/// Going through the list for one key: found in every entry, in some, in none.
+/// Measures the search for one key: found in every entry, in some, in none.
 void keyOfTheSearch(benchmark::State& state, const char* query)
 {
     HistoryViewModel model;

@@ -37,7 +37,7 @@ Q_SIGNALS:
     void registered(const QString& item);
 };
 
-/// A text of ours on the clipboard that notes when somebody reads it.
+/// A text on the clipboard that notes when another program reads it.
 class Copy : public QMimeData {
 public:
     Copy(QString text, std::function<void()> read) : m_text(std::move(text)), m_read(std::move(read)) {}
@@ -56,12 +56,12 @@ private:
     std::function<void()> m_read;
 };
 
-/// Of a process and all that it has started.
+/// Sums the memory of a process and all that it has started.
 double familyMemory(qint64 pid, const char* field)
 {
     QFile map(QStringLiteral("/proc/%1/smaps_rollup").arg(pid));
     if (!map.open(QIODevice::ReadOnly) || map.readAll().isEmpty())
-        return 0; // one that has just ended
+        return 0; // a process that has just ended
     double sum = processFigures::kilobytes(pid, field) / 1024;
     const QDir tasks(QStringLiteral("/proc/%1/task").arg(pid));
     for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
@@ -82,12 +82,12 @@ public:
     virtual void start() = 0;
     virtual void stop() = 0;
     virtual qint64 pid() const = 0;
-    /// From here on hasEntry() is answered.
+    /// From here on hasEntry() can be asked.
     virtual void beginToWatch() = 0;
     virtual bool hasEntry(const QString& text) = 0;
 };
 
-/// The entry counts once it is in the list on the disk, which comes last.
+/// The entry counts once it is in the list on the disk, which is written last.
 class OurHistory : public History {
 public:
     void start() override { m_program.start(); }
@@ -96,7 +96,7 @@ public:
     void beginToWatch() override {}
     bool hasEntry(const QString& text) override
     {
-        // The newest stands at the beginning; the rest needn't be read.
+        // The newest entry stands at the beginning; the rest needn't be read.
         QFile file(m_program.historyFile());
         return file.open(QIODevice::ReadOnly) && file.read(1000).contains(text.toUtf8());
     }
@@ -105,11 +105,11 @@ private:
     Orvane m_program{texts, texts};
 };
 
-/// The entry counts once a client of CopyQ's own, started anew for each look, is told it: the time is too
-/// long by what such a client takes, which is reported beside it.
+/// The entry counts once a client of CopyQ, started anew for each look, is told of it. The time is too long
+/// by the duration of one look, which is reported beside it.
 class CopyQ : public History {
 public:
-    /// Milliseconds that one look takes.
+    /// Returns the milliseconds that one look takes.
     double look()
     {
         QElapsedTimer clock;
@@ -186,7 +186,7 @@ struct Figures {
     std::vector<double> start, memory, dirty, read, entry;
 };
 
-/// Milliseconds until the panel has its icon.
+/// Returns the milliseconds until the panel has the icon.
 double startUp(History& history, Watcher& watcher)
 {
     QEventLoop loop;
@@ -209,7 +209,7 @@ void copies(History& history, int round, Figures& figures)
     constexpr int perRound = 8;
     history.beginToWatch();
     for (int i = 0; i < perRound; ++i) {
-        // A poll begins whenever it does: the copies are spread over its interval.
+        // A poll can begin at any moment, so the copies are spread over its interval.
         turnFor(500 + (i * 137 + round * 61) % 400);
         const QString text = QStringLiteral("Copy %1 of round %2").arg(i).arg(round);
         QElapsedTimer clock;
@@ -249,12 +249,12 @@ int main(int argc, char** argv)
         for (std::size_t which = 0; which < std::size(histories); ++which) {
             Figures taken;
             taken.start.push_back(startUp(*histories[which], watcher));
-            turnFor(3000); // what is done after the icon shows counts as memory too
+            turnFor(3000); // memory that is used after the icon shows counts too
             taken.memory.push_back(familyMemory(histories[which]->pid(), "Pss"));
             taken.dirty.push_back(familyMemory(histories[which]->pid(), "Private_Dirty"));
             histories[which]->stop();
             if (round == 0)
-                continue; // the first warms the page cache
+                continue; // the first round warms the page cache
             Figures& all = figures[which];
             all.start.insert(all.start.end(), taken.start.begin(), taken.start.end());
             all.memory.insert(all.memory.end(), taken.memory.begin(), taken.memory.end());
@@ -266,7 +266,7 @@ int main(int argc, char** argv)
     report("private dirty", figures[0].dirty, figures[1].dirty, "MB");
     std::fflush(stdout);
     double look = 0;
-    // A copy pushes a text out of the list, so they come last.
+    // A copy pushes a text out of the list, so the copies come last.
     for (std::size_t which = 0; which < std::size(figures); ++which) {
         History& history = which == 0 ? static_cast<History&>(ours) : theirs;
         (void)startUp(history, watcher);

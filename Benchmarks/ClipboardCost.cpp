@@ -28,14 +28,14 @@ void waitForStatusItem(const Orvane& program)
 {
     waitFor("the status item isn't there",
             [&] { return !orvane::tests::Tray().itemsOf(program.pid()).isEmpty(); });
-    turnFor(5000); // the list is read
+    turnFor(5000); // the list has been read by then
 }
 
 class Panel {
 public:
     explicit Panel(const Orvane& program) : m_program(program) { m_hardware.movePointer(place); }
 
-    /// Milliseconds from the hot key's end, for then it acts.
+    /// Returns milliseconds from the release of the hot key, at which the panel opens.
     double open()
     {
         m_hardware.press("Control_L");
@@ -57,19 +57,19 @@ public:
     {
         m_hardware.tap("Escape");
         waitFor("the panel doesn't close", [&] { return m_screen.windowsOf(m_program.pid()).isEmpty(); });
-        turnFor(1000); // the desktop paints what was behind it
+        turnFor(1000); // the desktop paints what was behind the panel
     }
 
 private:
     static constexpr QPoint place{300, 200};
 
-    /// Of the list; the search field above it has a caret that blinks.
+    /// The pixels of the list only: the search field above it has a blinking caret.
     QByteArray pixels() const
     {
         const QImage list = m_screen.picture(QRect(place + QPoint(20, 60), QSize(320, 340)));
         return QByteArray(reinterpret_cast<const char*>(list.constBits()), list.sizeInBytes());
     }
-    /// When the pixels became what they stay, from now on.
+    /// Returns when the pixels last changed, from now on.
     double settled(QByteArray last) const
     {
         constexpr double still = 700;
@@ -115,7 +115,7 @@ int panel(int rounds)
         Panel shown(program);
         first.push_back(shown.open());
         opened = processFigures::kilobytes(program.pid(), "Pss") / 1024;
-        // Each narrows the list to other rows.
+        // Each key narrows the list to other rows.
         for (const char* key : {"9", "8", "7"})
             letters.push_back(shown.type(key));
         shown.close();

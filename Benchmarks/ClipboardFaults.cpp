@@ -1,7 +1,7 @@
-// How long the main thread lets others wait while the clipboard and the history's files misbehave, and
-// whether a copy that comes after it is captured:
-//   Tools/desktop/session -- build/bench/bin/ClipboardFaults
-// The first line is for comparison: nothing happens there.
+// Measures how long the main thread lets others wait while the clipboard and the history's files misbehave,
+// and checks that a copy made after it is captured:
+// Tools/desktop/session -- build/bench/bin/ClipboardFaults
+// The first line of the result is for comparison: nothing happens there.
 #include "ClipboardProcess.h"
 #include "MainThreadProbe.h"
 
@@ -38,7 +38,7 @@ orvane::tests::TrayItem statusItem(const Orvane& program)
     return found;
 }
 
-/// Whether a copy made now gets into the list on the disk.
+/// True if a copy made now gets into the list on the disk.
 bool captures(const Orvane& program)
 {
     static int number = 0;
@@ -124,7 +124,7 @@ void owners()
               10 * second);
 }
 
-/// The program starts on a damaged file; its main thread is asked from the moment that it has a status item.
+/// Starts the program on a damaged file; its main thread is asked from the moment that it has a status item.
 void file(const char* what, int entries, const std::function<void(const QString& path)>& damage)
 {
     Orvane program(entries, 100'000);

@@ -1,4 +1,4 @@
-// The program with the clipboard history on and a list that it had before, for measurements from outside.
+// The program with the clipboard history on and a list from an earlier run, for measurements from outside.
 #pragma once
 
 #include "ProcessFigures.h"
@@ -53,14 +53,14 @@ inline double median(std::vector<double> values)
     return values.at(values.size() / 2);
 }
 
-/// A short paragraph, as people copy them; none twice.
+/// Returns a short paragraph, as people copy them; each is different.
 inline QString paragraph(int number)
 {
     return QStringLiteral("Paragraph %1: ").arg(number) +
            QStringLiteral("the quick brown fox jumps over the lazy dog. ").repeated(number % 7 + 1);
 }
 
-/// A home with the history turned on and so many texts in it. The program ends with it.
+/// A home with the history turned on and `entries` texts in it, and the program, which ends with the object.
 class Orvane {
 public:
     static constexpr const char* path = ORVANE_PROGRAM;

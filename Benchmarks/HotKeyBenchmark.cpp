@@ -1,4 +1,4 @@
-// From a hot key's event to its action, with as many shortcuts as the program has.
+// Measures from a hot key's event to its action, with as many shortcuts as the program has.
 #include "AllocationCount.h"
 #include "Fakes/FakePlatform.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
@@ -20,7 +20,7 @@ Shortcut shortcutNumber(int i)
     return {i, carbonModifier::control | carbonModifier::option};
 }
 
-/// Counts per call: what is built on first use isn't counted.
+/// Counts for each call; what is built at the first use isn't counted.
 template <typename Call>
 void measure(benchmark::State& state, const Call& call)
 {
@@ -47,7 +47,7 @@ struct Shortcuts {
     long fired = 0;
 };
 
-/// The last of the names: its action runs after all stored shortcuts have been read.
+/// Fires the last of the names: its action runs after all stored shortcuts have been read.
 void released(benchmark::State& state)
 {
     Shortcuts shortcuts;
@@ -62,7 +62,7 @@ void released(benchmark::State& state)
         state.SkipWithError("the action didn't run");
 }
 
-/// The same without the reading: no name has an action for this edge.
+/// Fires without the reading: no name has an action for this edge.
 void pressed(benchmark::State& state)
 {
     const Shortcuts shortcuts;
@@ -75,7 +75,7 @@ void pressed(benchmark::State& state)
     });
 }
 
-/// A key in an open menu that is no shortcut.
+/// Presses a key in an open menu that is no shortcut.
 void otherKeyInMenu(benchmark::State& state)
 {
     const Shortcuts shortcuts;
@@ -85,7 +85,7 @@ void otherKeyInMenu(benchmark::State& state)
     });
 }
 
-/// One stored shortcut out of the product's own store, among many keys.
+/// Reads one stored shortcut from the product's own store, among many keys.
 void storedShortcut(benchmark::State& state)
 {
     FakePlatform fake;

@@ -1,6 +1,6 @@
-// Time of a key from the hardware to an application, in one run: without a tap, with the least that could be
+// The time of a key from the hardware to an application, in one run: without a tap, with the least possible
 // one (BareKeyTap), and with the tap of Ctrl Shortcuts.
-//   Tools/desktop/session -- build/bench/bin/KeyLatency [keys [another build of the program]]
+// Tools/desktop/session -- build/bench/bin/KeyLatency [keys [another build of the program]]
 // Needs the private desktop's hardware keyboard "testkbd".
 #include <QCoreApplication>
 #include <QDir>
@@ -29,15 +29,15 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Something that stands between the keyboard and the applications, until its end.
+/// A program between the keyboard and the applications; it ends with the object.
 class Tap {
 public:
     virtual ~Tap() = default;
-    /// Microseconds of processor time that it has taken so far.
+    /// Returns the microseconds of processor time that the tap has taken so far.
     virtual double cost() const { return 0; }
 };
 
-/// Microseconds that all threads of a process have had.
+/// Returns the processor time of all threads of a process, in microseconds.
 double processorTime(qint64 process)
 {
     double sum = 0;
@@ -69,7 +69,7 @@ public:
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.start(path, {});
-        // The program says so when its tap stands; without one there is nothing to wait for.
+        // The program logs when its tap is in place; without one there is nothing to wait for.
         while (tapped && !m_output.contains("Keyboard remapping active")) {
             if (!m_process.waitForReadyRead(20'000))
                 qFatal("the tap doesn't stand: %s", m_output.constData());
@@ -111,7 +111,7 @@ private:
     QProcess m_process;
 };
 
-/// Keys come with pauses between them, in which everybody has gone to sleep.
+/// Puts pauses between the keys, in which all threads go to sleep.
 class Pace {
 public:
     Pace() : m_timer(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC))
@@ -163,7 +163,7 @@ public:
         XCloseDisplay(m_hardware);
     }
 
-    /// Microseconds until the application has the event.
+    /// Returns the microseconds until the application has the event.
     double send(unsigned key, bool down)
     {
         m_pace.wait();
@@ -175,7 +175,7 @@ public:
         return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
     }
 
-    /// Milliseconds between the repeats of a key that is held.
+    /// Returns the milliseconds between the repeats of a key that is held.
     std::vector<double> hold(unsigned key, int repeats)
     {
         std::vector<double> intervals;
@@ -185,7 +185,7 @@ public:
             XEvent event;
             XWindowEvent(m_application, m_window, KeyPressMask, &event);
             const auto now = Clock::now();
-            if (i > 0) // the first comes after the delay
+            if (i > 0) // the first repeat comes after the delay
                 intervals.push_back(std::chrono::duration<double, std::milli>(now - last).count());
             last = now;
         }
@@ -262,7 +262,7 @@ int main(int argc, char** argv)
     if (arguments.size() > 2)
         subjects.push_back(
             {"tap on, other build", [&] { return std::make_unique<Program>(arguments.at(2), true); }, {}});
-    // By turns and often, or what else goes on on the machine would fall to one of them.
+    // The turns alternate often, so that other work on the machine is shared by all kinds.
     constexpr int rounds = 10;
     for (int round = 0; round < rounds; ++round) {
         for (Subject& subject : subjects)

@@ -67,7 +67,7 @@ void walk(benchmark::State& state, EventFlags flags)
         event.flags = flags;
         benchmark::DoNotOptimize(tap.call(event.type, &event));
     };
-    send(); // what is built on first use is built now
+    send(); // builds what is made at the first use
     const long before = allocations.load();
     for (auto _ : state)
         send();

@@ -1,5 +1,5 @@
-// How long a program's main thread lets others wait: it is asked for a property over the bus again and again,
-// by a thread that does nothing else, and answers from its main thread.
+// Measures how long a program's main thread lets others wait: a thread asks it for a property over the bus
+// again and again, and its main thread answers.
 #pragma once
 
 #include <QByteArrayList>
@@ -22,7 +22,7 @@ public:
         long answers = 0;
         double median = 0;       // milliseconds
         double longest = 0;      // milliseconds
-        double longestOfOwn = 0; // less the time in which the main thread was ready and had no processor
+        double longestOfOwn = 0; // less the time in which the main thread was ready but had no processor
         double busiest = 0;      // processor time that the main thread had during one answer
     };
 
@@ -65,10 +65,10 @@ private:
             m_thread.join();
     }
 
-    /// Milliseconds of the main thread so far.
+    /// The main thread's times so far, in milliseconds.
     struct Times {
         double running = 0;
-        double waiting = 0; // for a processor
+        double waiting = 0; // waiting for a processor
     };
     Times times() const
     {
@@ -113,5 +113,5 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_stopping;
     bool m_isStopping = false;
-    std::thread m_thread; // the last one: it uses the others
+    std::thread m_thread; // the last member: the thread uses the others
 };

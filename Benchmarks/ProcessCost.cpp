@@ -118,9 +118,9 @@ int startup(Watcher& watcher, int rounds)
     for (int round = 0; round < rounds + 1; ++round) {
         for (const QString& program : {orvane, bare}) {
             const Process process(program, watcher);
-            turnFor(1500); // what is done after the icon shows counts as memory too
+            turnFor(1500); // memory that is used after the icon shows counts too
             if (round == 0)
-                continue; // the first warms the page cache
+                continue; // the first round warms the page cache
             times[program].push_back(process.startupMs());
             proportional[program].push_back(process.kilobytes("Pss") / 1024);
             dirty[program].push_back((process.kilobytes("Private_Dirty")) / 1024);

@@ -1,4 +1,4 @@
-// What the kernel counts of a running process.
+// Figures that the kernel keeps of a running process.
 #pragma once
 
 #include <QByteArray>
@@ -10,9 +10,8 @@
 
 namespace processFigures {
 
-/// Kilobytes of one field of its memory map: "Pss", "Rss", "Private_Dirty" ... "Rss" counts what is shared
-/// with others as if it weren't, "Pss" by parts, so other programs of the toolkit that run meanwhile lower
-/// it.
+/// Returns one field of the process's memory map in kilobytes: "Pss", "Rss", "Private_Dirty" ... "Rss" counts
+/// memory shared with others in full and "Pss" in part, so other running programs of the toolkit lower "Pss".
 inline double kilobytes(qint64 pid, const char* field)
 {
     QFile file(QStringLiteral("/proc/%1/smaps_rollup").arg(pid));
@@ -25,7 +24,7 @@ inline double kilobytes(qint64 pid, const char* field)
     qFatal("The memory can't be read");
 }
 
-/// Times that each of its threads was given the processor, by thread name.
+/// Returns how often each of the threads was given the processor, by thread name.
 inline std::map<QByteArray, long> switches(qint64 pid)
 {
     std::map<QByteArray, long> counts;

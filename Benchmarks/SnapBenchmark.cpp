@@ -1,5 +1,5 @@
-// What one motion of a dragged window costs the main thread: on the fakes, and on a display the real way,
-// from the monitor's call to its return.
+// Measures what one motion of a dragged window costs the main thread: on the fakes, and on a display with the
+// real pointer, from the monitor's call to its return.
 #include "AllocationCount.h"
 #include "Capabilities/SnapZones/SnapZonesController.h"
 #include "Fakes/FakePlatform.h"
@@ -14,7 +14,7 @@
 
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
-// Xlib's macros take words that others need.
+// Xlib's macros have names that other headers need.
 #undef None
 
 using namespace orvane;
@@ -49,7 +49,7 @@ Platform withDesktop(const Platform& fakes, const Platform& real)
             .sharedWorkspace = fakes.sharedWorkspace};
 }
 
-/// A controller, and the window that it sees dragged: the accessibility calls are counted and not made.
+/// A controller and the window that it sees dragged; the accessibility calls are counted and not made.
 struct Drag {
     std::shared_ptr<SnapZonesController> makeController()
     {
@@ -66,7 +66,7 @@ struct Drag {
     AXUIElement window = fake.accessibility.focusNewWindow({100, 100}, {600, 400});
 };
 
-/// The pointer wanders within one place: the middle of the screen, or a zone.
+/// Moves the pointer within one place: the middle of the screen, or a zone.
 void motion(benchmark::State& state, Point place)
 {
     Drag drag;
@@ -118,7 +118,7 @@ private:
     Display* m_display;
 };
 
-/// When the monitors before and after the controller's were called, and what was allocated between.
+/// Notes when the monitors before and after the controller's were called, and the allocations between.
 class Stamps {
 public:
     using Clock = std::chrono::steady_clock;
@@ -133,7 +133,7 @@ public:
         m_first = add([this] { begin(); });
     }
 
-    /// The next event's span; absent when none comes within a second.
+    /// Returns the time of the next event; absent when none comes within a second.
     std::optional<std::chrono::duration<double>> next()
     {
         m_span.reset();
@@ -170,7 +170,7 @@ private:
     std::optional<std::chrono::duration<double>> m_span;
 };
 
-/// On the desktop's ground, which is no window of this program.
+/// The pointer moves over the desktop, which is no window of this program.
 void motionOnTheDesktop(benchmark::State& state)
 {
     Drag drag;
@@ -186,7 +186,7 @@ void motionOnTheDesktop(benchmark::State& state)
     Pointer pointer;
     pointer.moveTo(500, 500);
     pointer.hold(true);
-    // Motion is only listened to once the press is known.
+    // The controller listens to motion only once the press is known.
     if (!stamps.next())
         return state.SkipWithError("the press wasn't seen");
     for (const int x : {510, 520}) {

@@ -1,6 +1,6 @@
-// Time from the key of a snap shortcut to the window in its place, as the X server tells, beside wmctrl and
-// beside the bare message to the window manager, by turns in one run.
-//   Tools/desktop/session -- build/bench/bin/SnapLatency [times]
+// The time from the key of a snap shortcut until the X server reports the window in its place, beside wmctrl
+// and beside the bare message to the window manager, by turns in one run.
+// Tools/desktop/session -- build/bench/bin/SnapLatency [times]
 // Needs the private desktop's hardware keyboard "testkbd", a window manager and wmctrl.
 #include <QCoreApplication>
 #include <QDir>
@@ -111,7 +111,7 @@ struct Place {
     friend bool operator==(const Place&, const Place&) = default;
 };
 
-/// A plain window that is to be placed; it does nothing of its own about it.
+/// A plain window to be placed; it doesn't react to it.
 class Target {
 public:
     Target()
@@ -138,13 +138,13 @@ public:
         return place;
     }
 
-    /// Looks again at each event of the window.
+    /// Tests the condition again at each event of the window.
     void waitUntil(const char* what, const std::function<bool()>& condition)
     {
         const auto end = Clock::now() + deadline;
         while (!condition()) {
             pollfd descriptor{ConnectionNumber(m_display), POLLIN, 0};
-            constexpr int atLeast = 20; // ms: what is waited for needn't come with an event
+            constexpr int atLeast = 20; // in ms: the condition may come true without an event
             if (XPending(m_display) == 0)
                 poll(&descriptor, 1, atLeast);
             XEvent event;
@@ -155,10 +155,10 @@ public:
         }
     }
 
-    /// A placement may be asked for in several parts; until no more comes of it.
+    /// A placement may consist of several requests; waits until no more events follow.
     void waitUntilQuiet()
     {
-        constexpr int longEnough = 40; // ms
+        constexpr int longEnough = 40; // in ms
         pollfd descriptor{ConnectionNumber(m_display), POLLIN, 0};
         while (XPending(m_display) > 0 || poll(&descriptor, 1, longEnough) > 0) {
             XEvent event;
@@ -185,7 +185,7 @@ public:
         XFlush(m_display);
     }
 
-    /// What the window manager draws above it and to its left.
+    /// Returns the size of what the window manager draws above the window and to its left.
     std::pair<int, int> decorations()
     {
         const std::vector<unsigned long> extents = numbers(m_window, "_NET_FRAME_EXTENTS", XA_CARDINAL);
@@ -220,14 +220,14 @@ private:
 
 enum class Half { left, right };
 
-/// Makes a placement happen, and says when it began.
+/// Causes a placement and returns when it began.
 using Placement = std::function<Clock::time_point(Half)>;
 
 class Bench {
 public:
     Bench()
     {
-        // Where the halves are is seen by using them.
+        // The places of the halves are learned by using them.
         for (const Half half : {Half::left, Half::right}) {
             const Place before = m_target.place();
             pressShortcut(half);
@@ -262,7 +262,7 @@ public:
         return begin;
     }
 
-    /// Microseconds until the window is in its place.
+    /// Returns the microseconds until the window is in its place.
     double measure(const char* name, const Placement& placement, Half half)
     {
         const auto begin = placement(half);
@@ -277,7 +277,7 @@ public:
 private:
     static std::size_t index(Half half) { return static_cast<std::size_t>(half); }
 
-    /// The shortcut acts when its key is let go: that is the beginning.
+    /// The shortcut acts when its key is released, so the time begins there.
     Clock::time_point pressShortcut(Half half)
     {
         const KeySym key = half == Half::left ? XK_1 : XK_2;

@@ -68,11 +68,11 @@ public:
         m_close = atom("_NET_CLOSE_WINDOW");
     }
 
-    /// The window of this process that can be seen; 0 when there is none.
+    /// Returns the visible window of this process; 0 when there is none.
     xcb_window_t windowOf(qint64 pid) const { return search(m_root, static_cast<std::uint32_t>(pid)); }
 
-    /// Pixels of two strips from top to bottom, one through the window's left part and one through its right.
-    /// A toolkit brings a frame to the screen in one piece, so they tell of all of it.
+    /// Returns the pixels of two strips from top to bottom, one through the window's left part and one
+    /// through its right. A toolkit brings a frame to the screen in one piece, so they represent all of it.
     QByteArray strips(xcb_window_t window) const
     {
         constexpr int stripWidth = 12;
@@ -88,7 +88,7 @@ public:
         return pixels;
     }
 
-    /// As a panel closes a window.
+    /// Closes a window as a panel does.
     void close(xcb_window_t window) const
     {
         xcb_client_message_event_t event{};
@@ -96,7 +96,7 @@ public:
         event.format = 32;
         event.window = window;
         event.type = m_close;
-        event.data.data32[1] = 2; // from the user's pager
+        event.data.data32[1] = 2; // the request comes from the user's pager
         xcb_send_event(connection(), 0, m_root,
                        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                        reinterpret_cast<const char*>(&event));
@@ -170,7 +170,7 @@ public:
                                                    : QStringLiteral(BARE_WINDOW_PROGRAM),
                         {});
         waitFor("The program doesn't get ready", [&] { return isReady(); });
-        turnFor(1500); // what is done after the start isn't the window's cost
+        turnFor(1500); // what is done after the start doesn't belong to the window's cost
     }
 
     ~Process()
@@ -197,7 +197,7 @@ public:
         QDBusConnection::sessionBus().send(call);
     }
 
-    /// Megabytes.
+    /// Returns megabytes.
     double memory(const char* field) const { return processFigures::kilobytes(pid(), field) / 1024; }
     std::map<QByteArray, long> switches() const { return processFigures::switches(pid()); }
 
@@ -214,7 +214,7 @@ private:
     QProcess m_process;
 };
 
-/// Asks for the window and gives the milliseconds until it looked for the first time as it stays.
+/// Asks for the window and returns the milliseconds until it first had its final pixels.
 double open(Process& process, const Display& display)
 {
     constexpr int settled = 1000;
@@ -269,7 +269,7 @@ int cost(int rounds)
             const double closed = process.memory("Pss");
             const double again = open(process, display);
             if (round == 0)
-                continue; // the first warms the page cache
+                continue; // the first round warms the page cache
             Figures& figures = all[program];
             figures.first.push_back(first);
             figures.again.push_back(again);
