@@ -1,5 +1,4 @@
-// Any bytes are either refused with a reason or decoded to values that keep: their text decodes to equal
-// ones.
+// Bytes are either refused with a reason or decoded to values that last: their text decodes to equal ones.
 #include "PlatformLinux/Defaults/DefaultsCodec.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// Any bytes are either no history or one that keeps: what is written from it reads back as the same.
+// Bytes are either no history or a history that lasts: what is written from it reads back as the same.
 #include "Capabilities/ClipboardHistory/Archive/HistoryCodec.h"
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Whatever another program sends, links and files come out as what they would be read as again, and texts in
-// UTF-8.
+// Whatever another program sends, links and files are returned in the form in which they would be read again,
+// and texts in UTF-8.
 #include "PlatformLinux/Pasteboard/PasteboardFormats.h"
 #include "PlatformLinux/Pasteboard/PasteboardTargets.h"
 
@@ -33,7 +33,7 @@ void checkUrls(const QList<QUrl>& urls)
     require(decodeCopiedFiles(encodeCopiedFiles(urls)).size() == urls.size());
 }
 
-/// All the bytes as the answer to one target.
+/// Reads all bytes as the answer to one target.
 void checkAnswer(const TargetName& target, const QByteArray& bytes)
 {
     const QStringList wanted{pasteboardType::string, pasteboardType::url, pasteboardType::fileURL,

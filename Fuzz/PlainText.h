@@ -1,4 +1,4 @@
-// What holds for each text that was made from a formatted one.
+// Checks that hold for each text that was made from a formatted one.
 #pragma once
 
 #include <QString>

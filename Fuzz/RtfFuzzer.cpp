@@ -1,4 +1,4 @@
-// Any bytes are either no RTF or give a text that is no longer than they are, of whole characters, without
+// Bytes are either no RTF or give a text that is no longer than they are, of whole characters and without
 // control characters.
 #include "Capabilities/PlainPaste/Rtf/RtfText.h"
 #include "PlainText.h"

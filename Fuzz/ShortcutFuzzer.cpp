@@ -1,5 +1,5 @@
-// A stored text is a shortcut exactly when a JSON parser of another make finds both numbers in it, and the
-// shortcut's own text reads as the same one.
+// A stored text is a shortcut exactly when a second JSON parser finds both numbers in it, and the shortcut's
+// own text reads as the same one.
 #include "KeyboardShortcuts/Storage/ShortcutCoding.h"
 
 #include <QJsonDocument>
@@ -22,8 +22,8 @@ void require(bool holds)
 const QLatin1String keyCodeField("carbonKeyCode");
 const QLatin1String modifiersField("carbonModifiers");
 
-/// Where the two may differ: of a name that is there twice the other parser keeps the last, it takes escapes
-/// that there aren't, and it nests deeper.
+/// Excludes texts about which the two may differ: the other parser keeps the last of two equal names, accepts
+/// escapes that JSON doesn't have, and nests deeper.
 bool isPlain(const QByteArray& bytes)
 {
     return bytes.count("carbonKeyCode") == 1 && bytes.count("carbonModifiers") == 1 &&
@@ -31,7 +31,7 @@ bool isPlain(const QByteArray& bytes)
            bytes.count('{') + bytes.count('[') < 64 && !bytes.startsWith("\xEF\xBB\xBF");
 }
 
-/// As exactly as a double can tell, which is all that the other parser has for some numbers.
+/// Compares as exactly as a double can, which is all that the other parser has for some numbers.
 bool agrees(const QJsonValue& other, std::int64_t value)
 {
     return other.isDouble() && other.toDouble() == static_cast<double>(value);
@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     QJsonParseError error;
     const QJsonObject object = QJsonDocument::fromJson(bytes, &error).object();
-    // A number without use here may well be too large for a double.
+    // A number under another name may well be too large for a double.
     if (error.error == QJsonParseError::IllegalUTF8String || error.error == QJsonParseError::IllegalNumber)
         return 0;
     const QJsonValue keyCode = object.value(keyCodeField);
