@@ -1,4 +1,4 @@
-// Awake as a person meets it: the built program on a real panel, with hardware clicks and keys.
+// Awake as a person uses it: the built program on a real panel, with hardware clicks and keys.
 #include "Desktop/Support/Hardware.h"
 #include "Desktop/Support/Logind.h"
 #include "Desktop/Support/Program.h"
@@ -36,7 +36,7 @@ QByteArray awakeOnLaunch()
     return defaults({{QStringLiteral("awakeOnLaunch"), true}});
 }
 
-/// The kinds of lock that Orvane holds with logind, as one string; empty when it holds none.
+/// Returns the kinds of lock that Orvane holds with logind, as one string; empty when it holds none.
 QString heldLocks()
 {
     QStringList locks;
@@ -73,7 +73,7 @@ protected:
         return eventually(10s, [&] { return heldLocks() == expected; });
     }
 
-    /// The item of Awake, once the panel shows it.
+    /// Returns the item of Awake once the panel shows it.
     TrayItem awakeItem()
     {
         std::optional<TrayItem> item;
@@ -93,7 +93,8 @@ protected:
         return std::nullopt;
     }
 
-    /// All places, once every item of the program has one: an item that comes later moves the others.
+    /// Returns the item's place once every item of the program has one: an item that comes later moves the
+    /// others.
     std::optional<QRect> place(const TrayItem& item)
     {
         const QList<TrayItem> items = m_tray.itemsOf(m_program->pid());
@@ -266,7 +267,7 @@ TEST_F(AwakeDesktopTest, TheScreenSaverStaysOffWhileAwakeAndComesOnOtherwise)
     ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
     saver.setTimeout(timeout);
     saver.reset();
-    // Three times as long without any input, and still dark nowhere.
+    // Waits three times as long without any input; the display must not go dark.
     ASSERT_TRUE(eventually(15s, [&] { return saver.idle() >= 3 * timeout; }));
     EXPECT_EQ(saver.state(), ScreenSaver::State::off);
 

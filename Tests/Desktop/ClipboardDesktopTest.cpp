@@ -1,4 +1,4 @@
-// The clipboard history as a person meets it: copies of real programs, the panel, and pasting from it.
+// The clipboard history as a person uses it: copies of real programs, the panel, and pasting from it.
 #include "Contract/Support/SelectionOwner.h"
 #include "Desktop/Support/AccessibleTree.h"
 #include "Desktop/Support/ClipboardFixture.h"
@@ -43,7 +43,7 @@ QByteArray contentOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A picture on the clipboard, held by xclip.
+/// Copies a picture, which xclip holds.
 void copyPicture(const QString& path)
 {
     QImage image(64, 48, QImage::Format_RGB32);
@@ -66,7 +66,7 @@ mode_t modeOf(const QString& path)
 
 class ClipboardDesktopTest : public ClipboardFixture {
 protected:
-    /// Three copies, an editor in front, and the one in the middle chosen by typing.
+    /// Makes three copies, brings an editor to the front and chooses the middle copy by typing.
     void chooseTheSecondOfThree()
     {
         copy({QStringLiteral("alpha"), QStringLiteral("beta"), QStringLiteral("gamma")});
@@ -86,7 +86,7 @@ protected:
         EXPECT_EQ(peer.text(), QStringLiteral("beta")) << "what was typed into the panel isn't the editor's";
         EXPECT_TRUE(historyBecomes(texts({"gamma", "beta", "alpha"}))) << "choosing doesn't reorder";
     }
-    /// Wheels the page of the home window until this is in sight, and clicks on it.
+    /// Turns the wheel over the page of the home window until the element is visible, and clicks on it.
     void clickOnPage(const QString& name, const QString& role)
     {
         const AccessibleTree tree(program().pid());
@@ -103,7 +103,7 @@ protected:
         })) << name.toStdString();
         ASSERT_TRUE(clickOn(name, role));
     }
-    /// Files in the home that hold this.
+    /// Returns the files in the home that hold the text.
     QStringList filesWith(const QByteArray& text)
     {
         QStringList found;
@@ -182,7 +182,7 @@ TEST_F(ClipboardDesktopTest, ASecretOfAPasswordManagerIsPassedOver)
     startHistory();
     const SelectionOwner secret({{"UTF8_STRING", "hunter"}, {"x-kde-passwordManagerHint", "secret"}},
                                 Manner::pieces);
-    constexpr int piecesOfTheHint = 2; // itself and the end
+    constexpr int piecesOfTheHint = 2; // the hint itself and its end
     ASSERT_TRUE(eventually(10s, [&] { return secret.piecesSent() >= piecesOfTheHint; }))
         << "nobody looks at the hint";
     copy(QStringLiteral("after"));
@@ -239,7 +239,7 @@ TEST_F(ClipboardDesktopTest, WithAutoPasteOffTheClipboardHoldsTheEntryAndNothing
     ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
     chooseTheSecondOfThree();
     EXPECT_EQ(clipboardText(), QStringLiteral("beta"));
-    // Whether the window manager gives the editor the keyboard again is its own affair.
+    // It is up to the window manager to give the editor the keyboard again.
     ASSERT_TRUE(OtherClient().activate("Line edit"));
     ASSERT_TRUE(eventually(10s, [&] {
         m_hardware.tap("z");

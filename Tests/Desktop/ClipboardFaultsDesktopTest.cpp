@@ -1,5 +1,5 @@
-// The clipboard history among programs that misbehave, and over files that are damaged: it goes on, and loses
-// nothing that it had.
+// The clipboard history among programs that misbehave, and with damaged files: it goes on and loses nothing
+// that it had.
 #include "Contract/Support/SelectionOwner.h"
 #include "Desktop/Support/ClipboardFixture.h"
 #include "Desktop/Support/Peer.h"
@@ -34,7 +34,7 @@ QByteArray twoEntries()
 
 class ClipboardFaultsDesktopTest : public ClipboardFixture {
 protected:
-    /// With this in the history's file.
+    /// Starts the program with this in the history's file.
     void startWith(const QByteArray& json)
     {
         const auto home = std::make_shared<PrivateHome>();
@@ -51,7 +51,7 @@ protected:
         EXPECT_EQ(storedEntries(), before);
         EXPECT_TRUE(program().isRunning());
     }
-    /// Of a program with two entries, while this one owns the clipboard.
+    /// Expects that a program with two entries goes on while this one owns the clipboard.
     void expectItSurvives(const QMap<QByteArray, QByteArray>& data, Manner manner)
     {
         startWith(twoEntries());
@@ -60,7 +60,7 @@ protected:
             10s, [&] { return manner == Manner::silent ? owner.requests() > 0 : owner.piecesSent() > 0; }));
         expectItGoesOn({QStringLiteral("text:first"), QStringLiteral("text:second")});
     }
-    /// What it makes of a file; it goes on in any case.
+    /// Expects what the program reads from a file; it goes on in any case.
     void expectReads(const QByteArray& json, const QStringList& entries)
     {
         startWith(json);
@@ -90,7 +90,7 @@ TEST_F(ClipboardFaultsDesktopTest, OfAnOwnerOf200MegabytesNoneIsKept)
     startWith(twoEntries());
     {
         const SelectionOwner owner({{"UTF8_STRING", QByteArray(200 << 20, 'x')}}, Manner::pieces, 1 << 20);
-        // More than 64 MiB isn't read; the last piece that was asked for lies around that.
+        // The program doesn't read more than 64 MiB; the last piece that was asked for lies around that.
         int pieces = 0;
         ASSERT_TRUE(eventually(60s, [&] { return (pieces = owner.piecesSent()) >= 64; })) << pieces;
         copy(QStringLiteral("in between"));
@@ -161,7 +161,7 @@ TEST_F(ClipboardFaultsDesktopTest, AnImageNameThatLeadsElsewhereIsNotFollowed)
 
 TEST_F(ClipboardFaultsDesktopTest, AFileThatCantBeReadBeginsAnEmptyList)
 {
-    // Root reads whatever the mode says, so something stands there that nobody can read.
+    // Root reads a file whatever its mode, so the history is put where nobody can read it.
     const auto home = std::make_shared<PrivateHome>();
     const QString inTheWay = historyFolder(*home) + QStringLiteral("/history.json/inside");
     QDir().mkpath(inTheWay);
@@ -174,8 +174,8 @@ TEST_F(ClipboardFaultsDesktopTest, AFileThatCantBeReadBeginsAnEmptyList)
 
 TEST_F(ClipboardFaultsDesktopTest, WhenNothingMoreCanBeWrittenTheListOnTheDiskStaysWhole)
 {
-    // As on a full disk: no file may grow over a limit. The signal that tells of it ends a program that
-    // doesn't ignore it, and what is ignored is handed down to the program.
+    // A limit to the size of files acts like a full disk. The signal of that limit ends a program that
+    // doesn't ignore it, and an ignored signal stays ignored in the program that is started.
     const auto before = std::signal(SIGXFSZ, SIG_IGN);
     startWith(twoEntries());
     std::signal(SIGXFSZ, before);
@@ -189,7 +189,7 @@ TEST_F(ClipboardFaultsDesktopTest, WhenNothingMoreCanBeWrittenTheListOnTheDiskSt
     ASSERT_TRUE(eventually(10s, [&] { return rows().size() == 4; })) << rows().size() << " rows";
     EXPECT_EQ(storedEntries(), (QStringList{QStringLiteral("text:small"), QStringLiteral("text:first"),
                                             QStringLiteral("text:second")}));
-    // With room again, the next change brings all of it to the disk.
+    // Once there is room again, the next change brings all of it to the disk.
     const rlimit none{RLIM_INFINITY, RLIM_INFINITY};
     ASSERT_EQ(::prlimit(static_cast<pid_t>(program().pid()), RLIMIT_FSIZE, &none, nullptr), 0);
     copy(QStringLiteral("afterwards"));

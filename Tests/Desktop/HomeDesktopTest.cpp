@@ -54,7 +54,7 @@ protected:
     {
         m_tree = std::make_unique<AccessibleTree>(program().pid());
         startAgain();
-        // A new window is moved before it stays where it is.
+        // A new window is moved before it comes to rest.
         std::optional<QRect> place;
         ASSERT_TRUE(eventually(10s, [&] {
             const auto found = node("list item", general);
@@ -62,7 +62,7 @@ protected:
             return place && before == place;
         }));
     }
-    /// As a click on the program's entry in the desktop's menu.
+    /// Acts as a click on the program's entry in the desktop's menu.
     void startAgain()
     {
         Program second({.home = program().home()});
@@ -93,7 +93,7 @@ protected:
         const auto found = node("list item", row);
         return found ? found->description : QString();
     }
-    /// Role and name of what has the focus.
+    /// Returns role and name of the element with the focus.
     QString focused()
     {
         const auto found = m_tree->focused();
@@ -103,7 +103,8 @@ protected:
     {
         return eventually(10s, [&] { return focused() == QLatin1String(what); });
     }
-    /// Presses the key until this has the focus; false when it doesn't come in a round of the whole window.
+    /// Presses the key until this element has the focus; false when it doesn't get it in one round of the
+    /// whole window.
     bool reach(const char* key, const char* what)
     {
         for (int step = 0; step < 40; ++step) {
@@ -128,7 +129,7 @@ protected:
         return enabled.value(QStringLiteral("net.lindenrow.orvane.") + QLatin1String(capability)).toBool();
     }
     enum class TaskBar { unknown, listed, leftOut };
-    /// What the home window's state tells whoever lists windows.
+    /// Returns what the home window's state tells programs that list windows.
     TaskBar taskBarEntry()
     {
         const auto window = m_screen.window(program().pid(), orvane);

@@ -1,4 +1,4 @@
-// Ctrl Shortcuts as a person meets them: keys of the hardware, in real programs.
+// Ctrl Shortcuts as a person uses them: keys of the hardware, in real programs.
 #include "Desktop/KeySwapFixture.h"
 
 #include <QTemporaryDir>
@@ -80,15 +80,15 @@ TEST_F(KeySwapDesktopTest, AChangeOfTheFrontmostProgramHoldsForTheNextKeys)
         return contentOf(mark).contains("interrupted");
     }));
 
-    // Back in the editor, Super is Control again. (Qt says nothing of a focus that was away for a moment
-    // only.)
+    // Back in the editor, Super is Control again. (Qt doesn't report a focus that was away for only a
+    // moment.)
     ASSERT_TRUE(OtherClient().activate("Line edit"));
     ASSERT_TRUE(eventually(10s, [&] {
         m_hardware.tap("End");
         return editor.lines().last() == QStringLiteral("marked:");
     }));
     EXPECT_TRUE(eventually(10s, [&] {
-        chord("Super_L", "a"); // which types, until the program knows
+        chord("Super_L", "a"); // typed until the program knows of the change
         return editor.lines().last().startsWith(QStringLiteral("marked:here"));
     }));
 }
@@ -102,11 +102,12 @@ TEST_F(KeySwapDesktopTest, AltTabStillSwitchesWindows)
     ASSERT_TRUE(second.tells(QStringLiteral("focused")));
     ASSERT_TRUE(
         eventually(10s, [&] { return m_screen.window(second.pid(), QStringLiteral("Entry")).has_value(); }));
-    // Held until the switcher has come up, as a hand does: a further window of whoever manages windows.
+    // The chord is held until the switcher, a further window of the window manager, has come up; a person
+    // does the same.
     QList<std::uint32_t> known;
     for (const ScreenWindow& window : m_screen.windows())
         known.append(window.id);
-    // The switcher may miss the end of a chord that is over before it has the keyboard; a hand would try
+    // The switcher may miss the end of a chord that is over before it has the keyboard; a person would try
     // again.
     bool hasSwitched = false;
     for (int attempt = 0; attempt < 4 && !hasSwitched; ++attempt) {

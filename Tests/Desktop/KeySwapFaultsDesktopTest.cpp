@@ -1,4 +1,4 @@
-// What becomes of the keyboard when the program, the window manager or the X server fails.
+// What happens to the keyboard when the program, the window manager or the X server fails.
 #include "Desktop/KeySwapFixture.h"
 
 #include <QElapsedTimer>
@@ -15,7 +15,7 @@
 namespace orvane::tests {
 namespace {
 
-/// Holds one thread of a program still, as a hang does; the others run on.
+/// Stops one thread of a program, as a hang does; the others run on.
 class StoppedThread {
 public:
     explicit StoppedThread(qint64 thread) : m_thread(static_cast<pid_t>(thread))
@@ -49,7 +49,7 @@ TEST_F(KeySwapFaultsDesktopTest, AKeyboardThatIsDisabledUnderAHungProgramHarmsNo
     {
         const StoppedThread mainThread(m_program->pid());
         other.setDeviceEnabled("testkbd", false);
-        // Until the tap has given up, and let its devices go with one of them disabled.
+        // Waits until the tap has given up, and has let its devices go while one of them is disabled.
         EXPECT_TRUE(eventually(10s, [&] { return other.keysDown().isEmpty(); }));
     }
     other.setDeviceEnabled("testkbd", true);
@@ -73,11 +73,11 @@ TEST_F(KeySwapFaultsDesktopTest, TheWindowManagersDeathIsSurvived)
                        QStringLiteral("xkill -id $(xprop -root _NET_SUPPORTING_WM_CHECK | sed 's/.*# //')")});
     EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("The window manager is gone"))));
     EXPECT_TRUE(m_program->isRunning());
-    // Nothing that the old one has left behind may turn the new one away.
+    // The old window manager must leave nothing that keeps the new one from starting.
     QProcess::startDetached(QStringLiteral("xfwm4"), {QStringLiteral("--replace")});
     EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("A window manager is there again"))));
     EXPECT_TRUE(m_program->isRunning());
-    // A window manager may stumble over a window that goes while it starts, and the next test needs one.
+    // A window manager may fail over a window that disappears while it starts, and the next test needs one.
     peer = std::make_unique<Peer>(Peer::lineEdit());
     EXPECT_TRUE(eventually(40s, [&] {
         if (peer->tells(QStringLiteral("focused"), 4s))
@@ -100,7 +100,7 @@ TEST_F(KeySwapFaultsDesktopTest, AHungMainThreadCostsAtMostASecondOfKeysAndTheTa
         type("a");
         ASSERT_TRUE(peer.tells(QStringLiteral("text:a"), 10s)) << "a hung program takes the keyboard with it";
         waited = std::chrono::milliseconds(clock.elapsed());
-        // From now on the keyboard is the user's again, as if there were no tap.
+        // From now on the keyboard works as if there were no tap.
         type("b");
         ASSERT_TRUE(peer.tells(QStringLiteral("text:ab"), 10s));
         chord("Control_L", "a");
@@ -142,7 +142,8 @@ TEST_F(KeySwapFaultsDesktopTest, TheDeathOfTheXServerEndsTheProgramInOrder)
     const pid_t server = search.readAllStandardOutput().split('\n').first().toInt();
     ASSERT_GT(server, 0);
     kill(server, SIGKILL);
-    // The tap's thread says so, or the toolkit, whose main thread ends the process: whichever sees it first.
+    // Either the tap's thread reports it, or the toolkit, whose main thread ends the process: whichever sees
+    // it first.
     EXPECT_TRUE(program.waitForLog(
         QRegularExpression(QStringLiteral("The X server is gone|The X11 connection broke"))));
     const auto exit = program.wait();
@@ -179,12 +180,12 @@ TEST_F(KeySwapFaultsDesktopTest, AStoppedProgramCostsAboutASecondOfKeysAndIsTapp
     QElapsedTimer clock;
     clock.start();
     EXPECT_TRUE(eventually(10s, [&] {
-        type("a"); // as one does whose keyboard doesn't answer
+        type("a"); // as a user does whose keyboard doesn't answer
         return !peer.text().isEmpty();
     }));
     EXPECT_LT(std::chrono::milliseconds(clock.elapsed()), 3s)
         << "a second, on a machine with nothing else to do";
-    // The keyboard is the user's again, as if there were no tap.
+    // The keyboard works as if there were no tap.
     chord("Control_L", "a");
     m_hardware.tap("x");
     ASSERT_TRUE(peer.tells(QStringLiteral("text:x"), 10s));

@@ -1,4 +1,4 @@
-// The built program with Ctrl Shortcuts on, a person's keyboard, and what tests of both ask again and again.
+// The built program with Ctrl Shortcuts on, a person's keyboard, and the checks that several tests use.
 #pragma once
 
 #include "Desktop/Support/Hardware.h"
@@ -63,7 +63,7 @@ protected:
             m_hardware.tap(name);
         }
     }
-    /// A terminal whose program writes "ready" into a file, and "interrupted" when it is.
+    /// Returns a terminal whose program writes "ready" into a file, and "interrupted" when it is interrupted.
     static std::unique_ptr<Peer> interruptibleTerminal(const QString& mark)
     {
         const QString script =
@@ -76,7 +76,7 @@ protected:
                                                   QStringLiteral("-c"), script});
     }
 
-    /// Types, selects all, copies and pastes twice over with one modifier.
+    /// Types, selects all, copies and pastes twice, each with one modifier.
     void copyAndPaste(const QString& editor, const char* modifier)
     {
         setClipboardText(QStringLiteral("nothing of ours"));

@@ -41,7 +41,7 @@ protected:
     }
 
     static constexpr unsigned caps = 1 << 1, num = 1 << 4;
-    // X key codes, by what the keys have on a German layout.
+    // X key codes, named by what the keys have on a German layout.
     static constexpr std::uint8_t altGr = 108, letterQ = 24, letterE = 26, letterZ = 29, aUmlaut = 48,
                                   keypad1 = 87;
     std::unique_ptr<Peer> m_peer;

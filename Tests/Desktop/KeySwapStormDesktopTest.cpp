@@ -1,5 +1,5 @@
-// Ctrl Shortcuts while keys and modifiers go up and down without order and things go wrong under them.
-// Whatever happens, nothing stays pressed, nothing stays grabbed, and the next word is typed as it should be.
+// Ctrl Shortcuts while keys and modifiers go up and down at random and parts of the system fail. Whatever
+// happens, nothing stays pressed, nothing stays grabbed, and the next word is typed correctly.
 #include "Desktop/KeySwapFixture.h"
 
 #include <csignal>
@@ -33,7 +33,7 @@ protected:
             << "it stays grabbed";
     }
 
-    /// Presses what is up and lets go what is down, at random, the same at each run.
+    /// Presses keys that are up and releases keys that are down, at random but the same in each run.
     void storm(int motions)
     {
         static constexpr std::array names{"a", "b", "c", "d", "Shift_L", "Control_L", "Super_L"};
@@ -53,7 +53,7 @@ protected:
             m_hardware.release(name.c_str());
         m_held.clear();
     }
-    /// The keyboard is whole: everything is up, a word is typed, and `modifier` with A marks it.
+    /// Expects that everything is up, that a word is typed correctly, and that `modifier` with A marks it.
     void expectAWholeKeyboard(const char* modifier)
     {
         releaseAll();
@@ -72,7 +72,7 @@ protected:
         m_hardware.tap("BackSpace");
         EXPECT_TRUE(eventually(10s, [&] { return m_peer->text().isEmpty(); }));
     }
-    /// For a failure's text: which keys the server takes for pressed, all together and by device.
+    /// Describes for a failure's text the keys that the server takes for pressed, all together and by device.
     static std::string keysDown()
     {
         OtherClient other;
@@ -91,7 +91,7 @@ protected:
                           {QStringLiteral("-rules"), QStringLiteral("evdev"), QStringLiteral("-model"),
                            QStringLiteral("pc105"), QStringLiteral("-layout"), QLatin1String(layout)});
     }
-    /// The guardian of this program, or 0.
+    /// Returns the guardian of this program, or 0.
     pid_t guardian() const
     {
         QProcess search;
@@ -106,7 +106,7 @@ protected:
     std::unique_ptr<Peer> m_peer;
 };
 
-/// A lock screen, or an open menu: a client that has the keyboard to itself.
+/// A client that has the keyboard to itself, as a lock screen or an open menu does.
 class KeyboardGrab {
 public:
     KeyboardGrab() : m_display(XOpenDisplay(nullptr))
@@ -121,7 +121,7 @@ public:
     KeyboardGrab& operator=(const KeyboardGrab&) = delete;
 
     bool hasIt() const { return m_hasIt; }
-    /// The keys that came here since the last call: positive for a press.
+    /// Returns the keys that came here since the last call: positive for a press.
     QList<int> keys()
     {
         QList<int> found;
@@ -245,7 +245,7 @@ TEST_F(KeySwapStormDesktopTest, ALockScreenGetsEveryKeyAndLeavesTheKeyboardWhole
 {
     startWithEditor("fullSwap");
     storm(41);
-    expectAWholeKeyboard("Super_L"); // and nothing of it is still on its way
+    expectAWholeKeyboard("Super_L"); // and nothing of the grab is still on its way
     {
         KeyboardGrab lock;
         ASSERT_TRUE(lock.hasIt());

@@ -21,7 +21,7 @@ const QString keySwap = QStringLiteral("Ctrl Shortcuts");
 const QString nothingIsOn = QStringLiteral("No capabilities are on");
 const QString turnOn = QStringLiteral("Turn features on…");
 
-/// The labels, once they are these; what they are otherwise.
+/// Returns the labels once they are the expected ones, or the last others.
 class MenusDesktopTest : public ShellDesktopTest {
 protected:
     bool menuBecomes(const QStringList& labels)
@@ -86,7 +86,7 @@ TEST_F(MenusDesktopTest, ACapabilityThatNeedsAPermissionHasNoPlace)
         .environment = {{QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("wayland")}}});
     ASSERT_TRUE(program().waitUntilReady());
     ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("This is a Wayland session"))));
-    // Awake is restored after the other one, so with it in the menu both have been tried.
+    // Awake is restored after the other feature, so with Awake in the menu both have been tried.
     EXPECT_TRUE(menuBecomes({orvane, separator, awake, separator, openItem, quitItem}));
 }
 

@@ -1,5 +1,5 @@
-// The first run as a person meets it: by mouse alone, by keys alone, left in the middle; and the program that
-// is started anew from it.
+// The first run as a person meets it: by mouse alone, by keys alone, or stopped in the middle; and the
+// program that is started anew from it.
 #include "Desktop/Support/AccessibleTree.h"
 #include "Desktop/Support/Bus.h"
 #include "Desktop/Support/Hardware.h"
@@ -44,7 +44,7 @@ protected:
     {
         return eventually(15s, [&] { return !find(name); });
     }
-    /// What is to be seen of this name; of any role and description where none is given.
+    /// Returns the visible element with this name; with any role and description where none is given.
     std::optional<AccessibleNode> find(const QString& name, const QString& role = {},
                                        const QString& description = {}) const
     {
@@ -56,7 +56,7 @@ protected:
         return std::nullopt;
     }
 
-    /// True once the keys go to this button.
+    /// True once this button gets the keys.
     bool getsFocus(const QString& name)
     {
         return eventually(15s, [&] {
@@ -67,7 +67,7 @@ protected:
 
     void click(const QString& name, const QString& role, const QString& description = {})
     {
-        // A new window is moved before it is the active one, and something in it has the focus then.
+        // A new window is moved before it is the active one, and one of its elements has the focus then.
         std::optional<QRect> place;
         ASSERT_TRUE(eventually(15s, [&] {
             const AccessibleTree tree(m_program->pid());
@@ -223,7 +223,7 @@ TEST_F(OnboardingDesktopTest, AFinishedFirstRunIsNotShownAgain)
 
 namespace {
 
-/// The desktop's switch for assistive technology, off for the object's life.
+/// Turns the desktop's switch for assistive technology off for the object's life.
 class NoAssistance {
 public:
     NoAssistance() { set(false); }
@@ -245,7 +245,7 @@ public:
 TEST_F(OnboardingDesktopTest, APermissionThatComesMeanwhileShowsAndOneThatIsAskedForComes)
 {
     const NoAssistance off;
-    // The tree is there all the same: these tests read it.
+    // The tree is needed all the same: these tests read it.
     start({.environment = {{QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1")}}});
     click(QStringLiteral("Continue"), button);
     const auto grant = [&] { return find(QStringLiteral("Grant"), button, QStringLiteral("Accessibility")); };
@@ -299,7 +299,7 @@ protected:
         click(QStringLiteral("Continue"), button);
         click(QStringLiteral("Quit & Reopen"), button);
     }
-    /// The process that owns the name now, once it isn't the old one.
+    /// True once another process than the old one owns the name.
     bool isSucceeded()
     {
         const bool succeeded = eventually(20s, [&] {

@@ -1,4 +1,4 @@
-// Paste as Plain Text as a person meets it: formatted copies of other programs, pasted by the shortcut.
+// Paste as Plain Text as a person uses it: formatted copies of other programs, pasted by the shortcut.
 #include "Contract/Support/SelectionAsker.h"
 #include "Contract/Support/SelectionOwner.h"
 #include "Desktop/Support/Bus.h"
@@ -25,7 +25,7 @@ constexpr int option = 0x800;
 constexpr StoredShortcut controlOptionV{9, control | option};
 constexpr StoredShortcut controlShiftV{9, control | shift};
 
-/// What browsers offer of a marked part of a page that has no plain text of its own.
+/// The formats that browsers offer for a marked part of a page, without plain text.
 const QMap<QByteArray, QByteArray> browser{
     {"text/html", "<meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">"
                   "<span style=\"color:red\">caf\xC3\xA9 <b>au</b>&nbsp;lait</span>"},
@@ -36,7 +36,7 @@ const QMap<QByteArray, QByteArray> browser{
 };
 const QString fromBrowser = QStringLiteral("caf\u00E9 au\u00A0lait");
 
-/// What word processors offer, again without the plain text.
+/// The formats that word processors offer, again without the plain text.
 const QMap<QByteArray, QByteArray> office{
     {"application/x-openoffice-objectdescriptor-xml;windows_formatname=\"Star Object Descriptor (XML)\"",
      "x"},
@@ -56,7 +56,7 @@ QByteArray picture()
     return buffer.data();
 }
 
-/// Takes Accessibility away from every program of the desktop, until the end.
+/// Takes Accessibility away from every program of the desktop until the object's end.
 class WithoutTrust {
 public:
     WithoutTrust() { set(false); }
@@ -89,14 +89,14 @@ protected:
     }
     void pasteAsPlainText() { chord({"Control_L", "Alt_L", "v"}); }
 
-    /// Nothing was typed before this, or it would stand before the z.
+    /// Expects that nothing was typed before this: it would stand before the z.
     void expectNothingWasTyped(Peer& peer)
     {
         m_hardware.tap("z");
         EXPECT_TRUE(peer.tells(QStringLiteral("text:z"))) << peer.text().toStdString();
         EXPECT_EQ(peer.text(), QStringLiteral("z"));
     }
-    /// The clipboard holds this text and nothing else.
+    /// Expects that the clipboard holds this text and nothing else.
     static void expectOnlyText(const QString& text)
     {
         EXPECT_TRUE(eventually(10s, [&] { return clipboardText() == text; }))
@@ -104,7 +104,7 @@ protected:
         EXPECT_THAT(SelectionAsker().targets(), Not(Contains("text/html")));
         EXPECT_THAT(SelectionAsker().targets(), Not(Contains("text/rtf")));
     }
-    /// Each of the two copies, pasted into an editor.
+    /// Pastes each of the two copies into an editor.
     void expectPastedInto(const QString& editor)
     {
         startWith();
@@ -187,7 +187,7 @@ TEST_F(PlainPasteDesktopTest, ABoldTextThatIsCopiedAndPastedInPlaceLosesItsBold)
     chord({"Control_L", "c"});
     ASSERT_TRUE(eventually(10s, [] { return clipboardText() == QStringLiteral("bold"); }));
     EXPECT_THAT(SelectionAsker().targets(), Contains("text/html"));
-    // The usual paste keeps it.
+    // The usual paste keeps the format.
     chord({"Control_L", "v"});
     ASSERT_TRUE(peer.tells(QStringLiteral("text:one /bold/ two"))) << peer.text().toStdString();
     press({"Shift_L"});
@@ -208,7 +208,7 @@ TEST_F(PlainPasteDesktopTest, APictureAloneStaysAndNothingIsPasted)
     const SelectionOwner owner({{"image/png", picture()}}, Manner::whole);
     pasteAsPlainText();
     ASSERT_TRUE(eventually(10s, [&] { return owner.requests() > 0; }));
-    // A second press runs after the first one, and what it did shows that the first did nothing.
+    // A second press is handled after the first one, and its effect shows that the first had none.
     m_hardware.tap("z");
     EXPECT_TRUE(peer.tells(QStringLiteral("text:z")));
     EXPECT_EQ(SelectionAsker().ask("image/png"), picture());

@@ -1,4 +1,4 @@
-// Global shortcuts as a person meets them: keys of the hardware, whatever else is going on.
+// Global shortcuts as a person uses them: keys of the hardware, in many situations.
 #include "Desktop/Support/OtherClient.h"
 #include "Desktop/Support/Peer.h"
 #include "Desktop/Support/ScreenSaver.h"
@@ -27,7 +27,7 @@ constexpr StoredShortcut f9{101, 0};
 constexpr unsigned capsLock = 0x02;
 constexpr unsigned numLock = 0x10;
 
-/// The locks in a state, and off again at the end.
+/// Sets the locks, and switches them off at the end.
 class Locks {
 public:
     Locks(Hardware& hardware, OtherClient& server, unsigned wanted) : m_hardware(hardware), m_server(server)
@@ -52,7 +52,7 @@ private:
     OtherClient& m_server;
 };
 
-/// The keyboard repeats fast, until the end.
+/// Makes the keyboard repeat fast until the object's end.
 class FastRepeat {
 public:
     explicit FastRepeat(OtherClient& server) : m_server(server), m_before(server.repeatRate())
@@ -63,7 +63,7 @@ public:
     FastRepeat(const FastRepeat&) = delete;
     FastRepeat& operator=(const FastRepeat&) = delete;
 
-    /// Repeats of a held key since the first call: each ends the server's idle time. Misses some.
+    /// Returns the repeats of a held key since the first call: each ends the server's idle time. Misses some.
     int seen()
     {
         const auto idle = m_screenSaver.idle();
@@ -82,7 +82,7 @@ private:
 
 class ShortcutsDesktopTest : public ShellDesktopTest {
 protected:
-    /// With Awake on, unless others are given, and its shortcut bound.
+    /// Starts with Awake on, unless others are given, and its shortcut bound.
     void startWith(QMap<QString, StoredShortcut> shortcuts, QStringList enabled = {awake},
                    QVariantMap more = {})
     {
@@ -94,13 +94,13 @@ protected:
         }));
     }
     qsizetype timesSwitchedOn() { return program().log().filter(QStringLiteral("Awake on (")).size(); }
-    /// A key that comes after others: once it has acted, so have they.
+    /// Presses a key after others: once it has acted, so have they.
     void expectOrvaneOpensBy(std::initializer_list<const char*> keys)
     {
         chord(keys);
         EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
     }
-    /// The panel's menu is open, and its keys come to the program first: what is typed then comes from the
+    /// Opens the panel's menu, whose keys come to the program first: what is typed then comes from the
     /// server's own keyboard.
     bool openStatusMenuAndListen()
     {
@@ -111,7 +111,8 @@ protected:
                    return passes;
                });
     }
-    /// The panel's menu is closed, the program knows it, and the shortcuts are back to their usual way.
+    /// True once the panel's menu is closed, the program knows it, and the shortcuts work in the usual way
+    /// again.
     bool menusCloseAndItStopsListening()
     {
         return menusClose() && eventually(10s, [&] { return !m_server.isFloating("testkbd"); });
@@ -272,7 +273,7 @@ TEST_F(ShortcutsDesktopTest, WhileThePanelShowsTheMenuItFiresAndTheMenuDoesntSee
     EXPECT_TRUE(menuIsOpen()) << "the menu got the key";
     EXPECT_EQ(timesSwitchedOn(), 1);
 
-    // Other keys go where they always did.
+    // Other keys go where they always go.
     ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, statusItem().menu().layout().value_or(MenuNode()),
                                  {QStringLiteral("Open Orvane…")}));
     EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
@@ -300,7 +301,8 @@ TEST_F(ShortcutsDesktopTest, AChordFiresWhileThePanelShowsTheMenuAndEscapeCloses
 
 TEST_F(ShortcutsDesktopTest, WhileAMenuOfTheOlderTrayIsOpenItFiresAndTheMenuDoesntSeeTheKey)
 {
-    // Without a session bus the status items stand in the older tray, and their menus are the program's own.
+    // Without a session bus the status items stand in the XEmbed tray, and their menus are drawn by the
+    // program.
     const QString noBus = QStringLiteral("unix:path=/nonexistent/bus");
     m_program = std::make_unique<Program>(Program::Start{
         .defaults =
@@ -337,7 +339,7 @@ TEST_F(ShortcutsDesktopTest, WhileAMenuOfTheOlderTrayIsOpenItFiresAndTheMenuDoes
 
 TEST_F(ShortcutsDesktopTest, WhileATextFieldsMenuIsOpenItFiresAndTheMenuDoesntSeeTheKey)
 {
-    // A short list, so that what is below it is in sight.
+    // The list is short, so that the elements below it are visible.
     startWith({{toggleAwake, escape}, {openOrvane, controlOptionK}}, {awake, QStringLiteral("keyswap")},
               {{QStringLiteral("net.lindenrow.orvane.keyswap.excludedApps"),
                 QStringList{QStringLiteral("org.gnu.Emacs")}}});
@@ -345,12 +347,12 @@ TEST_F(ShortcutsDesktopTest, WhileATextFieldsMenuIsOpenItFiresAndTheMenuDoesntSe
     ASSERT_TRUE(clickOn(QStringLiteral("Ctrl Shortcuts"), QStringLiteral("list item")));
     ASSERT_TRUE(clickOn(QStringLiteral("Add App…"), QStringLiteral("push button")));
     ASSERT_TRUE(clickOn(QStringLiteral("Search applications"), QStringLiteral("text")));
-    m_hardware.tap("a"); // or nothing in its menu could be chosen
+    m_hardware.tap("a"); // otherwise nothing in its menu could be chosen
     QList<std::uint32_t> known;
     for (const ScreenWindow& window : m_screen.windowsOf(program().pid()))
         known.append(window.id);
     ASSERT_TRUE(clickOn(QStringLiteral("Search applications"), QStringLiteral("text"), Button::right));
-    // Qt doesn't call it a menu.
+    // Qt doesn't give this window the type of a menu.
     const auto fieldMenu = [&]() -> std::optional<ScreenWindow> {
         for (const ScreenWindow& window : m_screen.windowsOf(program().pid())) {
             if (window.type == WindowType::normal && !known.contains(window.id))
@@ -373,7 +375,7 @@ TEST_F(ShortcutsDesktopTest, WhileATextFieldsMenuIsOpenItFiresAndTheMenuDoesntSe
     m_hardware.tap("Escape");
     EXPECT_TRUE(becomesAsleep());
     EXPECT_TRUE(fieldMenu());
-    // The pointer lies on the menu and may have taken the mark off the entry; a hand would try again.
+    // The pointer lies on the menu and may have taken the mark off the entry; a person would try again.
     EXPECT_TRUE(eventually(20s, [&] {
         m_hardware.tap("Return");
         if (eventually(3s, [&] { return !fieldMenu(); }))
@@ -406,7 +408,7 @@ TEST_F(ShortcutsDesktopTest, WithCtrlShortcutsOnTooItFiresWhileThePanelShowsTheM
     startWith({{toggleAwake, f9}}, {awake, QStringLiteral("keyswap")});
     ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
     ASSERT_TRUE(openStatusMenu());
-    // The first one may come before the program knows of the menu; a hand would try again.
+    // The first key may come before the program knows of the menu; a person would try again.
     EXPECT_TRUE(eventually(10s, [&] {
         m_hardware.tap("F9");
         return eventually(1s, [] { return !heldLocks().isEmpty(); });

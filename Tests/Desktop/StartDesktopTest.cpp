@@ -1,4 +1,4 @@
-// How the program starts, a second time too, and what it makes of damaged or missing surroundings.
+// The start of the program, a second start, and starts with damaged or missing surroundings.
 #include "Desktop/Support/Logind.h"
 #include "Desktop/Support/Peer.h"
 #include "Desktop/Support/Program.h"
@@ -46,7 +46,8 @@ struct StartDesktopTest : testing::Test {
         QProcess xprop;
         xprop.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_ACTIVE_WINDOW")});
         xprop.waitForFinished();
-        // "_NET_ACTIVE_WINDOW(WINDOW): window id # 0x1200006", with a further number behind a comma or not
+        // The line is "_NET_ACTIVE_WINDOW(WINDOW): window id # 0x1200006", with or without a comma and a
+        // further number.
         const QString text = QString::fromLatin1(xprop.readAllStandardOutput());
         const QString id = text.section(QStringLiteral("# "), 1).section(QLatin1Char(','), 0, 0).trimmed();
         return id.toUInt(nullptr, 16);
@@ -95,7 +96,7 @@ TEST_F(StartDesktopTest, AFurtherStartBringsAHiddenAwayWindowToTheFront)
     ASSERT_TRUE(other.tells(QStringLiteral("focused")));
     const auto home = m_screen.window(first.pid(), QStringLiteral("Orvane"));
     ASSERT_TRUE(home);
-    // The window manager says so after the one that has the focus knows it.
+    // The window manager reports it after the window with the focus knows it.
     ASSERT_TRUE(eventually(10s, [&] { return activeWindow() != home->id; }));
 
     Program second({.home = first.home()});

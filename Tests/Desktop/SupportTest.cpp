@@ -1,4 +1,4 @@
-// The tools of the desktop tests, on programs other than ours.
+// Tests of the tools for desktop tests, on programs other than ours.
 #include "Desktop/Support/Bus.h"
 #include "Desktop/Support/Hardware.h"
 #include "Desktop/Support/Logind.h"
@@ -43,7 +43,7 @@ QRegularExpression line(const char* text)
     return QRegularExpression(QRegularExpression::anchoredPattern(QLatin1String(text)));
 }
 
-/// A window that remembers the keys and buttons it got.
+/// A window that records the keys and buttons it got.
 class Typewriter {
 public:
     Typewriter()
@@ -58,7 +58,7 @@ public:
     Typewriter(const Typewriter&) = delete;
     Typewriter& operator=(const Typewriter&) = delete;
 
-    /// In the root window, wherever the window manager has put it.
+    /// Returns the centre in the root window, wherever the window manager has put it.
     QPoint centre() const
     {
         int x = 0, y = 0;
@@ -275,7 +275,7 @@ protected:
 
     void TearDown() override { EXPECT_TRUE(closeMenus(screen, hardware)); }
 
-    /// The middle of the item, once the panel has laid it out.
+    /// Returns the middle of the item once the panel has laid it out.
     QPoint spot()
     {
         std::optional<QRect> place;

@@ -1,4 +1,4 @@
-// Whether the tests' own look at windows tells what is seen, under the window manager that runs.
+// Checks that the tests' own look at windows agrees with what is seen, under the window manager that runs.
 #include "Desktop/Support/Peer.h"
 #include "Desktop/Support/Screen.h"
 #include "Desktop/Support/WindowDrag.h"
@@ -48,7 +48,8 @@ protected:
     WindowId m_window = 0;
 };
 
-/// The share of a line of pixels that got brighter, which no shadow does: the desktop is dark.
+/// Returns the share of a line of pixels that got brighter. A shadow makes none brighter: the desktop is
+/// dark.
 double shareBrightened(const QImage& before, const QImage& now, QRect line)
 {
     int brightened = 0, all = 0;
@@ -77,7 +78,7 @@ TEST_P(WindowsSupportTest, TheFrameIsWhatIsSeen)
         const QRect frame = m_windows.frame(m_window);
         // Without the corners, which may be round.
         const QRect across = frame.adjusted(20, 0, -20, 0), along = frame.adjusted(0, 20, 0, -20);
-        // A GTK window draws a line of a pixel around itself, in the margin that it says isn't its own.
+        // A GTK window draws a line of a pixel around itself, in the margin that it reports as not its own.
         const int beside = m_windows.ownMargins(m_window).isNull() ? 1 : 2;
         edges = {{{{across.left(), frame.top(), across.width(), 1},
                    {across.left(), frame.top() - beside, across.width(), 1}},
@@ -113,7 +114,7 @@ TEST_P(WindowsSupportTest, AHandDragsItByItsTitleBar)
                            [&] {
                                return (m_windows.frame(m_window).topLeft() - before.topLeft() -
                                        QPoint(150, 90))
-                                          .manhattanLength() <= 16; // GTK's play
+                                          .manhattanLength() <= 16; // the distance that GTK ignores
                            }))
         << m_windows.frame(m_window).x() << "," << m_windows.frame(m_window).y();
     EXPECT_EQ(m_windows.frame(m_window).size(), before.size());

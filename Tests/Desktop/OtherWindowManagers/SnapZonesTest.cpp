@@ -1,4 +1,4 @@
-// Snapping under other window managers than the one that everything else is tested with.
+// Snapping under window managers other than the one that the other tests use.
 #include "Desktop/Support/SnapZonesFixture.h"
 #include "Support/Eventually.h"
 
@@ -7,15 +7,15 @@
 namespace orvane::tests {
 namespace {
 
-/// Drags to edges of both monitors, one of each kind.
+/// A drag to an edge of one of the monitors, one for each kind.
 struct Way {
     QPoint edge;
     Zone zone;
     QRect monitor;
 };
 
-/// Marco darkens the place in which it would put a window itself, and ours with it. Until the end it doesn't;
-/// others don't care.
+/// Marco darkens the place in which it would put a window itself, and our preview with it. This switches that
+/// off until the object's end; other window managers have no such setting.
 class NoTilingOfMarcos {
 public:
     NoTilingOfMarcos() { gsettings({QStringLiteral("set"), schema, key, QStringLiteral("false")}); }
@@ -59,7 +59,7 @@ TEST_P(SnapOfAKind, ShortcutsPlaceTheWindow)
 
 TEST_P(SnapOfAKind, DragsPlaceTheWindowThoughTheWindowManagerHasItsOwnIdeasOfEdges)
 {
-    // The gaps make sure that the place is ours.
+    // The gaps make sure that the place is set by the program.
     const Gaps gaps{.outer = 20, .inner = 12};
     startSnapping(
         {.settings = {{QStringLiteral("outerGap"), gaps.outer}, {QStringLiteral("innerGap"), gaps.inner}}});

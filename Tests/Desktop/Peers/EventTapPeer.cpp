@@ -1,4 +1,5 @@
-// A program with an event tap that changes nothing, to be killed. Says "ready" when the tap is in place.
+// A program with an event tap that changes nothing, made to be killed. Prints "ready" when the tap is in
+// place.
 #include "Platform/LogSink.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 

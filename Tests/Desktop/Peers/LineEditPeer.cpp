@@ -1,5 +1,5 @@
-// A line edit in a window of its own, which tells on standard output what happens to it, a line each:
-// "focused" when it has the keyboard, "text:" and its text after each change, "marked:" and what is marked.
+// A line edit in a window of its own, which prints what happens to it, a line each: "focused" when it has the
+// keyboard, "text:" and its text after each change, "marked:" and what is marked.
 #include <QApplication>
 #include <QLineEdit>
 #include <QTextStream>

@@ -1,6 +1,6 @@
-// A rich text edit with a bold word between two others, which tells on standard output what happens to it, a
-// line each: "focused", "marked:" and what is marked, and after each change "text:" and its text, a slash
-// before and after what is bold.
+// A rich text edit with a bold word between two others, which prints what happens to it, a line each:
+// "focused", "marked:" and what is marked, and after each change "text:" and its text, with a slash before
+// and after what is bold.
 #include <QApplication>
 #include <QTextBlock>
 #include <QTextEdit>

@@ -1,4 +1,4 @@
-// A status item with a menu, as Qt makes one, for tests of the tools that look at status items. Says on
+// A status item with a menu, as Qt makes one, for tests of the tools that look at status items. Prints on
 // standard error what is done to it.
 #include <QApplication>
 #include <QDBusConnection>

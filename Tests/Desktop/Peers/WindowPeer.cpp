@@ -1,5 +1,5 @@
-// A window of one colour: WindowPeer TITLE X Y WIDTH HEIGHT [COLOUR]. Says on standard output, a line each,
-// "focused" when it has the keyboard and "text:" and its letters after each key.
+// A window of one colour: WindowPeer TITLE X Y WIDTH HEIGHT [COLOUR]. Prints, a line each, "focused" when it
+// has the keyboard and "text:" and its letters after each key.
 #include <QApplication>
 #include <QKeyEvent>
 #include <QTextStream>

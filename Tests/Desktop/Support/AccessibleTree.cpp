@@ -11,7 +11,7 @@ namespace orvane::tests {
 
 namespace {
 
-constexpr int answerTime = 3000; // milliseconds
+constexpr int answerTime = 3000; // in milliseconds
 constexpr quint32 screenCoordinates = 0;
 
 const QString registry = QStringLiteral("org.a11y.atspi.Registry");
@@ -164,7 +164,7 @@ std::optional<AccessibleNode> AccessibleTree::focused() const
     for (const AccessibleNode& node : nodes()) {
         if (node.role == QLatin1String("list"))
             listHasFocus = node.isFocused();
-        // The current row says that it has the focus even while its list hasn't.
+        // The current row reports the focus even while its list doesn't have it.
         const bool counts = node.role != QLatin1String("list item") || listHasFocus;
         if (node.isFocused() && counts)
             found = node;

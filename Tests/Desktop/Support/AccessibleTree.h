@@ -1,4 +1,4 @@
-// A program as assistive technology sees it: asked for over the accessibility bus, anew at each call.
+// A program as assistive technology sees it, asked over the accessibility bus anew at each call.
 #pragma once
 
 #include <QDBusConnection>
@@ -37,11 +37,11 @@ public:
     AccessibleTree(const AccessibleTree&) = delete;
     AccessibleTree& operator=(const AccessibleTree&) = delete;
 
-    /// All that is shown, depth first. Empty while the program isn't on the bus.
+    /// Returns all elements that are shown, depth first. Empty while the program isn't on the bus.
     [[nodiscard]] QList<AccessibleNode> nodes() const;
-    /// The first of this role and name among them.
+    /// Returns the first element of this role and name.
     [[nodiscard]] std::optional<AccessibleNode> find(const char* role, const QString& name) const;
-    /// The one that has the focus.
+    /// Returns the element with the focus.
     [[nodiscard]] std::optional<AccessibleNode> focused() const;
 
 private:

@@ -1,4 +1,4 @@
-// Small questions to the session bus. Each blocks, for five seconds at most.
+// Questions to the session bus. Each blocks for at most five seconds.
 #pragma once
 
 #include <QDBusMessage>
@@ -7,15 +7,15 @@
 
 namespace orvane::tests {
 
-/// A method's answer; an error message when there is none.
+/// Returns a method's answer; an error message when there is none.
 [[nodiscard]] QDBusMessage ask(const QString& service, const QString& path, const QString& interface,
                                const QString& method, const QVariantList& arguments = {});
 
-/// A property's value, or an invalid variant.
+/// Returns a property's value, or an invalid variant.
 [[nodiscard]] QVariant property(const QString& service, const QString& path, const QString& interface,
                                 const QString& name);
 
-/// The process that owns a name; 0 when nobody does.
+/// Returns the process that owns a name; 0 when none does.
 [[nodiscard]] qint64 processOnSessionBus(const QString& name);
 
 } // namespace orvane::tests

@@ -14,20 +14,20 @@ struct MenuNode {
     enum class Toggle { none, checkmark, radio };
 
     int id = 0;
-    QString label; // as it is shown: without the marks of mnemonics
+    QString label; // the label as it is shown, without the marks of mnemonics
     bool enabled = true;
     bool visible = true;
     bool separator = false;
     Toggle toggle = Toggle::none;
     bool on = false;
-    QVariantMap properties; // all, as they came
+    QVariantMap properties; // all properties, as they were sent
     QList<MenuNode> children;
 
-    /// Whether a person can move to it.
+    /// True if a person can move to it.
     [[nodiscard]] bool selectable() const { return enabled && visible && !separator; }
-    /// The node under these labels; null when one of them isn't there.
+    /// Returns the node under these labels; null when one of them isn't there.
     [[nodiscard]] const MenuNode* find(const QStringList& labels) const;
-    /// The labels of the children that can be seen, "-" for a separator.
+    /// Returns the labels of the visible children, "-" for a separator.
     [[nodiscard]] QStringList labels() const;
 };
 
@@ -35,12 +35,12 @@ class DBusMenu {
 public:
     DBusMenu(QString service, QString path) : m_service(std::move(service)), m_path(std::move(path)) {}
 
-    /// The tree under a node, whose children it has to all depths. Nothing when the menu doesn't answer.
+    /// Returns the tree under a node, with children of all depths. Nothing when the menu doesn't answer.
     [[nodiscard]] std::optional<MenuNode> layout(int parent = 0) const;
-    /// Announces that a node's children are about to be shown. Whether the layout must be asked for again;
+    /// Announces that a node's children are about to be shown. True if the layout must be asked for again;
     /// nothing when the menu doesn't answer.
     std::optional<bool> aboutToShow(int id = 0) const;
-    /// Whether the event was taken.
+    /// True if the event was taken.
     bool click(int id) const;
 
 private:

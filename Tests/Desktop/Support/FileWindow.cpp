@@ -18,7 +18,7 @@ qsizetype copiedFiles()
                   {QStringLiteral("-o"), QStringLiteral("-selection"), QStringLiteral("clipboard"),
                    QStringLiteral("-t"), QStringLiteral("x-special/gnome-copied-files")});
     process.waitForFinished(5000);
-    // The first line says whether they are copied or cut.
+    // The first line says whether the files are copied or cut.
     return process.readAllStandardOutput().trimmed().count('\n');
 }
 
@@ -27,7 +27,7 @@ qsizetype copiedFiles()
 FileWindow::FileWindow(const QString& folder, Hardware& hardware)
     : m_title(QDir(folder).dirName() + QStringLiteral(" - Thunar")), m_hardware(hardware)
 {
-    // The program only asks the one that runs already, and ends.
+    // The program only asks the process that runs already, and ends.
     QProcess opening;
     opening.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     opening.start(QStringLiteral("thunar"), {folder});

@@ -17,7 +17,7 @@ public:
     FileWindow(const FileWindow&) = delete;
     FileWindow& operator=(const FileWindow&) = delete;
 
-    /// Selects the first files, in the order of the view, and copies them. True once the clipboard has so
+    /// Selects the first files in the order of the view and copies them. True once the clipboard has that
     /// many.
     [[nodiscard]] bool copyFirst(int count);
 

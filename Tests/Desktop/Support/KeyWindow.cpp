@@ -61,7 +61,7 @@ QByteArray KeyWindow::typed()
 
 bool KeyWindow::waitFor(std::chrono::milliseconds limit, const std::function<bool()>& condition)
 {
-    constexpr int recheck = 20; // for conditions that no event of the window tells of
+    constexpr int recheck = 20; // in ms, for conditions that no event of the window announces
     const QDeadlineTimer end(limit);
     while (!condition()) {
         if (end.hasExpired())

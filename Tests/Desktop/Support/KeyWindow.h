@@ -10,8 +10,8 @@
 
 namespace orvane::tests {
 
-/// Has the input focus and remembers each key: "+54" for a press, "-54" for a release, with "/" and the
-/// modifiers that X says are in force.
+/// Has the input focus and records each key: "+54" for a press, "-54" for a release, with "/" and the
+/// modifiers that X reports.
 class KeyWindow {
 public:
     KeyWindow();
@@ -20,9 +20,9 @@ public:
     KeyWindow& operator=(const KeyWindow&) = delete;
 
     QStringList keys();
-    /// What its presses and repeats would write.
+    /// Returns what the presses and repeats would type.
     QByteArray typed();
-    /// Waits without an event loop: a main thread that hangs.
+    /// Waits without an event loop, as a main thread that hangs.
     bool waitFor(std::chrono::milliseconds limit, const std::function<bool()>& condition);
 
 private:

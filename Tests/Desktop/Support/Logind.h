@@ -1,4 +1,4 @@
-// What logind, or its stand-in on the private desktop, tells about inhibitors.
+// The inhibitors of logind, or of its stand-in on the private desktop.
 #pragma once
 
 #include <QList>
@@ -9,7 +9,7 @@
 namespace orvane::tests {
 
 struct Inhibitor {
-    QString what; // several are joined by colons
+    QString what; // several kinds are joined by colons
     QString who;
     QString why;
     QString mode;
@@ -17,7 +17,7 @@ struct Inhibitor {
     quint32 pid = 0;
 };
 
-/// Those that are held now; nothing when nobody answers for logind on the system bus.
+/// Returns those that are held now; nothing when nobody answers for logind on the system bus.
 [[nodiscard]] std::optional<QList<Inhibitor>> inhibitors();
 
 } // namespace orvane::tests

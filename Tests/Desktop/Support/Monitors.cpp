@@ -12,7 +12,7 @@ namespace {
 void xrandr(const QStringList& arguments)
 {
     EXPECT_EQ(QProcess::execute(QStringLiteral("xrandr"), arguments), 0);
-    // Without a fresh probe clients go on ignoring a new output. It writes a long list.
+    // Clients ignore a new output until xrandr probes once more. Its output is long and not read.
     QProcess probe;
     probe.start(QStringLiteral("xrandr"), QStringList());
     EXPECT_TRUE(probe.waitForFinished());

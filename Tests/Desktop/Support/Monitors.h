@@ -1,5 +1,5 @@
-// The second monitor of the private desktop, moved about, unplugged and plugged in again. It is back to the
-// right of the first one at the end.
+// The second monitor of the private desktop, which can be moved, unplugged and plugged in again. At the
+// object's end it is back at the right of the first one.
 #pragma once
 
 namespace orvane::tests {
@@ -12,7 +12,7 @@ public:
     SecondMonitor& operator=(const SecondMonitor&) = delete;
 
     enum class Side { right, above };
-    /// `mode`: "1280x1000", or one that the first monitor has too.
+    /// `mode` is "1280x1000" or one that the first monitor has too.
     void plug(Side side, const char* mode = "1280x1000");
     void unplug();
 };

@@ -91,7 +91,8 @@ void OtherClient::setRepeatRate(RepeatRate rate)
 
 bool OtherClient::isKeyboardGrabbed()
 {
-    // A window that isn't shown can't have the keyboard, and before that is said comes who has it.
+    // A window that isn't shown can't have the keyboard, and the server reports that only after it has looked
+    // who has it.
     const Window window =
         XCreateSimpleWindow(m_state->display, DefaultRootWindow(m_state->display), 0, 0, 1, 1, 0, 0, 0);
     const int status =

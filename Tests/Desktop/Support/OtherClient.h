@@ -1,4 +1,4 @@
-// Another client of the X server that looks at its keyboards, and wants them too.
+// Another client of the X server that looks at its keyboards and takes them too.
 #pragma once
 
 #include <QList>
@@ -14,7 +14,7 @@ public:
     OtherClient(const OtherClient&) = delete;
     OtherClient& operator=(const OtherClient&) = delete;
 
-    /// The keys that the server takes for pressed.
+    /// Returns the keys that the server takes for pressed.
     QList<int> keysDown();
     QList<int> keysDown(const char* device);
     unsigned lockedModifiers();
@@ -26,14 +26,14 @@ public:
     RepeatRate repeatRate();
     void setRepeatRate(RepeatRate rate);
 
-    /// Whether some client has all keys to itself, as an open menu does.
+    /// True if some client has all keys to itself, as an open menu does.
     bool isKeyboardGrabbed();
-    /// As a window manager listens for a key.
+    /// Listens for a key as a window manager does.
     void grabKey(int key);
-    /// The keys that came by grabKey(): positive for a press.
+    /// Returns the keys that came by grabKey(): positive for a press.
     QList<int> grabbedKeys();
 
-    /// Takes a device for itself until its end. False when it is taken.
+    /// Takes a device for itself until the object's end. False when it is taken already.
     bool grabDevice(const char* device);
     void setDeviceEnabled(const char* device, bool enabled);
     bool isFloating(const char* device);

@@ -1,4 +1,4 @@
-// A program for the keys to go to, which tells of itself line by line on its standard output.
+// A program for the keys to go to, which reports on its standard output line by line.
 #pragma once
 
 #include <QProcess>
@@ -15,17 +15,17 @@ public:
     Peer(const Peer&) = delete;
     Peer& operator=(const Peer&) = delete;
 
-    /// The Qt line edit, the GTK entry.
+    /// The executables of the Qt line edit and of the GTK entry.
     static QString lineEdit();
     static QString gtkEntry();
-    /// Windows without content: TITLE X Y WIDTH HEIGHT. The GTK one decorates itself.
+    /// The executables of windows without content: TITLE X Y WIDTH HEIGHT. The GTK one decorates itself.
     static QString window();
     static QString gtkHeaderBar();
 
-    /// True once it has told this line, after what the last successful call found.
+    /// True once the program has printed this line after the one that the last successful call found.
     [[nodiscard]] bool tells(const QString& line,
                              std::chrono::milliseconds deadline = std::chrono::seconds(15));
-    /// The last text that it told of.
+    /// Returns the last text that it printed.
     [[nodiscard]] QString text();
     [[nodiscard]] qint64 pid() const { return m_process.processId(); }
     [[nodiscard]] const QStringList& lines();
@@ -38,9 +38,9 @@ private:
     qsizetype m_next = 0;
 };
 
-/// What the clipboard holds, asked for as any program would.
+/// Returns the clipboard's content, asked for as any program would.
 [[nodiscard]] QString clipboardText();
-/// Puts text on the clipboard, held by a program of its own until another one takes it.
+/// Puts text on the clipboard; a separate program holds it until another one takes the clipboard.
 void setClipboardText(const QString& text);
 
 } // namespace orvane::tests

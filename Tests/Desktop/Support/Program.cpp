@@ -117,7 +117,7 @@ void Program::readTerminal()
     ssize_t count = 0;
     while ((count = ::read(m_terminal, buffer, sizeof buffer)) > 0)
         m_unfinishedLine.append(buffer, count);
-    // The terminal fails from the program's end on, and is then ready for ever.
+    // The terminal reports an error after the program's end, and is readable for ever then.
     if (count == 0 || (errno != EAGAIN && errno != EINTR))
         m_terminalNotifier->setEnabled(false);
 
@@ -169,7 +169,7 @@ const QStringList& Program::log()
 
 void Program::signal(int number)
 {
-    // A process that has ended may have left its number to another.
+    // The number of a process that has ended may belong to another one.
     if (isRunning())
         ::kill(static_cast<pid_t>(m_pid), number);
 }

@@ -13,7 +13,7 @@ namespace {
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
 
-// A window may go between two questions about it; then a reply is null, and nothing worse happens.
+// A window may go between two questions about it; the reply is null then, which does no harm.
 template <typename Reply>
 Owned<Reply> own(Reply* reply)
 {
@@ -38,7 +38,7 @@ QByteArray property(xcb_connection_t* connection, std::uint32_t window, std::uin
             xcb_get_property_value_length(reply.get())};
 }
 
-/// The first of the 32-bit numbers in a property; 0 when there is none.
+/// Returns the first of the 32-bit numbers in a property; 0 when there is none.
 std::uint32_t number(const QByteArray& property)
 {
     std::uint32_t value = 0;

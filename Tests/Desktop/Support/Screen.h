@@ -1,4 +1,4 @@
-// What is on the screen: its windows, its pointer, its pixels. Asks the X server each time.
+// The content of the screen: windows, pointer, pixels. Asks the X server each time.
 #pragma once
 
 #include <QImage>
@@ -17,7 +17,7 @@ namespace orvane::tests {
 
 enum class WindowType { normal, menu, dock, other };
 
-/// A window that can be seen and says whose it is.
+/// A visible window that says which program it belongs to.
 struct ScreenWindow {
     std::uint32_t id = 0;
     std::uint32_t parent = 0;
@@ -35,17 +35,17 @@ public:
     [[nodiscard]] QPoint pointer() const;
     [[nodiscard]] std::uint32_t root() const { return m_root; }
 
-    /// In the order of stacking, the lowest first.
+    /// Returns the windows in stacking order, the lowest first.
     [[nodiscard]] QList<ScreenWindow> windows() const;
     [[nodiscard]] QList<ScreenWindow> windowsOf(qint64 pid) const;
     [[nodiscard]] std::optional<ScreenWindow> window(qint64 pid, const QString& title) const;
-    /// Menus that are open, submenus included, of whatever program.
+    /// Returns the open menus of all programs, submenus included.
     [[nodiscard]] QList<ScreenWindow> openMenus() const;
 
-    /// The pixels of a part of the root window; of all of it when the part is empty. Null on failure.
+    /// Returns the pixels of a part of the root window; of all of it when the part is empty. Null on failure.
     [[nodiscard]] QImage picture(QRect part = {}) const;
-    /// The wallpaper comes some time after the desktop, and until then all is black. Looks at a place that
-    /// nothing covers.
+    /// True once the wallpaper is there: it comes some time after the desktop, and until then all is black.
+    /// Looks at a place that nothing covers.
     [[nodiscard]] bool wallpaperIsAt(QPoint place) const;
     [[nodiscard]] bool savePicture(const QString& file) const { return picture().save(file, "PNG"); }
 

@@ -12,7 +12,7 @@ struct ScreenSaver::Server {
         void operator()(Display* display) const { XCloseDisplay(display); }
     };
     std::unique_ptr<Display, Closer> display{XOpenDisplay(nullptr)};
-    int timeout = 0, interval = 0, blanking = 0, exposures = 0; // as they were
+    int timeout = 0, interval = 0, blanking = 0, exposures = 0; // as they were before
 
     XScreenSaverInfo info() const
     {

@@ -1,4 +1,4 @@
-// The X server's screen saver and its idle time. What was set is put back at the object's end.
+// The X server's screen saver and its idle time. The settings are restored at the object's end.
 #pragma once
 
 #include <chrono>
@@ -16,13 +16,13 @@ public:
     ScreenSaver(const ScreenSaver&) = delete;
     ScreenSaver& operator=(const ScreenSaver&) = delete;
 
-    /// Zero disables it.
+    /// Zero disables the timeout.
     void setTimeout(std::chrono::seconds timeout);
-    /// Ends a blank screen, and the idle time starts anew.
+    /// Ends a blank screen and starts the idle time anew.
     void reset();
 
     [[nodiscard]] State state() const;
-    /// Since the last input of any device.
+    /// Returns the time since the last input of any device.
     [[nodiscard]] std::chrono::milliseconds idle() const;
 
 private:

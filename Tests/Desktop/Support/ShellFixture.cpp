@@ -144,7 +144,7 @@ std::optional<QRect> ShellDesktopTest::place(const TrayItem& item) const
 bool ShellDesktopTest::openStatusMenu()
 {
     const TrayItem item = statusItem();
-    if (!menusClose()) // one that is still closing would take the click
+    if (!menusClose()) // a menu that is still closing would take the click
         return false;
     std::optional<QRect> last;
     if (!eventually(10s, [&] {

@@ -1,4 +1,4 @@
-// The built program with shortcuts, its status item and Awake as the thing that can be seen to act.
+// The built program with shortcuts, its status item, and Awake as the feature whose effect can be seen.
 #pragma once
 
 #include "Desktop/Support/Hardware.h"
@@ -17,7 +17,7 @@
 
 namespace orvane::tests {
 
-/// What is stored under a name: a virtual key code and modifiers as the hot key service takes them.
+/// A stored shortcut: a virtual key code and modifiers as the hot key service takes them.
 struct StoredShortcut {
     int keyCode = 0;
     int modifiers = 0;
@@ -36,30 +36,30 @@ protected:
     void TearDown() override;
 
     [[nodiscard]] static QByteArray defaults(const Stored& stored);
-    /// Starts it, and waits until it owns its name.
+    /// Starts the program and waits until it owns its name.
     void start(const Stored& stored);
     [[nodiscard]] Program& program() { return *m_program; }
 
-    /// The kinds of lock that Awake holds, joined; empty when it holds none.
+    /// Returns the kinds of lock that Awake holds, joined; empty when it holds none.
     [[nodiscard]] static QString heldLocks();
     [[nodiscard]] static bool becomesAwake();
     [[nodiscard]] static bool becomesAsleep();
     [[nodiscard]] bool homeIsShown() const;
 
-    /// Clicks on what has this name and role in the program's windows, once it stands still.
+    /// Clicks on the element with this name and role in the program's windows, once it stands still.
     [[nodiscard]] bool clickOn(const QString& name, const QString& role, Button button = Button::left);
 
     void press(std::initializer_list<const char*> keys);
-    /// In the order given, as a hand that lets go of the modifiers first.
+    /// Releases the keys in the given order, as a person does who lets the modifiers go first.
     void release(std::initializer_list<const char*> keys);
-    /// Presses in order and lets go in the opposite one.
+    /// Presses in order and releases in the opposite order.
     void chord(std::initializer_list<const char*> keys);
 
-    /// The suite's status item, once the panel knows it.
+    /// Returns the suite's status item once the panel knows it.
     [[nodiscard]] TrayItem statusItem();
-    /// A click on it by the mouse; true once a menu is open.
+    /// Clicks on it with the mouse; true once a menu is open.
     [[nodiscard]] bool openStatusMenu();
-    /// What the status item exports when it is asked as a host does before it shows the menu.
+    /// Returns what the status item exports when it is asked as a host does before it shows the menu.
     [[nodiscard]] MenuNode statusMenu();
     [[nodiscard]] bool menuIsOpen() const { return !m_screen.openMenus().isEmpty(); }
     [[nodiscard]] bool menusClose() const;

@@ -28,12 +28,12 @@ constexpr const char* kindNames[] = {"Qt", "GTK header bar", "terminal"};
 
 const QString yellow = QStringLiteral("#ffd500");
 const QColor accent(0x1f, 0x6b, 0xe0);
-/// The widest frame around the content of a window, and what a size increment may leave free.
+/// The widest frame around the content of a window, and the space that a size increment may leave free.
 constexpr int rim = 16;
-/// How far from a window its shadow can be seen.
+/// The distance from a window at which its shadow can be seen.
 constexpr int shadow = 48;
 
-/// How much of the accent colour there is in what was another colour before.
+/// Returns the share of the accent colour in a pixel that had another colour before.
 double shareOfAccent(QColor before, QColor now)
 {
     const int parts[][3] = {{before.red(), now.red(), accent.red()},
@@ -93,7 +93,7 @@ QList<QPoint> grid(QRect place)
     return points;
 }
 
-/// Along the four sides of a rectangle, away from its round corners.
+/// Returns points along the four sides of a rectangle, away from its round corners.
 QList<QPoint> sides(QRect place)
 {
     QList<QPoint> points;
@@ -255,7 +255,8 @@ void SnapZonesDesktopTest::pressShortcut(Zone zone)
 
 void SnapZonesDesktopTest::settle()
 {
-    // The menu is asked for on the main thread, and twice, for what came while the first was answered.
+    // The menu is asked for on the main thread. It is asked for twice, for events that came while the first
+    // was answered.
     for (int i = 0; i < 2; ++i)
         EXPECT_TRUE(statusItem().menu().layout()) << "the main thread doesn't answer";
 }
@@ -278,7 +279,7 @@ SnapZonesDesktopTest::Look SnapZonesDesktopTest::look(const Target& target) cons
         return m_screen.wallpaperIsAt({1200, 400}) && m_screen.wallpaperIsAt(second.bottomRight());
     }));
     Look found;
-    EXPECT_TRUE(eventually(5s, [&] { // the window follows the pointer, and the picture the window
+    EXPECT_TRUE(eventually(5s, [&] { // the window follows the pointer, and the preview the window
         const Look last = std::exchange(found, {m_screen.picture(), m_windows.frame(target.window)});
         return last.hidden == found.hidden && last.picture == found.picture;
     }));
@@ -325,7 +326,7 @@ testing::AssertionResult SnapZonesDesktopTest::coloursAreThoseOfAPreview(QRect p
 {
     const QImage now = m_screen.picture();
     const QRect content = contentOf(dragged);
-    // The window manager may have made the window as large as the place; then it is what the preview colours.
+    // The window manager may have made the window as large as the place; then the preview colours the window.
     const auto colourBefore = [&](QPoint point) -> std::optional<QColor> {
         if (!now.rect().contains(point))
             return std::nullopt;

@@ -21,7 +21,7 @@ QStringList Terminal::arguments(const QString& output)
 
 bool Terminal::getsKeys(Hardware& hardware) const
 {
-    // The file is there once nothing is echoed any more.
+    // Once the file exists, nothing is echoed any more.
     if (!eventually(15s, [&] { return QFile::exists(m_output); }))
         return false;
     return eventually(15s, [&] {

@@ -1,4 +1,4 @@
-// A terminal that writes what is typed and pasted into it, as it comes.
+// A terminal that records what is typed and pasted into it.
 #pragma once
 
 #include "Desktop/Support/Hardware.h"
@@ -15,9 +15,9 @@ class Terminal {
 public:
     Terminal();
 
-    /// True once what is typed arrives; types a few letters g.
+    /// True once typed keys arrive; types some letters g for it.
     [[nodiscard]] bool getsKeys(Hardware& hardware) const;
-    /// All that has come so far.
+    /// Returns all that has been typed so far.
     [[nodiscard]] QByteArray typed() const;
     [[nodiscard]] qint64 pid() const { return m_peer.pid(); }
 

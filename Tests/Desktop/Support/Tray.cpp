@@ -17,7 +17,7 @@ namespace {
 const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 
-// A watcher names an item "service/path", or by its service alone, and then the path is the usual one.
+// A watcher names an item "service/path", or by its service alone, with the usual path.
 TrayItem parseName(const QString& name)
 {
     const qsizetype slash = name.indexOf(u'/');
@@ -27,7 +27,7 @@ TrayItem parseName(const QString& name)
     return item;
 }
 
-/// The title of a tool tip: (icon name, pictures, title, text).
+/// Returns the title of a tool tip: (icon name, pictures, title, text).
 QString readToolTip(const QVariant& value)
 {
     const auto argument = value.value<QDBusArgument>();
@@ -67,10 +67,10 @@ void readProperties(TrayItem& item)
     item.isMenu = properties.value(QStringLiteral("ItemIsMenu")).toBool();
 }
 
-/// The Ids of all items that the panel has ever shown, in the order in which it shows them.
+/// Returns the Ids of all items that the panel has ever shown, in the order in which it shows them.
 QStringList panelOrder()
 {
-    // The number of the plug-in is that of Tools/desktop/xfce4-panel.xml.
+    // The number of the plug-in is set in Tools/desktop/xfce4-panel.xml.
     const QDBusMessage answer =
         ask(QStringLiteral("org.xfce.Xfconf"), QStringLiteral("/org/xfce/Xfconf"),
             QStringLiteral("org.xfce.Xfconf"), QStringLiteral("GetProperty"),
@@ -84,10 +84,10 @@ QStringList panelOrder()
     return order;
 }
 
-/// The window in which the panel draws its status area.
+/// Returns the window in which the panel draws its status area.
 std::optional<QRect> statusArea(const Screen& screen)
 {
-    // The area is no part of the accessibility tree, and its items have no windows.
+    // The area is not in the accessibility tree, and its items have no windows.
     for (const ScreenWindow& window : screen.windowsOf(processOnSessionBus(watcher))) {
         if (window.type != WindowType::menu && window.parent != screen.root())
             return window.geometry;
@@ -115,7 +115,7 @@ QList<TrayItem> Tray::items() const
     QList<TrayItem> items;
     for (const QString& name : names) {
         TrayItem item = parseName(name);
-        // The panel keeps the name of one whose program ended at the very moment of its registration.
+        // The panel keeps the name of an item whose program ended at the very moment of its registration.
         item.pid = processOnSessionBus(item.service);
         if (item.pid == 0)
             continue;
@@ -153,7 +153,7 @@ std::optional<QRect> Tray::place(const Screen& screen, const TrayItem& item) con
     QStringList order = panelOrder();
     order.removeIf([&](const QString& id) { return !shown.contains(id); });
 
-    // Square places side by side, and a pixel more than they need.
+    // The places are squares side by side, and the area is a pixel wider than they are.
     const std::optional<QRect> area = statusArea(screen);
     const qsizetype index = order.indexOf(item.id);
     if (!area || index < 0 || order.size() != shown.size())
@@ -182,7 +182,7 @@ bool chooseInOpenMenu(const Screen& screen, Hardware& hardware, const MenuNode& 
             const qsizetype open = screen.openMenus().size();
             return last ? open < openBefore + depth : open == openBefore + depth + 1;
         };
-        // What is selected is forgotten when the menu's content comes anew while it is open; a hand would try
+        // The selection is lost when the menu's content is replaced while it is open; a person would try
         // again.
         bool isDone = false;
         for (int attempt = 0; attempt < 4 && !isDone; ++attempt) {

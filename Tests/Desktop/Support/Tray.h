@@ -1,5 +1,5 @@
-// The status area of the panel: what is registered there, and where each item is on the screen, so that it
-// can be clicked as a person does.
+// The status area of the panel: its registered items, and the place of each on the screen, so that it can be
+// clicked as a person does.
 #pragma once
 
 #include "Desktop/Support/DBusMenu.h"
@@ -21,7 +21,7 @@ struct TrayItem {
     qint64 pid = 0;
     QString id;
     QString title;
-    QString toolTip; // its title
+    QString toolTip; // the title of the tool tip
     QString status;
     QString menuPath;
     bool isMenu = false;
@@ -34,21 +34,21 @@ public:
     /// Asks the StatusNotifierWatcher, and each item. Empty when there is no watcher.
     [[nodiscard]] QList<TrayItem> items() const;
     [[nodiscard]] QList<TrayItem> itemsOf(qint64 pid) const;
-    /// The one item of this Id, Title or tool tip; nothing when there is none or there are several.
+    /// Returns the one item of this Id, title or tool tip; nothing when there is none or there are several.
     [[nodiscard]] std::optional<TrayItem> find(const QString& text) const;
 
-    /// Where the panel shows an item. Nothing while it isn't laid out yet, and when its Id isn't the only one
-    /// of its kind or icons of the older tray protocol share the area.
+    /// Returns the place where the panel shows an item. Nothing while it isn't laid out yet, when its Id
+    /// isn't unique, or when icons of the XEmbed tray share the area.
     [[nodiscard]] std::optional<QRect> place(const Screen& screen, const TrayItem& item) const;
 };
 
 /// Chooses an entry of a status item's menu that the panel has open, by keys. `menu` is what the item
-/// exports, `labels` the way to the entry. True once the menu has closed over it; false when the entry isn't
-/// there, can't be chosen or a submenu doesn't open.
+/// exports, `labels` the path to the entry. True once the choice has closed the menu; false when the entry
+/// isn't there, can't be chosen or a submenu doesn't open.
 [[nodiscard]] bool chooseInOpenMenu(const Screen& screen, Hardware& hardware, const MenuNode& menu,
                                     const QStringList& labels);
 
-/// Leaves every menu that is open, by keys. False when one stays.
+/// Leaves every open menu by keys. False when one stays.
 [[nodiscard]] bool closeMenus(const Screen& screen, Hardware& hardware);
 
 } // namespace orvane::tests

@@ -9,7 +9,7 @@ namespace orvane::tests {
 
 namespace {
 
-/// One step of the hand's way, in pixels.
+/// One step of the pointer's way, in pixels.
 constexpr int stride = 25;
 
 QPoint stepTowards(QPoint from, QPoint target)
@@ -46,7 +46,7 @@ bool WindowDrag::begin(QPoint place)
     m_hardware.press(Button::left);
     m_held = true;
     const bool isActive = eventually(5s, [&] { return m_windows.active() == m_window; });
-    m_settled(); // a hand rests for a moment before it moves
+    m_settled(); // a person rests for a moment before the move
     return isActive;
 }
 
@@ -54,7 +54,8 @@ bool WindowDrag::moveTo(QPoint target)
 {
     const QRect before = m_windows.frame(m_window);
     if (!m_moves) {
-        // Less than any window manager takes for a drag: the window still stands when this is seen.
+        // The step is shorter than any window manager takes for a drag: the window still stands when this is
+        // seen.
         movePointer(m_pointer + QPoint(target.x() < m_pointer.x() ? -1 : 1, 0));
         m_settled();
     }

@@ -1,4 +1,4 @@
-// A hand that takes a window by its title bar and moves it. Lets go at its end.
+// A drag of a window by its title bar with the hardware pointer. The button is released at the object's end.
 #pragma once
 
 #include "Desktop/Support/Hardware.h"
@@ -18,15 +18,15 @@ public:
     WindowDrag(const WindowDrag&) = delete;
     WindowDrag& operator=(const WindowDrag&) = delete;
 
-    /// Where a hand takes a window: in the middle of its title bar, or of its header bar.
+    /// Returns where a person takes a window: in the middle of its title bar, or of its header bar.
     [[nodiscard]] static QPoint handle(const Windows& windows, WindowId window);
 
-    /// Presses at a place of the window, and waits until it is the active one. False when it isn't.
+    /// Presses at a place of the window and waits until it is the active one. False when it isn't.
     [[nodiscard]] bool begin(QPoint place);
     [[nodiscard]] bool begin() { return begin(handle(m_windows, m_window)); }
-    /// In steps, until the pointer is there. False when the window doesn't move along at all.
+    /// Moves in steps until the pointer is there. False when the window doesn't follow at all.
     [[nodiscard]] bool moveTo(QPoint target);
-    /// The pointer alone, once.
+    /// Moves only the pointer, once.
     void movePointer(QPoint place);
     [[nodiscard]] QPoint pointer() const { return m_pointer; }
     void release();

@@ -36,15 +36,15 @@ bool hasWindowManager(Display* display)
 bool settleWindowManager(std::chrono::milliseconds deadline)
 {
     if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
-        QGuiApplication::sync(); // windows of this process that have ended may still be there for the server
+        QGuiApplication::sync(); // windows of this process that have ended may still exist on the server
     const std::unique_ptr<Display, Closer> connection(XOpenDisplay(nullptr));
     Display* display = connection.get();
     if (!display)
         return false;
     if (!hasWindowManager(display))
         return true;
-    // It takes its events in turn, so with the answer to a question all that came before it is done. The
-    // question about the frame that a window would get needs no window that is shown.
+    // The window manager handles its events in order, so its answer to a question shows that all events
+    // before it are handled. The question about the frame that a window would get needs no shown window.
     const Window root = DefaultRootWindow(display);
     const Window window = XCreateSimpleWindow(display, root, 0, 0, 1, 1, 0, 0, 0);
     XSelectInput(display, window, PropertyChangeMask);

@@ -10,14 +10,14 @@ namespace orvane::tests {
 
 namespace {
 
-// A window may go between two questions about it; then a reply is null, and nothing worse happens.
+// A window may go between two questions about it; the reply is null then, which does no harm.
 template <typename Reply>
 std::unique_ptr<Reply, decltype(&std::free)> own(Reply* reply)
 {
     return {reply, &std::free};
 }
 
-/// What a panel or a dock keeps for itself, as the twelve numbers of its window say.
+/// Returns the space that a panel or a dock reserves, from the twelve numbers of its window.
 QRect reservedBy(const QList<std::uint32_t>& strut, QSize root)
 {
     enum {
@@ -49,7 +49,7 @@ QRect reservedBy(const QList<std::uint32_t>& strut, QSize root)
     return {};
 }
 
-/// A monitor's area without a part that lies along one of its edges.
+/// Returns a monitor's area without a part that lies along one of its edges.
 QRect without(QRect area, QRect reserved, QRect monitor)
 {
     const QRect lost = area.intersected(reserved);

@@ -1,5 +1,5 @@
 // The windows that a window manager manages, as a person sees them. Asks the X server each time, by plain
-// protocol, and knows nothing of how the program under test looks at windows.
+// protocol, and doesn't use the code under test.
 #pragma once
 
 #include <QByteArray>
@@ -24,29 +24,30 @@ public:
     /// Throws std::runtime_error when there is no display.
     Windows();
 
-    /// The managed window with this title.
+    /// Returns the managed window with this title.
     [[nodiscard]] std::optional<WindowId> find(const QString& title) const;
-    /// The one that the window manager calls active; 0 when there is none.
+    /// Returns the window that the window manager calls active; 0 when there is none.
     [[nodiscard]] WindowId active() const;
 
-    /// In the root window: with what the window manager draws around it, and without the margin in which a
-    /// program that decorates itself draws its shadow. Empty when the window is gone.
+    /// Returns a window's place in the root window: with what the window manager draws around it, and without
+    /// the margin in which a program that decorates itself draws its shadow. Empty when the window is gone.
     [[nodiscard]] QRect frame(WindowId window) const;
-    /// The window itself, in the root window.
+    /// Returns the place of the window itself, in the root window.
     [[nodiscard]] QRect geometry(WindowId window) const;
-    /// The child of the root that holds it. Some window managers give it an invisible border.
+    /// Returns the place of the child of the root that holds the window. Some window managers give it an
+    /// invisible border.
     [[nodiscard]] QRect outermost(WindowId window) const;
-    /// What the window manager draws around it, and the margins of one that decorates itself.
+    /// Returns what the window manager draws around it, and the margins of a window that decorates itself.
     [[nodiscard]] QMargins decorations(WindowId window) const;
     [[nodiscard]] QMargins ownMargins(WindowId window) const;
 
-    /// The steps in which it can be sized; 1 by 1 for most.
+    /// Returns the steps in which it can be sized; 1 by 1 for most.
     [[nodiscard]] QSize sizeIncrements(WindowId window) const;
-    /// Whether "_NET_WM_STATE" holds it, for instance "_NET_WM_STATE_FULLSCREEN".
+    /// True if "_NET_WM_STATE" holds the state, for instance "_NET_WM_STATE_FULLSCREEN".
     [[nodiscard]] bool hasState(WindowId window, const char* state) const;
-    /// Whether a compositor shows what is behind a translucent window.
+    /// True if a compositor shows what is behind a translucent window.
     [[nodiscard]] bool isCompositing() const;
-    /// What panels and docks leave of a monitor.
+    /// Returns the part of a monitor that panels and docks leave free.
     [[nodiscard]] QRect workArea(QRect monitor) const;
 
 private:
@@ -54,7 +55,7 @@ private:
         void operator()(xcb_connection_t* connection) const;
     };
     [[nodiscard]] std::uint32_t atom(const char* name) const;
-    /// Numbers of 32 bits, of whatever type.
+    /// Returns numbers of 32 bits, of whatever type.
     [[nodiscard]] QList<std::uint32_t> numbers(WindowId window, const char* property) const;
     [[nodiscard]] QByteArray text(WindowId window, const char* property) const;
     [[nodiscard]] QMargins margins(WindowId window, const char* property) const;

@@ -11,14 +11,14 @@ constexpr QRect right(1440, 0, 1280, 1000);
 
 class ClipboardTwoMonitorsTest : public ClipboardFixture {
 protected:
-    /// Where it opens when the pointer is there.
+    /// Returns where the panel opens when the pointer is there.
     QRect frameAt(QPoint pointer)
     {
         m_hardware.movePointer(pointer);
         EXPECT_TRUE(openPanel());
         return panelFrame().value_or(QRect());
     }
-    /// What panels leave of a monitor, without the margin.
+    /// Returns the part of a monitor that panels leave free, without the margin.
     QRect room(QRect monitor) const
     {
         return m_windows.workArea(monitor).adjusted(margin, margin, -margin, -margin);

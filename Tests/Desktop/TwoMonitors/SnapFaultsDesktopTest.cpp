@@ -1,4 +1,4 @@
-// Snapping while monitors come and go and programs hang, and together with everything else.
+// Snapping while monitors come and go and programs hang, and together with the other features.
 #include "Desktop/Support/Monitors.h"
 #include "Desktop/Support/OtherClient.h"
 #include "Desktop/Support/SnapZonesFixture.h"
@@ -11,7 +11,7 @@
 namespace orvane::tests {
 namespace {
 
-/// A program that doesn't answer, until the end.
+/// Stops a program until the object's end, so that it doesn't answer.
 class Hung {
 public:
     explicit Hung(const Peer& peer) : m_pid(static_cast<pid_t>(peer.pid())) { kill(m_pid, SIGSTOP); }
@@ -32,7 +32,7 @@ protected:
             m_hardware.tap(name);
         }
     }
-    /// How long the main thread takes to answer.
+    /// Returns how long the main thread takes to answer.
     std::chrono::milliseconds answerTime()
     {
         QElapsedTimer clock;
@@ -65,7 +65,7 @@ TEST_F(SnapFaultsDesktopTest, AMonitorUnpluggedInTheMiddleOfADragIsSurvived)
     pressShortcut(Zone::leftHalf);
     EXPECT_TRUE(comesToFill(target, placeOf(Zone::leftHalf, m_windows.workArea(primary))));
 
-    // Back again, and a drag goes there as before.
+    // The monitor is back, and a drag goes there as before.
     monitor.plug(SecondMonitor::Side::right);
     WindowDrag hand = drag(target);
     ASSERT_TRUE(hand.begin());

@@ -1,4 +1,4 @@
-// Shortcuts and the layout panel, on the monitor that the window is on.
+// Shortcuts and the layout panel, on the window's monitor.
 #include "Desktop/Support/AccessibleTree.h"
 #include "Desktop/Support/Monitors.h"
 #include "Desktop/Support/OtherClient.h"

@@ -1,4 +1,4 @@
-// Windows that are dragged to the edges of two monitors, as a person does it.
+// Windows that a person drags to the edges of two monitors.
 #include "Desktop/Support/SnapZonesFixture.h"
 #include "Support/Eventually.h"
 
@@ -9,7 +9,7 @@
 namespace orvane::tests {
 namespace {
 
-/// Where on a monitor the pointer has to be for a zone.
+/// Returns where on a monitor the pointer has to be for a zone.
 QPoint edgeFor(Zone zone, QRect monitor)
 {
     const QPoint center = monitor.center();
@@ -35,7 +35,7 @@ QPoint edgeFor(Zone zone, QRect monitor)
     }
 }
 
-/// Xfwm4 tiles windows at edges that don't lead to another desktop, as by its defaults they do.
+/// Makes xfwm4 tile windows at edges that don't lead to another desktop, which is its default.
 class TilingOfXfwm4 {
 public:
     TilingOfXfwm4() { setEdgesLeadOn("false"); }
@@ -135,7 +135,7 @@ TEST_F(SnapDragDesktopTest, AMoveOfSixPointsDoesntArmAndOneOfSevenDoes)
     hand.movePointer(handle + QPoint(1, 0));
     settle();
     ASSERT_EQ(moved(), 0) << "the window manager has no play, so where the drag began isn't sure";
-    // The window manager takes the window along after some play; then the window is with the pointer again.
+    // The window manager moves the window only after some pixels; then the window is at the pointer again.
     for (int dx = 2; dx <= 6; ++dx)
         hand.movePointer(handle + QPoint(dx, 0));
     for (int time = 0; time < 10; ++time) {
@@ -199,7 +199,7 @@ TEST_F(SnapDragDesktopTest, TheGapsAreLeftFree)
 TEST_F(SnapDragDesktopTest, TheWindowLandsInItsZoneThoughTheWindowManagerTilesItByItself)
 {
     const TilingOfXfwm4 tiling;
-    // It has no gaps, so these make sure that the place is ours.
+    // The window manager has no gaps, so these make sure that the place is set by the program.
     const Gaps gaps{.outer = 20, .inner = 12};
     startSnapping(
         {.settings = {{QStringLiteral("outerGap"), gaps.outer}, {QStringLiteral("innerGap"), gaps.inner}}});
