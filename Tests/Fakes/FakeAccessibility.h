@@ -14,16 +14,16 @@ namespace orvane {
 
 class FakeAccessibility : public Accessibility {
 public:
-    /// What a test knows of an element.
+    /// The state of an element that a test knows.
     struct Node : AXUIElement::Body {
         bool isEqual(const Body& other) const override { return this == &other; }
 
         std::map<QString, AXValue> attributes;
-        /// Each may do something; an action that isn't here is unsupported.
+        /// Each may have an effect; an action that isn't here is unsupported.
         std::map<QString, std::function<void()>> actions;
-        /// What a set value turns into; without it, what was set.
+        /// Changes a value that is set, as a program may; without it, the element takes the value as it is.
         std::function<AXValue(const QString& attribute, const AXValue& value)> adjust;
-        /// Instead of an answer, when it isn't success.
+        /// Given instead of an answer when it isn't success.
         AXError failure = AXError::success;
         std::chrono::duration<float> timeout{0};
     };
@@ -46,7 +46,8 @@ public:
     static AXUIElement makeElement() { return AXUIElement(std::make_shared<Node>()); }
     static Node& node(const AXUIElement& element) { return static_cast<Node&>(element.body()); }
 
-    /// A window at a place, with the focus: of a new application, which is the focused one from now on.
+    /// Makes a window with the focus at a place; it belongs to a new application, which is the focused one
+    /// from now on.
     AXUIElement focusNewWindow(Point position, Size size);
 
     AXUIElement systemWide = makeElement();

@@ -38,7 +38,7 @@ public:
     /// Null where a menu's modifiers are those of the keyboard.
     std::function<EventFlags(EventFlags pressed)> menuKeys;
     QStringList sentActions;
-    /// Whether something has the focus that takes what is sent.
+    /// True if the object with the focus takes what is sent.
     bool takesActions = true;
     int activations = 0;
     int hidings = 0;

@@ -10,8 +10,8 @@ public:
     Uptime uptime() const override { return m_uptime; }
     Date date() const override { return m_date; }
 
-    /// Moves both clocks. Timers of a run loop don't fire by this: FakeRunLoop::advance moves the clock
-    /// itself.
+    /// Moves both clocks. It doesn't fire the timers of a run loop: FakeRunLoop::advance does, and moves the
+    /// clock itself.
     void advance(std::chrono::nanoseconds by)
     {
         m_uptime += by;

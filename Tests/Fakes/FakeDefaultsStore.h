@@ -43,7 +43,7 @@ public:
     QVariantMap stored;
     QVariantMap registered;
     int registrations = 0;
-    /// Told of each `set` before it is done.
+    /// Called for each `set` before it is done.
     std::function<void(const QString& key, const QVariant& value)> onSet;
 };
 

@@ -16,7 +16,7 @@ public:
     bool wants(EventType type) const { return (m_mask & eventMaskBit(type)) != 0; }
     Disposition handle(const MonitoredEvent& event)
     {
-        const auto handler = m_handler; // it may end its own monitor
+        const auto handler = m_handler; // the handler may end its own monitor
         return (*handler)(event);
     }
 

@@ -16,11 +16,11 @@ public:
     Point mouseLocation() const override { return pointer; }
     EventFlags modifierFlags() const override { return modifiers; }
 
-    /// An event that another program gets.
+    /// Sends an event that another program gets.
     void sendToOthers(const MonitoredEvent& event) { send(m_global, event); }
-    /// An event on its way to a window of the program; pass when it gets there.
+    /// Sends an event to a window of the program; returns `pass` when it gets there.
     Disposition sendToWindow(const MonitoredEvent& event) { return send(m_local, event); }
-    /// An event on its way to an open menu of the program.
+    /// Sends an event to an open menu of the program.
     Disposition sendToMenu(const MonitoredEvent& event) { return send(m_menuTracking, event); }
 
     std::size_t localCount() const { return m_local.size(); }

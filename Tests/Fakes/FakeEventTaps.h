@@ -25,7 +25,7 @@ public:
 
     EventMask mask() const { return m_mask; }
     bool delivers() const { return m_isAttached && m_isEnabled && m_isValid; }
-    /// What a time-out of the system does: disables, and tells the callback.
+    /// Acts as the system does at a time-out: disables the tap and tells the callback.
     void disableByTimeout();
     Event* call(EventType type, Event* event) { return m_callback(type, event, m_userInfo); }
 
@@ -46,14 +46,14 @@ public:
                                         void* userInfo) override;
     void post(Location location, const Event& event) override;
 
-    /// An event of the hardware: passes the taps whose mask has its type. Nothing when one removed it.
+    /// Sends an event of the hardware through the taps whose mask has its type. Nothing when one removed it.
     std::optional<Event> send(Event event);
 
-    /// Whether the keyboards can't be had: for a new tap, and for one that is enabled again.
+    /// True if the keyboards can't be had, neither by a new tap nor by one that is enabled again.
     bool refuses = false;
-    /// Taps in place, the one asked first at the front.
+    /// Existing taps, the one asked first at the front.
     std::vector<FakeEventTap*> taps;
-    /// What came out at the end of the stream.
+    /// The events that came out at the end of the stream.
     std::vector<Event> delivered;
     /// Each call in order: "create 7168", "add", "enable", "remove", "disable", "invalidate", "end".
     QStringList calls;

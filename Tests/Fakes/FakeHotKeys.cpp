@@ -58,7 +58,7 @@ public:
     bool wants(const KeyboardEvent* event) const { return !event || m_kinds.contains(event->kind); }
     OSStatus handle(const KeyboardEvent* event)
     {
-        const auto handler = m_handler; // it may end itself
+        const auto handler = m_handler; // the handler may end itself
         return (*handler)(event);
     }
 
@@ -89,7 +89,7 @@ std::unique_ptr<EventHandler> FakeHotKeys::installEventHandler(Handler handler)
 void FakeHotKeys::press(Combination combination)
 {
     if (m_down.contains(combination.keyCode))
-        return; // it repeats
+        return; // a further press is a repeat
     const auto hotKeys = m_hotKeys;
     for (const HotKey* hotKey : hotKeys) {
         const bool isStillThere = std::ranges::find(m_hotKeys, hotKey) != m_hotKeys.end();

@@ -1,4 +1,4 @@
-// A hot key service whose keys are pressed by the test.
+// A hot key service whose keys the test presses.
 #pragma once
 
 #include "Platform/HotKeys.h"
@@ -28,28 +28,29 @@ public:
     std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
     SymbolicHotKeys copySymbolicHotKeys() override { return symbolicHotKeys; }
 
-    /// What the keyboard does: tells the handlers of each registration of the combination. The release is
-    /// that of the key, whatever is left of the modifiers.
+    /// Acts as the keyboard does: tells the handlers of each registration of the combination. The release is
+    /// that of the key, whatever modifiers are still down.
     void press(Combination combination);
     void release(std::uint32_t keyCode);
-    /// Both.
+    /// Presses and releases.
     void tap(Combination combination);
-    /// A raw key event; the last handler's word.
+    /// Sends a raw key event; returns the answer of the last handler.
     OSStatus sendRaw(KeyboardEvent::Kind kind, Combination combination);
-    /// To each handler that has the kind, the newest first, until one takes it. No event goes to all.
+    /// Sends to each handler that has the kind, the newest first, until one takes it. A null event goes to
+    /// all.
     OSStatus send(const KeyboardEvent* event);
 
     bool isRegistered(Combination combination) const;
-    /// As enabled shortcuts of the desktop.
+    /// Sets enabled shortcuts of the desktop.
     void setSymbolicHotKeys(std::initializer_list<Combination> combinations);
 
-    /// In place, in order of their making.
+    /// Existing registrations, in the order in which they were made.
     std::vector<Registered> registered;
-    /// Other programs hold these.
+    /// Combinations that other programs hold.
     std::set<Combination> taken;
-    /// What every registration is refused with.
+    /// The status with which every registration is refused.
     OSStatus refusal = noErr;
-    /// Whether there is something to install a handler on.
+    /// False if there is nothing to install a handler on.
     bool hasEventDispatcherTarget = true;
     /// The system's answer; an empty list at first.
     SymbolicHotKeys symbolicHotKeys{noErr, QVariantList()};
@@ -70,7 +71,7 @@ private:
     std::vector<HotKey*> m_hotKeys;
     std::vector<InstalledHandler*> m_handlers;
     std::vector<Pressed> m_pressed;
-    /// Keys whose further presses are repeats.
+    /// Keys that are down: further presses of them are repeats.
     std::set<std::uint32_t> m_down;
 };
 

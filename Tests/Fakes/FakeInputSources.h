@@ -1,4 +1,4 @@
-// Layouts that a test makes up: American English at first.
+// Layouts that a test makes; American English at first.
 #pragma once
 
 #include "Platform/InputSources.h"
@@ -13,7 +13,7 @@ public:
     using Texts = QMap<std::int64_t, QString>;
 
     explicit FakeKeyboardLayout(Texts keyTexts) : texts(std::move(keyTexts)) {}
-    /// Letters, digits, punctuation and the keypad's, by their virtual key codes.
+    /// Has letters, digits, punctuation and the keypad, by virtual key codes.
     static std::shared_ptr<FakeKeyboardLayout> american();
 
     std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const override
@@ -31,14 +31,14 @@ public:
 
     std::shared_ptr<const KeyboardLayout> currentASCIICapableKeyboardLayout() override { return layout; }
 
-    /// What the user's switching does.
+    /// Switches the layout, as the user does.
     void select(std::shared_ptr<const KeyboardLayout> newLayout)
     {
         layout = std::move(newLayout);
         m_center.post(selectedKeyboardInputSourceChangedNotification());
     }
 
-    /// Null is a system that can't tell.
+    /// Null stands for a system that can't tell.
     std::shared_ptr<const KeyboardLayout> layout = FakeKeyboardLayout::american();
 
 private:

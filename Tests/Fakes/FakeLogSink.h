@@ -1,4 +1,4 @@
-// A log that remembers.
+// A log that keeps its entries.
 #pragma once
 
 #include "Platform/LogSink.h"

@@ -1,4 +1,4 @@
-// The desktop's side of panels, as a test sets it; it counts what is asked for.
+// The desktop's side of panels, as a test sets it; counts the calls.
 #pragma once
 
 #include "Platform/NotificationCenter.h"
@@ -19,7 +19,7 @@ public:
         keyWindow = &window;
     }
 
-    /// A compositor starts, or ends.
+    /// Starts or ends a compositor.
     void setCompositing(bool isCompositing)
     {
         m_isCompositing = isCompositing;
@@ -29,7 +29,7 @@ public:
     int joins = 0;
     int keyRequests = 0;
     QMargins shadowMargins;
-    /// The window that asked last; for comparing only.
+    /// The window that asked last; only for comparing.
     const QWindow* keyWindow = nullptr;
 
 private:

@@ -35,7 +35,8 @@ void FakePasteboard::complete(const std::weak_ptr<Request>& waiting)
         m_waiting.push_back(waiting);
         return;
     }
-    const Completion completion = std::exchange(request->completion, {}); // it may end its own read
+    const Completion completion = std::exchange(request->completion, {}); // the completion may end its own
+                                                                          // read
     if (m_owner == Owner::fails && !m_isOurs) {
         completion(std::nullopt);
         return;

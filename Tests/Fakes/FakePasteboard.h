@@ -13,7 +13,7 @@ public:
     /// How the program that owns the content answers a read.
     enum class Owner {
         answers,
-        hangs, // until it is set to something else
+        hangs, // the read waits until the owner is set to another value
         fails, // the read completes with nothing
     };
 
@@ -27,14 +27,15 @@ public:
     bool writeObjects(const QList<QUrl>& fileURLs) override;
     bool writeObjects(const PasteboardImage& image) override;
 
-    /// What another program does. The count and the types are made from the rest, `types` being further ones.
+    /// Copies as another program does. The count and the types are made from the content; `types` adds
+    /// further ones.
     void copy(PasteboardContents contents);
     void copyString(const QString& string);
     void setOwner(Owner owner);
 
-    /// All that is there, whoever put it there.
+    /// All that is on the pasteboard, from whichever program.
     const PasteboardContents& contents() const { return m_contents; }
-    /// How many reads were begun.
+    /// The number of reads that were begun.
     int reads = 0;
 
 private:

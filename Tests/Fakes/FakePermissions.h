@@ -31,7 +31,7 @@ public:
         return automation;
     }
 
-    /// Told of each reading of all, before its first answer.
+    /// Called at each reading of all permissions, before the first answer.
     std::function<void()> onRead = [] {};
     bool accessibility = false;
     bool inputMonitoring = false;
@@ -39,7 +39,7 @@ public:
     OSStatus automation = errAEEventWouldRequireUserConsent;
     QStringList requests;
     QStringList automationTargets;
-    /// What the user answers to a prompt: may change the values above.
+    /// The user's answer to a prompt; may change the values above.
     std::function<void()> userAnswer = [] {};
 
 private:

@@ -53,7 +53,7 @@ public:
 class FakePlatform {
 public:
     FakePlatform();
-    /// Drops what is still queued while the platform is there for its captures to end on.
+    /// Drops the queued tasks while the platform still exists, so that their captures can end.
     ~FakePlatform();
 
     FakeAccessibility accessibility;

@@ -1,4 +1,4 @@
-// Power assertions that hold nothing but a record of themselves.
+// Power assertions that hold nothing and are recorded.
 #pragma once
 
 #include "Platform/PowerAssertions.h"
@@ -33,7 +33,7 @@ public:
         held.erase(id);
     }
 
-    /// What the next creations answer.
+    /// The status of the next creations.
     Status nextStatus = Status::success;
     std::map<PowerAssertionID, Held> held;
     std::vector<PowerAssertionID> releases;

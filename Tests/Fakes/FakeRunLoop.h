@@ -1,4 +1,4 @@
-// A run loop that a test turns by hand: tasks run in `drain`, timers in `advance`, which moves the clock.
+// A run loop that the test turns by hand: tasks run in `drain`, timers in `advance`, which moves the clock.
 #pragma once
 
 #include "Fakes/FakeClock.h"
@@ -21,7 +21,7 @@ public:
 
     /// Runs the queued tasks, and those that they queue, until none is left.
     void drain();
-    /// Runs the work that was handed to the pool, here and now.
+    /// Runs the work that was handed to the pool, on this thread and at once.
     void drainDetached();
     /// Drops the queued tasks and work without running them.
     void discardQueued();
@@ -29,7 +29,7 @@ public:
     void advance(std::chrono::milliseconds by);
 
     std::size_t timerCount() const;
-    /// The intervals of the timers in place, in order of their making.
+    /// Returns the intervals of the existing timers, in the order in which they were made.
     std::vector<std::chrono::milliseconds> timerIntervals() const;
 
 private:

@@ -1,4 +1,5 @@
-// Displays that a test arranges. At first one of 1440 by 900 with a menu bar of 24 and a dock of 70 points.
+// Displays that a test arranges. At first there is one of 1440 by 900 with a menu bar of 24 and a dock of 70
+// points.
 #pragma once
 
 #include "Platform/NotificationCenter.h"
@@ -34,7 +35,7 @@ public:
         return {{geometry.x(), height() - geometry.bottom()}, {geometry.width(), geometry.height()}};
     }
 
-    /// Other displays from now on, and the notification of them.
+    /// Replaces the displays and posts the notification.
     void arrange(const QList<Screen>& screens)
     {
         list = screens;
@@ -42,7 +43,7 @@ public:
     }
 
     QList<Screen> list{screen(1, {{0, 0}, {1440, 900}}, {{0, 70}, {1440, 806}})};
-    /// Where the focused window is; absent for the primary display.
+    /// The display of the focused window; absent for the primary one.
     std::optional<Screen> main;
 
 private:

@@ -1,4 +1,4 @@
-// Sounds that are counted and not heard.
+// Counts the sounds and plays none.
 #pragma once
 
 #include "Platform/Sound.h"

@@ -21,7 +21,7 @@ public:
     void setMenu(MenuDelegate delegate) override { menu = std::move(delegate); }
     void performClick() override { click(nullptr); }
 
-    /// What the platform does at a user's click; a null event is one whose kind isn't known.
+    /// Acts as the platform does at a user's click; a null event is a click of unknown kind.
     void click(const StatusItemEvent* event);
     void click(StatusItemEvent event) { click(&event); }
 
@@ -31,7 +31,7 @@ public:
     double length;
     Action action;
     MenuDelegate menu;
-    /// Every menu that was opened on this item, the last one last.
+    /// Every menu that was opened on this item, the latest at the end.
     std::vector<Menu> openedMenus;
 
 private:
@@ -46,9 +46,9 @@ public:
         return std::make_unique<FakeStatusItem>(*this, length);
     }
 
-    /// Items in place, in order of their making.
+    /// Existing items, in the order in which they were made.
     std::vector<FakeStatusItem*> items;
-    /// Told of each item before it is made.
+    /// Called before each item is made.
     std::function<void()> onMake = [] {};
 };
 

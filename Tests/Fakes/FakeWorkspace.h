@@ -32,7 +32,7 @@ public:
     std::optional<RunningApplication> frontmostApplication() override { return frontmost; }
     QList<InstalledApplication> installedApplications() override { return installed; }
 
-    /// Brings a program to the front as a person would; without one, the notification carries none.
+    /// Brings a program to the front as a person would; without a program, the notification carries none.
     void activate(const std::optional<RunningApplication>& application)
     {
         frontmost = application;
@@ -61,11 +61,11 @@ public:
     QList<InstalledApplication> installed;
     std::vector<Opened> opened;
     QStringList openedURLs;
-    /// What the program itself brought to the front.
+    /// The programs that the program itself brought to the front.
     QList<RunningApplication> activated;
-    /// Process identifiers of programs that run no more.
+    /// Process identifiers of programs that have ended.
     QList<std::int64_t> ended;
-    /// Told of each use of the notification centre.
+    /// Called at each use of the notification centre.
     std::function<void()> onUse = [] {};
 
 private:

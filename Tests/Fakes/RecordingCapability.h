@@ -1,4 +1,4 @@
-// A capability that writes down each call, and whose operations can be told to fail or to suspend.
+// A capability that records each call, and whose operations can be told to fail or to suspend.
 #pragma once
 
 #include "OrvaneCore/Capability/Capability.h"
@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-/// Awaiting it suspends until the test opens it.
+/// Awaiting a gate suspends until the test opens it.
 class Gate {
 public:
     void open()
@@ -120,7 +120,7 @@ private:
     CapabilityMetadata m_metadata;
 };
 
-/// A service that writes down its starts and stops.
+/// A service that records its starts and stops.
 class RecordingService : public BackgroundService {
 public:
     RecordingService(QString name, std::shared_ptr<QStringList> journal)
