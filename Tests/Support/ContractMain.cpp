@@ -1,4 +1,4 @@
-// Contract tests drive the Linux layer against the servers of the private desktop they are started on.
+// Contract tests drive the Linux layer against the servers of the private desktop on which they are started.
 #include <QApplication>
 
 #include <gmock/gmock.h>
@@ -13,7 +13,7 @@ int main(int argc, char** argv)
     }
     qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication application(argc, argv);
-    // Popups come and go in these tests; the last one to close is not the end.
+    // Popups come and go in these tests; the closing of the last one must not end the process.
     QApplication::setQuitOnLastWindowClosed(false);
     ::testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();

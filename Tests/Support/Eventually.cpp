@@ -9,7 +9,7 @@ namespace orvane::tests {
 bool eventually(std::chrono::milliseconds deadline, const std::function<bool()>& condition)
 {
     const QDeadlineTimer end(deadline);
-    QTimer recheck; // ends the wait for events, for most of what is waited for sends none
+    QTimer recheck; // ends a wait for events, since most conditions send none
     recheck.start(20ms);
     while (!condition()) {
         if (end.hasExpired())

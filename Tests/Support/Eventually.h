@@ -1,4 +1,4 @@
-// Waiting on a condition: the one place in the tests that looks again and again.
+// Waits for a condition. This is the only place in the tests that looks again and again.
 #pragma once
 
 #include <chrono>
@@ -8,8 +8,8 @@ namespace orvane::tests {
 
 using namespace std::chrono_literals;
 
-/// Runs the event loop until the condition holds. False when it doesn't within the deadline, and then it was
-/// tested a last time after it. The condition is tested after each event and every 20 ms.
+/// Runs the event loop until the condition holds. The condition is tested after each event, every 20 ms, and
+/// a last time at the deadline; false when it doesn't hold then.
 [[nodiscard]] bool eventually(std::chrono::milliseconds deadline, const std::function<bool()>& condition);
 
 } // namespace orvane::tests

@@ -1,4 +1,4 @@
-// A datagram socket in the place of the system journal's, and the entries that arrive there.
+// A datagram socket in place of the system journal's, and the entries that arrive there.
 #pragma once
 
 #include "PlatformLinux/Common/FileDescriptor.h"
@@ -32,7 +32,7 @@ public:
 
     QByteArray path() const { return m_directory.filePath(QStringLiteral("socket")).toLocal8Bit(); }
 
-    /// The next entry that has arrived; nothing when there is none, or when it breaks the protocol.
+    /// Returns the next entry that has arrived; nothing when there is none, or when it breaks the protocol.
     std::optional<Entry> next()
     {
         QByteArray datagram(1024 * 1024, '\0');
@@ -43,7 +43,10 @@ public:
         return parse(datagram);
     }
 
-    /// "KEY=value\n", or "KEY\n", the length as 64 bits with the lowest byte first, the value and "\n".
+    /// Reads "KEY=value
+    /// ", or "KEY
+    /// ", the length as 64 bits with the lowest byte first, the value and "
+    /// ".
     static std::optional<Entry> parse(const QByteArray& datagram)
     {
         Entry entry;

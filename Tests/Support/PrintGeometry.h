@@ -1,4 +1,4 @@
-// How a failed test shows points and rectangles.
+// Prints points and rectangles in the messages of failed tests.
 #pragma once
 
 #include "Platform/Geometry.h"

@@ -1,5 +1,5 @@
-// A home of its own for a test or for a program under test: HOME and every XDG base directory lie in a
-// temporary directory that goes with the object, so nothing of the user's is read or written.
+// A separate home for a test or for a program under test: HOME and every XDG base directory lie in a
+// temporary directory that is removed with the object, so nothing of the user's is read or written.
 #pragma once
 
 #include <QProcessEnvironment>
@@ -15,9 +15,11 @@ public:
     [[nodiscard]] QString configDirectory() const;
     [[nodiscard]] QString dataDirectory() const;
 
-    /// Points a child's environment here. The runtime directory stays: it holds the sockets of the session.
+    /// Makes a child's environment use this home. The runtime directory stays: it holds the sockets of the
+    /// session.
     void applyTo(QProcessEnvironment& environment) const;
-    /// Points this process here, runtime directory included. Call before any thread is started.
+    /// Makes this process use this home, runtime directory included. To be called before any thread is
+    /// started.
     void applyToThisProcess() const;
 
 private:

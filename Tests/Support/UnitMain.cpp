@@ -1,4 +1,5 @@
-// Unit tests see no display, no bus and no home of the user's, and one locale and time zone everywhere.
+// Unit tests see no display, no bus and no home of the user, and have the same locale and time zone
+// everywhere.
 #include "Support/PrivateHome.h"
 
 #include <QApplication>
