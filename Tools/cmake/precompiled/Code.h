@@ -1,5 +1,5 @@
-// What most of the code includes, and what of it takes longest to compile. No file may rely on it: each
-// includes what it needs, and is built without this too (ORVANE_PRECOMPILE_HEADERS).
+// The headers that most of the code includes and that take longest to compile. No file may rely on this one:
+// each includes what it needs, and is built without this too (ORVANE_PRECOMPILE_HEADERS).
 #pragma once
 
 #include <QApplication>

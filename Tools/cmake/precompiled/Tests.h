@@ -1,4 +1,4 @@
-// The same for tests.
+// The headers that most tests include.
 #pragma once
 
 #include "Code.h"
