@@ -10,14 +10,14 @@ namespace {
 
 constexpr auto deadline = 15s;
 
-/// A desktop with programs of others.
+/// A desktop with other programs.
 class Stage {
 public:
     virtual ~Stage() = default;
     virtual Accessibility& accessibility() = 0;
-    /// A window of a program that wasn't there before; it gets the focus.
+    /// Shows a window of a program that wasn't there before; it gets the focus.
     virtual void showWindow() = 0;
-    /// Where a person sees it.
+    /// Returns the frame that a person sees.
     [[nodiscard]] virtual QRectF frame() const = 0;
     virtual void endProgram() = 0;
     virtual void takeAwayPermission() = 0;
@@ -94,8 +94,8 @@ protected:
 
     Accessibility& accessibility() { return m_stage->accessibility(); }
 
-    /// Waits for it: while the window manager takes the focus from a program that has just ended, there is
-    /// none.
+    /// Returns the focused window. It is waited for: while the window manager takes the focus from a program
+    /// that has just ended, there is none.
     std::optional<AXUIElement> focusedWindow()
     {
         std::optional<AXUIElement> window;

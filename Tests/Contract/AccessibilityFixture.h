@@ -17,7 +17,7 @@
 
 namespace orvane::tests {
 
-/// What `attribute` of the element is, if it is of that kind.
+/// Returns the element's `attribute` if it is of that kind.
 template <typename Kind>
 std::optional<Kind> readAX(Accessibility& accessibility, const AXUIElement& element, const char* attribute)
 {
@@ -33,7 +33,7 @@ inline void PrintTo(WindowKind kind, std::ostream* out)
     *out << (kind == WindowKind::qt ? "qt" : kind == WindowKind::terminal ? "terminal" : "gtkHeaderBar");
 }
 
-/// A window of a program of its own, which ends with the object.
+/// A window of another program, which ends with the object.
 class ForeignWindow {
 public:
     ForeignWindow(const Windows& windows, WindowKind kind, const QString& title)
@@ -73,7 +73,7 @@ private:
 
     static QStringList arguments(WindowKind kind, const QString& title)
     {
-        // With a scalable font it would size itself anew a moment after it has appeared.
+        // With a scalable font it would change its size a moment after it has appeared.
         if (kind == WindowKind::terminal)
             return {u"-title"_qs, title, u"-e"_qs, u"cat"_qs};
         return {title, u"200"_qs, u"150"_qs, u"480"_qs, u"320"_qs};
@@ -108,7 +108,7 @@ protected:
         return m_accessibility.performAction(element, QString::fromLatin1(action));
     }
 
-    /// Ends the test when the window that has the focus isn't this one.
+    /// Returns the element of the focused window; ends the test when that isn't this window.
     AXUIElement elementOf(const ForeignWindow& window)
     {
         const AXUIElement application = m_accessibility.createApplication(window.pid());
@@ -127,7 +127,7 @@ protected:
         return QRectF(position->x, position->y, size->width, size->height);
     }
 
-    /// In the order in which everybody places windows.
+    /// Sets the frame in the order in which all callers place windows.
     void place(const AXUIElement& window, const QRectF& frame)
     {
         const Point origin{frame.x(), frame.y()};

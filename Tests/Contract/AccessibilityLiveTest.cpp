@@ -1,4 +1,4 @@
-// What only a real X server and window manager tell of programs and their windows.
+// The reports about programs and their windows that only a real X server and window manager give.
 #include "Contract/AccessibilityFixture.h"
 
 #include "PlatformLinux/Accessibility/WindowReader.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr auto deadline = 15s;
 
-/// Holds the whole server for itself, as some programs do while something is dragged.
+/// Grabs the whole server, as some programs do during a drag.
 class ServerGrab {
 public:
     ServerGrab() : m_connection(xcb_connect(nullptr, nullptr))
@@ -63,7 +63,7 @@ protected:
         return list;
     }
 
-    /// As another program would do it.
+    /// Changes the state as another program would do it.
     void changeState(WindowId window, const char* state)
     {
         xcb_client_message_event_t message{};
@@ -321,7 +321,7 @@ TEST_F(X11ElementsLiveTest, AServerThatDoesNotAnswerEndsTheCallByItsTimeout)
         EXPECT_EQ(set(element, "AXPosition", Point{1, 1}), AXError::cannotComplete);
         EXPECT_EQ(perform(element, "AXRaise"), AXError::cannotComplete);
     }
-    // What was asked for in vain doesn't come in the way.
+    // The requests that had no effect must not disturb later ones.
     m_accessibility.setMessagingTimeout(element, 0s);
     EXPECT_EQ(titleOf(element), u"Grabbed"_qs);
     EXPECT_EQ(frameOf(element), QRectF(window.frame()));
@@ -351,7 +351,7 @@ TEST_F(X11ElementsLiveTest, AWindowThatGoesWhileItIsBeingPlacedEndsNothing)
     window.reset();
     EXPECT_TRUE(eventually(deadline, [&] { return m_windows.geometry(id).isEmpty(); }));
     EXPECT_EQ(set(element, "AXSize", Size{300, 300}), AXError::invalidUIElement);
-    // The next one is placed as if nothing had been.
+    // The next window is placed as usual.
     const ForeignWindow next(m_windows, WindowKind::qt, u"Next"_qs);
     place(elementOf(next), {100, 100, 400, 300});
     EXPECT_TRUE(eventually(deadline, [&] { return next.frame() == QRect(100, 100, 400, 300); }));
@@ -366,7 +366,7 @@ TEST_F(X11ElementsLiveTest, AWindowThatThePersonMovesAfterwardsIsNotPutBack)
     xcb_configure_window(m_x.xcb(), window.id, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, elsewhere);
     xcb_flush(m_x.xcb());
     ASSERT_TRUE(eventually(deadline, [&] { return window.frame().topLeft() == QPoint(600, 400); }));
-    // Whatever it would do has been done once this is.
+    // Once this is done, an effect of the earlier request would have shown.
     EXPECT_EQ(set(elementOf(window), "AXMinimized", true), AXError::success);
     EXPECT_TRUE(eventually(deadline, [&] { return window.hasState("_NET_WM_STATE_HIDDEN"); }));
     EXPECT_EQ(window.frame().topLeft(), QPoint(600, 400));

@@ -1,4 +1,4 @@
-// Windows of every kind are put where a person shall see them, under several window managers.
+// Windows of every kind are placed where a person expects them, under several window managers.
 #include "Contract/AccessibilityFixture.h"
 
 #include "PlatformLinux/X11/X11Connection.h"
@@ -37,7 +37,7 @@ public:
             own.setProgram(ofSession);
             own.setArguments({u"--replace"_qs, u"--compositor=on"_qs});
             own.setStandardErrorFile(QProcess::nullDevice());
-            own.startDetached(); // the tests to come need it
+            own.startDetached(); // the following tests need it
         });
         m_process.waitForFinished(5000);
     }
@@ -67,8 +67,8 @@ private:
     QProcess m_process;
 };
 
-/// Free of the panel and the dock, where some window managers let no window be, and with a middle that isn't
-/// a whole number.
+/// The area is free of the panel and the dock, where some window managers allow no window, and its middle
+/// isn't a whole number.
 constexpr QRectF area(0, 60, 1435, 765);
 
 QRectF half(const QRectF& whole, Qt::Edge edge)
@@ -87,7 +87,7 @@ QRectF half(const QRectF& whole, Qt::Edge edge)
     return {QPointF(whole.left(), middle.y()), whole.bottomRight()};
 }
 
-/// The whole pixels of it: edges are rounded, halves up.
+/// Returns the frame in whole pixels: edges are rounded, halves up.
 QRect pixels(const QRectF& frame)
 {
     const auto whole = [](double value) { return static_cast<int>(std::floor(value + 0.5)); };
@@ -102,14 +102,14 @@ class WindowPlacement : public X11ElementsTest,
 protected:
     static QString managerName() { return QString::fromLatin1(std::get<0>(GetParam())); }
     static WindowKind kind() { return std::get<1>(GetParam()); }
-    /// At times marco does so with a window that has just appeared, which ends short of the screen's edge
-    /// then.
+    /// True under marco, which sometimes does so with a window that has just appeared; the window then ends
+    /// short of the screen's edge.
     static bool keepsShadowsOnScreen()
     {
         return managerName() == u"marco"_qs && kind() == WindowKind::gtkHeaderBar;
     }
 
-    /// Fills the frame, or as much of it as the steps of its size allow: never more.
+    /// True once the window fills the frame as far as the steps of its size allow, and never more.
     bool comesToFill(const ForeignWindow& window, const QRectF& frame)
     {
         const QRect wanted = pixels(frame);
@@ -161,7 +161,7 @@ TEST_P(WindowPlacement, NeighbouringHalvesMeet)
         place(second, half(area, far));
         comesToFill(one, half(area, near));
         comesToFill(other, half(area, far));
-        // The last request of each is still to come, and some window managers do all of it anew.
+        // The last request of each kind is still to come, and some window managers do all of it anew.
         EXPECT_TRUE(settleWindowManager());
         EXPECT_FALSE(one.frame().intersects(other.frame()));
     }
@@ -195,7 +195,7 @@ TEST_P(WindowPlacement, AMaximizedWindowIsRestoredFirst)
                window.hasState("_NET_WM_STATE_MAXIMIZED_VERT");
     }));
     EXPECT_TRUE(settleWindowManager());
-    // Not at an edge of the screen: marco at times keeps shadows on the screen too.
+    // The frame isn't at an edge of the screen: marco sometimes keeps shadows on the screen too.
     const QRectF frame(201.5, 90, 700, 600.5);
     place(element, frame);
     // The shadows come back later, and the window has to be moved once more.
@@ -215,7 +215,7 @@ TEST_P(WindowPlacement, AHungProgramsWindowIsMovedAllTheSame)
     m_accessibility.setMessagingTimeout(element, 250ms);
     const QRectF frame = half(area, Qt::LeftEdge);
     place(element, frame);
-    // Some window managers don't give it another size before it has answered; its place is another matter.
+    // Some window managers don't change its size before it has answered; its place can change before.
     EXPECT_TRUE(eventually(deadline, [&] { return window.frame().topLeft() == pixels(frame).topLeft(); }));
     EXPECT_NE(frameOf(element), std::nullopt);
     window.resume();

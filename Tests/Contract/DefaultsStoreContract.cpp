@@ -15,7 +15,7 @@ namespace orvane::tests {
 
 namespace {
 
-/// A store and what it stands on.
+/// A store together with its file or memory.
 class Subject {
 public:
     virtual ~Subject() = default;

@@ -36,7 +36,7 @@ void callXfconf(const QString& method, const QVariantList& arguments)
     ASSERT_EQ(reply.type(), QDBusMessage::ReplyMessage) << reply.errorMessage().toStdString();
 }
 
-/// A shortcut of the desktop's settings for a scope.
+/// Sets a shortcut in the desktop's settings for a scope.
 class XfceShortcut {
 public:
     explicit XfceShortcut(const QString& property, const QVariant& value) : m_property(property)
@@ -157,7 +157,7 @@ TEST_F(DesktopShortcutsTest, OnAnUnknownDesktopThereAreNone)
     EXPECT_TRUE(shortcuts->shortcuts().isEmpty());
 }
 
-/// Schemas of desktops that aren't installed here, with the names that they have there.
+/// Schemas of desktops that aren't installed here, under the names that they have there.
 class ForeignSchemasTest : public DesktopShortcutsTest {
 protected:
     ForeignSchemasTest()

@@ -21,12 +21,13 @@ class Program {
 public:
     virtual ~Program() = default;
     virtual EventMonitors& monitors() = 0;
-    /// C goes down and up; the window is in front.
+    /// Taps C, with the window in front.
     virtual void tapC() = 0;
-    /// The same, twice what was asked for: the first one that isn't swallowed tells that all has arrived.
+    /// Taps C until one press arrives, at most twice as often as asked for: the first one that isn't
+    /// swallowed shows that all have arrived.
     virtual void openMenu() = 0;
     virtual void closeMenu() = 0;
-    /// "down" and "up", as they got to the window or to the menu that is open.
+    /// Returns "down" and "up" for each key that arrived in the window or in the open menu.
     virtual QStringList arrived(qsizetype count) = 0;
 };
 
@@ -85,7 +86,7 @@ public:
     }
 
 private:
-    /// A menu that notes its keys.
+    /// A menu that records its keys.
     class NotingMenu : public QMenu {
     public:
         NotingMenu() { addAction(QStringLiteral("Item")); }
@@ -147,7 +148,7 @@ TYPED_TEST(EventMonitorsContract, WhatAMonitorSwallowsGoesNoFurther)
 {
     const auto monitor = this->monitors().addLocalMonitor(keyEvents, [&](const MonitoredEvent& event) {
         this->seen.push_back(event.event.type);
-        // Only the first press and its release.
+        // Swallows only the first press and its release.
         return this->seen.size() <= 2 ? Disposition::swallow : Disposition::pass;
     });
     this->program.tapC();

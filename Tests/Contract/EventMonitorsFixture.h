@@ -23,7 +23,7 @@
 
 namespace orvane::tests {
 
-/// Notes the key and mouse events that get to it.
+/// Records the key and mouse events that arrive in it.
 class NotingEdit : public QLineEdit {
 public:
     QStringList noted;
@@ -46,7 +46,7 @@ private:
     }
 };
 
-/// Has the focus from its making on.
+/// Has the focus from the start.
 class NotingWindow : public QWidget {
 public:
     NotingWindow()
@@ -74,7 +74,7 @@ protected:
 
     ~EventMonitorsFixture() override
     {
-        // One test must not press the next one's keys.
+        // Keys of one test must not be down in the next one.
         EXPECT_TRUE(eventually(deadline, [this] { return other.keysDown().isEmpty(); }));
     }
 

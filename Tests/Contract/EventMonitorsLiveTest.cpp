@@ -253,7 +253,7 @@ TEST_F(EventMonitorsLiveTest, ASwallowedClickDoesNotReachTheWindow)
     hardware.click(place);
     ASSERT_TRUE(eventually(deadline, [&] { return told(EventType::leftMouseUp, place); }));
     EXPECT_TRUE(told(EventType::leftMouseDown, place));
-    // Elsewhere, so that it isn't the second half of a double click.
+    // The click is at another place, so that it isn't the second half of a double click.
     hardware.click(window.edit.mapToGlobal(QPoint(200, 10)));
     const QStringList& noted = window.edit.noted;
     const qsizetype before = noted.size();

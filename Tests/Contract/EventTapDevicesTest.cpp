@@ -1,4 +1,4 @@
-// Keyboards that come and go, are taken by others, and change their layout.
+// Keyboards that come and go, are taken by other programs, and change their layout.
 #include "Contract/EventTapFixture.h"
 
 #include <QDir>
@@ -21,7 +21,7 @@ protected:
         EXPECT_TRUE(process.waitForFinished()) << program.toStdString();
         return process.readAllStandardOutput();
     }
-    /// The whole of what the server makes of keys at present.
+    /// Returns the server's whole present keymap.
     static QByteArray keymap()
     {
         return output(QStringLiteral("xkbcomp"),
@@ -118,7 +118,7 @@ TEST_F(EventTapDevicesTest, AnEnabledTapWhoseKeyboardsAreLostToAnotherStaysDisab
     ASSERT_TRUE(rival.grabDevice(keyboard));
     tap.tap()->enable(true);
     EXPECT_FALSE(tap.tap()->isEnabled());
-    // What tries again and again says it once.
+    // A tap that tries again and again logs the reason once.
     const auto lines = log.messages();
     tap.tap()->enable(true);
     EXPECT_EQ(log.messages(), lines);

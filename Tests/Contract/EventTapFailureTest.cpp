@@ -1,4 +1,4 @@
-// A main thread that hangs, a program that is killed, a guardian that is, and a connection that breaks.
+// A main thread that hangs, a killed program, a killed guardian, and a broken connection.
 #include "Contract/EventTapFixture.h"
 
 #include <QCoreApplication>
@@ -17,7 +17,7 @@ constexpr const char* xtestKeyboard = "Virtual core XTEST keyboard";
 
 class EventTapFailureTest : public EventTapFixture {
 protected:
-    /// The guardians that this or another process has started.
+    /// Returns the guardians that this or another process has started.
     static QList<qint64> guardiansOf(qint64 process)
     {
         QList<qint64> found;
@@ -34,7 +34,8 @@ protected:
     {
         return read(QStringLiteral("/proc/%1/cmdline").arg(process)).split('\0').value(0).split('/').last();
     }
-    /// The one guardian of a process, once it is there; 0 when it doesn't come. A new one has no name yet.
+    /// Returns the one guardian of a process once it is there; 0 when it doesn't come. A new one has no name
+    /// yet.
     static qint64 guardianOf(qint64 process)
     {
         EXPECT_TRUE(eventually(10s, [&] { return guardiansOf(process).size() == 1; }));
@@ -66,7 +67,7 @@ TEST_F(EventTapFailureTest, AHungMainThreadCostsTheUserASecondAndNoKey)
     LambdaTap tap(taps, [&](Event&) {
         if (std::exchange(hangs, false)) {
             keyPassed = window.waitFor(60s, [&] { return window.typed() == "a"; });
-            // The keyboard is free: what follows comes directly, before this callback returns.
+            // The keyboard is free: the following key arrives directly, before this callback returns.
             hardware.tap(key::b);
             keyPassed = keyPassed && window.waitFor(60s, [&] { return window.typed() == "ab"; });
         }
@@ -149,7 +150,7 @@ TEST_F(EventTapFailureTest, AKilledProgramWhoseUserLetGoMeanwhileLeavesNothingPr
     hardware.press(key::controlL);
     hardware.press(key::x);
     keysOnce(2);
-    // Stopped, it can't pass the releases on; then it dies.
+    // A stopped program can't pass the releases on; then it dies.
     ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
     hardware.release(key::x);
     hardware.release(key::controlL);
@@ -171,7 +172,7 @@ TEST_F(EventTapFailureTest, AStoppedProgramsKeyboardIsFreedAndItsTapIsDisabledWh
     hardware.release(key::a);
     EXPECT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
     EXPECT_TRUE(eventually(10s, [&] { return other.keysDown(xtestKeyboard).isEmpty(); }));
-    // What is still held counts, and what was swallowed is up.
+    // A key that is still held counts as down, and a swallowed one as up.
     EXPECT_TRUE(eventually(10s, [&] { return other.keysDown() == QList<int>{key::shiftL}; }));
     hardware.tap(key::b);
     EXPECT_TRUE(eventually(10s, [&] { return window.typed().endsWith("B"); })) << window.typed().data();
@@ -238,7 +239,7 @@ TEST_F(EventTapFailureTest, AKeyWrittenToALostConnectionDoesNotEndTheProgram)
     std::signal(SIGPIPE, SIG_DFL); // as it is when a program starts
     XInputEventTaps ownTaps(log, [] { return CommandKeys::control; });
     LambdaTap tap(ownTaps);
-    // What such a write sends; whether one comes before the loss is noticed is chance.
+    // Such a write sends this signal, but only by chance before the loss is noticed.
     EXPECT_EQ(std::raise(SIGPIPE), 0);
     hardware.tap(key::a);
     EXPECT_TRUE(eventually(10s, [&] { return window.typed() == "a"; }));

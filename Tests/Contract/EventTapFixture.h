@@ -19,11 +19,11 @@ class EventTapFixture : public ::testing::Test {
 protected:
     ~EventTapFixture() override
     {
-        // One test must not press the next one's keys.
+        // Keys of one test must not be down in the next one.
         EXPECT_TRUE(eventually(10s, [this] { return other.keysDown().isEmpty(); }));
     }
 
-    /// Until the window has got so many keys; then what they were.
+    /// Waits until the window has got this many keys and returns them.
     QStringList keysOnce(qsizetype count)
     {
         EXPECT_TRUE(eventually(10s, [&] { return window.keys().size() >= count; }));

@@ -259,7 +259,7 @@ TEST_F(EventTapLiveTest, AModifierThatIsLetGoAtAnyMomentOfAPostedChordIsUpAfterw
         hardware.press(key::superL);
         taps.post(EventTaps::Location::hid, posted(EventType::keyDown, command));
         taps.post(EventTaps::Location::hid, posted(EventType::keyUp, command));
-        hardware.release(key::superL); // somewhere in what the other thread does meanwhile
+        hardware.release(key::superL); // at a random point of what the other thread does meanwhile
         ASSERT_TRUE(eventually(10s,
                                [&] {
                                    return window.keys().count(QStringLiteral("+55/control")) == i + 1 &&

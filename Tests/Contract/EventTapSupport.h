@@ -1,4 +1,4 @@
-// For tests of event taps: key codes by position, and a tap whose callback is a lambda.
+// Helpers for tests of event taps: key codes by position, and a tap whose callback is a lambda.
 #pragma once
 
 #include "Platform/EventTaps.h"
@@ -18,10 +18,10 @@ inline constexpr std::uint8_t controlL = 37, shiftL = 50, superL = 133, capsLock
 constexpr EventMask keyboardMask =
     eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp) | eventMaskBit(EventType::flagsChanged);
 
-/// A tap that is in place until it ends, and what it has seen.
+/// A tap that is in place until the object's end, and the events that it has seen.
 class LambdaTap {
 public:
-    /// Whether the event passes.
+    /// Returns true if the event passes.
     using Handler = std::function<bool(Event&)>;
 
     explicit LambdaTap(EventTaps& taps, Handler handler = {}, EventMask mask = keyboardMask)

@@ -14,7 +14,7 @@ public:
     virtual ~Subject() = default;
     virtual EventTaps& taps() = 0;
     virtual void typeA() = 0;
-    /// How many presses of A and B have come through, as "a" and "b".
+    /// Returns the presses of A and B that have come through, as "a" and "b".
     virtual QByteArray delivered() = 0;
 };
 
@@ -70,7 +70,8 @@ class EventTapsContract : public ::testing::TestWithParam<Implementation> {
 protected:
     EventTaps& taps() { return m_subject->taps(); }
     void typeA() { m_subject->typeA(); }
-    /// Whether this comes through. What mustn't come is looked for behind something that does.
+    /// True once this comes through. To show that an event doesn't come, a test waits for a later one that
+    /// does.
     bool delivers(const QByteArray& text)
     {
         return eventually(10s, [&] { return m_subject->delivered() == text; });
@@ -254,7 +255,7 @@ TEST_P(EventTapsContract, ADisabledTapIsNotAskedUntilItIsEnabledAgain)
     tap.tap()->enable(true);
     typeA();
     EXPECT_TRUE(delivers("aa"));
-    // The release of the first may have been on its way when the tap came back.
+    // The release of the first key may have been on its way when the tap came back.
     const auto sawSecond = [&] {
         const auto& seen = tap.seen();
         return seen.size() >= 2 && seen[seen.size() - 2].type == EventType::keyDown &&

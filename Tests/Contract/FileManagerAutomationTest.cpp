@@ -1,4 +1,4 @@
-// On session buses that are made for each case.
+// Automation of the file manager, on session buses that are made for each case.
 #include "PlatformLinux/Session/FileManagerAutomation.h"
 #include "Contract/Support/ForeignProgram.h"
 #include "Support/Eventually.h"
@@ -17,7 +17,7 @@ namespace {
 constexpr auto deadline = 10s;
 const QString fileManager = QStringLiteral("org.freedesktop.FileManager1");
 
-/// A bus of its own with connections to it; all are closed at the end.
+/// A separate bus with connections to it; all are closed at the end.
 class PrivateBus {
 public:
     explicit PrivateBus(const QString& policy = {}, const QString& startableProgram = {})

@@ -32,7 +32,7 @@ class Neighbours {
 public:
     virtual ~Neighbours() = default;
     virtual EventMonitors& monitors() = 0;
-    /// Each on the window, with the button held where it is a drag.
+    /// These act on the given window; the button is held for a drag.
     virtual void press(Whose window) = 0;
     virtual void drag(Whose window) = 0;
     virtual void release(Whose window) = 0;

@@ -53,7 +53,7 @@ protected:
         return list;
     }
 
-    /// Clicks there, and waits until it is told: what was done before is told by then, or never.
+    /// Clicks there and waits for the report: what happened before is reported by then, or never.
     void clickToEnd(QPoint place)
     {
         hardware.click(place);
@@ -152,7 +152,7 @@ TEST_F(GlobalMonitorsLiveTest, APressIsJudgedByWhereThePointerWasThen)
     const auto monitor = note(eventMaskBit(EventType::leftMouseDown));
     hardware.movePointer(theirs.middle());
     hardware.press(Button::left);
-    // The server's clock has milliseconds. No event is handled meanwhile.
+    // The server's clock counts milliseconds. No event is handled meanwhile.
     const auto pressed = serverTime();
     const QDeadlineTimer limit(deadline);
     while (serverTime() < pressed + 2 && !limit.hasExpired()) {

@@ -25,7 +25,7 @@ public:
     /// Control and Option go down first, and up last.
     virtual void press(std::uint32_t virtualKeyCode) = 0;
     virtual void release(std::uint32_t virtualKeyCode) = 0;
-    /// Another program takes each combination with the key K.
+    /// Makes another program take each combination with the key K.
     virtual void loseK() = 0;
 };
 
@@ -96,7 +96,8 @@ protected:
     {
         return subject->hotKeys().registerEventHotKey(virtualKeyCode, controlOption, hotKeyId(id));
     }
-    /// What mustn't come is looked for behind something that does.
+    /// True once these events come. To show that an event doesn't come, a test waits for a later one that
+    /// does.
     bool hears(const char* events)
     {
         return eventually(10s, [&] { return log.text() == QLatin1String(events); });
@@ -198,7 +199,7 @@ TEST_P(HotKeysContract, AHandlerIsToldOnlyOfTheKindsThatWereAdded)
     EXPECT_TRUE(hears("-1")) << log.text().toStdString();
     log.handler().removeEventTypes({hotKeyReleased});
     tap(virtualKey::k);
-    // The last release marks that the tap before has been dealt with.
+    // The last release shows that the tap before it has been handled.
     HotKeyLog marker(subject->hotKeys());
     tap(virtualKey::j);
     EXPECT_TRUE(eventually(10s, [&] { return marker.text().endsWith(QLatin1String("-2")); }));

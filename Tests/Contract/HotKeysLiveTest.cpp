@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::uint8_t xKeyOfJ = 44, xKeyOfK = 45, xKeyOfAlt = 64;
 
-/// A client that grabs and asks what OtherClient has no words for.
+/// A client for the grabs and questions that OtherClient doesn't have.
 class Xlib {
 public:
     Xlib() = default;
@@ -41,7 +41,7 @@ public:
         XSync(m_display, False);
     }
 
-    /// Whether one more client could have the combination.
+    /// True if one more client could have the combination.
     bool couldGrab(int key, unsigned modifiers)
     {
         static bool isRefused;
@@ -71,7 +71,7 @@ public:
         return reply ? static_cast<int>(reply->num_clients) : -1;
     }
 
-    /// Of the server's own clock.
+    /// Returns the time of the server's own clock.
     qint64 milliseconds()
     {
         int count = 0;
@@ -120,7 +120,7 @@ class HotKeysLiveTest : public ::testing::Test {
 protected:
     ~HotKeysLiveTest() override
     {
-        // One test must not press the next one's keys.
+        // Keys of one test must not be down in the next one.
         EXPECT_TRUE(eventually(10s, [this] { return other.keysDown().isEmpty(); }));
         EXPECT_EQ(other.lockedModifiers(), 0u);
     }
@@ -146,7 +146,7 @@ protected:
         hardware.tap(xKey);
         releaseModifiers();
     }
-    /// Lets the server's clock go on until it has repeated a held key a dozen times by QuickRepeat.
+    /// Waits until the server's clock would have repeated a held key a dozen times by QuickRepeat.
     void awaitRepeats()
     {
         const qint64 begin = xlib.milliseconds();
@@ -314,7 +314,7 @@ TEST_F(HotKeysLiveTest, OfTwoKeysEachIsReportedThoughTheFirstIsLetGoFirst)
     EXPECT_TRUE(hears("+1 +2 -1 -2")) << heard();
     const QuickRepeat quickRepeat(other);
     pressBothAndLetTheFirstGo();
-    awaitRepeats(); // the second one's, which begin a new grab
+    awaitRepeats(); // the second grab's repeats, which begin anew
     hardware.release(xKeyOfJ);
     releaseModifiers();
     EXPECT_TRUE(hears("+1 +2 -1 -2 +1 +2 -1 -2")) << heard();
@@ -395,7 +395,7 @@ TEST_F(HotKeysLayoutTest, TheModifiersAreFollowedToOtherKeys)
 TEST_F(HotKeysLayoutTest, AMovedModifierBitIsGrabbedAnew)
 {
     const auto registration = registerKey(virtualKey::k, 1, carbonModifier::command);
-    // Super on Mod3 instead of Mod4.
+    // Puts Super on Mod3 instead of Mod4.
     QProcess xmodmap;
     xmodmap.start(u"xmodmap"_qs, {u"-"_qs});
     xmodmap.write("clear mod4\nclear mod3\nadd mod3 = Super_L Super_R\n");

@@ -1,4 +1,4 @@
-// For tests of hot keys: what a handler was told, as text.
+// Helper for tests of hot keys: the events of a handler, as text.
 #pragma once
 
 #include "Platform/HotKeys.h"
@@ -17,8 +17,7 @@ inline constexpr std::uint32_t j = 38, k = 40;
 
 inline constexpr std::uint32_t controlOption = carbonModifier::control | carbonModifier::option;
 
-/// A handler that is told of the hot keys, and keeps "+1" for the press of the one with the id 1, "-1" for
-/// its release.
+/// A handler of hot keys that records "+1" for the press of the one with the id 1, "-1" for its release.
 class HotKeyLog {
 public:
     explicit HotKeyLog(HotKeys& hotKeys)
@@ -31,7 +30,7 @@ public:
     EventHandler& handler() { return *m_handler; }
     const QStringList& events() const { return m_events; }
     QString text() const { return m_events.join(QLatin1Char(' ')); }
-    /// Called after each one is noted.
+    /// Called after each event is recorded.
     std::function<void()> onEvent = [] {};
 
 private:

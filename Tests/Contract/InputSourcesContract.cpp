@@ -31,7 +31,7 @@ void lockGroup(unsigned group)
     XCloseDisplay(display);
 }
 
-/// Input sources of a user who goes from the American layout to the German one.
+/// Input sources of a user who changes from the American layout to the German one.
 class Subject {
 public:
     virtual ~Subject() = default;
@@ -143,7 +143,7 @@ protected:
         setLayouts(u"us"_qs);
     }
 
-    /// Waits until the server's change has been told.
+    /// Waits until the server's change has been announced.
     template <typename Change>
     void change(Change make)
     {

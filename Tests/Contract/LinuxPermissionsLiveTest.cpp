@@ -1,4 +1,4 @@
-// What only a real X server and window manager do to the permissions.
+// The effects on permissions that only a real X server and window manager have.
 #include "Desktop/Support/Hardware.h"
 #include "Fakes/FakeLogSink.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
@@ -21,7 +21,7 @@ namespace {
 
 constexpr auto deadline = 10s;
 
-/// The word of a window manager on the root window, put back at the end.
+/// The window manager's property on the root window, restored at the object's end.
 class WindowManagersWord {
 public:
     WindowManagersWord()
@@ -46,7 +46,7 @@ public:
         xcb_flush(m_x.xcb());
     }
 
-    /// A window manager that says what it should, to be ended by destroying its window.
+    /// Acts as a window manager that announces itself correctly; it ends when its window is destroyed.
     xcb_window_t appear()
     {
         const xcb_window_t window = xcb_generate_id(m_x.xcb());
@@ -71,7 +71,7 @@ private:
     xcb_window_t m_before = XCB_WINDOW_NONE;
 };
 
-/// Within its life, new connections of this process are those of a client that the server doesn't trust.
+/// While it lives, new connections of this process are those of a client that the server doesn't trust.
 class Untrusted {
 public:
     Untrusted()

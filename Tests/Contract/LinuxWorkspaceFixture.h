@@ -20,8 +20,8 @@
 
 namespace orvane::tests {
 
-/// Makes a change on the root window that concerns nobody, and hears when the server tells of it: what was
-/// changed before has been looked at by then.
+/// Makes a change on the root window that has no other effect, and notices when the server announces it:
+/// earlier changes have been handled by then.
 class Mark : private QAbstractNativeEventFilter {
 public:
     Mark() { qApp->installNativeEventFilter(this); }
@@ -54,7 +54,7 @@ private:
 class LinuxWorkspaceFixture : public ::testing::Test {
 protected:
     static constexpr auto deadline = 15s;
-    /// In m_activated: nobody.
+    /// In m_activated, it stands for no program.
     const QString none = QStringLiteral("none");
 
     LinuxWorkspaceFixture()
@@ -84,7 +84,7 @@ protected:
         return window;
     }
 
-    /// As the window manager does; it writes again only when the focus moves.
+    /// Sets the active window as the window manager does, which writes again only when the focus moves.
     void tellActive(xcb_window_t window)
     {
         xcb_change_property(m_x->xcb(), XCB_PROP_MODE_REPLACE, m_x->root(), m_x->atom("_NET_ACTIVE_WINDOW"),
@@ -92,7 +92,7 @@ protected:
         xcb_flush(m_x->xcb());
     }
 
-    /// Up to the moment at which the workspace has looked.
+    /// Sets it and waits until the workspace has looked.
     void tellActiveAndLetLook(xcb_window_t window)
     {
         tellActive(window);

@@ -1,4 +1,4 @@
-// What only a real desktop does to the workspace.
+// The behaviour of the workspace that only a real desktop shows.
 #include "Contract/LinuxWorkspaceFixture.h"
 
 #include <QFile>
@@ -12,7 +12,7 @@ namespace orvane::tests {
 
 namespace {
 
-/// An environment variable, put back at the end.
+/// An environment variable, restored at the object's end.
 class Variable {
 public:
     Variable(const char* name, const QByteArray& value) : m_name(name), m_before(qgetenv(name))
@@ -123,7 +123,7 @@ TEST_F(LinuxWorkspaceTest, TheProgramsOfTheDesktopCanBeChosenFrom)
 
 class OpeningOfURLs : public LinuxWorkspaceTest {
 protected:
-    /// A program that writes down its arguments.
+    /// Installs a program that records its arguments.
     void install(const char* program)
     {
         QFile script(m_bin.filePath(QLatin1StringView(program)));

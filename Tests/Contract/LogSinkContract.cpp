@@ -16,7 +16,7 @@ namespace orvane::tests {
 
 namespace {
 
-/// A log and what has arrived in it since the last look, as "level [category] message".
+/// A log, and what has arrived in it since the last look, as "level [category] message".
 class Subject {
 public:
     virtual ~Subject() = default;
@@ -165,7 +165,7 @@ TEST_P(LogSinkContract, AnyTextIsAMessage)
 
 TEST_P(LogSinkContract, EntriesOfSeveralThreadsArriveWhole)
 {
-    // Few enough for the queue of a socket that nobody reads meanwhile.
+    // The number is small enough for the queue of a socket that nobody reads meanwhile.
     std::vector<std::thread> threads;
     QStringList expected;
     for (int index = 0; index < 4; ++index) {

@@ -18,7 +18,7 @@ class Subject {
 public:
     virtual ~Subject() = default;
     virtual LoginItem& item() = 0;
-    /// From now on the system refuses registrations.
+    /// Makes the system refuse registrations from now on.
     virtual void refuse() = 0;
 };
 
@@ -36,7 +36,7 @@ public:
     LoginItem& item() override { return m_item; }
     void refuse() override
     {
-        // A link out of the world refuses the superuser too.
+        // A link to a path that can't exist makes even the superuser fail.
         const QString autostart = m_directory.filePath(QStringLiteral("autostart"));
         QDir().rmdir(autostart);
         QFile::link(QStringLiteral("/proc/self/nowhere/at/all"), autostart);

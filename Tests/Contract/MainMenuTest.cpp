@@ -1,4 +1,4 @@
-// The main menu in windows of this process, worked with the keys of the hardware.
+// The main menu in windows of this process, used with the keys of the hardware.
 #include "Contract/EventMonitorsFixture.h"
 #include "PlatformLinux/Menus/MainMenuView.h"
 #include "PlatformLinux/Menus/MenuCommands.h"

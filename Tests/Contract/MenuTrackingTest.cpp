@@ -139,8 +139,8 @@ protected:
         EXPECT_TRUE(eventually(deadline, [this] { return service().isEmpty(); }));
     }
 
-    /// Where this process's item is registered; empty while it isn't. Nothing is asked of the item itself,
-    /// which could not answer.
+    /// Returns where this process's item is registered; empty while it isn't. The item itself isn't asked,
+    /// since it couldn't answer.
     static QString service()
     {
         const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
@@ -156,7 +156,7 @@ protected:
         return {};
     }
 
-    /// The item's place in the panel, where it is alone.
+    /// Returns the item's place in the panel, where it is the only one.
     std::optional<QRect> place() const
     {
         if (service().isEmpty())
@@ -177,7 +177,7 @@ protected:
         return !picture.isNull() && picture.pixel(picture.rect().center()) != picture.pixel(0, 0);
     }
 
-    /// A click on an item that the panel is still setting up is lost; then once more.
+    /// A click on an item that the panel is still setting up is lost; then it clicks once more.
     bool openByClick()
     {
         const qsizetype before = posted.size();
@@ -190,7 +190,7 @@ protected:
         return posted.size() == before + 1 && menus.place() == MenuTracking::Place::desktop;
     }
 
-    /// A monitor that takes the letter C, and what it saw.
+    /// Adds a monitor that takes the letter C and records what it saw.
     std::unique_ptr<EventMonitor> takeC()
     {
         return monitors.addMenuTrackingMonitor(keyEvents, [this](const MonitoredEvent& event) {
@@ -301,7 +301,7 @@ TEST_F(PanelMenuTest, AMainThreadThatHangsDoesNotCostTheKeyboard)
     ASSERT_TRUE(openByClick());
     ASSERT_TRUE(monitors.isTapping());
     hardware.tap("Escape");
-    // Without an event loop: nobody answers the tap, and after its second the key goes through.
+    // The event loop doesn't run: the tap gets no answer, and after a second the key goes through.
     const QDeadlineTimer limit(deadline);
     while (!screen.openMenus().isEmpty() && !limit.hasExpired())
         ;
@@ -318,7 +318,7 @@ TEST_F(PanelMenuTest, AnItemThatGoesWhileItsMenuIsOpenEndsTheTracking)
     hardware.tap("Escape");
 }
 
-/// A host on a bus connection of its own, without a window.
+/// A host on a bus connection of its own that reports its menus and has no window.
 class TellingHost {
 public:
     explicit TellingHost(const QString& service)

@@ -1,4 +1,4 @@
-// What the Linux layer does for panels, on the private desktop with its window manager and its compositor.
+// The Linux layer's part of panels, on the private desktop with its window manager and its compositor.
 #include "Desktop/Support/Hardware.h"
 #include "Desktop/Support/WindowManager.h"
 #include "Platform/NotificationCenter.h"

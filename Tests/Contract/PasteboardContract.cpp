@@ -18,7 +18,7 @@ const QString png{pasteboardType::png};
 const QString fileURL{pasteboardType::fileURL};
 const QByteArray pngBytes = QByteArrayLiteral("\x89PNG\r\n\x1A\n...");
 
-/// A pasteboard, another program beside it, and what turns the run loop.
+/// A pasteboard, another program beside it, and the run loop.
 class Subject {
 public:
     virtual ~Subject() = default;
@@ -26,7 +26,7 @@ public:
     virtual void copyElsewhere(const QByteArray& text, const QList<QUrl>& files) = 0;
     virtual void endOtherProgram() = 0;
     virtual bool runUntil(const std::function<bool()>& condition) = 0;
-    /// Runs what was queued up to now, and what other programs have done up to now is known.
+    /// Runs what was queued up to now, and waits until what other programs have done is known.
     virtual void settle() = 0;
 };
 
@@ -96,7 +96,7 @@ class PasteboardContract : public ::testing::TestWithParam<Implementation> {
 protected:
     Pasteboard& pasteboard() { return subject->pasteboard(); }
 
-    /// Waits for the read.
+    /// Reads and waits for the result.
     std::optional<PasteboardContents> read(const QStringList& types)
     {
         std::optional<PasteboardContents> contents;

@@ -1,4 +1,4 @@
-// The clipboard among other programs: what they offer and how they misbehave.
+// The clipboard among other programs: their formats and their faults.
 #include "Contract/Support/SelectionAsker.h"
 #include "Contract/Support/SelectionOwner.h"
 #include "Desktop/Support/Peer.h"
@@ -57,7 +57,7 @@ QByteArray picture(const char* format)
 
 class PasteboardLiveTest : public ::testing::Test {
 protected:
-    PasteboardLiveTest() { (void)read({}); } // then the changes of owner are told
+    PasteboardLiveTest() { (void)read({}); } // changes of owner are announced from then on
 
     struct Reading {
         bool isCompleted = false;
@@ -81,7 +81,7 @@ protected:
         EXPECT_TRUE(eventually(40s, [&] { return reading->isCompleted; }));
         return reading->contents;
     }
-    /// The next copy of another program is told.
+    /// Waits for the announcement of another program's next copy.
     void expectCount(int count)
     {
         EXPECT_TRUE(eventually(10s, [&] { return pasteboard.changeCount() == count; }));
@@ -92,7 +92,7 @@ protected:
         pasteboard.setString(text, string);
         finishCopy();
     }
-    /// Others see the copy, which the server is told of by a thread.
+    /// Lets others see the copy, which a thread announces to the server.
     void finishCopy()
     {
         (void)read({});
@@ -216,7 +216,7 @@ TEST_F(PasteboardLiveTest, AnOwnerThatNeverAnswersCompletesTheReadWithNothing)
     const SelectionOwner owner({{"UTF8_STRING", "x"}}, Manner::silent);
     expectCount(before + 1);
     EXPECT_FALSE(read({string}));
-    // The next one is read as ever.
+    // The next one is read as usual.
     const SelectionOwner next({{"UTF8_STRING", "y"}}, Manner::whole);
     expectCount(before + 2);
     const auto contents = read({string});

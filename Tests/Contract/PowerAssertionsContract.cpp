@@ -22,12 +22,12 @@ constexpr auto systemSleep = PowerAssertionType::preventUserIdleSystemSleep;
 constexpr auto displaySleep = PowerAssertionType::preventUserIdleDisplaySleep;
 constexpr auto on = PowerAssertions::levelOn;
 
-/// Power assertions, and what the system shows of them.
+/// Power assertions, and the system's view of them.
 class Subject {
 public:
     virtual ~Subject() = default;
     virtual PowerAssertions& assertions() = 0;
-    /// The names of those that are held, sorted.
+    /// Returns the sorted names of those that are held.
     virtual QStringList held() = 0;
 };
 

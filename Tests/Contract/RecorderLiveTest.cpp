@@ -1,4 +1,4 @@
-// The recorder on the private desktop, typed on and clicked on as a person does it.
+// The recorder on the private desktop, used as a person does it.
 #include "Contract/EventMonitorsFixture.h"
 #include "Fakes/FakePlatform.h"
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
@@ -39,7 +39,7 @@ protected:
         EXPECT_TRUE(settleWindowManager());
         window.show();
         window.activateWindow();
-        // The first turn after the window has come to the front lets the recorder have the focus.
+        // The recorder accepts the focus in the first turn after the window has come to the front.
         EXPECT_TRUE(
             eventually(deadline, [this] { return window.isActiveWindow() && recorder.canBecomeKeyView(); }));
         holdFocus(static_cast<std::uint32_t>(window.winId()));
@@ -49,7 +49,7 @@ protected:
 
     void type(std::initializer_list<const char*> modifiers, const char* key)
     {
-        // What the program has asked of the server comes before the keys, which go there by another way.
+        // The program's requests to the server have to arrive before the keys, which take another way.
         QGuiApplication::sync();
         for (const char* modifier : modifiers)
             hardware.press(modifier);
@@ -76,7 +76,7 @@ protected:
     {
         return becomes([this] { return !recorder.isRecording(); });
     }
-    /// Whether the held key repeats, whoever takes it then.
+    /// True if the held key repeats, whichever program gets it.
     bool repeatsCome()
     {
         int repeats = 0;
@@ -322,7 +322,7 @@ TEST_F(RecorderLiveTest, TheClickThatStartsItLetsThePointerGo)
 
 TEST_F(RecorderLiveTest, ItTakesTheKeyboardForItselfAsLongAsThePointerIsOnItsWindow)
 {
-    // A panel's menu does not open while somebody has the whole keyboard.
+    // A panel's menu doesn't open while a client has grabbed the whole keyboard.
     static constexpr int keyOfX = 53;
     other.grabKey(keyOfX);
     startRecording();

@@ -16,13 +16,13 @@ namespace {
 
 constexpr auto deadline = 10s;
 
-/// A run loop and its clock, and what turns them.
+/// A run loop and its clock, and the means to run them.
 class Subject {
 public:
     virtual ~Subject() = default;
     virtual RunLoop& loop() = 0;
     virtual Clock& clock() = 0;
-    /// Lets the loop run until the condition holds; false when it doesn't come to hold.
+    /// Runs the loop until the condition holds; false when it never does.
     virtual bool runUntil(const std::function<bool()>& condition) = 0;
 };
 
@@ -183,7 +183,7 @@ TEST_P(RunLoopContract, AHandlerMayEndItsOwnTimer)
     timer = loop().scheduleTimer(5ms, RunLoop::Repeats::yes, [&, witness] {
         ++fired;
         timer.reset();
-        seen = *witness; // what the handler holds is still there
+        seen = *witness; // the handler's captures still exist
     });
     const auto later = loop().scheduleTimer(40ms, RunLoop::Repeats::no, [&] { laterOneFired = true; });
     EXPECT_TRUE(runUntil([&] { return laterOneFired; }));
@@ -194,7 +194,7 @@ TEST_P(RunLoopContract, AHandlerMayEndItsOwnTimer)
 
 TEST_P(RunLoopContract, AHandlerMayEndAnotherTimerThatIsDueAsWell)
 {
-    // Both are due when the loop comes to look; whichever fires first ends the other.
+    // Both are due when the loop looks; the one that fires first ends the other.
     int fired = 0;
     std::unique_ptr<Timer> one;
     std::unique_ptr<Timer> other;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr auto deadline = 15s;
 
-/// A desktop with one display, and another one on the table.
+/// A desktop with one display, and another one that can be connected.
 class Displays {
 public:
     virtual ~Displays() = default;

@@ -24,7 +24,7 @@ constexpr auto deadline = 15s;
 using Place = PluggedMonitor::Place;
 using StrutValues = std::array<std::uint32_t, 12>;
 
-/// A panel of ours: it keeps what it is told to keep.
+/// A panel of the test that reserves the space it is told to.
 class Panel {
 public:
     explicit Panel(QRect geometry)
@@ -100,8 +100,8 @@ TEST_F(ScreensLiveTest, TheDesktopsOwnPanelAndDockAreNotInTheVisibleFrame)
     EXPECT_TRUE(eventually(deadline,
                            [&] {
                                const Rect visible = visibleFrame(0);
-                               // The dock's window is taller than what it keeps: its icons grow under the
-                               // pointer.
+                               // The dock's window is taller than the space that it reserves: its icons grow
+                               // under the pointer.
                                return visible.maxY() == 900 - bar.height() && visible.minY() > 0 &&
                                       visible.minY() <= dock.height() && visible.minX() == 0 &&
                                       visible.width() == 1440;

@@ -1,4 +1,4 @@
-// How long a read of another program's clipboard waits, on a time moved by hand.
+// The limits of a read of another program's clipboard, with a time moved by hand.
 #include "PlatformLinux/Pasteboard/SelectionReader.h"
 #include "Contract/Support/SelectionOwner.h"
 #include "Support/Eventually.h"
@@ -15,7 +15,8 @@ using std::chrono::steady_clock;
 
 class SelectionReaderTest : public ::testing::Test {
 protected:
-    /// Asks for a type, and goes on until the owner has told its targets and was asked for one of them.
+    /// Asks for a type, and goes on until the owner has answered with its targets and was asked for one of
+    /// them.
     void askFor(const QString& type)
     {
         isAnswered = false;

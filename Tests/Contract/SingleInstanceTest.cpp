@@ -1,4 +1,4 @@
-// One running program a session, seen from two processes: the second is this test program once more.
+// One running program in a session, seen from two processes: the second is this test program once more.
 #include "PlatformLinux/Session/SingleInstance.h"
 #include "Fakes/FakeLogSink.h"
 #include "Support/Eventually.h"
@@ -35,7 +35,7 @@ public:
             m_process.kill();
     }
 
-    /// Its claim's result; this process goes on meanwhile.
+    /// Returns the claim's result; this process goes on meanwhile.
     QByteArray result()
     {
         EXPECT_TRUE(eventually(deadline, [this] {
@@ -68,7 +68,7 @@ const char* textOf(SingleInstance::Claim claim)
 
 } // namespace
 
-/// Claims, says what came of it, and holds it until its standard input is closed.
+/// Claims, prints the result, and holds the claim until its standard input is closed.
 TEST(SingleInstancePeer, DISABLED_Claims)
 {
     FakeLogSink log;

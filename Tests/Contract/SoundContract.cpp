@@ -9,7 +9,7 @@
 namespace orvane::tests {
 namespace {
 
-/// Somebody who hears the bells of the session.
+/// A listener to the bells of the session.
 class FakeEar {
 public:
     Sound& sound() { return m_sound; }

@@ -25,17 +25,17 @@ namespace {
 
 constexpr auto deadline = 10s;
 
-/// What a desktop does with the items of this process; `index` counts them in order of their making.
+/// The desktop's side of this process's items; `index` counts them in the order in which they were made.
 class Desk {
 public:
     virtual ~Desk() = default;
     virtual StatusBar& bar() = 0;
-    /// How many items the desktop shows.
+    /// Returns how many items the desktop shows.
     virtual std::size_t shown() = 0;
     virtual void leftClick(std::size_t index) = 0;
-    /// A right click, up to the menu that it opens.
+    /// Makes a right click, up to the menu that it opens.
     virtual void rightClick(std::size_t index) = 0;
-    /// The titles in the menu that rightClick() opened; empty if none did.
+    /// Returns the titles in the menu that rightClick() opened; empty if it opened none.
     virtual QStringList menuTitles() = 0;
     /// Chooses from that menu.
     virtual void choose(const QString& title) = 0;
@@ -74,7 +74,7 @@ private:
     Menu m_menu;
 };
 
-/// A host of its own beside the panel's, which answers the same questions at the same time.
+/// A further host beside the panel's, which asks the same questions at the same time.
 class HostDesk : public Desk {
 public:
     HostDesk()
@@ -85,7 +85,7 @@ public:
 
     ~HostDesk() override
     {
-        // The items go first; the next test is to find none of them.
+        // The items go first; the next test must find none of them.
         EXPECT_TRUE(eventually(deadline, [this] { return shown() == 0; }));
     }
 
@@ -156,8 +156,8 @@ private:
         return call(services().value(static_cast<qsizetype>(index)), path, interface, method, arguments);
     }
 
-    /// Of this process's items, in order of their making: a counter ends their names. The panel's status area
-    /// may crash over an item that goes, and is started again: there are none meanwhile.
+    /// Returns this process's items in the order in which they were made: a counter ends their names. The
+    /// panel's status area may crash over an item that goes, and is started again: there are none meanwhile.
     QStringList services()
     {
         const QVariantList reply =
@@ -387,7 +387,7 @@ INSTANTIATE_TEST_SUITE_P(
         Implementation{"Linux", []() -> std::unique_ptr<Desk> { return std::make_unique<HostDesk>(); }}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
-// What only a host of the session bus can see.
+// Behaviour that only a host of the session bus can see.
 
 TEST(LinuxStatusBar, AHostIsToldOfTheItemsTextsPicturesAndMenu)
 {
@@ -427,7 +427,7 @@ TEST(LinuxStatusBar, ItemsMadeAndDroppedInHasteLeaveNothingBehind)
     for (int i = 0; i < 100; ++i) {
         crowd.push_back(desk.bar().makeStatusItem(StatusItem::squareLength));
         crowd.back()->setImage(dot());
-        // Each is dropped at another stage of its way onto the bus.
+        // Each is destroyed at another stage of its registration.
         QCoreApplication::processEvents();
         if (crowd.size() > 5)
             crowd.erase(crowd.begin());

@@ -1,4 +1,4 @@
-// Which window comes to the front when a program is activated, and what is done for it.
+// The window that comes to the front when a program is activated, and the requests for it.
 #include "Contract/LinuxWorkspaceFixture.h"
 
 namespace orvane::tests {
@@ -16,7 +16,7 @@ protected:
         return value;
     }
 
-    /// As a panel or a pager does.
+    /// Asks as a panel or a pager does.
     void ask(xcb_window_t window, const char* name, std::uint32_t first, std::uint32_t second = 0)
     {
         xcb_client_message_event_t request = {};

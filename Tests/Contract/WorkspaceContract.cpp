@@ -37,14 +37,14 @@ public:
     virtual void showTerminal() = 0;
     virtual void showFileManager() = 0;
     virtual void showOurselves() = 0;
-    /// What showTerminal() started ends.
+    /// Ends what showTerminal() started.
     virtual void endTerminal() = 0;
-    /// The machine goes to sleep, or wakes again.
+    /// Puts the machine to sleep, or wakes it.
     virtual void sleep() = 0;
     virtual void wake() = 0;
-    /// A program that can be started.
+    /// Returns a program that can be started.
     virtual QString program() = 0;
-    /// Lets what was asked for come about.
+    /// Waits until what was asked for has happened.
     virtual void settle() {}
 };
 
@@ -78,7 +78,7 @@ public:
     {
         m_window.reset();
         m_programs.clear();
-        // The file manager goes on as a service of the desktop; only its windows are ours.
+        // The file manager goes on as a service of the desktop; only its windows belong to the test.
         if (m_fileManagerRan)
             closeWindowsOf("Thunar");
     }

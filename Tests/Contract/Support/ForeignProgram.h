@@ -8,7 +8,7 @@ namespace orvane::tests {
 
 class ForeignProgram {
 public:
-    /// Waits until it runs, not until it shows anything.
+    /// Waits until it runs, but not until it shows anything.
     ForeignProgram(const QString& program, const QStringList& arguments);
     ~ForeignProgram();
     ForeignProgram(const ForeignProgram&) = delete;

@@ -34,11 +34,11 @@ PluggedMonitor::PluggedMonitor(Place place)
     // The server keeps the mode once it has it.
     xrandr(QStringList{QStringLiteral("--newmode"), mode} + timing.split(u' '));
     xrandr({QStringLiteral("--addmode"), output, mode});
-    // First the primary one by name: else it would be whichever is the leftmost.
+    // The primary one is set by name first: otherwise it would be the leftmost one.
     EXPECT_TRUE(xrandr({QStringLiteral("--output"), QStringLiteral("DUMMY0"), QStringLiteral("--primary"),
                         QStringLiteral("--output"), output, QStringLiteral("--mode"), mode, option(place),
                         QStringLiteral("DUMMY0")}));
-    EXPECT_TRUE(xrandr({})); // clients ignore a new output until somebody probes
+    EXPECT_TRUE(xrandr({})); // clients ignore a new output until xrandr probes
 }
 
 PluggedMonitor::~PluggedMonitor()

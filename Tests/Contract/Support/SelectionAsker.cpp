@@ -29,7 +29,7 @@ xcb_atom_t SelectionAsker::atom(const QByteArray& name)
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-/// Null after ten seconds without one.
+/// Returns null after ten seconds without an event.
 XcbReply<xcb_generic_event_t> SelectionAsker::nextEvent()
 {
     const QDeadlineTimer end(10s);

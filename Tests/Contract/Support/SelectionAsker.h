@@ -1,5 +1,5 @@
-// Another program that asks for the clipboard, request by request. Each waits until it is answered, for ten
-// seconds at most, without the event loop: it stands for a program that a busy one mustn't hold.
+// Another program that asks for the clipboard, request by request. Each call waits for the answer for at most
+// ten seconds, without the event loop: it stands for a program that must not be held up by ours.
 #pragma once
 
 #include "PlatformLinux/X11/XcbReply.h"
@@ -17,24 +17,24 @@ class SelectionAsker {
 public:
     SelectionAsker();
 
-    /// What the owner gives for a target, put together if it comes in pieces; nothing when it refuses or is
-    /// silent.
+    /// Returns what the owner gives for a target, put together if it comes in pieces; nothing when it refuses
+    /// or doesn't answer.
     std::optional<QByteArray> ask(const QByteArray& target, xcb_timestamp_t time = XCB_CURRENT_TIME);
-    /// Names of the targets, sorted.
+    /// Returns the sorted names of the targets.
     QList<QByteArray> targets();
-    /// Several in one request, each with a property of its own.
+    /// Asks for several in one request, each with a property of its own.
     QList<std::optional<QByteArray>> askMultiple(const QList<QByteArray>& targets);
-    /// Without waiting for an answer.
+    /// Asks without waiting for an answer.
     void begin(const QByteArray& target);
-    /// The answer to begin(): true when something is given, or begins to be in pieces.
+    /// Waits for the answer to begin(): true when something is given, or begins to be given in pieces.
     bool isAnswered();
-    /// Who has the clipboard; 0 when nobody does.
+    /// Returns the owner of the clipboard; 0 when there is none.
     xcb_window_t owner();
-    /// A copy is told to the server by another thread: waits until somebody else than this has the clipboard.
+    /// Waits until another window than `than` owns the clipboard: a thread announces a copy to the server.
     bool awaitOtherOwner(xcb_window_t than);
-    /// Takes what comes after isAnswered().
+    /// Returns what comes after isAnswered().
     std::optional<QByteArray> rest();
-    /// Whether the last answer came in pieces.
+    /// True if the last answer came in pieces.
     bool cameInPieces() const { return m_pieces > 0; }
 
 private:

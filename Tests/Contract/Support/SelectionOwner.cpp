@@ -136,7 +136,7 @@ void SelectionOwner::run(Client& client)
         }
         client.notify(event, event.property);
     };
-    // False when the program is to die.
+    // Returns false when the program is to end.
     const auto piece = [&](const xcb_property_notify_event_t& event) {
         const auto found = std::ranges::find_if(client.transfers, [&](const Client::Transfer& transfer) {
             return transfer.window == event.window && transfer.property == event.atom;

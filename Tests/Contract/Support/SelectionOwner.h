@@ -1,5 +1,5 @@
-// Another program that owns the clipboard, with manners good and bad: a client of the X server on a thread of
-// its own. Its end is that of a program: the connection closes.
+// Another program that owns the clipboard and behaves well or badly: a client of the X server on a separate
+// thread. It ends as a program does: the connection closes.
 #pragma once
 
 #include <QByteArray>
@@ -16,14 +16,14 @@ public:
         whole,          // gives everything at once
         pieces,         // gives all but the targets piece by piece
         silent,         // answers nothing
-        onlyTargets,    // tells its targets and answers nothing more
+        onlyTargets,    // answers with its targets and nothing more
         stopsMidway,    // gives the first piece and no more
         diesMidway,     // gives the first piece and ends
-        takesItBack,    // deletes what it has given before it says so
-        withoutTargets, // refuses to tell its targets
+        takesItBack,    // deletes what it has given before it announces it
+        withoutTargets, // refuses to give its targets
     };
 
-    /// Owns the clipboard when it returns.
+    /// When it returns, it owns the clipboard.
     SelectionOwner(QMap<QByteArray, QByteArray> data, Manner manner, qsizetype pieceSize = 64 * 1024);
     ~SelectionOwner();
     SelectionOwner(const SelectionOwner&) = delete;

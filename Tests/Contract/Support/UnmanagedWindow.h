@@ -1,5 +1,5 @@
-// A window of another client of the X server, which the window manager leaves alone. It takes what the mouse
-// does on it, and can hold the pointer.
+// A window of another client of the X server, which the window manager leaves alone. It gets the mouse events
+// on it, and can grab the pointer.
 #pragma once
 
 #include "PlatformLinux/X11/XcbReply.h"
@@ -10,15 +10,15 @@ namespace orvane::tests {
 
 class UnmanagedWindow {
 public:
-    /// Mapped, and above all others, when this returns.
+    /// When it returns, the window is shown above all others.
     explicit UnmanagedWindow(QRect place);
 
     [[nodiscard]] QPoint middle() const { return m_place.center(); }
-    /// Until its end. False when somebody else has it.
+    /// Grabs the pointer until the object's end. False when another client has it.
     [[nodiscard]] bool grabPointer();
-    /// By the XTEST extension, where the pointer is.
+    /// Presses or releases a button by the XTEST extension, where the pointer is.
     void fakeButton(std::uint8_t button, bool goesDown);
-    /// Which logical button each of the mouse's first three is.
+    /// Sets the logical button of each of the mouse's first three.
     void mapButtons(std::uint8_t first, std::uint8_t second, std::uint8_t third);
 
 private:
