@@ -403,7 +403,7 @@ TEST_F(AwakeTest, TheCheckMarkShowsOnTheDefaultDurationWhileAwakeOnly)
     EXPECT_TRUE(checked(openMenu()).isEmpty());
     controller().activate(AwakeDuration::hours1);
     EXPECT_EQ(checked(openMenu()), QStringList{QStringLiteral("1 hour")});
-    // Changed in the picker: the running period stays, the mark moves.
+    // The choice in the picker changes: the running period stays, the mark moves.
     settings->defaultDurationRaw.set(QStringLiteral("hours4"));
     EXPECT_EQ(checked(openMenu()), QStringList{QStringLiteral("4 hours")});
     EXPECT_EQ(controller().expiresAt.get(), fake.clock.date() + 1h);

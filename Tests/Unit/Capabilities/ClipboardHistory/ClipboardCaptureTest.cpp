@@ -1,4 +1,4 @@
-// From the copy of another program to the entry.
+// The way of a copy from another program to the entry.
 #include "HistoryFixture.h"
 
 #include <QRegularExpression>
@@ -234,7 +234,7 @@ TEST_F(ClipboardCaptureTest, APictureThatCannotBeWrittenIsNoEntry)
     EXPECT_EQ(itemTexts(), QStringList{QStringLiteral("later")});
 }
 
-// Owners that take their time, or never come.
+// Owners that are slow, or never answer.
 
 TEST_F(ClipboardCaptureTest, AnOwnerThatDoesNotAnswerIsPassedOver)
 {
@@ -309,10 +309,10 @@ TEST_F(ClipboardCaptureTest, CopiesKeepTheirOrderWhenThePictureTakesLonger)
 {
     copy({{pasteboardType::png, picture("PNG")}});
     controller->checkPasteboard();
-    fake.runLoop.drain(); // read, and waits for the pool
+    fake.runLoop.drain(); // read; the copy waits for the pool
     fake.generalPasteboard.copyString(QStringLiteral("text"));
     controller->checkPasteboard();
-    // The text is through first: the picture still has to be written.
+    // The text is done first: the picture still has to be written.
     fake.runLoop.drain();
     fake.runLoop.drainDetached();
     fake.runLoop.drain();
@@ -332,7 +332,7 @@ TEST_F(ClipboardCaptureTest, ASaveMeanwhileDoesNotPruneThePictureThatIsOnItsWay)
     controller->checkPasteboard();
     fake.runLoop.drain();
     fake.runLoop.drainDetached(); // classified
-    fake.runLoop.drain();         // its writing is asked for
+    fake.runLoop.drain();         // asks for its writing
     controller->panel().model.onTogglePin(items().first());
     fake.runLoop.drainDetached(); // written, saved, pruned
     EXPECT_EQ(imageFiles().size(), 1);

@@ -186,7 +186,7 @@ TEST_F(ClipboardHistoryCapabilityTest, SwitchingOffSaves)
 TEST_F(ClipboardHistoryCapabilityTest, TheMenuHasAnEntryWhileThereIsAController)
 {
     EXPECT_TRUE(capability->menuBarContributions().isEmpty());
-    press(); // nobody there
+    press(); // no program is in front
     activate();
     const auto items = capability->menuBarContributions();
     ASSERT_EQ(items.size(), 1);

@@ -33,7 +33,7 @@ protected:
     }
 };
 
-/// Writing of more than nothing to a file fails while this lives, as on a disk that is full.
+/// While this lives, writing anything to a file fails, as on a full disk.
 class FullDisk {
 public:
     FullDisk() : m_handler(std::signal(SIGXFSZ, SIG_IGN))
@@ -134,7 +134,7 @@ TEST_F(ClipboardHistoryControllerTest, WhatIsNoFileIsNotOpened)
 {
     archive.ensureDirectories();
     ASSERT_EQ(::mkfifo(QFile::encodeName(archive.historyPath()).constData(), 0600), 0);
-    load(); // would hang on the pipe
+    load(); // a read of the pipe would wait for ever
     EXPECT_TRUE(items().isEmpty());
     capture(QStringLiteral("text"));
     EXPECT_EQ(savedItems(), items()) << "the next save replaces it";
@@ -238,7 +238,7 @@ TEST_F(ClipboardHistoryControllerTest, AnIndependentReaderFindsTheCapturedCopies
     EXPECT_EQ(python.exitCode(), 0) << python.readAllStandardError().constData();
 }
 
-// Clearing, and what the panel asks for.
+// Clearing, and the panel's requests.
 
 TEST_F(ClipboardHistoryControllerTest, ClearingKeepsWhatIsPinnedAndItsPictures)
 {

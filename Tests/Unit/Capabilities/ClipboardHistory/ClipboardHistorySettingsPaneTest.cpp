@@ -1,5 +1,5 @@
-// The settings pane of the clipboard history: its sections in order, what they are bound to, and the one
-// button.
+// The settings pane of the clipboard history: its sections in order, the settings that they are bound to, and
+// the one button.
 #include "Capabilities/ClipboardHistory/ClipboardHistorySettingsPane.h"
 #include "Fakes/FakePlatform.h"
 #include "OrvaneKit/Controls/OrvaButtonView.h"

@@ -21,7 +21,7 @@ QStringList texts(const QList<ClipItem>& items)
     return result;
 }
 
-/// "text 1" on top.
+/// Makes items with "text 1" on top.
 QList<ClipItem> numbered(int count, bool pinned = false)
 {
     QList<ClipItem> items;

@@ -30,7 +30,7 @@ ClipItem knownItem()
     return item;
 }
 
-/// The element of a file whose fields are all there, to be spoilt one by one.
+/// Returns an element of a file with all fields, which the tests spoil one by one.
 QJsonObject element()
 {
     return {{QStringLiteral("id"), QStringLiteral("0F0E0D0C-0B0A-4908-8706-050403020100")},
@@ -231,7 +231,7 @@ TEST_F(HistoryArchiveTest, AFailedSaveKeepsTheOldFile)
 {
     archive.save({knownItem()});
     const QByteArray before = content();
-    // A folder of the file's name can't be replaced by a file, whoever tries.
+    // A folder with the file's name can't be replaced by a file, not even by root.
     const HistoryArchive blocked{home.filePath(QStringLiteral("blocked"))};
     ASSERT_TRUE(QDir().mkpath(blocked.historyPath() + QStringLiteral("/inner")));
     blocked.save({knownItem()});

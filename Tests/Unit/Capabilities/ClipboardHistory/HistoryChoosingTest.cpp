@@ -1,4 +1,4 @@
-// The panel's opening, and the choice of an entry.
+// The opening of the panel, and the choice of an entry.
 #include "HistoryFixture.h"
 
 namespace orvane::tests {

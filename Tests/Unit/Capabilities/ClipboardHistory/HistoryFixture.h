@@ -1,4 +1,4 @@
-// A controller of the history on the fake platform, with a directory of its own.
+// A controller of the history on the fake platform, with a separate directory.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Archive/HistoryCodec.h"
@@ -16,7 +16,7 @@ namespace orvane::tests {
 
 inline const QString historyID = QStringLiteral("net.lindenrow.orvane.clipboardhistory");
 
-/// A picture of one colour.
+/// Returns a picture of one colour.
 inline QByteArray picture(const char* format, QRgb colour = 0xFF3366CC)
 {
     QImage image(8, 4, QImage::Format_ARGB32);
@@ -39,7 +39,7 @@ class HistoryFixture : public ::testing::Test {
 protected:
     HistoryFixture() { fake.permissions.accessibility = true; }
 
-    /// Everybody's turn, until nothing is left to do.
+    /// Runs tasks and pool work by turns until nothing is left to do.
     void settle()
     {
         for (int turn = 0; turn < 20; ++turn) {
@@ -59,7 +59,7 @@ protected:
             contents.fileURLs.append(QUrl::fromLocalFile(path));
         fake.generalPasteboard.copy(std::move(contents));
     }
-    /// A copy, from the tick that sees it to the entry.
+    /// Captures a copy, from the tick that sees it to the entry.
     void capture(const QString& text)
     {
         fake.generalPasteboard.copyString(text);
@@ -86,7 +86,7 @@ protected:
     const QList<ClipItem>& items() const { return controller->store().items; }
     const QList<ClipItem>& shown() const { return controller->panel().model.items.get(); }
     QStringList itemTexts() const { return texts(items()); }
-    /// Nothing when there is no file.
+    /// Returns nothing when there is no file.
     std::optional<QByteArray> fileContent() const
     {
         QFile file(archive.historyPath());

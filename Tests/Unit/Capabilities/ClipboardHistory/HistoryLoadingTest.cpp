@@ -9,12 +9,12 @@ class HistoryLoadingTest : public HistoryFixture {
 protected:
     HistoryLoadingTest() { archive.save(stored); }
 
-    /// A copy that is through before the list is, although both are on their way.
+    /// Captures a copy that is done before the list is, while both are being read.
     void loadBehindACopy(const QString& text)
     {
         fake.generalPasteboard.copyString(text);
         controller->checkPasteboard();
-        fake.runLoop.drain(); // read; the pool has it now, and then the list
+        fake.runLoop.drain(); // the copy has been read and is in the pool, in front of the list
         controller->loadHistory();
         settle();
     }
@@ -80,7 +80,8 @@ TEST_F(HistoryLoadingTest, TheFileNeverLacksWhatIsStillBeingRead)
 {
     controller->loadHistory();
     model().onTogglePin(stored[0]);
-    fake.runLoop.drainDetached(); // read and saved, before the main thread hears of either
+    fake.runLoop.drainDetached(); // the list is read and the copy saved, before the main thread knows of
+                                  // either
     EXPECT_TRUE(items().isEmpty());
     ClipItem pinned = stored[0];
     pinned.pinned = true;
@@ -92,7 +93,7 @@ TEST_F(HistoryLoadingTest, AProgramThatEndsMeanwhileHasSavedTheWhole)
     controller->loadHistory();
     controller->clearHistory();
     controller.reset();
-    fake.runLoop.drainDetached(); // what is left to the pool when the event loop has ended
+    fake.runLoop.drainDetached(); // the work that is left to the pool when the event loop has ended
     EXPECT_EQ(texts(savedItems().value_or(QList<ClipItem>())), QStringList{QStringLiteral("b")});
 }
 

@@ -1,4 +1,4 @@
-// Where the panel stands, for every place of the pointer.
+// The panel's place for every place of the pointer.
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelPlacement.h"
 
 #include <gtest/gtest.h>
@@ -14,11 +14,11 @@ Screen screen(Rect frame, Rect visibleFrame)
     return {.frame = frame, .visibleFrame = visibleFrame, .localizedName = {}, .deviceDescription = {}};
 }
 
-// 1440 by 900 with a menu bar of 24 above and a dock of 70 below; right of it one of 1280 by 1000, 100
-// higher.
+// One screen of 1440 by 900 with a menu bar of 24 above and a dock of 70 below; at its right one of 1280 by
+// 1000, 100 higher.
 const Screen left = screen({{0, 0}, {1440, 900}}, {{0, 70}, {1440, 806}});
 const Screen right = screen({{1440, 100}, {1280, 1000}}, {{1440, 100}, {1280, 976}});
-// No wider and no higher than the panel with its margins can use.
+// The screen is smaller than the panel with its margins.
 const Screen tiny = screen({{0, 0}, {300, 400}}, {{0, 0}, {300, 400}});
 
 struct Case {

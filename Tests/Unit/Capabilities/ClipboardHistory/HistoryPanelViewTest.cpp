@@ -1,4 +1,4 @@
-// The panel as a person drives it: typing, pressing, the menu, the keyboard.
+// The panel as a person uses it: typing, pressing, the menu, the keyboard.
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelView.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryListView.h"
 #include "Fakes/FakePlatform.h"

@@ -1,4 +1,4 @@
-// What a row of the panel shows, and where rows of unlike heights stand.
+// The content of a row of the panel, and the places of rows of different heights.
 #include "Capabilities/ClipboardHistory/Panel/HistoryRow.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryRowHeights.h"
 #include "Unit/Capabilities/ClipboardHistory/ClipItems.h"

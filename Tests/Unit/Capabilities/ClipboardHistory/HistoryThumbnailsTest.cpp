@@ -1,4 +1,4 @@
-// Thumbnails: read on the pool, for what is in view, and a few at a time.
+// Thumbnails: read on the pool, for the rows in view, and a few at a time.
 #include "Capabilities/ClipboardHistory/Panel/HistoryThumbnails.h"
 #include "Fakes/FakePlatform.h"
 
@@ -111,7 +111,7 @@ TEST_F(HistoryThumbnailsTest, TwoAtATimeAndNothingThatIsNoMoreInView)
     for (int from = 0; from < 10'000; from += 8)
         thumbnails->setWanted(names(from), 1);
     fake.runLoop.drainDetached();
-    EXPECT_EQ(loads.size(), 2); // what had begun before the list flew by
+    EXPECT_EQ(loads.size(), 2); // those that had begun before the list was scrolled
     settle();
     EXPECT_EQ(loads.size(), 2 + 8);
     EXPECT_EQ(thumbnails->state(QStringLiteral("9999")), State::ready);

@@ -18,7 +18,7 @@ struct PlainPasteTest : testing::Test {
     PlainPasteTest() { fake.permissions.accessibility = true; }
 
     void press() { controller->pasteAsPlainText(); }
-    /// Everybody's turn, until nothing is left to do.
+    /// Runs tasks and pool work by turns until nothing is left to do.
     void settle()
     {
         for (int turn = 0; turn < 10; ++turn) {
@@ -29,7 +29,7 @@ struct PlainPasteTest : testing::Test {
     }
     void copy(const QMap<QString, QByteArray>& data) { fake.generalPasteboard.copy({.data = data}); }
     const PasteboardContents& contents() const { return fake.generalPasteboard.contents(); }
-    /// Nothing unless a text is all that there is.
+    /// Returns nothing unless the pasteboard holds a text and nothing else.
     std::optional<QString> onlyText() const
     {
         if (contents().types != QStringList{pasteboardType::string})
@@ -221,7 +221,7 @@ TEST_F(PlainPasteTest, EachCleaningIsANewChange)
     EXPECT_GT(fake.generalPasteboard.changeCount(), count);
 }
 
-// Presses while another program or the decoder takes its time.
+// Presses while another program or the decoder is slow.
 
 TEST_F(PlainPasteTest, ASecondPressWaitsItsTurn)
 {

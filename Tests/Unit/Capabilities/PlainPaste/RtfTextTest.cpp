@@ -42,7 +42,7 @@ std::vector<Sample> samples()
                               "Cyr;}{\\f2\\fnil\\fcharset128 Gothic;}{\\f3\\fnil\\fcharset2 Symbol;}"
                               "{\\f4\\fnil\\cpg1250 Own;}}";
     return {
-        // Shapes of writers
+        // The forms of different writers
         {"Editor",
          "{\\rtf1\\ansi\\ansicpg1252\\cocoartf2639\n{\\fonttbl\\f0\\fswiss\\fcharset0 "
          "Helvetica-Bold;}\n{\\colortbl;\\red255\\green255\\blue255;}\n{\\*\\expandedcolortbl;;}\n"
@@ -120,7 +120,7 @@ std::vector<Sample> samples()
              "{\\nonesttables\\par}\\cell\\row x"),
          QStringLiteral("a\tb\n\nx")},
 
-        // What isn't seen
+        // Content that isn't shown
         {"HiddenText", rtf("a{\\v hidden}b\\v c\\v0 d\\v e\\plain f"), QStringLiteral("abdf")},
         {"UnknownDestination", rtf("a{\\*\\whatever{\\b deep}\\par}b"), QStringLiteral("ab")},
         {"UnknownWord", rtf("a{\\whatever b}\\verylongcontrolwordthatnobodyhaseverheardof12 c"),
@@ -180,7 +180,7 @@ TEST(RtfTextRefusal, EndsWhereGroupsAreTooDeep)
 TEST(RtfTextRefusal, LeavesLargerDocumentsAlone)
 {
     const auto size = static_cast<int>(orvane::RtfText::maximumSize);
-    // What is announced as binary is longer than the rest, so the size is exact.
+    // The binary part is announced as longer than the rest, so the size has to be exact.
     QByteArray document("{\\rtf1 a\\bin" + QByteArray::number(size) + " ");
     document.resize(size, 'x');
     EXPECT_EQ(textOf(document), QStringLiteral("a"));

@@ -136,7 +136,7 @@ TEST(SnapZoneCalculator, GapsThatLeaveNoRoomGiveNoSize)
         EXPECT_EQ(frame(zone, small, gaps).size, Size()) << title(zone).toStdString();
     EXPECT_EQ(frame(SnapZone::bottomLeft, small, gaps).origin, (Point{60, 60}));
     EXPECT_EQ(frame(SnapZone::topRight, small, gaps).origin, (Point{70, 70}));
-    // Room for the outer gap alone: the halves have no width, the whole still has.
+    // There is room for the outer gap alone: the halves have no width, the whole screen still has.
     EXPECT_EQ(frame(SnapZone::leftHalf, small, {.outer = 0, .inner = 120}), (Rect{{0, 0}, {0, 100}}));
 }
 
@@ -203,7 +203,7 @@ TEST(SnapZoneCalculator, OppositeZonesMirrorEachOther)
     for (int round = 0; round < draws; ++round) {
         const Rect area_ = draw.area();
         const SnapGaps gaps = draw.gaps();
-        // Where there's no room the right and upper zones stand on a gap that isn't there.
+        // Where there is no room, the right and upper zones begin at a gap that doesn't exist.
         if (area_.width() < 2 * gaps.outer + gaps.inner || area_.height() < 2 * gaps.outer + gaps.inner)
             continue;
         for (const auto& [one, other] : sideways) {
@@ -238,7 +238,7 @@ TEST(EdgeDetector, FindsTheZonesOfAScreen)
     EXPECT_EQ(zoneAt(995, 400), SnapZone::rightHalf);
     EXPECT_EQ(zoneAt(500, 5), SnapZone::bottomHalf);
     EXPECT_EQ(zoneAt(500, 400), std::nullopt);
-    // In the box of the corner, but at neither of its edges.
+    // The place is in the box of the corner, but at neither of its edges.
     EXPECT_EQ(zoneAt(40, 760), std::nullopt);
 }
 

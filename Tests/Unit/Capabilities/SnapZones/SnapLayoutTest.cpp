@@ -1,4 +1,4 @@
-// Snapping at once: by shortcut, and from the panel of layouts.
+// Snapping without a drag: by shortcut, and from the panel of layouts.
 #include "Capabilities/SnapZones/Layouts/SnapLayoutCellView.h"
 #include "Capabilities/SnapZones/Layouts/SnapLayoutGridView.h"
 #include "SnapZonesFixture.h"
@@ -293,7 +293,7 @@ TEST_F(SnapLayoutTest, TheCellsStandInThreeColumns)
         EXPECT_EQ(list[index]->y() - list[0]->y(), (index / 3) * (56 + 10)) << index;
         EXPECT_EQ(list[index]->size(), QSize(76, 62)) << "with the room for the focus ring";
     }
-    // As much room on the left as on the right.
+    // The grid has as much room on the left as on the right.
     const QWidget* grid = list[0]->parentWidget();
     EXPECT_EQ(list[0]->x(), grid->width() - list[2]->geometry().right() - 1);
     // The heading begins where the first cell's box does.

@@ -11,7 +11,7 @@ namespace {
 struct SnapPreviewTest : testing::Test {
     void show() { preview.show({{0, 70}, {200, 120}}); }
     OrvaPanelWindow& panel() { return *preview.panel(); }
-    /// With its mask, as it stands on the screen.
+    /// Returns the preview with its mask, as it is on the screen.
     QImage picture()
     {
         QImage image(panel().size(), QImage::Format_ARGB32);

@@ -1,4 +1,4 @@
-// What Snap Zones declares, keeps and shows, and its life.
+// The declarations of Snap Zones, its settings, its pane and its lifecycle.
 #include "Capabilities/SnapZones/SnapZonesCapability.h"
 #include "Capabilities/SnapZones/SnapZonesService.h"
 #include "Capabilities/SnapZones/SnapZonesSettingsPane.h"
@@ -346,7 +346,7 @@ TEST_F(SnapZonesCapabilityTest, ThePaneMakesTheControllerAndActivatesNothing)
     const AnyView view = capability->makeSettingsPane(context);
     EXPECT_FALSE(isWatching());
     EXPECT_EQ(capability->menuBarContributions().size(), 2);
-    // The same settings serve the drags.
+    // The same settings apply to drags.
     capability->activate(context);
     view.all<OrvaToggleRow>().first()->isOn.set(false);
     beginMoving();

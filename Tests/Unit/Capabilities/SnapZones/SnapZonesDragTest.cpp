@@ -10,14 +10,14 @@ namespace {
 struct SnapZonesDragTest : SnapZonesFixture {
     SnapZonesDragTest() { controller().start(); }
 
-    /// The visible frame's left and right half, from the upper left of the display.
+    /// The visible frame's left and right half, in coordinates from the upper left of the display.
     static constexpr Rect leftHalf{{0, 24}, {720, 806}};
     static constexpr Rect rightHalf{{720, 24}, {720, 806}};
 };
 
 } // namespace
 
-// The states, row by row.
+// The states, in the order of the table.
 
 TEST_F(SnapZonesDragTest, APressBeginsAnew)
 {
@@ -142,7 +142,7 @@ TEST_F(SnapZonesDragTest, AReleaseInAZonePlacesTheWindow)
 TEST_F(SnapZonesDragTest, TheEdgesAreThoseOfTheScreenAndNotOfItsFreePart)
 {
     beginMoving();
-    // On the bar at the top, and on the dock.
+    // The pointer is on the bar at the top, and on the dock.
     for (const Point pointer : {Point{700, 885}, Point{700, 60}}) {
         drag(pointer);
         EXPECT_EQ(state(), State::moving) << pointer.y;
@@ -234,7 +234,7 @@ TEST_F(SnapZonesDragTest, TheGapsAtTheReleaseCountAndNotThoseOfThePreview)
     EXPECT_EQ(windowFrame(), (Rect{{8, 32}, {707, 790}}));
 }
 
-// What isn't a drag of a window.
+// Presses and motions that are no drag of a window.
 
 TEST_F(SnapZonesDragTest, ADragInsideAWindowsContentShowsAndPlacesNothing)
 {

@@ -1,4 +1,4 @@
-// Snap Zones on a fake desktop: what a person does with the left button, and what the window is told.
+// Snap Zones on a fake desktop: a person's actions with the left button, and the calls on the window.
 #pragma once
 
 #include "Capabilities/SnapZones/SnapZonesController.h"
@@ -34,8 +34,8 @@ namespace orvane::tests {
 
 inline const QString snapZonesID = QStringLiteral("net.lindenrow.orvane.snapzones");
 
-/// One display of 1440 by 900 with a bar of 24 at the top and a dock of 70 at the bottom; one window at
-/// (100, 100) from the upper left, 600 by 400, with the focus.
+/// One display of 1440 by 900 with a bar of 24 at the top and a dock of 70 at the bottom; one window with the
+/// focus, 600 by 400, at (100, 100) from the upper left.
 struct SnapZonesFixture : testing::Test {
     static constexpr Point start{100, 100};
 
@@ -72,7 +72,7 @@ struct SnapZonesFixture : testing::Test {
     {
         node(element).attributes.insert_or_assign(AXAttr::position, position);
     }
-    /// From the upper left of the primary display.
+    /// In coordinates from the upper left of the primary display.
     Rect windowFrame() const
     {
         const auto& attributes = node(window).attributes;
@@ -84,13 +84,13 @@ struct SnapZonesFixture : testing::Test {
     void send(EventType type) { fake.eventMonitors.sendToOthers({.event = {.type = type}, .location = {}}); }
     void press() { send(EventType::leftMouseDown); }
     void release() { send(EventType::leftMouseUp); }
-    /// The pointer's place from the lower left of the primary display.
+    /// Takes the pointer's place from the lower left of the primary display.
     void drag(Point pointer)
     {
         fake.eventMonitors.pointer = pointer;
         send(EventType::leftMouseDragged);
     }
-    /// A drag whose window is on its way, with the pointer in no zone.
+    /// Begins a drag: the window moves, with the pointer in no zone.
     void beginMoving()
     {
         press();
@@ -109,7 +109,7 @@ struct SnapZonesFixture : testing::Test {
     bool isFlyoutShown() { return controller().flyout().isVisible(); }
 
     using Kind = FakeAccessibility::Call::Kind;
-    /// The values that were set since `first`, in order.
+    /// Returns the values that were set since `first`, in order.
     std::vector<std::pair<QString, AXValue>> written(std::size_t first = 0) const
     {
         std::vector<std::pair<QString, AXValue>> list;

@@ -1,4 +1,4 @@
-// Drags over several screens, what they cost, and what watches them.
+// Drags over several screens, their cost, and the monitors that watch them.
 #include "SnapZonesFixture.h"
 
 using namespace orvane;
@@ -104,7 +104,7 @@ struct SnapZonesWatchTest : SnapZonesFixture {
 
 } // namespace
 
-// What it costs.
+// The cost.
 
 TEST_F(SnapZonesWatchTest, WhileTheWindowMovesNobodyIsAsked)
 {
