@@ -36,7 +36,7 @@ protected:
     {
         return send({kind, EventHotKeyID{itsSignature, id}, {}, {}});
     }
-    /// Lets the handler see raw keys, which the monitor hands on by itself in the product.
+    /// Lets the handler see raw keys, which the monitor passes on in the product.
     void addRawTypes()
     {
         KeyboardShortcuts::state().carbon.eventHandler->addEventTypes({Kind::rawKeyDown, Kind::rawKeyUp});
@@ -204,7 +204,7 @@ TEST_F(CarbonKeyboardShortcutsTest, ARawKeyFiresTheRecordWithItsCodeAndItsFourMo
     EXPECT_EQ(sendRaw(Kind::rawKeyDown, 40, 0x300), noErr);
     EXPECT_EQ(sendRaw(Kind::rawKeyUp, 49, 0x1000), noErr);
     EXPECT_EQ(fired, list({"down 40", "up 49"}));
-    // Caps lock and everything else beyond the four is no modifier of a shortcut.
+    // Caps lock, and everything else beyond the four, is no modifier of a shortcut.
     EXPECT_EQ(sendRaw(Kind::rawKeyDown, 40, 0x300 | 0x400 | 0x80000001), noErr);
     EXPECT_EQ(fired.size(), 3);
 }
@@ -265,7 +265,7 @@ TEST_F(CarbonKeyboardShortcutsTest, InAnOpenMenuAShortcutFiresAndOtherKeysReachT
     (void)named("panel");
     add(commandK);
     using Disposition = EventMonitors::Disposition;
-    EXPECT_EQ(sendToMenu(EventType::keyDown, 40, eventFlag::command), Disposition::pass); // none is open
+    EXPECT_EQ(sendToMenu(EventType::keyDown, 40, eventFlag::command), Disposition::pass); // no menu is open
     openMenu();
     constexpr EventFlags flags = eventFlag::command | eventFlag::alphaShift | eventFlag::numericPad;
     EXPECT_EQ(sendToMenu(EventType::keyDown, 40, flags), Disposition::swallow);

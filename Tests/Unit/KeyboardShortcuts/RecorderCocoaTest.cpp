@@ -1,4 +1,4 @@
-// The recorder's control: what it shows, what it records, and what it leaves behind.
+// The recorder's control: what it shows, what it records, and what it restores.
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 #include "KeyboardShortcuts/Recorder/RecorderTextView.h"
 #include "Unit/KeyboardShortcuts/RecorderFixture.h"
@@ -224,7 +224,7 @@ TEST_F(RecorderCocoaTest, AClickInsideGoesOnAndOneOutsideEndsItAndCounts)
     auto* recorder = addRecorder("toggle");
     open();
     record(recorder);
-    // The toolkit sees them, and with them the control, where they end.
+    // The toolkit gets these events, and through it the control.
     EXPECT_EQ(mouseUp(recorder, {0, 0}), Disposition::pass);
     EXPECT_EQ(mouseUp(recorder, {-2.5, -2.5}, EventType::rightMouseUp), Disposition::pass);
     EXPECT_TRUE(recorder->isRecording());

@@ -1,4 +1,4 @@
-// What a recorder decides about each event, in the order of its questions.
+// A recorder's decision about each event, in the order of its questions.
 #include "KeyboardShortcuts/Recorder/RecorderDecision.h"
 #include "Fakes/FakePlatform.h"
 
@@ -43,7 +43,7 @@ protected:
         monitored.event.flags = flags;
         monitored.event.keycode = rawValue(code);
         monitored.event.autorepeat = autorepeat;
-        // Wherever the pointer is.
+        // The place of the pointer doesn't matter.
         monitored.location = {-1000, -1000};
         return decideFor(monitored);
     }
@@ -136,7 +136,7 @@ TEST_F(RecorderDecisionTest, LocksAndTheFlagsOfKeysAreNoModifiers)
 
 TEST_F(RecorderDecisionTest, BitsBelowTheModifiersAreOfNoAccount)
 {
-    // Left and right keys of the same modifier differ in them.
+    // These bits tell the left and the right key of a modifier apart.
     EXPECT_EQ(key(Key::tab, 0x100), RecorderDecision{Deed::leave});
     EXPECT_EQ(key(Key::a, 0x0001).deed, Deed::refuse);
 }
@@ -167,7 +167,7 @@ TEST_F(RecorderDecisionTest, FunctionKeysAreTakenAloneAndWithShift)
 
 TEST_F(RecorderDecisionTest, AKeyThatNoHotKeyCanHaveIsRefused)
 {
-    // The platform's own codes for keys without a virtual one, such as Print Screen, and nonsense.
+    // The platform's own codes for keys without a virtual one, such as Print Screen, and meaningless codes.
     for (const std::int64_t code : {std::int64_t{0x80}, std::int64_t{0x106B}, std::int64_t{-1}})
         EXPECT_EQ(key(Key{code}, flag::control).deed, Deed::refuse) << code;
     EXPECT_EQ(key(Key{0x7F}, flag::control).deed, Deed::accept);

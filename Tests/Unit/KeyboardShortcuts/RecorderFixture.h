@@ -30,7 +30,7 @@ protected:
         lines->addWidget(recorder);
         return recorder;
     }
-    /// A control that takes the focus by Tab and by click, as a recorder does.
+    /// Adds a control that takes the focus by Tab and by click, as a recorder does.
     QAbstractButton* addButton(const char* name)
     {
         auto* button = new QPushButton(QString::fromUtf8(name));
@@ -39,11 +39,11 @@ protected:
         return button;
     }
 
-    /// Shows the window and lets the next turn of the main queue pass.
+    /// Shows the window and runs one turn of the main queue.
     void open()
     {
         showActive(window);
-        QCoreApplication::processEvents(); // shows what was added to a window in sight
+        QCoreApplication::processEvents(); // shows what was added to a visible window
         fake.runLoop.drain();
     }
     void record(RecorderCocoa* recorder)
@@ -52,7 +52,7 @@ protected:
         ASSERT_TRUE(recorder->isRecording());
     }
 
-    /// A key pressed and let go; what became of the press.
+    /// Presses and releases a key; returns what was done with the press.
     Disposition keyDown(Key code, EventFlags flags = 0)
     {
         const Disposition disposition = holdKey(code, flags);
@@ -61,12 +61,12 @@ protected:
     }
     Disposition holdKey(Key code, EventFlags flags = 0) { return send(EventType::keyDown, flags, code); }
     Disposition letGo(Key code, EventFlags flags = 0) { return send(EventType::keyUp, flags, code); }
-    /// The keyboard's own repeat of a held key.
+    /// Repeats a held key, as the keyboard does.
     Disposition repeat(Key code, EventFlags flags = 0)
     {
         return send(EventType::keyDown, flags, code, {}, 1);
     }
-    /// A mouse button let go at a place of the control's box.
+    /// Releases a mouse button at a place of the control's box.
     Disposition mouseUp(const RecorderCocoa* recorder, const QPointF& at,
                         EventType type = EventType::leftMouseUp)
     {
@@ -88,7 +88,7 @@ protected:
         item.keyEquivalentModifierMask = mask;
         fake.application.menu->items.append(item);
     }
-    /// No recorder records, no event is watched and every shortcut fires.
+    /// True if no recorder records, no event is watched and every shortcut fires.
     bool isQuiet() const { return !KeyboardShortcuts::isPaused() && fake.eventMonitors.localCount() == 0; }
 
     QWidget window;

@@ -1,4 +1,4 @@
-// What follows on the key that has ended a recording, for as long as it is held.
+// The time after a recording, while the key that has ended it is still held.
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 #include "Unit/KeyboardShortcuts/RecorderFixture.h"
 
@@ -28,7 +28,7 @@ protected:
         recorder->setFocus(Qt::TabFocusReason);
     }
 
-    /// Whether the desktop's shortcuts and the window's have the keys again.
+    /// True if the desktop's shortcuts and the window have the keys again.
     bool isLetGo() const { return isQuiet() && !QWidget::keyboardGrabber(); }
 
     QPointer<RecorderCocoa> recorder;
@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, RecorderEndings,
 TEST_F(RecorderHeldKeyTest, APressOfTheKeyIsARepeatThoughItIsNotCalledSo)
 {
     holdKey(Key::f4, flag::option);
-    // As the first repeat behind a change of the focus.
+    // The first repeat after a change of the focus looks like this.
     EXPECT_EQ(holdKey(Key::f4, flag::option), Disposition::swallow);
     EXPECT_EQ(QWidget::keyboardGrabber(), recorder);
     letGo(Key::f4);

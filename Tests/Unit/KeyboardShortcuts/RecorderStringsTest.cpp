@@ -29,7 +29,7 @@ ResourceBundle bundle(const char* languages)
 
 QJsonObject table(const char* language)
 {
-    bundle(""); // brings the tables in
+    bundle(""); // loads the tables
     QFile file(QStringLiteral(":/strings/KeyboardShortcuts/%1.json").arg(QLatin1String(language)));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << language;
     return QJsonDocument::fromJson(file.readAll()).object();

@@ -1,4 +1,4 @@
-// The recorder's control in its window: who has the focus, and the alert.
+// The recorder's control in its window: the focus and the alert.
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 #include "Unit/KeyboardShortcuts/RecorderFixture.h"
 

@@ -13,7 +13,7 @@ std::optional<Shortcut> decoded(const char* text)
     return decode(QString::fromUtf8(text));
 }
 
-/// With `number` as the key code.
+/// Decodes a shortcut with `number` as the key code.
 std::optional<std::int64_t> decodedNumber(const QString& number)
 {
     const auto shortcut =

@@ -84,7 +84,7 @@ TEST_F(ShortcutHandlersTest, TheStoreIsAskedAtEachFiring)
 {
     onKeyUp(named("panel"), note("up"));
     setShortcut(commandK, named("panel"));
-    store("panel", controlSpace); // behind the back of the registrations
+    store("panel", controlSpace); // without the registrations being told
     tap(commandK);
     EXPECT_EQ(fired, QStringList());
     store("panel", commandK);
@@ -265,7 +265,7 @@ TEST_F(ShortcutHandlersTest, ARefusedShortcutCountsAsRegisteredAndIsNotTriedAgai
     tap(commandK);
     EXPECT_EQ(fired, QStringList());
 
-    disable({named("panel")}); // the set loses it
+    disable({named("panel")}); // the set doesn't hold it any more
     enable({named("panel")});
     EXPECT_EQ(takeJournal(), list({"register 40 256 2", "install", "add 5", "add 6"}));
     tap(commandK);

@@ -71,7 +71,7 @@ TEST_F(ShortcutTest, EqualityAndHashLookAtBothFields)
     EXPECT_EQ(Shortcut(1, 256), Shortcut(1, 256));
     EXPECT_NE(Shortcut(1, 256), Shortcut(2, 256));
     EXPECT_NE(Shortcut(1, 256), Shortcut(1, 512));
-    // Bits that mean nothing count too: fields are compared, not meanings.
+    // Bits without a meaning count too: fields are compared, not meanings.
     EXPECT_NE(Shortcut(1, 256), Shortcut(1, 257));
     const std::unordered_set<Shortcut> set{{1, 256}, {1, 256}, {2, 256}, {1, 512}};
     EXPECT_EQ(set.size(), 3U);
@@ -132,7 +132,7 @@ TEST_F(ShortcutTest, AnotherLayoutShowsAtTheNextCall)
     setLayout({{6, QStringLiteral("y")}, {49, QStringLiteral("x")}});
     EXPECT_EQ(shortcut.description(), QStringLiteral("⌘Y"));
     EXPECT_EQ(shortcut.keyEquivalent(), QStringLiteral("y"));
-    // The table of fixed texts goes before every layout.
+    // The table of fixed texts takes precedence over every layout.
     EXPECT_EQ(Shortcut(Key::space).description(), QStringLiteral("Space"));
 }
 
@@ -149,7 +149,7 @@ TEST_F(ShortcutTest, TheKeyEquivalentIsOneCharacterOrNone)
     };
     for (const Row& row :
          {Row{Shortcut(Key::a, command), u"a"},
-          Row{Shortcut(Key::s), u""}, // two characters, and none that stands for them
+          Row{Shortcut(Key::s), u""}, // two characters, and no single one that stands for them
           Row{Shortcut(Key::d), u""}, Row{Shortcut(Key::f), u"e\u0301"}, Row{Shortcut(Key::h), u"\U0001F600"},
           Row{Shortcut(Key::q), u""}, Row{Shortcut(Key::space), u" "}, Row{Shortcut(Key::f1), u"\uF704"},
           Row{Shortcut(Key::f20), u"\uF717"}, Row{Shortcut(Key::return_), u"↩"},

@@ -1,4 +1,4 @@
-// A platform of fakes with fresh shortcuts, and one list of all that is asked of it, in order.
+// A platform of fakes with fresh shortcuts, and one list of all calls on it, in order.
 #pragma once
 
 #include "Fakes/FakePlatform.h"
@@ -74,7 +74,7 @@ protected:
         return fake.eventMonitors.sendToMenu(monitored);
     }
 
-    /// An action that writes `word` down.
+    /// Returns an action that records `word`.
     KeyboardShortcuts::Action note(const char* word)
     {
         return [this, word] { fired.append(QLatin1String(word)); };

@@ -1,4 +1,4 @@
-// What is stored and what counts as registered, for tests of names and of handlers.
+// Stored and registered shortcuts, for tests of names and of handlers.
 #pragma once
 
 #include "KeyboardShortcuts/Registration/State.h"
