@@ -1,4 +1,4 @@
-// A home window's objects on the fake platform, with capabilities that a test makes up.
+// A home window's objects on the fake platform, with capabilities that a test defines.
 #pragma once
 
 #include "Fakes/FakePlatform.h"
@@ -17,7 +17,7 @@
 
 namespace orvane::tests {
 
-/// Records, and looks as a test wants it to.
+/// A recording capability with a look that the test sets.
 class MadeUpCapability : public RecordingCapability {
 public:
     explicit MadeUpCapability(const QString& id, CapabilityCategory category = CapabilityCategory::system)

@@ -1,4 +1,4 @@
-// The home view as a tree of components: what its sidebar lists, and which page it shows.
+// The home view as a tree of components: the rows of its sidebar, and the page that it shows.
 #include "Orvane/Brand/OrvaneBrand.h"
 #include "Orvane/Home/CapabilityDetailView.h"
 #include "Orvane/Home/GeneralSettingsView.h"
@@ -16,7 +16,7 @@ struct HomeViewTest : HomeFixture {
     std::shared_ptr<const OrvaSidebar> sidebar() const { return tree().all<OrvaSidebar>().constFirst(); }
     QList<OrvaSidebarSection> sections() const { return sidebar()->content.get(); }
     bool showsGeneral() const { return !tree().all<GeneralSettingsView>().isEmpty(); }
-    /// The id of the capability whose page is shown.
+    /// Returns the id of the capability whose page is shown.
     QString shownPage() const
     {
         const auto pages = tree().all<CapabilityDetailView>();

@@ -1,4 +1,4 @@
-// The home window as widgets: its numbers, its life, its keyboard, what ticks and what scrolls.
+// The home window as widgets: its sizes, its life, its keyboard, its tickers and its scrolling.
 #include "Fakes/FakePlatform.h"
 #include "Orvane/Brand/OrvaneBrand.h"
 #include "Orvane/Home/CapabilityDetailView.h"
@@ -87,7 +87,7 @@ struct HomeWindowTest : HomeFixture {
         }
         settle();
     }
-    /// What goes with its page is deleted in a later turn.
+    /// Widgets that go with a page are deleted in a later turn.
     void settle()
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -311,7 +311,7 @@ struct ScrollTest : HomeWindowTest {
         root = home();
         controller.show();
     }
-    /// Of the permissions' section, from the top of what can be seen.
+    /// Returns the distance of the permissions' section from the top of the visible part.
     int distance()
     {
         auto* anchor = window().findChild<QWidget*>(QStringLiteral("general.permissions"));

@@ -1,4 +1,4 @@
-// Which action a shortcut runs, and when it may.
+// The action that a shortcut runs, and the conditions for it.
 #include "Orvane/Shortcuts/HotkeyManager.h"
 #include "Fakes/FakePlatform.h"
 #include "Fakes/RecordingCapability.h"

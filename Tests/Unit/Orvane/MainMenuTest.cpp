@@ -9,7 +9,7 @@ using namespace orvane;
 namespace {
 
 struct MainMenuTest : testing::Test {
-    /// "Title command key" of each item, "-" for a separator.
+    /// Returns "Title command key" of each item, "-" for a separator.
     static QStringList rows(const Menu& menu)
     {
         QStringList list;

@@ -15,8 +15,8 @@ namespace {
 
 constexpr double side = 18;
 
-/// Whether a point of the picture's 18 by 18 lies in one of the four squares: by the numbers, and not by
-/// the code that draws them.
+/// True if a point of the picture's 18 by 18 lies in one of the four squares. Computed from the numbers and
+/// not with the code that draws them.
 bool isInside(double x, double y)
 {
     const double w = 15;
@@ -25,7 +25,7 @@ bool isInside(double x, double y)
     const double radius = 0.3 * c;
     for (const double left : {1.5, 1.5 + gap + c}) {
         for (const double top : {1.5, 1.5 + gap + c}) {
-            // To the nearest point of the square that is left when its rounded rim is taken off.
+            // The nearest point of the square without its rounded rim.
             const double dx = x - std::clamp(x, left + radius, left + c - radius);
             const double dy = y - std::clamp(y, top + radius, top + c - radius);
             if (std::hypot(dx, dy) <= radius)
@@ -35,7 +35,7 @@ bool isInside(double x, double y)
     return false;
 }
 
-/// The part of a pixel that is covered, from 0 to 1.
+/// Returns the covered part of a pixel, from 0 to 1.
 double coverage(int column, int row, int scale)
 {
     constexpr int samples = 16;
@@ -75,7 +75,7 @@ TEST(MenuBarIcon, FourCellsByTheNumbers)
 
 TEST(MenuBarIcon, EveryPixelIsCoveredByTheNumbersAtEachScale)
 {
-    constexpr double tolerance = 0.12; // the painter takes chords for small arcs
+    constexpr double tolerance = 0.12; // the painter draws small arcs as chords
     constexpr double inkTolerance = 0.02;
     for (const int scale : {1, 2, 3}) {
         const QImage picture = drawn(scale);

@@ -1,4 +1,4 @@
-// What the tests of the first run share: three capabilities and a flag that nobody has set yet.
+// The common parts of the tests of the first run: three capabilities and a flag that isn't set yet.
 #pragma once
 
 #include "Fakes/FakePlatform.h"

@@ -1,4 +1,4 @@
-// The first run as widgets: keys, focus, motion, polling, and what assistive technology hears.
+// The first run as widgets: keys, focus, motion, polling, and what assistive technology is told.
 #include "Orvane/Onboarding/OnboardingFlowView.h"
 #include "Unit/Orvane/OnboardingFixture.h"
 #include "Unit/OrvaneKit/OrvaWidgetSupport.h"
@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A desktop that asks for still controls, or for moving ones.
+/// A desktop style that asks for still controls, or for moving ones.
 class MotionStyle : public QProxyStyle {
 public:
     explicit MotionStyle(int milliseconds) : m_milliseconds(milliseconds) {}
@@ -56,7 +56,7 @@ protected:
         }
         return nullptr;
     }
-    /// What is read out as this.
+    /// Returns the widget with this accessible name.
     QWidget* labelled(const char* name)
     {
         for (QWidget* widget : all<QWidget>(*view)) {
@@ -73,7 +73,7 @@ protected:
     {
         for (int time = 0; time < times; ++time)
             pushButton("Continue")->click();
-        // The page before is put away in a later turn.
+        // The previous page is deleted in a later turn.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     void tab() { tests::press(*QApplication::focusWidget(), Qt::Key_Tab); }

@@ -1,4 +1,4 @@
-// The first run as a tree: its pages, its ways forward and back, what it leaves behind.
+// The first run as a tree: its pages, its ways forward and back, and what it stores.
 #include "Orvane/Brand/OrvaneBrand.h"
 #include "Orvane/Onboarding/CapabilityPickerView.h"
 #include "Orvane/Onboarding/PageDotsView.h"

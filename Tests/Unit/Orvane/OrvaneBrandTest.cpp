@@ -29,7 +29,7 @@ QImage drawn(QSize size, Paint paint)
     return image.convertToFormat(QImage::Format_ARGB32);
 }
 
-/// How many pixels have a colour, from one column to before another.
+/// Returns the number of pixels with a colour, from one column up to another.
 int inked(const QImage& image, const QColor& color, int fromX, int toX)
 {
     int count = 0;
@@ -96,7 +96,7 @@ TEST(OrvaneWordmarkTest, ItsLettersAreAFifthOfAPointApart)
     const double unkerned =
         metrics.horizontalAdvance(OrvaneBrand::wordHead) + metrics.horizontalAdvance(OrvaneBrand::wordTail);
     EXPECT_NEAR(OrvaneBrand::wordmarkSize(17).width(), unkerned + 6 * 0.2,
-                0.1); // type is set in 64ths of a point
+                0.1); // text is placed in 64ths of a point
 }
 
 TEST(OrvaneWordmarkTest, KeepsItsSizeWhateverTheUsersFontSize)

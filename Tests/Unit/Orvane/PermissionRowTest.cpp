@@ -37,7 +37,7 @@ protected:
         permissions->refresh();
     }
 
-    /// Titles of the badges and buttons that are shown.
+    /// Returns the titles of the badges and buttons that are shown.
     static QStringList trailing(const AnyView& view)
     {
         QStringList list;

@@ -18,7 +18,7 @@ QString sources()
     return QStringLiteral(ORVANE_SOURCES);
 }
 
-/// The first parts of dotted names that aren't symbols: domains, and the actions of the capabilities.
+/// Returns the first parts of dotted names that aren't symbols: domains, and the actions of the capabilities.
 QSet<QString> foreignPrefixes()
 {
     QSet<QString> prefixes;
@@ -30,8 +30,8 @@ QSet<QString> foreignPrefixes()
     return prefixes;
 }
 
-/// What the program, but for its platform layers, names: dotted names wherever they stand, plain words where
-/// the text before them speaks of a symbol.
+/// Returns the names in the sources without the platform layers: all dotted names, and plain words where the
+/// text before them speaks of a symbol.
 QSet<QString> namesInSources()
 {
     static const QRegularExpression dotted(QStringLiteral("\"([a-z][a-z0-9]*(?:\\.[a-z0-9]+)+)\""));
@@ -63,7 +63,7 @@ QSet<QString> namesInSources()
 TEST(SymbolNames, NoneThatTheSourcesNameIsMissing)
 {
     const QSet<QString> names = namesInSources();
-    // The search itself works.
+    // The search itself has to work.
     for (const char* known : {"switch.2", "macwindow", "power", "eye.fill", "app.badge"})
         EXPECT_TRUE(names.contains(QLatin1String(known))) << known;
     for (const QString& name : names)
