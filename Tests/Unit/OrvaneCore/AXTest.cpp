@@ -23,7 +23,7 @@ protected:
     AXUIElement element = FakeAccessibility::makeElement();
 };
 
-/// Which of the typed reads give a result.
+/// Returns the typed reads that give a result.
 QStringList readableAs(const AXUIElement& element)
 {
     QStringList kinds;
@@ -169,7 +169,7 @@ TEST(AXSet, TellsARefusal)
     FakeAccessibility::node(window).failure = AXError::cannotComplete;
     EXPECT_FALSE(AX::set(window, AXAttr::position, Point{1, 2}));
     EXPECT_FALSE(AX::set(window, AXAttr::size, Size{1, 2}));
-    AX::setBool(window, AXAttr::fullScreen, true); // has nobody to tell
+    AX::setBool(window, AXAttr::fullScreen, true); // there is no element to set it on
     FakeAccessibility::node(window).failure = AXError::success;
     EXPECT_EQ(AX::boolean(window, AXAttr::fullScreen), false);
     EXPECT_EQ(AX::frame(window), (Rect{{10, 20}, {300, 200}}));

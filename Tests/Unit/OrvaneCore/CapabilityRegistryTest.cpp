@@ -314,7 +314,7 @@ TEST_F(CapabilityRegistryTest, UninstallFromAnyStateGoesThroughAllItsSteps)
     EXPECT_EQ(*one->calls, calls({"deactivate", "uninstall"}));
     EXPECT_EQ(kind(), Kind::disabled);
 
-    // Disabled again, so the next start installs again.
+    // It is disabled again, so the next start installs again.
     one->calls->clear();
     enable();
     EXPECT_EQ(*one->calls, calls({"install", "activate", "start s"}));
@@ -331,7 +331,7 @@ TEST_F(CapabilityRegistryTest, AnErrorOfUninstallIsDropped)
     EXPECT_TRUE(fake.log.entries().empty());
 }
 
-// What is stored and logged, and when.
+// Storing and logging, and when.
 
 TEST_F(CapabilityRegistryTest, TheFlagIsStoredBeforeAnythingElse)
 {

@@ -7,7 +7,7 @@ using namespace orvane;
 
 namespace {
 
-/// Declares no more than it must.
+/// Declares only what it must.
 class PlainCapability : public Capability {
 public:
     const CapabilityMetadata& classMetadata() const override

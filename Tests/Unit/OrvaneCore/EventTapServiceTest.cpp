@@ -199,7 +199,7 @@ TEST_F(EventTapServiceTest, StopTakesEverythingAwayAndStartBringsItBack)
     EXPECT_EQ(tap().mask(), keyMask | flagsMask);
 }
 
-// The callback's walk.
+// The way of an event through the callback.
 
 TEST_F(EventTapServiceTest, AllAreAskedInOrderOfAddingWhateverTheirOwnMask)
 {
@@ -273,7 +273,7 @@ TEST_F(EventTapServiceTest, OneAddedDuringAWalkIsAskedFromTheNextEventOn)
     EXPECT_EQ(walked, list({"first", "first", "late"}));
 }
 
-// Staying alive.
+// Bringing a disabled tap back.
 
 TEST_F(EventTapServiceTest, ADisabledTapIsEnabledAgainAndLoggedOnceAndNobodyIsAsked)
 {

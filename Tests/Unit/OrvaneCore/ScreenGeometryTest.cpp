@@ -110,7 +110,7 @@ TEST(ScreenGeometryFlip, OfARectangleIsItsOwnInverse)
 {
     FakePlatform fake;
     std::mt19937 random(4711);
-    // Quarters of a point are exact in binary, so nothing has to be forgiven.
+    // Quarters of a point are exact in binary, so no tolerance is needed.
     const auto quarters = [&random](int least, int most) {
         return 0.25 * std::uniform_int_distribution(4 * least, 4 * most)(random);
     };
@@ -138,8 +138,7 @@ TEST(ScreenForAXPoint, FindsASecondDisplayAboveThePrimaryOne)
 TEST(ScreenForAXPoint, LeavesTheFarEdgesOutside)
 {
     FakePlatform fake;
-    // The bottom edge of the accessibility space is the near one of the frame, so the top edge is the far
-    // one.
+    // The bottom edge of the accessibility space belongs to the frame and the top edge doesn't.
     EXPECT_EQ(numberAt({0, 900}), 1u);
     EXPECT_EQ(numberAt({0, 0}), 0u);
     EXPECT_EQ(numberAt({0, 0.5}), 1u);
