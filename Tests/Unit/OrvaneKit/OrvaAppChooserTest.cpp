@@ -1,4 +1,4 @@
-// The chooser of programs, as a person drives it.
+// The chooser of programs, as a person uses it.
 #include "OrvaneKit/AppChooser/OrvaAppChooser.h"
 #include "Fakes/FakePlatform.h"
 #include "OrvaneKit/AppChooser/OrvaAppChooserPanel.h"

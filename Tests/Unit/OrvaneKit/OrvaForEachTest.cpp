@@ -1,4 +1,4 @@
-// Lists of views that follow a value: what is kept, where the focus goes, how they are divided.
+// Lists of views that follow a value: which rows are kept, where the focus goes, how they are divided.
 #include "OrvaneKit/Controls/OrvaIconButtonView.h"
 #include "OrvaneKit/Controls/OrvaSelectableTextView.h"
 #include "OrvaneKit/Lists/OrvaForEachView.h"
@@ -32,7 +32,7 @@ protected:
     std::shared_ptr<Observable<QStringList>> keys =
         std::make_shared<Observable<QStringList>>(QStringLiteral("a,b,c,d").split(u','));
 
-    /// Each item has a text and a button that removes the first of its key.
+    /// Returns a list in which each item has a text and a button that removes the first item with its key.
     OrvaForEach list() const
     {
         return {Live<QList<OrvaForEach::Item>>(
@@ -104,7 +104,7 @@ struct OrvaForEachInWindow : OrvaForEachTest {
         showActive(*section);
     }
     void relayout() { QApplication::processEvents(); }
-    /// What Tab stops at on its way round, from the button before the list.
+    /// Returns the stops of Tab on its way round, from the button before the list.
     QString tabOrder()
     {
         for (QWidget* each : section->findChildren<QWidget*>()) {

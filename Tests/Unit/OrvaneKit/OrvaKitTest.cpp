@@ -1,4 +1,4 @@
-// The view kit as values: what a tree holds can be read without a display.
+// The view kit as values: the content of a tree can be read without a display.
 #include "OrvaneCore/Capability/CapabilityRegistry.h"
 #include "OrvaneKit/Model/OrvaPage.h"
 #include "OrvaneKit/Model/OrvaRows.h"

@@ -1,5 +1,4 @@
-// Floating panels: what they ask of the desktop, where they stand, and their look with and without a
-// compositor.
+// Floating panels: their requests to the desktop, their place, and their look with and without a compositor.
 #include "OrvaneKit/Panels/OrvaPanelWindow.h"
 #include "Fakes/FakePlatform.h"
 #include "OrvaWidgetSupport.h"

@@ -97,7 +97,7 @@ TEST_P(OrvaTextContrast, OfControlsAndTileSymbolsReachesThree)
             over(faded(token(OrvaColor::primary), orvaChosenOpacity(GetParam())), token(OrvaColor::sidebar));
         EXPECT_GE(contrast(orvaLightColor(dot, GetParam()), row), 3);
     }
-    // Tiles keep to the light scheme's colours; the lower end of their gradient lets most of the ground in.
+    // Tiles keep the light scheme's colours; at its lower end their gradient is nearly transparent.
     for (const OrvaColor color : {OrvaColor::accent, OrvaColor::green, OrvaColor::orange, OrvaColor::red}) {
         const QColor tile = over(faded(orvaColor(color, OrvaScheme::light), 0.78), token(OrvaColor::window));
         EXPECT_GE(contrast(Qt::white, tile), 3);
@@ -109,7 +109,7 @@ INSTANTIATE_TEST_SUITE_P(BothSchemes, OrvaTextContrast, testing::Values(OrvaSche
                              return scheme.param == OrvaScheme::dark ? "Dark" : "Light";
                          });
 
-/// Puts the application's palette and font back.
+/// Restores the application's palette and font.
 class OrvaThemeTest : public testing::Test {
 protected:
     ~OrvaThemeTest() override

@@ -1,4 +1,4 @@
-// Helpers of the view kit's widget tests: rendering, finding, and what a user does with keys and mouse.
+// Helpers of the view kit's widget tests: rendering, finding, and a user's keys and mouse.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -21,7 +21,7 @@ inline std::unique_ptr<QWidget> rendered(const AnyView& view)
     return std::unique_ptr<QWidget>(view.makeWidget());
 }
 
-/// Handles events until the condition holds; false when it hasn't within five seconds.
+/// Handles events until the condition holds; false when it doesn't within five seconds.
 template <class Condition>
 bool waitUntil(Condition condition)
 {
@@ -34,7 +34,8 @@ bool waitUntil(Condition condition)
     return true;
 }
 
-/// Every widget of a class below the given one, that one included, in the order of making.
+/// Returns every widget of this class below the given one, that one included, in the order in which they were
+/// made.
 template <class Widget>
 QList<Widget*> all(QWidget& root)
 {
@@ -48,7 +49,7 @@ QList<Widget*> all(QWidget& root)
     return found;
 }
 
-/// Whether neither the widget nor anything between it and the root is left out.
+/// True if neither the widget nor anything between it and the root is hidden.
 inline bool isPartOf(const QWidget& root, const QWidget& widget)
 {
     for (const QWidget* step = &widget; step && step != &root; step = step->parentWidget()) {
@@ -103,7 +104,7 @@ inline void click(QWidget& widget)
     clickAt(widget, QRectF(widget.rect()).center());
 }
 
-/// Shows a window and waits for the keyboard to be its own.
+/// Shows a window and waits until it has the keyboard.
 inline void showActive(QWidget& window)
 {
     window.show();
