@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(EveryOtherProgram, IdentityOf,
                                                 "org.xfce.mousepad"},
                                            Case{"crx_abc", "/opt/google/chrome/chrome", "chrome-abc-Default",
                                                 "chrome-abc-Default"},
-                                           // A name that only begins as that of a JetBrains program.
+                                           // The name only begins like that of a JetBrains program.
                                            Case{"jetbrains-", "", "some-entry", "some-entry"}));
 
 TEST(ApplicationIdentity, CaseOfTheNamesIsIgnored)

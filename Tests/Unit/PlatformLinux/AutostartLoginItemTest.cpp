@@ -42,7 +42,7 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         ASSERT_EQ(file.write(text), text.size());
     }
-    /// The entry of a session that starts /bin/sh, with more lines.
+    /// Returns the status with the entry of a session that starts /bin/sh, with more lines.
     Status statusWith(const QByteArray& lines, const QStringList& desktops = {})
     {
         write("[Desktop Entry]\nType=Application\nName=Orvane\nExec=/bin/sh\n" + lines + "\n");
@@ -127,7 +127,8 @@ TEST_F(AutostartLoginItemTest, DesktopsThatAreLeftOutDoNotStartIt)
     const QStringList ubuntu = {QStringLiteral("ubuntu"), QStringLiteral("GNOME")};
     EXPECT_EQ(statusWith("OnlyShowIn=GNOME;KDE;", xfce), Status::requiresApproval);
     EXPECT_EQ(statusWith("OnlyShowIn=GNOME;KDE;", ubuntu), Status::enabled);
-    EXPECT_EQ(statusWith("OnlyShowIn=GNOME;", {}), Status::enabled); // no desktop is known to judge by
+    EXPECT_EQ(statusWith("OnlyShowIn=GNOME;", {}), Status::enabled); // no desktop is known, so the
+                                                                     // restriction isn't judged
     EXPECT_EQ(statusWith("NotShowIn=XFCE;", xfce), Status::requiresApproval);
     EXPECT_EQ(statusWith("NotShowIn=XFCE;", ubuntu), Status::enabled);
 }
@@ -202,7 +203,7 @@ TEST_F(AutostartLoginItemTest, AFolderWithoutPermissionIsToldAsSuchForBothOperat
     item().registerItem();
     const QByteArray before = content();
     const std::string complaint = inChild([&]() -> std::string {
-        // The folder can be entered by the child, but not changed.
+        // The child can enter the folder, but not change it.
         for (const QString& folder : {directory.path(), QFileInfo(path()).path()})
             ORVANE_REQUIRE(::chmod(QFile::encodeName(folder).constData(), 0555) == 0);
         ORVANE_REQUIRE(becomeUnprivileged());

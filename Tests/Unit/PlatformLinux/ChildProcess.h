@@ -1,4 +1,4 @@
-// Runs part of a test in a process of its own: as another user, with limits, or to be killed.
+// Runs part of a test in a separate process: as another user, with limits, or to be killed.
 #pragma once
 
 #include "PlatformLinux/Common/FileDescriptor.h"
@@ -10,10 +10,10 @@
 
 namespace orvane::tests {
 
-/// A forked child; killed at the end of the object if it still runs.
+/// A forked child, killed at the end of the object if it still runs.
 class ChildProcess {
 public:
-    /// `body` runs in the child with the writing end of a pipe to the parent; its result is the exit status.
+    /// Runs `body` in the child with the writing end of a pipe to the parent; its result is the exit status.
     explicit ChildProcess(const std::function<int(int toParent)>& body);
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
@@ -22,11 +22,11 @@ public:
     pid_t id() const { return m_id; }
     int fromChild() const { return m_fromChild.get(); }
     void signal(int number) const;
-    /// All that the child writes until it closes its end.
+    /// Returns all that the child writes until it closes its end.
     std::string readAll() const;
     /// Waits for the next byte of the child; false when it ended without one.
     bool readByte() const;
-    /// The status of waitpid.
+    /// Returns the status of waitpid.
     int wait();
 
 private:
@@ -35,19 +35,19 @@ private:
     FileDescriptor m_fromChild;
 };
 
-/// For a child: tells the parent that a step is done.
+/// Called in a child: tells the parent that a step is done.
 void sendByte(int toParent);
 
-/// What `body` answers when it runs in a child: nothing is success, anything else the first thing that was
-/// wrong. A child that dies is a complaint too.
+/// Returns the answer of `body`, run in a child: empty for success, else the first thing that was wrong. The
+/// death of the child is reported too.
 std::string inChild(const std::function<std::string()>& body);
 
-/// For a child: gives up root for a user who owns nothing. True when the process is unprivileged then.
+/// Called in a child: gives up root for a user who owns nothing. True when the process is unprivileged then.
 bool becomeUnprivileged();
 
 } // namespace orvane::tests
 
-/// For bodies of inChild.
+/// For bodies of inChild().
 #define ORVANE_REQUIRE(condition)                                                                            \
     do {                                                                                                     \
         if (!(condition))                                                                                    \

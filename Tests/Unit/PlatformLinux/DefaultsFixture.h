@@ -1,4 +1,4 @@
-// A defaults file of its own for each test, with a log that remembers and a run loop turned by hand.
+// A separate defaults file for each test, with a log that keeps its entries and a run loop turned by hand.
 #pragma once
 
 #include "Fakes/FakeClock.h"
@@ -39,7 +39,7 @@ protected:
     }
     void writeFile(const QByteArray& bytes) { write(path, bytes); }
 
-    /// The names beside the file that begin with its name and `ending`.
+    /// Returns the names beside the file that begin with its name and `ending`.
     QStringList beside(const QString& ending) const
     {
         const QFileInfo info(path);

@@ -1,4 +1,4 @@
-// What a desktop's own words for light and dark come to.
+// The light and dark of a desktop's own settings.
 #include "PlatformLinux/Appearance/DesktopAppearance.h"
 
 #include <gtest/gtest.h>

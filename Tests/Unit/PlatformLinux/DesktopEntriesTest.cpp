@@ -48,7 +48,7 @@ protected:
         return ids;
     }
 
-    /// Moves a directory's time by hand: two changes within one tick of the clock would look as one.
+    /// Sets a directory's time: two changes within one tick of the clock would look like one.
     void touch(const char* directory)
     {
         const std::filesystem::path path = m_home.filePath(QLatin1StringView(directory)).toStdString();
@@ -216,7 +216,7 @@ TEST_F(DesktopEntriesTest, TheInstanceTellsWhereTheClassDoesNot)
 
 TEST_F(DesktopEntriesTest, AWindowWithoutAClassIsNobodys)
 {
-    writeSystem("one.desktop", u"Name=One"_qs); // has no StartupWMClass either
+    writeSystem("one.desktop", u"Name=One"_qs); // this one has no StartupWMClass either
     EXPECT_EQ(idForWindow("", ""), QString());
     EXPECT_EQ(idForWindow("Unheard"), QString());
 }
@@ -247,7 +247,7 @@ TEST_F(DesktopEntriesTest, FilesAreNotReadAgainWhileNoDirectoryHasChanged)
     writeSystem("one.desktop", u"Name=Before"_qs);
     auto subject = entries();
     EXPECT_EQ(subject.entry(u"one"_qs)->name, u"Before"_qs);
-    writeSystem("one.desktop", u"Name=After"_qs); // in place: the directory doesn't change
+    writeSystem("one.desktop", u"Name=After"_qs); // written in place: the directory doesn't change
     EXPECT_EQ(subject.entry(u"one"_qs)->name, u"Before"_qs);
 }
 

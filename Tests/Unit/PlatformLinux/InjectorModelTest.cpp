@@ -71,7 +71,7 @@ bool passAll(Event&)
     return true;
 }
 
-/// Control and Command trade places, in every event.
+/// Exchanges Control and Command in every event.
 bool fullSwap(Event& event)
 {
     const bool hasControl = (event.flags & control) != 0;
@@ -414,7 +414,7 @@ TEST_F(InjectorModelTest, UnderTheFullSwapALoneSuperIsStillOne)
     subscriber = fullSwap;
     EXPECT_EQ(press(superL), "+Ctrl");
     EXPECT_EQ(release(superL), "-Ctrl +Super -Super");
-    // With a key or a click between, it was no lone one.
+    // With a key or a click between press and release it isn't a lone Super.
     press(superL);
     press(keyC);
     release(keyC);
@@ -422,12 +422,12 @@ TEST_F(InjectorModelTest, UnderTheFullSwapALoneSuperIsStillOne)
     press(superL);
     model.pointerPressed();
     EXPECT_EQ(release(superL), "-Ctrl");
-    // Nor with another key held from before.
+    // With another key held from before it isn't one either.
     press(keyA);
     press(superL);
     EXPECT_EQ(release(superL), "-Ctrl");
     release(keyA);
-    // Control in Super's place is none either.
+    // Control in the place of Super isn't one either.
     EXPECT_EQ(press(controlL), "+Ctrl");
     EXPECT_EQ(release(controlL), "-Ctrl");
 }
@@ -576,7 +576,7 @@ TEST_F(InjectorModelTest, ASuperThatIsHeldAtTheEndIsNoLoneTap)
     EXPECT_EQ(releaseAll(), "+Ctrl -Ctrl -Super");
 }
 
-/// Any sequence of keys, whatever the taps do with them, leaves nothing pressed once all keys are up.
+/// After any sequence of keys, whatever the taps do with them, nothing is pressed once all keys are up.
 TEST_F(InjectorModelTest, NothingStaysPressedWhateverHappens)
 {
     std::uint32_t state = 12345;

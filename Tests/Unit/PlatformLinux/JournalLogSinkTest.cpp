@@ -22,7 +22,7 @@ namespace {
 const QString subsystem = QStringLiteral("net.lindenrow.orvane");
 const QString category = QStringLiteral("Defaults");
 
-/// A pipe or terminal in the place of standard error.
+/// A pipe or terminal in place of standard error.
 class Ends {
 public:
     static Ends pipe()
@@ -46,7 +46,7 @@ public:
 
     int writer() const { return m_writer.get(); }
     void closeReader() { m_reader.reset(); }
-    /// What is there to be read now.
+    /// Returns what can be read now.
     QByteArray arrived() const
     {
         QByteArray text;
@@ -154,7 +154,7 @@ TEST(JournalLogSink, AStuckJournalIsNeverWaitedForAndTheGapIsTold)
 {
     JournalStandIn journal;
     JournalLogSink log(journal.path(), -1);
-    constexpr int entries = 5000; // more than any queue holds; returning at all is the point
+    constexpr int entries = 5000; // more than any queue holds; the test is that the call returns
     for (int count = 0; count < entries; ++count)
         log.write(LogLevel::info, subsystem, category, QString(1000, u'x'));
     int queued = 0;
@@ -181,7 +181,7 @@ TEST(JournalLogSink, AStuckReaderOfStandardErrorIsNeverWaitedFor)
         log.write(LogLevel::info, subsystem, category, QStringLiteral("again"));
         const QByteArray arrived = ends.arrived();
         EXPECT_TRUE(arrived.contains("[Defaults] again (")) << arrived.toStdString();
-        // Others who share standard error go on waiting for it as they like.
+        // Other processes that share standard error still block on it if they like.
         EXPECT_EQ(::fcntl(ends.writer(), F_GETFL) & O_NONBLOCK, 0);
     }
 }

@@ -27,7 +27,7 @@ const QString other = QStringLiteral("other");
 
 class JsonDefaultsStoreFaultsTest : public DefaultsFixture {
 protected:
-    /// Opens a lock on the file as a process that hangs would hold it.
+    /// Locks the file as a process that hangs would hold it.
     FileDescriptor holdLock()
     {
         QDir().mkpath(QFileInfo(path).path());
@@ -37,7 +37,7 @@ protected:
         return lock;
     }
 
-    /// The folder and what is in it belong to the unprivileged user of a child.
+    /// Gives the folder and its content to the unprivileged user of a child.
     void giveFolderAway() const
     {
         if (::geteuid() != 0)
@@ -235,7 +235,7 @@ TEST_F(JsonDefaultsStoreFaultsTest, WhatCanNotBeSetAsideIsNotTouchedAndChangesSt
         store->set(other, 2LL);
         ORVANE_REQUIRE(store->object(key) == QVariant(1LL) && store->object(other) == QVariant(2LL));
         ORVANE_REQUIRE(log.entries().size() == 1);
-        // Even when the folder opens up meanwhile.
+        // The file must stay even when the folder becomes writable meanwhile.
         ORVANE_REQUIRE(::chmod(QFile::encodeName(QFileInfo(path).path()).constData(), 0755) == 0);
         store->set(key, 3LL);
         store.reset();
@@ -300,7 +300,7 @@ TEST_F(JsonDefaultsStoreFaultsTest, ALinkIntoAFolderThatCanNotBeWrittenIsLeftAlo
 
 TEST_F(JsonDefaultsStoreFaultsTest, AFailedWriteKeepsTheValuesLogsOnceAndIsMadeUpByTheNextSet)
 {
-    // A limit on the size of files stands for the full disk: nothing can be written, not even beside.
+    // A limit on the size of files acts like a full disk: nothing can be written, not even beside the file.
     const std::string complaint = inChild([&]() -> std::string {
         const auto store = open();
         store->set(key, 1LL);
@@ -419,7 +419,7 @@ TEST_F(JsonDefaultsStoreFaultsTest, AProcessKilledWhileTheLockIsStuckLosesNothin
     });
     ASSERT_TRUE(child.readByte());
     EXPECT_TRUE(WIFSIGNALED(child.wait()));
-    // The child's copy of the descriptor is gone; this one still holds the lock.
+    // The child's copy of the descriptor is closed; this one still holds the lock.
     {
         const auto store = open();
         EXPECT_EQ(store->object(key), QVariant(1LL));

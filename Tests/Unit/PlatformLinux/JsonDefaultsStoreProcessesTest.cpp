@@ -34,12 +34,12 @@ void killThisProcessAfter(std::chrono::microseconds delay)
 
 class JsonDefaultsStoreProcessesTest : public DefaultsFixture {};
 
-/// On the disk most kills meet the waiting for it; in memory they meet every step alike.
+/// On the disk most kills would hit the wait for it; in memory they hit every step equally.
 class KilledWriter : public JsonDefaultsStoreProcessesTest,
                      public ::testing::WithParamInterface<const char*> {
 protected:
-    /// One life of a process that sets pairs of equal numbers, ended at a random moment, its start included.
-    /// Answers how many pairs it reported as set.
+    /// Runs a process that sets pairs of equal numbers and is ended at a random moment, its start included.
+    /// Returns how many pairs it reported as set.
     qint64 liveAndDie(std::chrono::microseconds lifetime)
     {
         ChildProcess child([&](int toParent) {

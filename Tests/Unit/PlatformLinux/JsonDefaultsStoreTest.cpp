@@ -164,7 +164,7 @@ TEST_F(JsonDefaultsStoreTest, SettingAnEqualValueWritesNothing)
     store->set(key, 1);
     store->remove(other);
     EXPECT_EQ(numberOf(path), before);
-    store->set(key, 1.0); // equal in value, of another type
+    store->set(key, 1.0); // equal in value, but of another type
     EXPECT_NE(numberOf(path), before);
     EXPECT_EQ(open()->object(key).typeId(), QMetaType::Double);
 }
@@ -274,7 +274,7 @@ TEST_F(JsonDefaultsStoreTest, AFileThatVanishedIsWrittenAnewWithAllThatWasInIt)
 
 namespace {
 
-/// Lets three threads call `read` while this one calls `write` two hundred times. Answers the number of
+/// Lets three threads call `read` while this one calls `write` two hundred times. Returns the number of
 /// reads.
 int readWhileWriting(const std::function<void()>& read, const std::function<void(int)>& write)
 {

@@ -68,7 +68,7 @@ TEST(KeymapTables, WithoutLatinLettersTheFirstLayoutThatHasThemCounts)
 
 TEST(KeymapTables, LatinLayoutsOfOtherAlphabetsAreLatin)
 {
-    // They lack some of the 26 letters.
+    // These layouts lack some of the 26 letters.
     EXPECT_EQ(tables("epo,us").text(keyQ), u"ŝ"_qs);
     EXPECT_EQ(tables("tr,us").text(keyQ), u"q"_qs);
     EXPECT_EQ(tables("us,fr", "dvorak,").text(keyQ), u"'"_qs);

@@ -17,7 +17,7 @@ using ::testing::UnorderedElementsAre;
 
 constexpr std::uint8_t firstKey = 8, keyAlt = 8, keySuper = 9, keyNum = 10, keyMeta = 11, keyHyper = 12;
 
-/// Keys with one symbol each, and one key for each modifier.
+/// Returns masks of keys with one symbol each, and one key for each modifier.
 ModifierMasks masks(std::array<std::uint8_t, 8> modifierKeys,
                     std::vector<std::uint32_t> keysyms = {XK_Alt_L, XK_Super_L, XK_Num_Lock, XK_Meta_L,
                                                           XK_Hyper_L})
@@ -46,7 +46,7 @@ TEST(ModifierMasks, BitsThatAreNoneOfTheFourDontCount)
 
 TEST(ModifierMasks, TheKeyThatPeoplePressDecidesBetweenSeveralBits)
 {
-    // Meta, on a bit below Alt's.
+    // Meta is on a lower bit than Alt.
     const auto split = masks({0, 0, 0, keyMeta, keyNum, keyAlt, keySuper, 0});
     EXPECT_EQ(split.stateOf(option), XCB_MOD_MASK_3);
 }

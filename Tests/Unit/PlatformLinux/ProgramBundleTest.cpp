@@ -18,7 +18,7 @@ namespace orvane::tests {
 
 namespace {
 
-/// A program that runs from a file of our own until it is killed.
+/// A program that runs from a file of the test until it is killed.
 class RunningProgram {
 public:
     explicit RunningProgram(const QString& path)

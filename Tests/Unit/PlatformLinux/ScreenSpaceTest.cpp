@@ -14,7 +14,7 @@ constexpr ScreenSpace::Display primary{{{0, 0}, {1440, 900}}, 1};
 struct FrameCase {
     const char* name;
     Displays displays;
-    /// Of the displays, in their order.
+    /// The frames of the displays, in their order.
     std::vector<Rect> frames;
 };
 

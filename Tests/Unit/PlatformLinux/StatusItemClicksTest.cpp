@@ -21,7 +21,7 @@ Menu menuOf(const QString& title)
 
 class StatusItemClicksTest : public testing::Test {
 protected:
-    /// The habit of an item that toggles on a click and builds a menu for a right one.
+    /// Acts like an item that toggles on a click and builds a menu for a right click.
     StatusItem::Action togglingAction()
     {
         return [this](const StatusItemEvent* event) {

@@ -11,7 +11,7 @@ using Values = std::vector<std::uint32_t>;
 
 enum class Edge { left, right, top, bottom };
 
-/// As a panel writes it.
+/// Returns a strut as a panel writes it.
 Strut partial(Edge edge, std::uint32_t depth, std::uint32_t first, std::uint32_t last)
 {
     Values values(12);

@@ -1,4 +1,4 @@
-// One process that takes another's place: it waits for the other's end, and sees to it.
+// A process that takes another's place: it waits for the other's end, and kills it after some time.
 #include "PlatformLinux/Session/Succession.h"
 #include "ChildProcess.h"
 #include "Fakes/FakeLogSink.h"
@@ -32,7 +32,7 @@ Outcome awaitAt(const QByteArray& descriptor, std::chrono::milliseconds patience
     return Succession::awaitPredecessor(patience, log);
 }
 
-/// What a process in its parent's place does: writes "w", waits for the parent, and writes the outcome.
+/// Acts as a process in its parent's place: writes "w", waits for the parent, and writes the outcome.
 [[noreturn]] void succeed(std::optional<Succession::Bequest>& bequest, std::chrono::milliseconds patience,
                           int toTest)
 {
@@ -47,7 +47,7 @@ Outcome awaitAt(const QByteArray& descriptor, std::chrono::milliseconds patience
     ::_exit(told ? 0 : 1);
 }
 
-/// A process that starts another in its place and then does what `afterwards` says.
+/// Runs a process that starts another in its place and then does what `afterwards` says.
 int bequeath(std::chrono::milliseconds patience, int toTest, const std::function<int()>& afterwards)
 {
     auto bequest = Succession::Bequest::make();

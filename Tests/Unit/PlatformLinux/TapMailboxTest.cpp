@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 using Outcome = TapMailbox::Outcome;
 using ::testing::ElementsAre;
 
-/// So long that only a failure reaches it.
+/// Long enough that only a failure reaches it.
 constexpr auto longEnough = 60s;
 
 Event eventOf(std::int64_t keycode)
@@ -33,7 +33,7 @@ bool rings(TapMailbox& mailbox, int milliseconds = 0)
     return ::poll(&wait, 1, milliseconds) == 1;
 }
 
-/// A mailbox, what it has delivered and on which threads. Read it after settle().
+/// A mailbox, the events that it has delivered and the threads on which it did. To be read after settle().
 class TapMailboxTest : public ::testing::Test {
 protected:
     TapMailbox::Request waitForRequest()

@@ -182,7 +182,7 @@ TEST(MotifFunctions, AreAllThereUnlessTheWindowNamesThem)
     const std::vector<Row> table{
         {{}, true, true},
         {{1}, true, true},
-        {{2, 0, 0, 0, 0}, true, true},      // says something of the decorations alone
+        {{2, 0, 0, 0, 0}, true, true},      // concerns the decorations alone
         {{1, 0x01, 0, 0, 0}, true, true},   // all
         {{1, 0x21, 0, 0, 0}, false, true},  // all but closing
         {{1, 0x11, 0, 0, 0}, true, false},  // all but maximizing
