@@ -40,7 +40,7 @@ public:
     std::function<void()> launched = [] {};
 };
 
-/// The arguments of a program that has none.
+/// The arguments of a program that was started without any.
 struct Arguments {
     int count = 1;
     char name[7] = "orvane";
@@ -77,7 +77,7 @@ class QtApplicationTest : public ::testing::Test {
 protected:
     QtApplicationTest() { m_application.setDelegate(&m_delegate); }
 
-    /// Runs the loop, and in it `act` once the program has launched.
+    /// Runs the loop, and `act` in it once the program has launched.
     void afterLaunch(const std::function<void()>& act)
     {
         m_delegate.launched = [&] {
