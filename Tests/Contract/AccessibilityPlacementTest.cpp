@@ -102,8 +102,8 @@ class WindowPlacement : public X11ElementsTest,
 protected:
     static QString managerName() { return QString::fromLatin1(std::get<0>(GetParam())); }
     static WindowKind kind() { return std::get<1>(GetParam()); }
-    /// True under marco, which sometimes does so with a window that has just appeared; the window then ends
-    /// short of the screen's edge.
+    /// True where marco may keep the shadows on the screen too, as it sometimes does with a window that has
+    /// just appeared; the window then ends short of the screen's edge.
     static bool keepsShadowsOnScreen()
     {
         return managerName() == u"marco"_qs && kind() == WindowKind::gtkHeaderBar;

@@ -23,11 +23,11 @@ public:
     virtual EventMonitors& monitors() = 0;
     /// Taps C, with the window in front.
     virtual void tapC() = 0;
-    /// Taps C until one press arrives, at most twice as often as asked for: the first one that isn't
-    /// swallowed shows that all have arrived.
+    /// Opens a menu of the program, which gets the keys from then on.
     virtual void openMenu() = 0;
     virtual void closeMenu() = 0;
-    /// Returns "down" and "up" for each key that arrived in the window or in the open menu.
+    /// Waits for this many events, and returns "down" and "up" for each that arrived in the window or in the
+    /// open menu.
     virtual QStringList arrived(qsizetype count) = 0;
 };
 
