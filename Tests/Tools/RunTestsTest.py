@@ -18,7 +18,7 @@ shift
 exec "$@"
 """
 
-# Speaks as GoogleTest does. How each test ends, run by run, is in TESTS: p(ass), f(ail), c(rash).
+# Prints as GoogleTest does. TESTS says how each test ends, run by run: p(ass), f(ail), c(rash).
 PROGRAM = """#!{python}
 import fnmatch, os, pathlib, sys
 tests = {tests!r}

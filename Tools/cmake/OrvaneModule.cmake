@@ -21,7 +21,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(orvane_options INTERFACE -Wno-maybe-uninitialized)
 endif()
 if(ORVANE_PRECOMPILE_HEADERS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  target_compile_options(orvane_options INTERFACE -fpch-preprocess) # or ccache can't cope
+  target_compile_options(orvane_options INTERFACE -fpch-preprocess) # ccache needs it
 endif()
 if(ORVANE_SANITIZE)
   target_compile_options(orvane_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all)
@@ -60,7 +60,7 @@ function(orvane_test name)
   target_link_libraries(${name} PRIVATE orvane_options ${ARG_LINK} GTest::gtest GTest::gmock)
 endfunction()
 
-# All programs of a kind, to build no more than is run.
+# A target for all programs of a kind, so that only those that are run have to be built.
 foreach(label unit contract desktop)
   add_custom_target(${label}_tests)
 endforeach()

@@ -33,7 +33,7 @@ def Inhibit(_, what, who, why, mode, sender, connection):
     ours, holders = os.pipe2(os.O_CLOEXEC)
     inhibitors[ours] = (what, who, why, mode, uid, pid)
 
-    # The other end is closed when the last process that has it lets it go.
+    # This end sees a close when the last process that has the other end closes it.
     def released(descriptor, _condition):
         del inhibitors[descriptor]
         os.close(descriptor)
