@@ -15,23 +15,24 @@ enum class ClipKind { text, url, image, fileURLs };
 
 inline constexpr std::array allClipKinds{ClipKind::text, ClipKind::url, ClipKind::image, ClipKind::fileURLs};
 
-/// "text", "url", "image", "fileURLs": what the disk holds.
+/// "text", "url", "image", "fileURLs": the names on the disk.
 QLatin1StringView rawValue(ClipKind kind);
-/// Nothing for an unknown string.
+/// Returns nothing for an unknown string.
 std::optional<ClipKind> clipKind(QStringView rawValue);
 
 struct ClipItem {
-    /// Time since 2001-01-01T00:00:00Z, with its fraction: the very number that the disk holds.
+    /// Time since 2001-01-01T00:00:00Z, with its fraction, exactly as the disk holds it.
     using Date = std::chrono::duration<double>;
 
-    /// Fresh for every capture.
+    /// New for every capture.
     QUuid id = {};
     ClipKind kind = ClipKind::text;
-    /// Of a text as it was read, of a link trimmed, of files their names joined by ", ", of an image nothing.
+    /// For a text as it was read, for a link trimmed, for files their names joined by ", "; absent for an
+    /// image.
     std::optional<QString> text = std::nullopt;
-    /// Of an image: a bare name in the image folder, never a path.
+    /// For an image: a bare name in the image folder, never a path.
     std::optional<QString> imageFileName = std::nullopt;
-    /// Of files: absolute paths in the order in which they were copied.
+    /// For files: absolute paths in the order in which they were copied.
     std::optional<QStringList> filePaths = std::nullopt;
     Date date{0};
     bool pinned = false;
@@ -40,9 +41,10 @@ struct ClipItem {
 
     static Date dateFrom(std::chrono::system_clock::time_point time);
 
-    /// Whether kind, text, paths and image name are those of `other`, strings by canonical equivalence.
+    /// True if kind, text, paths and image name are those of `other`; strings are compared by canonical
+    /// equivalence.
     bool contentEquals(const ClipItem& other) const;
-    /// The one line that stands for the entry, and all that a search looks at.
+    /// Returns the one line that stands for the entry, which is all that a search looks at.
     QString preview() const;
 
     friend bool operator==(const ClipItem&, const ClipItem&) = default;

@@ -8,7 +8,7 @@ namespace orvane {
 
 namespace {
 
-/// The rule of the cap, asked about each entry from the top.
+/// The rule of the cap, applied to each entry from the top.
 class Cap {
 public:
     explicit Cap(int maxItems) : m_maxItems(maxItems) {}
@@ -19,8 +19,8 @@ private:
     int m_unpinned = 0;
 };
 
-/// What a trimmed query is found in just where it's found in the preview: to trim a text that may be large
-/// would copy it.
+/// Returns the text to search: a trimmed query is found in it exactly when it is found in the preview.
+/// Trimming a large text would copy it.
 QString searched(const ClipItem& entry)
 {
     const bool isText = entry.kind == ClipKind::text || entry.kind == ClipKind::url;
@@ -30,8 +30,8 @@ QString searched(const ClipItem& entry)
 
 } // namespace
 
-/// Builds a new list: the old one is mostly shared, with the panel or a save, and can be far longer than what
-/// stays of it.
+/// Builds a new list: the old one is mostly shared with the panel or a save, and can be far longer than the
+/// rest that stays.
 void ClipboardStore::insert(ClipItem item)
 {
     const auto same = std::ranges::find_if(

@@ -1,4 +1,5 @@
-// The history's list in memory: newest first, without doubles, with a cap on what isn't pinned. A value.
+// The history's list in memory: newest first, without duplicates, with a cap on the entries that aren't
+// pinned. A value.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Store/ClipItem.h"
@@ -9,21 +10,21 @@
 namespace orvane {
 
 struct ClipboardStore {
-    /// The cap on entries that aren't pinned; pinned ones neither count nor go.
+    /// The cap on entries that aren't pinned; pinned ones are neither counted nor removed.
     int maxItems = 0;
     /// Newest first.
     QList<ClipItem> items = {};
 
-    /// Puts an entry on top and applies the cap. An entry of the same content goes, and leaves its pin
-    /// behind.
+    /// Puts an entry on top and applies the cap. An entry of the same content is removed, and its pin goes to
+    /// the new one.
     void insert(ClipItem item);
     /// Removes every entry with that id.
     void remove(QUuid id);
-    /// Flips the pin of the first entry with that id, which stays in its place, and applies the cap.
+    /// Changes the pin of the first entry with that id, which stays in its place, and applies the cap.
     void togglePin(QUuid id);
     void clearUnpinned();
-    /// The entries whose preview contains the trimmed query, case aside, in the order of the list; all of
-    /// them for an empty one.
+    /// Returns the entries whose preview contains the trimmed query, ignoring case, in the order of the list;
+    /// all of them for an empty one.
     QList<ClipItem> search(const QString& query, const QLocale& locale = QLocale()) const;
 };
 

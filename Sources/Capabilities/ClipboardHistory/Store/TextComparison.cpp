@@ -23,7 +23,7 @@ int32_t length(const QString& text)
     return static_cast<int32_t>(text.size());
 }
 
-/// By blocks, which the compiler turns into wide operations: a text may be of many megabytes.
+/// Goes by blocks, which the compiler turns into wide operations: a text may have many megabytes.
 bool isASCII(QStringView text)
 {
     constexpr qsizetype blockSize = 1024;
@@ -39,8 +39,8 @@ bool isASCII(QStringView text)
     return std::all_of(unit, end, [](char16_t each) { return each < 0x80; });
 }
 
-/// Finds `folded` in a text of ASCII, case aside. Places where it may begin are looked for by the toolkit's
-/// search for one character, which takes many at once.
+/// Finds `folded` in an ASCII text, ignoring case. The toolkit's search for one character, which compares
+/// many at once, finds the places where it may begin.
 bool containsASCII(QStringView text, QStringView folded)
 {
     if (folded.isEmpty())
@@ -93,7 +93,7 @@ bool canonicallyEquivalent(const QString& left, const QString& right)
     const auto [inLeft, inRight] = std::ranges::mismatch(left, right);
     if (inLeft == left.end() || inRight == right.end())
         return inLeft == left.end() && inRight == right.end();
-    // Most pairs end here, which matters where one text is held against thousands.
+    // Most pairs end here, which matters when one text is compared with thousands.
     if (inLeft->unicode() < firstComposedCharacter && inRight->unicode() < firstComposedCharacter)
         return false;
     UErrorCode status = U_ZERO_ERROR;

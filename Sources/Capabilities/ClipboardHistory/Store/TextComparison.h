@@ -1,4 +1,4 @@
-// Comparing texts as a person would, whatever way their characters are composed. Pure.
+// Compares texts as a person would, however their characters are composed. Pure.
 #pragma once
 
 #include <QLocale>
@@ -6,13 +6,14 @@
 
 namespace orvane::TextComparison {
 
-/// Whether two strings are the same characters: "é" is "e" with an acute accent behind it.
+/// True if two strings are the same characters: "é" is "e" followed by an acute accent.
 bool canonicallyEquivalent(const QString& left, const QString& right);
 
-/// Finds one text in many others, case aside. "I" is the capital of "ı" where the locale's language says so.
+/// Finds one text in many others, ignoring case. "I" is the capital of "ı" where the locale's language says
+/// so.
 class Search {
 public:
-    /// `query` as it stands; an empty one is found in every text.
+    /// `query` isn't trimmed; an empty one is found in every text.
     Search(const QString& query, const QLocale& locale);
     bool isFoundIn(const QString& text) const;
 
@@ -21,7 +22,7 @@ private:
 
     enum class DottedI { common, turkic };
     DottedI m_dottedI;
-    QString m_query; // folded
+    QString m_query; // case-folded
     bool m_isASCII;
 };
 
