@@ -8,7 +8,7 @@ namespace orvane {
 
 namespace {
 
-/// More than any document has; a table of them stays small.
+/// No document has as many; a table of them stays small.
 constexpr std::size_t maximumFonts = 32768;
 constexpr int maximumFallbackLength = 1024;
 
@@ -251,7 +251,7 @@ void RtfReader::byte(char byte)
 void RtfReader::unicode(int number)
 {
     m_ignoredFallback = m_state.fallbackLength;
-    // Written as a signed number of 16 bits; some writers give the unsigned one, or the whole character.
+    // The number is a signed one of 16 bits; some writers write it unsigned, or the whole character.
     const int value = number < 0 ? number + 0x10000 : number;
     if (value <= 0 || value > 0x10FFFF)
         return put(QChar::ReplacementCharacter);
@@ -317,7 +317,7 @@ RtfReader::Font RtfReader::font() const
 
 const CodePage& RtfReader::codePage(int number)
 {
-    // Opening one is slow, and a document may name any number of them.
+    // Opening a converter is slow, and a document may name any number of them.
     constexpr std::size_t maximumKept = 64;
     if (m_codePages.size() >= maximumKept && !m_codePages.contains(number))
         m_codePages.clear();

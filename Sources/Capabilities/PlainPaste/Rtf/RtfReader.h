@@ -1,4 +1,4 @@
-// Follows the groups and the state of an RTF document, and keeps what a reader would see.
+// Follows the groups and the state of an RTF document, and keeps the text that a reader would see.
 #pragma once
 
 #include "Capabilities/PlainPaste/Rtf/RtfScanner.h"
@@ -25,8 +25,8 @@ private:
         text,
         skipped,
         fontTable,
-        alternatives, // of the same text, of which the one in Unicode is kept
-        object,       // of which the result is kept
+        alternatives, // alternatives of the same text: the one in Unicode is kept
+        object,       // an object whose result is kept
     };
     struct State {
         Group group = Group::text;
@@ -61,9 +61,9 @@ private:
     std::vector<State> m_outer;
     int m_ignoredFallback = 0;
     bool m_isOptional = false; // \* has been read, and its word comes next
-    bool m_hasCellEnd = false; // a cell has ended; if nothing follows in its row, there is nothing to tell
+    bool m_hasCellEnd = false; // a cell has ended; it is written only if something follows in its row
 
-    /// Bytes of one encoding: a character may take two of them, each written in another way.
+    /// Bytes of one encoding: a character may have two of them, each written in another way.
     QByteArray m_bytes;
     int m_bytesCodePage = 0;
 

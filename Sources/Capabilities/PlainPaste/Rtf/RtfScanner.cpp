@@ -45,7 +45,7 @@ std::optional<RtfToken> RtfScanner::next()
         case '\r':
         case '\n':
         case '\0':
-            continue; // Only there to keep the file's lines short.
+            continue; // These only keep the file's lines short.
         default:
             return RtfToken{.kind = RtfToken::Kind::byte, .character = character};
         }
@@ -98,7 +98,7 @@ std::optional<int> RtfScanner::parameter()
 
 RtfToken RtfScanner::hexadecimal()
 {
-    // A document that breaks off here, or a stray apostrophe, must not swallow what isn't a digit.
+    // An early end of the document, or a stray apostrophe, must not take characters that aren't digits.
     int value = 0;
     for (int count = 0; count < 2 && !atEnd(); ++count) {
         const auto digit = hexadecimalDigit(m_document[m_at]);

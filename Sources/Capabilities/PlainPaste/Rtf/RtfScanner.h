@@ -14,12 +14,12 @@ struct RtfToken {
         word,   // \name or \nameN
         symbol, // \ and one other character
         byte,   // a character of the text, or \'hh
-        binary, // what \bin announces, left out already
+        binary, // the data that \bin announces, left out already
     };
 
     Kind kind;
     QByteArrayView name = {};
-    /// Beyond the range of int: the nearest.
+    /// A number beyond the range of int is the nearest one.
     std::optional<int> parameter = std::nullopt;
     /// The symbol, or the byte.
     char character = 0;
@@ -29,7 +29,7 @@ class RtfScanner {
 public:
     explicit RtfScanner(QByteArrayView document) : m_document(document) {}
 
-    /// Nothing at the end.
+    /// Returns nothing at the end.
     std::optional<RtfToken> next();
 
 private:

@@ -1,4 +1,4 @@
-// The text that a reader sees of an RTF document.
+// The text that a reader of an RTF document sees.
 #pragma once
 
 #include <QByteArrayView>
@@ -12,9 +12,9 @@ namespace orvane::RtfText {
 inline constexpr qsizetype maximumSize = 32 * 1024 * 1024;
 inline constexpr int maximumDepth = 4096;
 
-/// Nothing for what isn't RTF, is larger than `maximumSize`, or has groups deeper than `maximumDepth`.
-/// A document that breaks off gives what is there. The end of the last paragraph isn't part of the text.
-/// Any thread; the time is proportional to the size.
+/// Returns nothing for bytes that aren't RTF, are more than `maximumSize`, or have groups deeper than
+/// `maximumDepth`. A document that ends early gives the text up to there. The end of the last paragraph isn't
+/// part of the text. Any thread; the time is proportional to the size.
 std::optional<QString> decode(QByteArrayView document);
 
 } // namespace orvane::RtfText

@@ -15,7 +15,7 @@ struct Entry {
 
 using enum RtfMeaning;
 
-/// In the order of their bytes.
+/// Sorted by their bytes.
 constexpr std::array entries{
     Entry{"aftncn", {skipped}},
     Entry{"aftnsep", {skipped}},
@@ -162,8 +162,8 @@ char16_t rtfSymbol(unsigned char byte)
     case '\t':
     case ' ':
         return byte;
-    case 0xB7: // of Symbol
-    case 0x6C: // of Wingdings
+    case 0xB7: // in Symbol
+    case 0x6C: // in Wingdings
         return u'\u2022';
     case 0xA7:
         return u'\u25AA';

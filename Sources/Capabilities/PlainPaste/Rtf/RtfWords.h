@@ -1,4 +1,4 @@
-// What the control words of RTF mean to a reader of the text alone.
+// The meaning of RTF's control words for the text alone.
 #pragma once
 
 #include <QByteArrayView>
@@ -6,7 +6,7 @@
 namespace orvane {
 
 enum class RtfMeaning {
-    none, // looks, or unknown
+    none, // changes the look only, or is unknown
     // characters
     character,
     paragraphEnd,
@@ -36,19 +36,19 @@ enum class RtfMeaning {
 
 struct RtfWord {
     RtfMeaning meaning = RtfMeaning::none;
-    /// Of `character` the character, of `fixedCodePage` the number.
+    /// For `character` the character, for `fixedCodePage` the number.
     int value = 0;
 };
 
 RtfWord rtfWord(QByteArrayView name);
 
-/// The code page of a font's character set; 0 for the document's own.
+/// Returns the code page of a font's character set; 0 for the document's own.
 int rtfCodePage(int characterSet);
 
-/// The character set of fonts that hold pictures in place of letters.
+/// The character set of fonts that have pictures in place of letters.
 inline constexpr int rtfSymbolCharacterSet = 2;
 
-/// What a byte shows in such a font, as far as the usual bullets go; else its place in the private area.
+/// Returns the character of a byte in such a font for the usual bullets; else its place in the private area.
 char16_t rtfSymbol(unsigned char byte);
 
 } // namespace orvane
