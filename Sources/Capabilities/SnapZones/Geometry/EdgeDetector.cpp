@@ -4,7 +4,7 @@ namespace orvane::EdgeDetector {
 
 namespace {
 
-/// The edges that a place lies within a distance of.
+/// The edges that are within a distance of a place.
 struct Edges {
     bool left;
     bool right;

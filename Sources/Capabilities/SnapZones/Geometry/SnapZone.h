@@ -1,4 +1,4 @@
-// Where a window can be snapped to.
+// The places to which a window can be snapped.
 #pragma once
 
 #include <QString>
@@ -25,10 +25,10 @@ inline constexpr std::array allSnapZones{
     SnapZone::topRight, SnapZone::bottomLeft, SnapZone::bottomRight, SnapZone::maximize,   SnapZone::center,
 };
 
-/// The case's name.
+/// Returns the case's name.
 QString rawValue(SnapZone zone);
 QString title(SnapZone zone);
-/// The name of a system symbol.
+/// Returns the name of a system symbol.
 QString symbol(SnapZone zone);
 
 } // namespace orvane

@@ -1,4 +1,4 @@
-// Which part of an area a zone is. Pure; y grows upwards, values in points, unrounded.
+// The part of an area that belongs to a zone. Pure; y grows upwards, values in points, unrounded.
 #pragma once
 
 #include "Capabilities/SnapZones/Geometry/SnapZone.h"
@@ -7,9 +7,9 @@
 namespace orvane {
 
 struct SnapGaps {
-    /// From the area's edges.
+    /// The distance from the area's edges.
     double outer = 0;
-    /// Between two zones side by side.
+    /// The distance between two zones side by side.
     double inner = 0;
 
     static const SnapGaps zero;
