@@ -12,7 +12,7 @@ namespace orvane {
 
 namespace {
 
-/// Without a title it is a separator.
+/// A row without a title is a separator.
 struct Row {
     QStringView title = {};
     QStringView selector = {};

@@ -1,4 +1,4 @@
-// The suite's status item and its menu, whose content doesn't exist between openings. Main thread.
+// The suite's status item and its menu, whose content is made at each opening. Main thread.
 #pragma once
 
 #include "OrvaneCore/Capability/CapabilityRegistry.h"
@@ -19,7 +19,7 @@ public:
     MenuBarController& operator=(const MenuBarController&) = delete;
 
     void setVisible(bool visible);
-    /// The menu by the present state of the registry.
+    /// Returns the menu for the present state of the registry.
     Menu menuNeedsUpdate();
 
 private:

@@ -10,7 +10,7 @@ constexpr double side = 18;
 
 MenuBarIcon::Shape MenuBarIcon::shape(const QRectF& rect)
 {
-    // The inset is told for a picture of 18 points, and grows with it.
+    // The inset is given for a picture of 18 points, and grows with the picture.
     const double inset = 1.5 * rect.width() / side;
     const QRectF inner = rect.adjusted(inset, inset, -inset, -inset);
     const double gap = 0.18 * inner.width();

@@ -14,7 +14,7 @@ struct Shape {
     double cornerRadius;
 };
 
-/// The cells within a square of any size; points of that square.
+/// Returns the cells within a square of any size, in its points.
 Shape shape(const QRectF& rect);
 
 /// 18 by 18 points.
