@@ -1,5 +1,5 @@
-// Key codes in the events of the Linux layer: a key without a virtual code has one of its own, above all of
-// them, so that it passes through and comes back. Pure; any thread.
+// Key codes in the events of the Linux layer: a key without a virtual code gets a code above all of these, so
+// that it passes through and comes back. Pure; any thread.
 #pragma once
 
 #include "PlatformLinux/Keys/VirtualKeyCodes.h"
@@ -18,7 +18,7 @@ inline std::int64_t eventKeyCode(std::uint8_t xKey)
     return keyCodeBeyondVirtual + xKey;
 }
 
-/// Absent for a code that is no key's.
+/// Absent for a code that belongs to no key.
 inline std::optional<std::uint8_t> xKeyOfEvent(std::int64_t keycode)
 {
     if (keycode > keyCodeBeyondVirtual && keycode <= keyCodeBeyondVirtual + 0xFF)

@@ -15,10 +15,10 @@ namespace orvane {
 namespace {
 
 constexpr xkb_level_index_t baseLevel = 0;
-/// Shift's on most keys, Num Lock's on those of the keypad.
+/// The level of Shift on most keys, of Num Lock on those of the keypad.
 constexpr xkb_level_index_t secondLevel = 1;
 constexpr qsizetype longestText = 4;
-/// Of the 26 letters; Esperanto has 22 of them, no other script's layout has any.
+/// The least number of the 26 letters: Esperanto has 22 of them, layouts of other scripts have none.
 constexpr std::size_t fewestLatinLetters = 14;
 
 xkb_keycode_t keyAt(const KeyPosition& position)

@@ -1,5 +1,5 @@
-// What the keys of a keymap print and where its symbols are, by virtual key codes: a copy that needs the
-// keymap no more. Pure; any thread.
+// What the keys of a keymap print and where its symbols are, by virtual key codes: a copy that doesn't need
+// the keymap any more. Pure; any thread.
 #pragma once
 
 #include <QHash>
@@ -24,10 +24,10 @@ public:
     /// `group` is the layout in use, counted from 0.
     static KeymapTables of(xkb_keymap* keymap, std::uint32_t group);
 
-    /// Of the layout in use, or where that doesn't type Latin letters, of the first one that does. Nothing
+    /// Reads the layout in use or, where that doesn't type Latin letters, the first one that does. Nothing
     /// for a key that prints nothing, or more than four UTF-16 units.
     std::optional<QString> text(std::int64_t virtualKeyCode) const;
-    /// The key that a symbol is typed with; on the layout in use, if it is there.
+    /// Returns the key that types a symbol; on the layout in use, if it is there.
     std::optional<Place> placeOf(std::uint32_t keysym) const;
 
 private:

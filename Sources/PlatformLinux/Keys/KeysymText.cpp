@@ -12,7 +12,8 @@ struct Accent {
     char16_t text;
 };
 
-// The accents by themselves, not the combining characters, which would sit on what stands before them.
+// The accents as characters of their own, not the combining ones, which would be drawn over the character
+// before them.
 constexpr Accent accents[] = {
     {XKB_KEY_dead_grave, u'`'},
     {XKB_KEY_dead_acute, u'\u00B4'},

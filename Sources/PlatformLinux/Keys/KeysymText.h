@@ -1,4 +1,4 @@
-// What a key symbol shows as. Pure; any thread.
+// The text that a key symbol is shown as. Pure; any thread.
 #pragma once
 
 #include <QString>

@@ -13,7 +13,7 @@ namespace orvane {
 namespace {
 
 constexpr unsigned modifierCount = 8;
-/// Mod1: the five before it have one meaning always.
+/// Mod1: the five before it always have the same meaning.
 constexpr unsigned firstFreeModifier = 3;
 constexpr std::uint16_t allModifiers = 0xFF;
 
@@ -29,7 +29,7 @@ KeySet keysWith(std::uint32_t keysym, std::uint8_t firstKey, unsigned perKey,
     return keys;
 }
 
-/// The lowest free modifier that one of the keys sets; 0 for none.
+/// Returns the lowest free modifier that one of the keys sets; 0 for none.
 std::uint16_t maskOf(const KeySet& keys, unsigned perModifier, std::span<const std::uint8_t> modifierKeys)
 {
     for (unsigned modifier = firstFreeModifier; modifier < modifierCount; ++modifier) {
@@ -49,8 +49,7 @@ ModifierMasks ModifierMasks::fromMappings(std::uint8_t firstKey, unsigned symbol
                                           std::span<const std::uint8_t> modifierKeys)
 {
     const auto roles = ModifierRoles::fromKeysyms(firstKey, symbolsPerKey, keysyms);
-    // A role may be spread over several bits, as when Alt and Meta are two. The key that people press
-    // decides.
+    // A role may be on several bits, as when Alt and Meta are two. The key that people press decides.
     const auto maskOfRole = [&](ModifierRole role) {
         KeySet keys;
         keys.set(roles.representative(role));

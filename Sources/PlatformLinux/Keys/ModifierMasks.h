@@ -1,4 +1,4 @@
-// Which bit of X's modifier state each of our modifiers has on this server at present. Pure; any thread.
+// The bits of X's modifier state that our modifiers have on this server at present. Pure; any thread.
 #pragma once
 
 #include <cstdint>
@@ -10,21 +10,21 @@ namespace orvane {
 
 class ModifierMasks {
 public:
-    /// Shift and Control, which X itself names, and no other.
+    /// Knows only Shift and Control, which X itself names.
     ModifierMasks() = default;
 
-    /// From the server's keyboard mapping, `symbolsPerKey` symbols for each key from `firstKey` on, and its
+    /// Reads the server's keyboard mapping, `symbolsPerKey` symbols for each key from `firstKey` on, and its
     /// modifier mapping, `keysPerModifier` keys for each of the eight modifiers, 0 for none.
     static ModifierMasks fromMappings(std::uint8_t firstKey, unsigned symbolsPerKey,
                                       std::span<const std::uint32_t> keysyms, unsigned keysPerModifier,
                                       std::span<const std::uint8_t> modifierKeys);
 
-    /// The state behind modifiers in carbon bits, of which only the four count. Absent when the keyboard
+    /// Returns the state for modifiers in carbon bits, of which only the four count. Absent when the keyboard
     /// lacks one of them.
     std::optional<std::uint16_t> stateOf(std::uint32_t carbonModifiers) const;
-    /// The state with each combination of the locks, which nobody means when he presses a hot key.
+    /// Returns the state with each combination of the locks, which must not matter for a hot key.
     std::vector<std::uint16_t> withLocks(std::uint16_t state) const;
-    /// Of an event's state, what a hot key is told by.
+    /// Returns the part of an event's state by which a hot key is found.
     std::uint16_t withoutLocks(std::uint16_t state) const;
 
     friend bool operator==(const ModifierMasks&, const ModifierMasks&) = default;

@@ -63,7 +63,7 @@ ServerKeymap::ServerKeymap() : m_x(X11Connection::ofApplication())
     m_settled.setSingleShot(true);
     m_settled.setInterval(settlingTime);
     connect(&m_settled, &QTimer::timeout, this, [this] {
-        m_tables.reset(); // somebody may have read it between two of the pieces
+        m_tables.reset(); // the keymap may have been read between two of the pieces
         Q_EMIT changed();
     });
     qApp->installNativeEventFilter(this);
@@ -89,7 +89,8 @@ bool ServerKeymap::nativeEventFilter(const QByteArray& eventType, void* message,
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
     if ((event->response_type & 0x7f) != m_xkbFirstEvent)
         return false;
-    // The toolkit follows the keymap, too, and has asked for all of these. Their kind is at one place in all.
+    // The toolkit follows the keymap too, and has asked for all of these. All have their kind at the same
+    // place.
     const auto& state = *reinterpret_cast<const xcb_xkb_state_notify_event_t*>(event);
     const bool isOfKeymap =
         state.xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY || state.xkbType == XCB_XKB_MAP_NOTIFY;

@@ -1,5 +1,5 @@
-// The keymap of the X server and the layout in use, read when somebody asks and kept until it changes. It
-// hears of changes on the application's connection and wakes for nothing else. Main thread.
+// The keymap of the X server and the layout in use, read when it is asked for and kept until it changes.
+// Changes are announced on the application's connection; it wakes for nothing else. Main thread.
 #pragma once
 
 #include "PlatformLinux/X11/X11Connection.h"
@@ -25,7 +25,8 @@ public:
     std::shared_ptr<const KeymapTables> tables();
 
 Q_SIGNALS:
-    /// The keymap or the layout in use is another one: once, however many pieces the change came in.
+    /// Emitted when the keymap or the layout in use has changed: once, however many pieces the change came
+    /// in.
     void changed();
 
 private:

@@ -12,7 +12,7 @@ struct KeyPosition {
     int kernelKeyCode;
 };
 
-/// What the server adds to the kernel's codes: X key codes below 8 don't exist.
+/// The server adds this to the kernel's codes: X key codes below 8 don't exist.
 inline constexpr int xKeyCodeOffset = 8;
 
 // A choice had to be made where the two worlds have different keys at one place:
