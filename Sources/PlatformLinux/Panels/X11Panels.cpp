@@ -16,7 +16,7 @@ namespace orvane {
 namespace {
 
 constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
-constexpr xcb_shape_kind_t inputShape = 2; // ShapeInput, which libxcb has no name for
+constexpr xcb_shape_kind_t inputShape = 2; // ShapeInput, for which libxcb has no name
 
 int pixels(int points, const QWindow& window)
 {
@@ -77,7 +77,7 @@ void X11Panels::watchCompositor()
     const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(m_x->screenNumber());
     m_compositor = m_x->atom(name.constData());
 
-    // A client has to name its version of the extension before it may ask for anything.
+    // A client has to send its version of the extension before it may ask for anything.
     const auto* extension = xcb_get_extension_data(xcb, &xcb_xfixes_id);
     if (extension && extension->present) {
         const XcbReply<xcb_xfixes_query_version_reply_t> version(
@@ -89,7 +89,7 @@ void X11Panels::watchCompositor()
                                               XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
         qApp->installNativeEventFilter(this);
     }
-    // After the asking for news, so that no change falls between.
+    // This comes after the request for announcements, so that no change falls in between.
     const XcbReply<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, m_compositor), nullptr));
     m_isCompositing = owner && owner->owner != XCB_WINDOW_NONE;
@@ -119,8 +119,7 @@ void X11Panels::joinAllSpaces(QWindow& window)
     if (!m_x || !window.handle())
         return;
     const auto id = static_cast<xcb_window_t>(window.winId());
-    // The window manager has taken both away if the window was shown before. Qt adds what it wants for
-    // itself.
+    // The window manager has removed both if the window was shown before. Qt adds what it wants itself.
     xcb_change_property(m_x->xcb(), XCB_PROP_MODE_REPLACE, id, m_atoms.desktop, XCB_ATOM_CARDINAL, 32, 1,
                         &allDesktops);
     xcb_change_property(m_x->xcb(), XCB_PROP_MODE_REPLACE, id, m_atoms.state, XCB_ATOM_ATOM, 32,

@@ -1,4 +1,4 @@
-// Panels on an X server: states and properties for the window manager, and whether a compositor runs. Main
+// Panels on an X server: states and properties for the window manager, and the presence of a compositor. Main
 // thread. On another platform plugin nothing is ever composited, and nothing else happens.
 #pragma once
 
@@ -33,7 +33,7 @@ private:
 
     NotificationCenter& m_center;
     std::optional<X11Connection> m_x;
-    // Kept: each asking would hold up the showing of a panel.
+    // Kept, because asking each time would delay the showing of a panel.
     struct Atoms {
         xcb_atom_t state;
         std::array<xcb_atom_t, 3> states;
@@ -41,7 +41,7 @@ private:
         xcb_atom_t extents;
     };
     Atoms m_atoms{};
-    /// The selection that a compositor owns for as long as it runs.
+    /// The selection that a compositor owns while it runs.
     xcb_atom_t m_compositor = XCB_ATOM_NONE;
     std::uint8_t m_selectionNotify = 0; // 0 without the extension
     bool m_isCompositing = false;
