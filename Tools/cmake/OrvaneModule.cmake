@@ -20,6 +20,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 sees uninitialized values in every optional<QString> that an optimized build moves.
   target_compile_options(orvane_options INTERFACE -Wno-maybe-uninitialized)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # A header of libxcb has a member named "explicit", which is renamed while it is read.
+  target_compile_options(orvane_options INTERFACE -Wno-keyword-macro)
+endif()
 if(ORVANE_PRECOMPILE_HEADERS AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(orvane_options INTERFACE -fpch-preprocess) # ccache needs it
 endif()

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <ctime>
 #include <iterator>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -20,7 +21,7 @@ namespace orvane {
 
 namespace {
 
-constexpr qsizetype longestMessage = 32 * 1024; // in bytes; well below the size limit of a datagram
+constexpr qsizetype longestMessage = qsizetype{32} * 1024; // in bytes; well below the limit of a datagram
 
 const char* levelName(LogLevel level)
 {
@@ -129,8 +130,8 @@ bool wouldBlock(int error)
 
 JournalLogSink::JournalLogSink() : JournalLogSink("/run/systemd/journal/socket", STDERR_FILENO) {}
 
-JournalLogSink::JournalLogSink(const QByteArray& journalSocket, int standardError)
-    : m_journalSocket(journalSocket),
+JournalLogSink::JournalLogSink(QByteArray journalSocket, int standardError)
+    : m_journalSocket(std::move(journalSocket)),
       m_standardError(standardError),
       m_prefersStandardError(::isatty(standardError) == 1),
       m_socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0))

@@ -19,7 +19,7 @@ public:
     JournalLogSink();
     /// Takes another place of the journal's socket and another descriptor than standard error's; the
     /// descriptor stays the caller's and has to outlive the object.
-    JournalLogSink(const QByteArray& journalSocket, int standardError);
+    JournalLogSink(QByteArray journalSocket, int standardError);
 
     void write(LogLevel level, const QString& subsystem, const QString& category,
                const QString& message) override;

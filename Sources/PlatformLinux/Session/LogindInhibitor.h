@@ -23,7 +23,7 @@ public:
     static Result create(const QString& what, const QString& who, const QString& why);
 
 private:
-    explicit LogindInhibitor(QDBusUnixFileDescriptor lock) : m_lock(std::move(lock)) {}
+    explicit LogindInhibitor(const QDBusUnixFileDescriptor& lock) : m_lock(lock) {}
 
     QDBusUnixFileDescriptor m_lock;
 };

@@ -45,6 +45,7 @@ void MenuWindowWatch::findShown()
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
     const std::vector<xcb_window_t> windows(children, children + xcb_query_tree_children_length(tree.get()));
     std::vector<xcb_get_window_attributes_cookie_t> cookies;
+    cookies.reserve(windows.size());
     for (const xcb_window_t window : windows)
         cookies.push_back(xcb_get_window_attributes(m_connection.get(), window));
     for (std::size_t i = 0; i < windows.size(); ++i) {

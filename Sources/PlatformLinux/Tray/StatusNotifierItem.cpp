@@ -13,7 +13,7 @@ namespace orvane {
 StatusNotifierItem::StatusNotifierItem(StatusItemContent content, TrayTint tint, ClickHandler clicked,
                                        DBusMenuExporter::Source menuSource, MenuTracking* tracking)
     : m_content(std::move(content)),
-      m_tint(std::move(tint)),
+      m_tint(tint),
       m_clicked(std::move(clicked)),
       m_menu(std::move(menuSource)),
       m_tracking(tracking)
