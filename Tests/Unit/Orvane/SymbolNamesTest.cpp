@@ -24,9 +24,9 @@ QSet<QString> foreignPrefixes()
     QSet<QString> prefixes;
     for (const char* prefix : {"app", "com", "general", "io", "net", "org", "orvane"})
         prefixes.insert(QLatin1String(prefix));
-    const QString capability = QStringLiteral("Capability");
-    for (const QString& folder : QDir(sources()).entryList({capability + u'*'}, QDir::Dirs))
-        prefixes.insert(folder.mid(capability.size()).toLower());
+    const QDir capabilities(sources() + QStringLiteral("/Capabilities"));
+    for (const QString& folder : capabilities.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        prefixes.insert(folder.toLower());
     return prefixes;
 }
 
