@@ -14,16 +14,17 @@ void LiftedKeys::watch(bool watches)
     xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &keys.header);
 }
 
-void LiftedKeys::take(const xcb_generic_event_t& event)
+bool LiftedKeys::take(const xcb_generic_event_t& event)
 {
     const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
     if ((event.response_type & 0x7F) != XCB_GE_GENERIC || raw.extension != m_connection.xinputOpcode())
-        return;
-    if (raw.event_type == XCB_INPUT_RAW_KEY_PRESS || raw.event_type == XCB_INPUT_RAW_KEY_RELEASE) {
-        const KeyMotion motion =
-            raw.event_type == XCB_INPUT_RAW_KEY_PRESS ? KeyMotion::press : KeyMotion::release;
-        m_motions.push_back({raw.deviceid, static_cast<std::uint8_t>(raw.detail), motion, raw.full_sequence});
-    }
+        return false;
+    if (raw.event_type != XCB_INPUT_RAW_KEY_PRESS && raw.event_type != XCB_INPUT_RAW_KEY_RELEASE)
+        return false;
+    const KeyMotion motion =
+        raw.event_type == XCB_INPUT_RAW_KEY_PRESS ? KeyMotion::press : KeyMotion::release;
+    m_motions.push_back({raw.deviceid, static_cast<std::uint8_t>(raw.detail), motion, raw.full_sequence});
+    return true;
 }
 
 void LiftedKeys::lift(std::uint8_t key)
@@ -56,8 +57,7 @@ void LiftedKeys::putBack(std::uint8_t key)
 std::vector<KeyMotion> LiftedKeys::motionsOf(const Lifted& lifted)
 {
     m_connection.synchronize();
-    while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.xcb())})
-        take(*event);
+    m_connection.link().takeEvents([this](const xcb_generic_event_t& event) { return take(event); });
     std::vector<KeyMotion> found;
     for (const Motion& motion : m_motions) {
         const bool isLater = static_cast<std::int32_t>(motion.request - lifted.request) >= 0;

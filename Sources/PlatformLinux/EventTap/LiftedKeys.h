@@ -22,7 +22,8 @@ public:
     /// Round trips.
     void putBack(std::uint8_t key);
     /// An event of the connection, which has to come here if it isn't read here.
-    void take(const xcb_generic_event_t& event);
+    /// False when it is none of theirs.
+    bool take(const xcb_generic_event_t& event);
 
 private:
     struct Motion {

@@ -18,6 +18,8 @@ using namespace std::chrono_literals;
 
 /// How long the main thread may let an event wait.
 constexpr auto patience = 1s;
+/// How long the X server may take to let the tap in.
+constexpr auto longestOpening = 2s;
 
 std::uint64_t uptimeNanoseconds()
 {
@@ -93,7 +95,7 @@ void TapThread::run(std::promise<void> begun)
 
 bool TapThread::begin()
 {
-    auto opened = InputConnection::open();
+    auto opened = InputConnection::open(within(longestOpening));
     if (!opened.connection) {
         log(LogLevel::error, "Keyboard events can't be reached: " + opened.problem + ".");
         return false;
@@ -175,8 +177,6 @@ void TapThread::wait()
     pollfd waits[] = {{m_connection->descriptor(), POLLIN, 0},
                       {m_wake.descriptor(), POLLIN, 0},
                       {m_guardian ? m_guardian->descriptor() : -1, 0, 0}};
-    if (handleNextEvent()) // a flush may have read it in, and the descriptor is silent about it
-        return;
     // An answer wakes nobody here, so this looks once whether there was one in time.
     const int limit = m_isUnsettled ? static_cast<int>(std::chrono::milliseconds(patience).count()) : -1;
     if (::poll(waits, std::size(waits), limit) == 0)
@@ -219,31 +219,10 @@ void TapThread::end()
     m_connection.reset();
 }
 
-/// In the order of the server, whichever thread has read it in.
-XcbReply<xcb_generic_event_t> TapThread::nextEvent()
-{
-    const std::scoped_lock lock(m_readMutex);
-    if (m_read.empty())
-        return XcbReply<xcb_generic_event_t>(xcb_poll_for_event(m_connection->xcb()));
-    auto first = std::move(m_read.front());
-    m_read.pop_front();
-    return first;
-}
-
-/// The main thread, after it has flushed: that reads too.
-void TapThread::keepWhatWasRead()
-{
-    const std::scoped_lock lock(m_readMutex);
-    while (XcbReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(m_connection->xcb())})
-        m_read.push_back(std::move(event));
-    if (!m_read.empty())
-        m_wake.raise();
-}
-
 /// False when there was none.
 bool TapThread::handleNextEvent()
 {
-    const auto event = nextEvent();
+    const auto event = m_connection->nextEvent();
     if (!event)
         return false;
     const std::uint8_t type = event->response_type & 0x7F;
@@ -318,7 +297,6 @@ void TapThread::deliver(const std::optional<Event>& answer)
     KeyActions actions;
     m_model.deliver(m_passing.key, m_passing.event, answer, m_commandKeys(), actions);
     perform(actions);
-    keepWhatWasRead();
 }
 
 /// After a key was delivered: what Caps Lock has become, only the server knows.

@@ -12,7 +12,6 @@
 #include "PlatformLinux/EventTap/TapMailbox.h"
 
 #include <atomic>
-#include <deque>
 #include <functional>
 #include <future>
 #include <memory>
@@ -64,8 +63,6 @@ private:
 
     void watchButtons();
     bool handleNextEvent();
-    XcbReply<xcb_generic_event_t> nextEvent();
-    void keepWhatWasRead();
     void handleKey(const xcb_input_key_press_event_t& event);
     void handleKey(HardwareKey key);
     /// Until the key that the main thread was shown is delivered: before whatever else uses the model.
@@ -96,10 +93,6 @@ private:
     std::mutex m_postsMutex;
     std::vector<Event> m_posts;
     bool m_takesPosts = true;
-
-    /// Events that the main thread's flush has read in, of which the descriptor tells nobody any more.
-    std::mutex m_readMutex;
-    std::deque<XcbReply<xcb_generic_event_t>> m_read;
 
     // Of the thread alone, but for what delivery needs.
     std::vector<Event> m_postsAtHand;

@@ -20,6 +20,9 @@ using orvane::InputConnection;
 using orvane::KeySet;
 using orvane::KeyWatch;
 
+/// Another client may hold the server for a while; nobody waits for this process.
+constexpr std::chrono::seconds longestOpening(60);
+
 enum class Farewell { goodbye, death, standstill, serverLost };
 
 class Guardian {
@@ -76,8 +79,9 @@ private:
     /// window is gone.
     void waitForLastKeys()
     {
-        const orvane::XcbReply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(m_connection.xcb(), xcb_query_tree(m_connection.xcb(), m_window), nullptr));
+        orvane::XExchange exchange(m_connection.link(), orvane::within(InputConnection::patience));
+        const auto tree =
+            exchange.reply<xcb_query_tree_reply_t>(xcb_query_tree(m_connection.xcb(), m_window));
         if (!tree)
             return;
         for (;;) {
@@ -91,7 +95,7 @@ private:
 
     void handleEvents()
     {
-        while (const orvane::XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.xcb())}) {
+        while (const auto event = m_connection.nextEvent()) {
             const auto* destroyed = reinterpret_cast<const xcb_destroy_notify_event_t*>(event.get());
             if ((event->response_type & 0x7F) == XCB_DESTROY_NOTIFY && destroyed->window == m_window)
                 m_windowIsGone = true;
@@ -157,7 +161,7 @@ int main(int argc, char** argv)
 
     // Before anything else could get that number.
     auto pulse = orvane::SharedPulse::ofDescriptor(orvane::SharedPulse::descriptorInGuardian);
-    const auto connection = InputConnection::open().connection;
+    const auto connection = InputConnection::open(orvane::within(longestOpening)).connection;
     if (!connection)
         return 1;
     Guardian(*connection, window, std::move(pulse), program).run();

@@ -22,6 +22,8 @@ using namespace std::chrono_literals;
 constexpr auto keyboardSettlingTime = 50ms;
 /// What was posted has long been pressed by then.
 constexpr auto longestGivingWay = 1s;
+/// For the server, in which the run loop stands still.
+constexpr auto longestWait = 500ms;
 
 void warn(LogSink& log, const QString& message)
 {
@@ -61,7 +63,7 @@ bool HotKeyGrabs::open()
 {
     if (m_connection && !m_connection->isLost())
         return true;
-    auto opened = InputConnection::open();
+    auto opened = InputConnection::open(within(longestWait));
     if (!opened.connection) {
         warn(m_log, QStringLiteral("No shortcut works outside of Orvane's own windows: %1.")
                         .arg(QString::fromStdString(opened.problem)));
@@ -229,7 +231,7 @@ void HotKeyGrabs::readEvents()
 {
     m_willReadEvents = false;
     while (m_connection) {
-        const XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection->xcb()));
+        const auto event = m_connection->nextEvent();
         if (!event)
             break;
         handle(*event);

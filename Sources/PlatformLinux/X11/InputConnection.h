@@ -1,12 +1,12 @@
-// A connection to the X server of one's own for keyboards: their state, their keys, and keys of one's making.
-// Its errors stay its own and a lost server ends nothing but the connection, which Xlib couldn't promise.
-// One thread at a time.
+// A connection to the X server for keyboards: their state, their keys, and keys that this program presses. A
+// lost server ends nothing but the connection. Threads as those of its link.
 #pragma once
 
 #include "PlatformLinux/X11/KeyActions.h"
 #include "PlatformLinux/X11/ModifierRoles.h"
-#include "PlatformLinux/X11/XcbReply.h"
+#include "PlatformLinux/X11/XExchange.h"
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -38,32 +38,38 @@ struct Keyboards {
 
 class InputConnection {
 public:
+    /// How long an answer may take. Another client's hold on the server doesn't count: this connection is
+    /// served all the same.
+    static constexpr std::chrono::milliseconds patience{1000};
+
     struct Opened {
         std::unique_ptr<InputConnection> connection;
         /// Why there is none: a sentence for the log.
         std::string problem;
     };
-    /// To the display of the environment. Round trips.
-    static Opened open();
+    /// To the display of the environment. Until it is open, another client can hold it up.
+    [[nodiscard]] static Opened open(Deadline deadline);
 
-    xcb_connection_t* xcb() const { return m_xcb.get(); }
-    xcb_window_t root() const { return m_root; }
-    std::uint8_t xinputOpcode() const { return m_xinputOpcode; }
-    std::uint8_t xkbFirstEvent() const { return m_xkbFirstEvent; }
-    bool isLost() const { return xcb_connection_has_error(m_xcb.get()) != 0; }
-    int descriptor() const { return xcb_get_file_descriptor(m_xcb.get()); }
-    void flush() { xcb_flush(m_xcb.get()); }
+    [[nodiscard]] XLink& link() const { return *m_link; }
+    [[nodiscard]] xcb_connection_t* xcb() const { return m_link->xcb(); }
+    [[nodiscard]] xcb_window_t root() const { return m_link->root(); }
+    [[nodiscard]] std::uint8_t xinputOpcode() const { return m_xinputOpcode; }
+    [[nodiscard]] std::uint8_t xkbFirstEvent() const { return m_xkbFirstEvent; }
+    [[nodiscard]] bool isLost() const { return m_link->isLost(); }
+    [[nodiscard]] int descriptor() const { return m_link->descriptor(); }
+    [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent() { return m_link->nextEvent(); }
+    void flush() { m_link->flush(); }
 
-    /// Round trips, as all that give something here.
-    Keyboards keyboards();
+    /// Each of these waits for the server; what it doesn't tell in time is empty.
+    [[nodiscard]] Keyboards keyboards();
     /// `request` becomes the number of the request, with which those of events compare.
-    KeySet keysDown(DeviceId device, std::uint32_t* request = nullptr);
-    ModifierRoles modifierRoles();
-    bool capsIsLocked();
+    [[nodiscard]] KeySet keysDown(DeviceId device, std::uint32_t* request = nullptr);
+    [[nodiscard]] ModifierRoles modifierRoles();
+    [[nodiscard]] bool capsIsLocked();
     /// Returns when the server has done all that was asked of it.
     void synchronize();
 
-    /// Sent with the next flush or round trip.
+    /// Sent with the next flush or question.
     void press(std::uint8_t key) { fake(key, KeyMotion::press); }
     void release(std::uint8_t key) { fake(key, KeyMotion::release); }
     /// As if it came from a device itself.
@@ -71,13 +77,11 @@ public:
     void releaseOn(DeviceId device, std::uint8_t key);
 
 private:
-    InputConnection() = default;
-    std::string negotiate(int screenNumber);
+    explicit InputConnection(std::unique_ptr<XLink> link) : m_link(std::move(link)) {}
+    std::string negotiate(Deadline deadline);
     void fake(std::uint8_t key, KeyMotion motion);
-    bool isXTestDevice(DeviceId device, xcb_atom_t mark);
 
-    XcbConnection m_xcb;
-    xcb_window_t m_root = 0;
+    std::unique_ptr<XLink> m_link;
     std::uint8_t m_xinputOpcode = 0;
     std::uint8_t m_xinputFirstEvent = 0;
     std::uint8_t m_xkbFirstEvent = 0;

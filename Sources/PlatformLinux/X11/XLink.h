@@ -1,0 +1,147 @@
+// A connection to the X server: its queue of events, its atoms, what it has selected, and an end to every
+// wait. Free of Qt.
+//
+// Threads. One thread, the reader, takes the events. Everything else may be called on any thread: requests
+// over xcb(), flush(), exchanges and selections; of several threads that wait for answers one waits at a
+// time. The descriptor is readable as long as an event is there that nobody has taken, whichever thread has
+// read it in, so the reader needs no further look after a flush or an answer. For that, whoever sends on
+// another thread than the reader's sends with flush() and not with xcb_flush(), and nobody calls
+// xcb_poll_for_event() himself.
+#pragma once
+
+#include "PlatformLinux/Common/EventSignal.h"
+#include "PlatformLinux/Common/FileDescriptor.h"
+#include "PlatformLinux/X11/XAtoms.h"
+#include "PlatformLinux/X11/XSelection.h"
+#include "PlatformLinux/X11/XcbReply.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <span>
+
+namespace orvane {
+
+using Deadline = std::chrono::steady_clock::time_point;
+
+[[nodiscard]] inline Deadline within(std::chrono::steady_clock::duration time)
+{
+    return std::chrono::steady_clock::now() + time;
+}
+
+/// How a question to the server ended.
+enum class XOutcome : std::uint8_t {
+    answered,
+    refused, // with an error
+    late,    // not by the deadline: the server hangs, or another client holds it
+    lost,    // there is no server, or no more
+};
+
+class XLink {
+public:
+    struct Request {
+        /// The extensions that will be used: the library would wait for others without an end.
+        std::span<xcb_extension_t* const> extensions;
+        /// The environment's display where it is null.
+        const char* display = nullptr;
+        /// Ends the opening as late when it becomes readable.
+        int cancellation = -1;
+    };
+    struct Opened {
+        /// Null unless the outcome is `answered`.
+        std::unique_ptr<XLink> link;
+        XOutcome outcome = XOutcome::lost;
+    };
+    [[nodiscard]] static Opened open(const Request& request, Deadline deadline);
+    ~XLink();
+    XLink(const XLink&) = delete;
+    XLink& operator=(const XLink&) = delete;
+
+    [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb.get(); }
+    [[nodiscard]] const xcb_setup_t& setup() const { return *xcb_get_setup(m_xcb.get()); }
+    [[nodiscard]] const xcb_screen_t& screen() const { return *m_screen; }
+    [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
+    [[nodiscard]] const XAtoms& atoms() const { return m_atoms; }
+    /// Null when the server doesn't offer it. Only for those that were named when the link was opened.
+    [[nodiscard]] const xcb_query_extension_reply_t* extension(xcb_extension_t& extension) const;
+    /// The part of a resource's number that tells its client.
+    [[nodiscard]] std::uint32_t clientOf(std::uint32_t resource) const;
+    [[nodiscard]] bool isLost() const { return xcb_connection_has_error(m_xcb.get()) != 0; }
+
+    /// For poll(): readable while nextEvent() has something to give, and for good once the server is lost.
+    [[nodiscard]] int descriptor() const { return m_descriptor.get(); }
+    /// In the order of the server; null when there is none at present. Errors of requests that have no answer
+    /// are dropped. On the reader's thread.
+    [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent();
+    /// Takes those out of the queue that are wanted; the others stay, in their order.
+    void takeEvents(const std::function<bool(const xcb_generic_event_t&)>& isWanted);
+    /// Waits only for a server that has left some hundred kilobytes unread.
+    void flush();
+
+    /// Adds to what this link hears of a window, and takes it away again with the object's end: what others
+    /// have selected there stays. Sent with the next flush.
+    [[nodiscard]] XSelection select(xcb_window_t window, std::uint32_t coreEvents);
+    /// The same for XInput 2 events of a device, which has to be among the extensions.
+    [[nodiscard]] XSelection selectInput(xcb_window_t window, std::uint16_t device,
+                                         std::uint32_t inputEvents);
+
+    /// Waits for the answer to a request that was sent with this link. After a late one the link doesn't wait
+    /// again until the server has been heard from: all is late at once. XExchange has the words for this.
+    struct Answer {
+        XOutcome outcome = XOutcome::late;
+        XcbReply<void> reply;
+        /// The server's code for a refusal.
+        std::uint8_t error = 0;
+    };
+    [[nodiscard]] Answer await(unsigned sequence, Deadline deadline);
+    /// For an answer that nobody waits for: the descriptor becomes readable when it is there, until it is
+    /// taken. Sends the question. Those that were asked before it can be had without waiting as soon as this
+    /// one can.
+    void expect(unsigned sequence);
+    /// Nothing when it isn't there yet.
+    [[nodiscard]] std::optional<Answer> takeExpected(unsigned sequence);
+    void expectNoMore(unsigned sequence);
+    /// Ends all waits for answers, present and future, as late. For a thread that is to end.
+    void stopWaiting();
+
+private:
+    XLink(XcbConnection xcb, int screenNumber);
+    XOutcome begin(const Request& request, int screenNumber, Deadline deadline);
+    std::optional<Answer> poll(unsigned sequence);
+    bool isOverdue();
+    void sendAll(Deadline deadline);
+    bool waitForInput(Deadline deadline);
+    void readIn();
+    void keepWhatWasRead();
+    void keep(xcb_generic_event_t* event);
+    void ring();
+
+    XcbConnection m_xcb;
+    const xcb_screen_t* m_screen = nullptr;
+    XAtoms m_atoms{};
+    std::shared_ptr<XSelections> m_selections;
+
+    /// The server's socket together with the signal for what was read in already.
+    FileDescriptor m_descriptor;
+    EventSignal m_somethingIsThere;
+    std::mutex m_queueMutex;
+    std::deque<XcbReply<xcb_generic_event_t>> m_queue;
+    std::map<unsigned, std::optional<Answer>> m_expected;
+    bool m_rings = false;
+
+    std::mutex m_turnToWait;
+    /// Another thread may have read in the answer that is waited for.
+    EventSignal m_answersMayBeThere;
+    std::atomic<bool> m_isWaiting{false};
+    std::atomic<bool> m_waitsNoMore{false};
+    /// After a late answer: the question whose answer tells that the server is back.
+    std::optional<unsigned> m_overdue;
+};
+
+} // namespace orvane

@@ -1,0 +1,65 @@
+// What a link has asked to hear of windows and devices. Several owners may select on one window: it hears
+// what any of them wants.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace orvane {
+
+class XLink;
+
+/// The place of a selection. Core events have no device.
+struct XSelectionPlace {
+    static constexpr std::uint32_t core = 0x10000;
+
+    xcb_window_t window = XCB_WINDOW_NONE;
+    std::uint32_t device = core;
+    friend auto operator<=>(const XSelectionPlace&, const XSelectionPlace&) = default;
+};
+
+/// The masks of one link. Any thread.
+class XSelections {
+public:
+    explicit XSelections(XLink& link) : m_link(&link) {}
+
+    void add(XSelectionPlace place, std::uint32_t mask);
+    void remove(XSelectionPlace place, std::uint32_t mask);
+    /// The link ends, and its selections with it.
+    void detach();
+
+private:
+    [[nodiscard]] std::uint32_t maskAt(XSelectionPlace place) const;
+    void change(XSelectionPlace place, std::uint32_t before);
+
+    std::mutex m_mutex;
+    XLink* m_link;
+    /// One mask for each owner.
+    std::multimap<XSelectionPlace, std::uint32_t> m_masks;
+};
+
+/// Holds a selection; its end takes it away. May outlive the link. An empty one holds nothing.
+class XSelection {
+public:
+    XSelection() = default;
+    XSelection(std::shared_ptr<XSelections> owner, XSelectionPlace place, std::uint32_t mask);
+    ~XSelection() { reset(); }
+    XSelection(XSelection&& other) noexcept;
+    XSelection& operator=(XSelection&& other) noexcept;
+
+    void reset();
+    explicit operator bool() const { return m_owner != nullptr; }
+
+private:
+    std::shared_ptr<XSelections> m_owner;
+    XSelectionPlace m_place;
+    std::uint32_t m_mask = 0;
+};
+
+} // namespace orvane
