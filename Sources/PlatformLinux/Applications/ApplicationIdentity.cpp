@@ -41,7 +41,7 @@ std::optional<QString> jetBrainsProgram(const QString& name)
 std::optional<QString> bundleIdentifier(const ProgramTraits& traits)
 {
     const QString file = traits.executable.section(u'/', -1);
-    const auto byFile = knownProgram(file);
+    auto byFile = knownProgram(file);
     // People give windows of terminals classes of their own, often that of the program inside.
     if (byFile && commandKeys(byFile) == CommandKeys::controlShift)
         return byFile;

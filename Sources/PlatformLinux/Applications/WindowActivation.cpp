@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 
 namespace orvane {
 
@@ -91,11 +90,10 @@ std::optional<xcb_window_t> windowToActivate(const X11Connection& x, std::int64_
         if (std::ranges::find(managed, window) != managed.end() && processOfWindow(x, window) == process)
             return window;
     }
-    for (const xcb_window_t window : std::views::reverse(managed)) {
-        if (processOfWindow(x, window) == process && !isPartOfDesktop(x, window))
-            return window;
-    }
-    return std::nullopt;
+    const auto uppermost = std::find_if(managed.rbegin(), managed.rend(), [&](xcb_window_t window) {
+        return processOfWindow(x, window) == process && !isPartOfDesktop(x, window);
+    });
+    return uppermost == managed.rend() ? std::nullopt : std::optional(*uppermost);
 }
 
 void requestActivation(const X11Connection& x, xcb_window_t window)

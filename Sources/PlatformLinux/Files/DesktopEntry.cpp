@@ -91,9 +91,10 @@ QString DesktopEntry::programOf(const QString& commandLine)
             return word;
         if (!isQuoted && c.isSpace())
             return word;
-        if (isQuoted && c == u'\\' && at + 1 < line.size())
-            ++at;
-        else if (c == u'%' && at + 1 < line.size() && line[at + 1] == u'%')
+        const bool hasNext = at + 1 < line.size();
+        const bool isEscape = isQuoted && c == u'\\';
+        const bool isEscapedPercent = c == u'%' && hasNext && line[at + 1] == u'%';
+        if ((isEscape && hasNext) || isEscapedPercent)
             ++at;
         word += line[at];
     }

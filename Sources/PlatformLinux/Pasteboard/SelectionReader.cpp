@@ -117,9 +117,10 @@ void SelectionReader::handle(const xcb_selection_notify_event_t& event)
         return;
     }
     const auto property = m_connection.takeProperty(m_window, m_property, sizeLimit - m_size);
-    if (!property) {
-        finish(std::nullopt);
-    } else if (property->type == m_incr && announcedSize(property->bytes) > sizeLimit - m_size) {
+    const auto isTooLarge = [&] {
+        return property->type == m_incr && announcedSize(property->bytes) > sizeLimit - m_size;
+    };
+    if (!property || isTooLarge()) {
         finish(std::nullopt);
     } else if (property->type == m_incr) {
         m_phase = Phase::awaitsPieces;

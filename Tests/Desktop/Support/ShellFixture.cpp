@@ -8,7 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <ranges>
+#include <iterator>
 #include <utility>
 
 namespace orvane::tests {
@@ -111,8 +111,8 @@ void ShellDesktopTest::release(std::initializer_list<const char*> keys)
 void ShellDesktopTest::chord(std::initializer_list<const char*> keys)
 {
     press(keys);
-    for (const char* key : std::views::reverse(keys))
-        m_hardware.release(key);
+    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
+        m_hardware.release(*key);
 }
 
 TrayItem ShellDesktopTest::statusItem()
