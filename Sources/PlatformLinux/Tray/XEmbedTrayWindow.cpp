@@ -27,7 +27,7 @@ constexpr int usualSide = 24;
 
 XEmbedTrayWindow::XEmbedTrayWindow(StatusItemContent content, TrayTint tint, ClickHandler clicked)
     : m_content(std::move(content)),
-      m_tint(std::move(tint)),
+      m_tint(tint),
       m_clicked(std::move(clicked)),
       m_x(X11Connection::ofApplication())
 {
