@@ -1,4 +1,5 @@
-// The one pattern of every settings class: a table of keys over a capability's preferences.
+// The one pattern of every settings class: a table of keys over a capability's preferences. Enums that have a
+// table of names are stored by name.
 //
 //     class LampSettings : public SettingsObject {
 //     public:
@@ -7,6 +8,7 @@
 //     };
 #pragma once
 
+#include "OrvaneCore/Base/EnumNames.h"
 #include "OrvaneCore/Base/Observable.h"
 #include "OrvaneCore/Preferences/ScopedPreferences.h"
 
@@ -60,7 +62,25 @@ std::optional<int> readSetting(const ScopedPreferences& prefs, const QString& ke
 template <>
 std::optional<QStringList> readSetting(const ScopedPreferences& prefs, const QString& key);
 
-/// One property: observable, and written through to the store at each set. Nothing is clamped.
+/// Nothing for an unknown name too.
+template <NamedEnum Enum>
+std::optional<Enum> readSetting(const ScopedPreferences& prefs, const QString& key)
+{
+    return fromRawValue<Enum>(readSetting<QString>(prefs, key).value_or(QString()));
+}
+
+/// A value as the store keeps it.
+template <class T>
+QVariant storedForm(const T& value)
+{
+    if constexpr (NamedEnum<T>)
+        return QString(rawValue(value));
+    else
+        return QVariant::fromValue(value);
+}
+
+/// One property: observable, and written through to the store at each set. Nothing is clamped. What can't be
+/// read falls to the default; the store keeps it until the next set.
 template <class T>
 class Setting : public Observable<T>, public AnySetting {
 public:
@@ -78,11 +98,11 @@ public:
         Observable<T>::set(std::move(value));
         m_owner.announceChange();
         // The present value, not the argument: an observer may have set another one meanwhile.
-        m_owner.prefs().set(QVariant::fromValue(this->get()), m_key);
+        m_owner.prefs().set(storedForm(this->get()), m_key);
     }
 
     const QString& key() const override { return m_key; }
-    QVariant defaultValue() const override { return QVariant::fromValue(m_default); }
+    QVariant defaultValue() const override { return storedForm(m_default); }
     void read(const ScopedPreferences& prefs) override
     {
         Observable<T>::set(readSetting<T>(prefs, m_key).value_or(m_default));

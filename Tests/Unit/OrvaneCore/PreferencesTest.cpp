@@ -13,12 +13,21 @@ namespace {
 const QString dockKey = QStringLiteral("app.showDockIcon");
 const QString itemKey = QStringLiteral("app.showMenuBarItem");
 
+enum class Shade { linen, silk };
+
+inline constexpr std::array shadeNames{EnumName{Shade::linen, "linen"}, EnumName{Shade::silk, "silk"}};
+constexpr const auto& enumNames(Shade)
+{
+    return shadeNames;
+}
+
 class LampSettings : public SettingsObject {
 public:
     explicit LampSettings(ScopedPreferences preferences) : SettingsObject(std::move(preferences)) { load(); }
 
     Setting<bool> glow{*this, u"glow", true};
-    Setting<QString> shadeRaw{*this, u"shade", QStringLiteral("linen")};
+    Setting<QString> name{*this, u"name", QStringLiteral("lamp")};
+    Setting<Shade> shade{*this, u"shade", Shade::linen};
     Setting<double> reach{*this, u"reach", 1.5};
     Setting<int> bulbs{*this, u"bulbs", 3};
     Setting<QStringList> rooms{*this, u"rooms", {QStringLiteral("hall")}};
@@ -92,7 +101,8 @@ TEST_F(SettingsTest, AnEmptyStoreGivesEachDefaultAndIsNotWrittenTo)
 {
     const LampSettings settings(scope());
     EXPECT_TRUE(settings.glow.get());
-    EXPECT_EQ(settings.shadeRaw.get(), QStringLiteral("linen"));
+    EXPECT_EQ(settings.name.get(), QStringLiteral("lamp"));
+    EXPECT_EQ(settings.shade.get(), Shade::linen);
     EXPECT_EQ(settings.reach.get(), 1.5);
     EXPECT_EQ(settings.bulbs.get(), 3);
     EXPECT_EQ(settings.rooms.get(), QStringList{QStringLiteral("hall")});
@@ -105,6 +115,7 @@ TEST_F(SettingsTest, TheDefaultsOfAllKeysAreRegisteredAsOneDictionary)
     EXPECT_EQ(defaults.registrations, 1);
     EXPECT_EQ(defaults.registered,
               (QVariantMap{{QStringLiteral("lamp.glow"), true},
+                           {QStringLiteral("lamp.name"), QStringLiteral("lamp")},
                            {QStringLiteral("lamp.shade"), QStringLiteral("linen")},
                            {QStringLiteral("lamp.reach"), 1.5},
                            {QStringLiteral("lamp.bulbs"), 3},
@@ -114,28 +125,48 @@ TEST_F(SettingsTest, TheDefaultsOfAllKeysAreRegisteredAsOneDictionary)
 TEST_F(SettingsTest, StoredValuesAreRead)
 {
     store("glow", false);
+    store("name", QStringLiteral("lantern"));
     store("shade", QStringLiteral("silk"));
     store("reach", 2); // a whole number is a number
     store("bulbs", qint64(5));
     store("rooms", QVariantList{QStringLiteral("attic"), QStringLiteral("cellar")});
     const LampSettings settings(scope());
     EXPECT_FALSE(settings.glow.get());
-    EXPECT_EQ(settings.shadeRaw.get(), QStringLiteral("silk"));
+    EXPECT_EQ(settings.name.get(), QStringLiteral("lantern"));
+    EXPECT_EQ(settings.shade.get(), Shade::silk);
     EXPECT_EQ(settings.reach.get(), 2.0);
     EXPECT_EQ(settings.bulbs.get(), 5);
     EXPECT_EQ(settings.rooms.get(), (QStringList{QStringLiteral("attic"), QStringLiteral("cellar")}));
 }
 
+TEST_F(SettingsTest, AnEnumIsStoredByName)
+{
+    LampSettings settings(scope());
+    settings.shade.set(Shade::silk);
+    EXPECT_EQ(defaults.stored.value(QStringLiteral("lamp.shade")), QVariant(QStringLiteral("silk")));
+    EXPECT_EQ(LampSettings(scope()).shade.get(), Shade::silk);
+}
+
+TEST_F(SettingsTest, AnUnknownNameOfAnEnumGivesTheDefaultAndStaysStored)
+{
+    store("shade", QStringLiteral("velvet"));
+    const LampSettings settings(scope());
+    EXPECT_EQ(settings.shade.get(), Shade::linen);
+    EXPECT_EQ(defaults.stored.value(QStringLiteral("lamp.shade")), QVariant(QStringLiteral("velvet")));
+}
+
 TEST_F(SettingsTest, AStoredValueOfAnotherTypeGivesTheDefault)
 {
     store("glow", QVariantList{});
+    store("name", 3);
     store("shade", 3);
     store("reach", QStringLiteral("far"));
     store("bulbs", 2.5);
     store("rooms", QVariantList{QStringLiteral("attic"), 4});
     const LampSettings settings(scope());
     EXPECT_TRUE(settings.glow.get());
-    EXPECT_EQ(settings.shadeRaw.get(), QStringLiteral("linen"));
+    EXPECT_EQ(settings.name.get(), QStringLiteral("lamp"));
+    EXPECT_EQ(settings.shade.get(), Shade::linen);
     EXPECT_EQ(settings.reach.get(), 1.5);
     EXPECT_EQ(settings.bulbs.get(), 3);
     EXPECT_EQ(settings.rooms.get(), QStringList{QStringLiteral("hall")});
