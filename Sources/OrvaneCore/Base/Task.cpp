@@ -14,13 +14,25 @@ Task<> run(std::function<Task<>()> body)
 {
     try {
         co_await body();
-    } catch (const std::exception& error) {
-        Log::make(QStringLiteral("Task"))
-            .fault(QStringLiteral("A task ended with an error: %1").arg(QString::fromUtf8(error.what())));
+    } catch (...) {
+        logTaskFault(std::current_exception());
     }
 }
 
 } // namespace
+
+void logTaskFault(const std::exception_ptr& error) noexcept
+{
+    QString text = QStringLiteral("unknown");
+    try {
+        std::rethrow_exception(error);
+    } catch (const std::exception& known) {
+        text = QString::fromUtf8(known.what());
+    } catch (...) {
+        // It has no text.
+    }
+    Log::make(QStringLiteral("Task")).fault(QStringLiteral("A task ended with an error: %1").arg(text));
+}
 
 void startTask(std::function<Task<>()> body)
 {

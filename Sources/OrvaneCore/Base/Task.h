@@ -3,6 +3,7 @@
 
 #include <QCoroTask>
 
+#include <exception>
 #include <functional>
 
 namespace orvane {
@@ -13,5 +14,8 @@ using Task = QCoro::Task<T>;
 /// Starts a task on the main thread: a queued call, so it begins after the caller has returned.
 /// The body's captures live until the task has ended. An error that leaves it is logged as a fault.
 void startTask(std::function<Task<>()> body);
+
+/// Logs the error of a task that nobody waits for.
+void logTaskFault(const std::exception_ptr& error) noexcept;
 
 } // namespace orvane

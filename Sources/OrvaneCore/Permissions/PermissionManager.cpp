@@ -2,7 +2,6 @@
 
 #include "Platform/Permissions.h"
 #include "Platform/Platform.h"
-#include "Platform/RunLoop.h"
 #include "Platform/Workspace.h"
 
 #include <QUrl>
@@ -102,14 +101,15 @@ void PermissionManager::requestAutomation()
         refresh();
         return;
     }
-    // The prompting read blocks until the user has answered.
-    platform().mainRunLoop.performDetached([weak = weak_from_this()] {
-        automationStatus(Permissions::Prompt::yes);
-        platform().mainRunLoop.perform([weak] {
-            if (const auto self = weak.lock())
-                self->refresh();
-        });
-    });
+    promptForAutomation(weak_from_this());
+}
+
+/// The prompting read blocks until the user has answered.
+UnownedTask PermissionManager::promptForAutomation(std::weak_ptr<PermissionManager> weak)
+{
+    co_await onPool([] { automationStatus(Permissions::Prompt::yes); });
+    if (const auto self = weak.lock())
+        self->refresh();
 }
 
 void PermissionManager::openSettings(SystemPermission permission)

@@ -5,6 +5,7 @@
 
 #include "OrvaneCore/Base/Log.h"
 #include "OrvaneCore/Base/Observable.h"
+#include "OrvaneCore/Base/Pool.h"
 #include "OrvaneCore/Permissions/SystemPermission.h"
 
 #include <map>
@@ -36,6 +37,7 @@ public:
 private:
     explicit PermissionManager(PermissionStatuses statuses) : m_statuses(std::move(statuses)) {}
     void requestAutomation();
+    static UnownedTask promptForAutomation(std::weak_ptr<PermissionManager> weak);
 
     PermissionStatuses m_statuses;
     Logger m_log = Log::make(QStringLiteral("Permissions"));
