@@ -1,0 +1,106 @@
+// The base of a capability that consists of a controller with its settings, and of services for as long as it
+// is on. A feature states what it is, how its controller and its pane are made, and what it offers:
+//
+//     class LampCapability final : public ControllerCapability<LampController> {
+//     public:
+//         static const CapabilityMetadata& metadata();
+//         const CapabilityMetadata& classMetadata() const override { return metadata(); }
+//     private:
+//         std::shared_ptr<LampController> makeController(const CapabilityContext& context) override;
+//         AnyView makePane(const std::shared_ptr<LampController>& controller) override;
+//     };
+#pragma once
+
+#include "OrvaneCore/Capability/Capability.h"
+#include "OrvaneCore/Capability/ControllerService.h"
+
+#include <memory>
+#include <ranges>
+#include <vector>
+
+namespace orvane {
+
+/// Main thread. Owned by a shared pointer.
+template <class Controller>
+class ControllerCapability : public Capability,
+                             public std::enable_shared_from_this<ControllerCapability<Controller>> {
+    static_assert(sizeof(Controller) > 0, "include its header: `makeServices` asks what it has");
+
+public:
+    /// Starts the services. When one of them can't, the error goes on, and those before it run until the
+    /// capability is switched off.
+    Task<> activate(CapabilityContext context) override
+    {
+        m_services = makeServices(controller(context));
+        for (const std::shared_ptr<BackgroundService>& service : Services(m_services))
+            context.serviceHost->registerService(service);
+        co_return;
+    }
+
+    /// Stops the services, last started first. The controller stays: its pane does, too.
+    Task<> deactivate() override
+    {
+        for (const std::shared_ptr<BackgroundService>& service : m_services | std::views::reverse) {
+            if (service->isRunning())
+                service->stop();
+        }
+        m_services.clear();
+        co_return;
+    }
+
+    /// Everything of it goes; the next use begins with the defaults.
+    Task<> uninstall(CapabilityContext context) override
+    {
+        context.preferences.removeAll();
+        m_controller.reset();
+        co_return;
+    }
+
+    AnyView makeSettingsPane(CapabilityContext context) override { return makePane(controller(context)); }
+
+protected:
+    using Services = std::vector<std::shared_ptr<BackgroundService>>;
+
+    /// Called once, at the first need. Makes the settings too; starts nothing.
+    virtual std::shared_ptr<Controller> makeController(const CapabilityContext& context) = 0;
+    virtual AnyView makePane(const std::shared_ptr<Controller>& controller) = 0;
+    /// In the order of their start. A controller that has `start` and `stop` is one service by itself.
+    virtual Services makeServices(const std::shared_ptr<Controller>& controller)
+    {
+        if constexpr (requires {
+                          controller->start();
+                          controller->stop();
+                      })
+            return {std::make_shared<ControllerService<Controller>>(controller)};
+        else
+            return {};
+    }
+
+    /// Null until it was needed.
+    const std::shared_ptr<Controller>& controller() const { return m_controller; }
+    /// Makes it when there is none.
+    const std::shared_ptr<Controller>& controller(const CapabilityContext& context)
+    {
+        if (!m_controller)
+            m_controller = makeController(context);
+        return m_controller;
+    }
+
+    /// The handler of a shortcut or a menu item. It may outlive the capability and come before the
+    /// controller, and does nothing then.
+    [[nodiscard]] std::function<void()> withController(std::function<void(Controller&)> use)
+    {
+        return [weak = this->weak_from_this(), use = std::move(use)] {
+            const auto self = weak.lock();
+            // A hold of its own: what is done may take the controller away from the capability.
+            if (const auto controller = self ? self->m_controller : nullptr)
+                use(*controller);
+        };
+    }
+
+private:
+    std::shared_ptr<Controller> m_controller;
+    Services m_services;
+};
+
+} // namespace orvane
