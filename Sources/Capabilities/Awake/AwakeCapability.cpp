@@ -1,7 +1,5 @@
 #include "Capabilities/Awake/AwakeCapability.h"
 
-#include "Capabilities/Awake/AwakeController.h"
-#include "Capabilities/Awake/AwakeService.h"
 #include "Capabilities/Awake/AwakeSettingsPane.h"
 
 namespace orvane {
@@ -20,69 +18,36 @@ const CapabilityMetadata& AwakeCapability::metadata()
 
 QList<HotkeyAction> AwakeCapability::hotkeyActions()
 {
-    const std::weak_ptr<AwakeCapability> weak = weak_from_this();
-    return {HotkeyAction{QStringLiteral("awake.toggle"), QStringLiteral("Toggle Keep Awake"), [weak] {
-                             const auto self = weak.lock();
-                             if (self && self->m_controller)
-                                 self->m_controller->toggleDefault();
-                         }}};
-}
-
-Task<> AwakeCapability::activate(CapabilityContext context)
-{
-    m_service = std::make_shared<AwakeService>(controller(context));
-    context.serviceHost->registerService(m_service);
-    co_return;
-}
-
-Task<> AwakeCapability::deactivate()
-{
-    if (m_service && m_service->isRunning())
-        m_service->stop();
-    m_service.reset();
-    co_return;
-}
-
-Task<> AwakeCapability::uninstall(CapabilityContext context)
-{
-    if (m_controller)
-        m_controller->deactivate();
-    context.preferences.removeAll();
-    m_controller.reset();
-    co_return;
-}
-
-AnyView AwakeCapability::makeSettingsPane(CapabilityContext context)
-{
-    return AwakeSettingsPane::make(controller(context));
+    return {{QStringLiteral("awake.toggle"), QStringLiteral("Toggle Keep Awake"),
+             withController(&AwakeController::toggleDefault)}};
 }
 
 QList<MenuBarItem> AwakeCapability::menuBarContributions()
 {
-    if (!m_controller)
+    if (!controller())
         return {};
-    const std::weak_ptr<AwakeController> weak = m_controller;
-    if (m_controller->isAwake.get()) {
-        return {MenuBarItem{QStringLiteral("awake.off"), QStringLiteral("Let Mac Sleep"),
-                            QStringLiteral("eye.slash"), [weak] {
-                                if (const auto controller = weak.lock())
-                                    controller->deactivate();
-                            }}};
-    }
-    return {MenuBarItem{QStringLiteral("awake.on"), QStringLiteral("Keep Awake"), QStringLiteral("eye.fill"),
-                        [weak] {
-                            if (const auto controller = weak.lock())
-                                controller->activate(controller->settings()->defaultDuration());
-                        }}};
+    if (controller()->isAwake.get())
+        return {{QStringLiteral("awake.off"), QStringLiteral("Let Mac Sleep"), QStringLiteral("eye.slash"),
+                 withController(&AwakeController::deactivate)}};
+    return {{QStringLiteral("awake.on"), QStringLiteral("Keep Awake"), QStringLiteral("eye.fill"),
+             withController(&AwakeController::activateDefault)}};
 }
 
-std::shared_ptr<AwakeController> AwakeCapability::controller(const CapabilityContext& context)
+Task<> AwakeCapability::uninstall(CapabilityContext context)
 {
-    if (!m_controller) {
-        m_controller =
-            AwakeController::make(std::make_shared<AwakeSettings>(context.preferences), context.logger);
-    }
-    return m_controller;
+    if (controller())
+        controller()->deactivate();
+    return ControllerCapability::uninstall(std::move(context));
+}
+
+std::shared_ptr<AwakeController> AwakeCapability::makeController(const CapabilityContext& context)
+{
+    return AwakeController::make(std::make_shared<AwakeSettings>(context.preferences), context.logger);
+}
+
+AnyView AwakeCapability::makePane(const std::shared_ptr<AwakeController>& controller)
+{
+    return AwakeSettingsPane::make(controller);
 }
 
 } // namespace orvane

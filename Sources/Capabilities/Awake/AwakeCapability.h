@@ -1,30 +1,23 @@
 // Keeps the machine from idle sleep on demand.
 #pragma once
 
-#include "OrvaneCore/Capability/Capability.h"
+#include "Capabilities/Awake/AwakeController.h"
+#include "OrvaneCore/Capability/ControllerCapability.h"
 
 namespace orvane {
 
-class AwakeController;
-class AwakeService;
-
-class AwakeCapability : public Capability, public std::enable_shared_from_this<AwakeCapability> {
+class AwakeCapability final : public ControllerCapability<AwakeController> {
 public:
     static const CapabilityMetadata& metadata();
 
     const CapabilityMetadata& classMetadata() const override { return metadata(); }
     QList<HotkeyAction> hotkeyActions() override;
-    Task<> activate(CapabilityContext context) override;
-    Task<> deactivate() override;
-    Task<> uninstall(CapabilityContext context) override;
-    AnyView makeSettingsPane(CapabilityContext context) override;
     QList<MenuBarItem> menuBarContributions() override;
+    Task<> uninstall(CapabilityContext context) override;
 
 private:
-    std::shared_ptr<AwakeController> controller(const CapabilityContext& context);
-
-    std::shared_ptr<AwakeController> m_controller;
-    std::shared_ptr<AwakeService> m_service;
+    std::shared_ptr<AwakeController> makeController(const CapabilityContext& context) override;
+    AnyView makePane(const std::shared_ptr<AwakeController>& controller) override;
 };
 
 } // namespace orvane

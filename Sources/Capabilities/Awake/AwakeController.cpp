@@ -91,18 +91,23 @@ void AwakeController::toggleDefault()
     if (isAwake.get())
         deactivate();
     else
-        activate(m_settings->defaultDuration());
+        activateDefault();
 }
 
-void AwakeController::begin()
+void AwakeController::activateDefault()
+{
+    activate(m_settings->defaultDuration.get());
+}
+
+void AwakeController::start()
 {
     m_active = true;
     refreshMenuBar();
     if (m_settings->awakeOnLaunch.get())
-        activate(m_settings->defaultDuration());
+        activateDefault();
 }
 
-void AwakeController::end()
+void AwakeController::stop()
 {
     m_active = false;
     deactivate();

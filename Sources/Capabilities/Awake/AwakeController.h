@@ -28,12 +28,14 @@ public:
     /// Starts a new period; one that runs ends first. A refused assertion is logged, and the observed
     /// state stays what it was.
     void activate(AwakeDuration duration);
+    /// For the duration of the settings.
+    void activateDefault();
     void deactivate();
     void toggleDefault();
 
-    /// The service's start and stop.
-    void begin();
-    void end();
+    /// The capability is on, and off.
+    void start();
+    void stop();
 
     Observable<bool> isAwake{false};
     /// The end of a timed period.

@@ -1,25 +1,27 @@
 // For how long to stay awake.
 #pragma once
 
-#include <QString>
+#include "OrvaneCore/Base/EnumNames.h"
 
-#include <array>
 #include <chrono>
-#include <optional>
 
 namespace orvane {
 
 enum class AwakeDuration { indefinite, minutes30, hours1, hours2, hours4 };
 
-inline constexpr std::array allAwakeDurations{
-    AwakeDuration::indefinite, AwakeDuration::minutes30, AwakeDuration::hours1,
-    AwakeDuration::hours2,     AwakeDuration::hours4,
+inline constexpr std::array awakeDurationNames{
+    EnumName{AwakeDuration::indefinite, "indefinite", u"Until I turn it off"},
+    EnumName{AwakeDuration::minutes30, "minutes30", u"30 minutes"},
+    EnumName{AwakeDuration::hours1, "hours1", u"1 hour"},
+    EnumName{AwakeDuration::hours2, "hours2", u"2 hours"},
+    EnumName{AwakeDuration::hours4, "hours4", u"4 hours"},
 };
+constexpr const auto& enumNames(AwakeDuration)
+{
+    return awakeDurationNames;
+}
+static_assert(isInOrder<AwakeDuration>());
 
-QString rawValue(AwakeDuration duration);
-/// Nothing for an unknown string.
-std::optional<AwakeDuration> awakeDuration(const QString& rawValue);
-QString title(AwakeDuration duration);
 /// Absent for the one without an end.
 std::optional<std::chrono::seconds> seconds(AwakeDuration duration);
 

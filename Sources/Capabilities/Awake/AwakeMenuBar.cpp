@@ -77,11 +77,11 @@ Menu AwakeMenuBar::makeMenu(const AwakeController& controller)
     heading.enabled = false;
     menu.items.append(heading);
 
-    const AwakeDuration defaultDuration = controller.settings()->defaultDuration();
-    for (const AwakeDuration duration : allAwakeDurations) {
+    const AwakeDuration defaultDuration = controller.settings()->defaultDuration.get();
+    for (const AwakeDuration duration : allCases<AwakeDuration>()) {
         MenuItem choice;
         choice.title = title(duration);
-        choice.representedObject = rawValue(duration);
+        choice.representedObject = QString(rawValue(duration));
         choice.state = isAwake && duration == defaultDuration ? MenuItem::State::on : MenuItem::State::off;
         choice.action = [weak](const MenuItem& sender) {
             if (const auto self = weak.lock())
@@ -105,10 +105,10 @@ void AwakeMenuBar::pickDuration(const MenuItem& item)
 {
     const auto controller = m_controller.lock();
     const auto* raw = std::any_cast<QString>(&item.representedObject);
-    const auto duration = raw ? awakeDuration(*raw) : std::nullopt;
+    const auto duration = raw ? fromRawValue<AwakeDuration>(*raw) : std::nullopt;
     if (!controller || !duration)
         return;
-    controller->settings()->defaultDurationRaw.set(*raw);
+    controller->settings()->defaultDuration.set(*duration);
     controller->activate(*duration);
 }
 

@@ -1,33 +1,28 @@
 // Keeps a searchable history of what is copied.
 #pragma once
 
-#include "OrvaneCore/Capability/Capability.h"
+#include "Capabilities/ClipboardHistory/ClipboardHistoryController.h"
+#include "OrvaneCore/Capability/ControllerCapability.h"
 
 namespace orvane {
 
-class ClipboardHistoryController;
-class ClipboardWatcherService;
-
-class ClipboardHistoryCapability : public Capability,
-                                   public std::enable_shared_from_this<ClipboardHistoryCapability> {
+class ClipboardHistoryCapability final : public ControllerCapability<ClipboardHistoryController> {
 public:
     static const CapabilityMetadata& metadata();
 
     const CapabilityMetadata& classMetadata() const override { return metadata(); }
     QList<PermissionRequirement> permissionRequirements() const override;
     QList<HotkeyAction> hotkeyActions() override;
+    QList<MenuBarItem> menuBarContributions() override;
     Task<> install(CapabilityContext context) override;
     Task<> activate(CapabilityContext context) override;
     Task<> deactivate() override;
     Task<> uninstall(CapabilityContext context) override;
-    AnyView makeSettingsPane(CapabilityContext context) override;
-    QList<MenuBarItem> menuBarContributions() override;
 
 private:
-    std::shared_ptr<ClipboardHistoryController> controller(const CapabilityContext& context);
-
-    std::shared_ptr<ClipboardHistoryController> m_controller;
-    std::shared_ptr<ClipboardWatcherService> m_service;
+    std::shared_ptr<ClipboardHistoryController> makeController(const CapabilityContext& context) override;
+    AnyView makePane(const std::shared_ptr<ClipboardHistoryController>& controller) override;
+    Services makeServices(const std::shared_ptr<ClipboardHistoryController>& controller) override;
 };
 
 } // namespace orvane

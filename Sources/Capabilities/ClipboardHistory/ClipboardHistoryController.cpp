@@ -168,6 +168,13 @@ void ClipboardHistoryController::endCaptures()
     m_captures.clear();
 }
 
+void ClipboardHistoryController::suspend()
+{
+    endCaptures();
+    saveHistory();
+    m_panel.hide();
+}
+
 Task<> ClipboardHistoryController::purge()
 {
     endCaptures();
@@ -194,14 +201,17 @@ void ClipboardHistoryController::select(const ClipItem& item)
                           : std::nullopt;
     if (!path)
         return putBack(item, std::nullopt);
-    platform().mainRunLoop.performDetached(
-        [weak = weak_from_this(), item, selection, path = *path, &runLoop = platform().mainRunLoop] {
-            runLoop.perform([weak, item, selection, image = PastebackEngine::image(path)] {
-                const auto self = weak.lock();
-                if (self && self->m_selections == selection)
-                    self->putBack(item, image);
-            });
-        });
+    putBackImage(weak_from_this(), item, *path, selection);
+}
+
+UnownedTask ClipboardHistoryController::putBackImage(std::weak_ptr<ClipboardHistoryController> weak,
+                                                     ClipItem item, QString path, unsigned selection)
+{
+    auto read = [path] { return PastebackEngine::image(path); };
+    const auto image = co_await onPool(read);
+    const auto self = weak.lock();
+    if (self && self->m_selections == selection)
+        self->putBack(item, image);
 }
 
 void ClipboardHistoryController::putBack(const ClipItem& item, const std::optional<PasteboardImage>& image)

@@ -11,6 +11,8 @@
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelController.h"
 #include "Capabilities/ClipboardHistory/Store/ClipboardStore.h"
 #include "OrvaneCore/Base/Log.h"
+#include "OrvaneCore/Base/Pool.h"
+#include "OrvaneCore/Base/Task.h"
 #include "Platform/RunLoop.h"
 #include "Platform/RunningApplication.h"
 
@@ -46,6 +48,8 @@ public:
     void endCaptures();
     /// Hands the list to the disk, if it is to be kept.
     void saveHistory();
+    /// The capability is off: nothing more is captured or shown.
+    void suspend();
     /// Removes everything from the disk, for good. Ends when it has happened.
     Task<> purge();
 
@@ -70,6 +74,8 @@ private:
     void showItems();
     void takeCaptures();
     void select(const ClipItem& item);
+    static UnownedTask putBackImage(std::weak_ptr<ClipboardHistoryController> weak, ClipItem item,
+                                    QString path, unsigned selection);
     void putBack(const ClipItem& item, const std::optional<PasteboardImage>& image);
     void returnAndPaste();
     void deleteItem(const ClipItem& item);

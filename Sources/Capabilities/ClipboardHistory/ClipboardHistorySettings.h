@@ -3,6 +3,8 @@
 
 #include "OrvaneCore/Preferences/SettingsObject.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 class ClipboardHistorySettings : public SettingsObject {
@@ -18,10 +20,13 @@ public:
     Setting<bool> captureText{*this, u"captureText", true};
     Setting<bool> captureImages{*this, u"captureImages", true};
     Setting<bool> captureFiles{*this, u"captureFiles", true};
-    /// Seconds. Read when the capability is turned on, and floored there.
+    /// Seconds. Read when the capability is turned on.
     Setting<double> pollInterval{*this, u"pollInterval", 0.4};
     Setting<bool> autoPaste{*this, u"autoPaste", false};
     Setting<bool> ignoreConcealed{*this, u"ignoreConcealed", true};
+
+    /// Bounds what the looks at the pasteboard cost, whatever was stored.
+    double flooredPollInterval() const { return std::max(pollInterval.get(), 0.15); }
 };
 
 } // namespace orvane

@@ -1,76 +1,39 @@
 #include "Capabilities/ClipboardHistory/ClipboardHistorySettingsPane.h"
 
-#include "OrvaneKit/Model/OrvaRows.h"
-#include "OrvaneKit/Model/OrvaSection.h"
+#include "OrvaneKit/Model/OrvaSettingRows.h"
 
-namespace orvane {
+namespace orvane::ClipboardHistorySettingsPane {
 
-namespace {
-
-using Settings = std::shared_ptr<ClipboardHistorySettings>;
-
-AnyView historySection(const Settings& settings)
+AnyView make(const std::shared_ptr<ClipboardHistorySettings>& settings, std::function<void()> onClear)
 {
-    const std::shared_ptr<ObservableObject> maxItems(settings, &settings->maxItems);
-    const Live<QString> title(
-        [settings] { return QStringLiteral("Keep up to %1 items").arg(settings->maxItems.get()); },
-        {maxItems});
-    return OrvaSection{
-        .title = QStringLiteral("History"),
-        .systemImage = QStringLiteral("clock.arrow.circlepath"),
-        .content = {
-            OrvaStepperRow{title, bind(settings, &ClipboardHistorySettings::maxItems), {20, 1000}, 20},
-            OrvaToggleRow(QStringLiteral("Keep history after quitting"),
-                          bind(settings, &ClipboardHistorySettings::persist))}};
+    using Settings = ClipboardHistorySettings;
+    const auto keepUpTo = [](int count) { return QStringLiteral("Keep up to %1 items").arg(count); };
+    const OrvaButton clear{.title = QStringLiteral("Clear History"),
+                           .action = std::move(onClear),
+                           .role = OrvaButton::Role::destructive};
+    return OrvaPane{{
+        section(QStringLiteral("History"), QStringLiteral("clock.arrow.circlepath"),
+                {OrvaStepperRow{live(settings, &Settings::maxItems, keepUpTo),
+                                bind(settings, &Settings::maxItems),
+                                {20, 1000},
+                                20},
+                 toggleRow(settings, &Settings::persist, QStringLiteral("Keep history after quitting"))}),
+        section(QStringLiteral("What to Capture"), QStringLiteral("tray.full"),
+                {toggleRow(settings, &Settings::captureText, QStringLiteral("Capture text")),
+                 toggleRow(settings, &Settings::captureImages, QStringLiteral("Capture images")),
+                 toggleRow(settings, &Settings::captureFiles, QStringLiteral("Capture copied files")),
+                 toggleRow(settings, &Settings::ignoreConcealed,
+                           QStringLiteral("Skip items marked private by password managers"))}),
+        section(
+            QStringLiteral("Pasting"), QStringLiteral("doc.on.clipboard"),
+            {toggleRow(settings, &Settings::autoPaste, QStringLiteral("Automatically paste the chosen item"),
+                       QStringLiteral("Needs Accessibility permission. When off, the item is copied and you "
+                                      "press ⌘V yourself."))}),
+        section(QStringLiteral("Storage"), QStringLiteral("externaldrive"),
+                {OrvaRow{.content = {OrvaRowLabel{QStringLiteral("Clear all unpinned history")}, clear}}}),
+        OrvaCaptionText{QStringLiteral("Assign a shortcut to open the clipboard history popup in the "
+                                       "Keyboard Shortcuts section above.")},
+    }};
 }
 
-AnyView captureSection(const Settings& settings)
-{
-    return OrvaSection{
-        .title = QStringLiteral("What to Capture"),
-        .systemImage = QStringLiteral("tray.full"),
-        .content = {OrvaToggleRow(QStringLiteral("Capture text"),
-                                  bind(settings, &ClipboardHistorySettings::captureText)),
-                    OrvaToggleRow(QStringLiteral("Capture images"),
-                                  bind(settings, &ClipboardHistorySettings::captureImages)),
-                    OrvaToggleRow(QStringLiteral("Capture copied files"),
-                                  bind(settings, &ClipboardHistorySettings::captureFiles)),
-                    OrvaToggleRow(QStringLiteral("Skip items marked private by password managers"),
-                                  bind(settings, &ClipboardHistorySettings::ignoreConcealed))}};
-}
-
-AnyView pastingSection(const Settings& settings)
-{
-    return OrvaSection{
-        .title = QStringLiteral("Pasting"),
-        .systemImage = QStringLiteral("doc.on.clipboard"),
-        .content = {OrvaToggleRow(QStringLiteral("Automatically paste the chosen item"),
-                                  bind(settings, &ClipboardHistorySettings::autoPaste),
-                                  QStringLiteral("Needs Accessibility permission. When off, the item is "
-                                                 "copied and you press ⌘V yourself."))}};
-}
-
-AnyView storageSection(std::function<void()> onClear)
-{
-    return OrvaSection{
-        .title = QStringLiteral("Storage"),
-        .systemImage = QStringLiteral("externaldrive"),
-        .content = {OrvaRow{.content = {OrvaRowLabel{QStringLiteral("Clear all unpinned history")},
-                                        OrvaButton{.title = QStringLiteral("Clear History"),
-                                                   .action = std::move(onClear),
-                                                   .role = OrvaButton::Role::destructive}}}}};
-}
-
-} // namespace
-
-AnyView ClipboardHistorySettingsPane::make(std::shared_ptr<ClipboardHistorySettings> settings,
-                                           std::function<void()> onClear)
-{
-    return OrvaPane{
-        {historySection(settings), captureSection(settings), pastingSection(settings),
-         storageSection(std::move(onClear)),
-         OrvaCaptionText{QStringLiteral("Assign a shortcut to open the clipboard history popup in the "
-                                        "Keyboard Shortcuts section above.")}}};
-}
-
-} // namespace orvane
+} // namespace orvane::ClipboardHistorySettingsPane

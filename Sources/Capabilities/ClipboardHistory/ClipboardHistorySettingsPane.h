@@ -6,12 +6,9 @@
 
 #include <functional>
 
-namespace orvane {
+namespace orvane::ClipboardHistorySettingsPane {
 
-class ClipboardHistorySettingsPane {
-public:
-    /// `onClear` is called at once, without a question.
-    static AnyView make(std::shared_ptr<ClipboardHistorySettings> settings, std::function<void()> onClear);
-};
+/// `onClear` is called at once, without a question.
+AnyView make(const std::shared_ptr<ClipboardHistorySettings>& settings, std::function<void()> onClear);
 
-} // namespace orvane
+} // namespace orvane::ClipboardHistorySettingsPane

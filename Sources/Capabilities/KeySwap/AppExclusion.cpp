@@ -4,21 +4,6 @@
 
 namespace orvane {
 
-QLatin1StringView rawValue(AppExclusionMode mode)
-{
-    return mode == AppExclusionMode::denylist ? QLatin1StringView("denylist")
-                                              : QLatin1StringView("allowlist");
-}
-
-std::optional<AppExclusionMode> appExclusionMode(QStringView raw)
-{
-    for (const AppExclusionMode mode : allAppExclusionModes) {
-        if (raw == rawValue(mode))
-            return mode;
-    }
-    return std::nullopt;
-}
-
 const QStringList& AppExclusion::defaultDenylist()
 {
     static const QStringList list{

@@ -1,11 +1,9 @@
 // In which applications chords are rewritten. Pure; runs for every key event and allocates nothing.
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include "OrvaneCore/Base/EnumNames.h"
 
-#include <array>
-#include <optional>
+#include <QStringList>
 
 namespace orvane {
 
@@ -14,12 +12,15 @@ enum class AppExclusionMode {
     allowlist, // only in listed applications
 };
 
-inline constexpr std::array allAppExclusionModes{AppExclusionMode::denylist, AppExclusionMode::allowlist};
-
-/// "denylist", "allowlist".
-QLatin1StringView rawValue(AppExclusionMode mode);
-/// Nothing for an unknown string.
-std::optional<AppExclusionMode> appExclusionMode(QStringView rawValue);
+inline constexpr std::array appExclusionModeNames{
+    EnumName{AppExclusionMode::denylist, "denylist", u"Everywhere except these apps"},
+    EnumName{AppExclusionMode::allowlist, "allowlist", u"Only in these apps"},
+};
+constexpr const auto& enumNames(AppExclusionMode)
+{
+    return appExclusionModeNames;
+}
+static_assert(isInOrder<AppExclusionMode>());
 
 namespace AppExclusion {
 

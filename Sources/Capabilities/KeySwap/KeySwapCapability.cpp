@@ -1,7 +1,5 @@
 #include "Capabilities/KeySwap/KeySwapCapability.h"
 
-#include "Capabilities/KeySwap/KeySwapController.h"
-#include "Capabilities/KeySwap/KeySwapService.h"
 #include "Capabilities/KeySwap/KeySwapSettingsPane.h"
 
 namespace orvane {
@@ -28,40 +26,15 @@ QList<PermissionRequirement> KeySwapCapability::permissionRequirements() const
                             "fields.")}};
 }
 
-Task<> KeySwapCapability::activate(CapabilityContext context)
+std::shared_ptr<KeySwapController> KeySwapCapability::makeController(const CapabilityContext& context)
 {
-    m_service = std::make_shared<KeySwapService>(controller(context));
-    context.serviceHost->registerService(m_service);
-    co_return;
+    return KeySwapController::make(std::make_shared<KeySwapSettings>(context.preferences), context.eventTap,
+                                   context.logger);
 }
 
-Task<> KeySwapCapability::deactivate()
+AnyView KeySwapCapability::makePane(const std::shared_ptr<KeySwapController>& controller)
 {
-    if (m_service && m_service->isRunning())
-        m_service->stop();
-    m_service.reset();
-    co_return;
-}
-
-Task<> KeySwapCapability::uninstall(CapabilityContext context)
-{
-    context.preferences.removeAll();
-    m_controller.reset();
-    co_return;
-}
-
-AnyView KeySwapCapability::makeSettingsPane(CapabilityContext context)
-{
-    return KeySwapSettingsPane::make(controller(context)->settings());
-}
-
-std::shared_ptr<KeySwapController> KeySwapCapability::controller(const CapabilityContext& context)
-{
-    if (!m_controller) {
-        m_controller = KeySwapController::make(std::make_shared<KeySwapSettings>(context.preferences),
-                                               context.eventTap, context.logger);
-    }
-    return m_controller;
+    return KeySwapSettingsPane::make(controller->settings());
 }
 
 } // namespace orvane

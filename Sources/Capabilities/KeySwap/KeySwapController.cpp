@@ -58,10 +58,10 @@ void KeySwapController::stop()
 
 std::optional<RemapFlags> KeySwapController::remap(const KeyChord& chord) const
 {
-    const RemapMode mode = m_settings->mode();
+    const RemapMode mode = m_settings->mode.get();
     if (mode == RemapMode::off)
         return std::nullopt;
-    if (!AppExclusion::shouldRemap(m_frontmostBundleID, m_settings->exclusionMode(),
+    if (!AppExclusion::shouldRemap(m_frontmostBundleID, m_settings->exclusionMode.get(),
                                    m_settings->excludedApps.get()))
         return std::nullopt;
     return RemapEngine::outcome(chord, mode, RemapEngine::defaultShortcutKeyCodes()).flags();

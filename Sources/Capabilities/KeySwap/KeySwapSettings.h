@@ -14,17 +14,9 @@ public:
         load();
     }
 
-    Setting<QString> modeRaw{*this, u"mode", QStringLiteral("commonShortcuts")};
-    Setting<QString> exclusionModeRaw{*this, u"exclusionMode", QStringLiteral("denylist")};
+    Setting<RemapMode> mode{*this, u"mode", RemapMode::commonShortcuts};
+    Setting<AppExclusionMode> exclusionMode{*this, u"exclusionMode", AppExclusionMode::denylist};
     Setting<QStringList> excludedApps{*this, u"excludedApps", AppExclusion::defaultDenylist()};
-
-    /// `commonShortcuts` for an unknown stored string, which isn't repaired.
-    RemapMode mode() const { return remapMode(modeRaw.get()).value_or(RemapMode::commonShortcuts); }
-    /// `denylist` for an unknown stored string.
-    AppExclusionMode exclusionMode() const
-    {
-        return appExclusionMode(exclusionModeRaw.get()).value_or(AppExclusionMode::denylist);
-    }
 
     /// Appends at the end; one that is there already, and an empty one, change nothing.
     void addExcludedApp(const QString& bundleID);

@@ -4,11 +4,8 @@
 #include "Capabilities/KeySwap/KeySwapSettings.h"
 #include "OrvaneCore/Base/OrvaView.h"
 
-namespace orvane {
+namespace orvane::KeySwapSettingsPane {
 
-class KeySwapSettingsPane {
-public:
-    static AnyView make(std::shared_ptr<KeySwapSettings> settings);
-};
+AnyView make(const std::shared_ptr<KeySwapSettings>& settings);
 
-} // namespace orvane
+} // namespace orvane::KeySwapSettingsPane

@@ -2,28 +2,6 @@
 
 namespace orvane {
 
-QLatin1StringView rawValue(RemapMode mode)
-{
-    switch (mode) {
-    case RemapMode::off:
-        return QLatin1StringView("off");
-    case RemapMode::commonShortcuts:
-        return QLatin1StringView("commonShortcuts");
-    case RemapMode::fullSwap:
-        return QLatin1StringView("fullSwap");
-    }
-    Q_UNREACHABLE();
-}
-
-std::optional<RemapMode> remapMode(QStringView raw)
-{
-    for (const RemapMode mode : allRemapModes) {
-        if (raw == rawValue(mode))
-            return mode;
-    }
-    return std::nullopt;
-}
-
 const RemapEngine::KeyCodes& RemapEngine::defaultShortcutKeyCodes()
 {
     static const KeyCodes codes{

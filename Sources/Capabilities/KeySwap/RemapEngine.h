@@ -3,9 +3,8 @@
 // Runs for every key event of the session, so nothing here allocates, logs or blocks.
 #pragma once
 
+#include "OrvaneCore/Base/EnumNames.h"
 #include "Platform/EventFlags.h"
-
-#include <QString>
 
 #include <array>
 #include <cstdint>
@@ -21,12 +20,17 @@ enum class RemapMode {
     fullSwap,        // Control and Command trade places on every key
 };
 
-inline constexpr std::array allRemapModes{RemapMode::off, RemapMode::commonShortcuts, RemapMode::fullSwap};
-
-/// "off", "commonShortcuts", "fullSwap".
-QLatin1StringView rawValue(RemapMode mode);
-/// Nothing for an unknown string.
-std::optional<RemapMode> remapMode(QStringView rawValue);
+inline constexpr std::array remapModeNames{
+    EnumName{RemapMode::off, "off", u"Off"},
+    EnumName{RemapMode::commonShortcuts, "commonShortcuts",
+             u"Common shortcuts — ⌃C / ⌃V / ⌃X / ⌃Z / ⌃A become ⌘"},
+    EnumName{RemapMode::fullSwap, "fullSwap", u"Swap Ctrl and Cmd everywhere"},
+};
+constexpr const auto& enumNames(RemapMode)
+{
+    return remapModeNames;
+}
+static_assert(isInOrder<RemapMode>());
 
 /// The program's own word of modifiers: an option set.
 class RemapFlags {

@@ -1,23 +1,13 @@
 #include "Capabilities/PlainPaste/PlainPasteCapability.h"
 
-#include "Capabilities/PlainPaste/PlainPasteController.h"
 #include "Capabilities/PlainPaste/PlainPasteSettingsPane.h"
 
 namespace orvane {
 
 namespace {
 
-const QString& actionID()
-{
-    static const QString id = QStringLiteral("plainpaste.paste");
-    return id;
-}
-
-const QString& actionTitle()
-{
-    static const QString title = QStringLiteral("Paste as Plain Text");
-    return title;
-}
+const QString actionID = QStringLiteral("plainpaste.paste");
+const QString actionTitle = QStringLiteral("Paste as Plain Text");
 
 } // namespace
 
@@ -43,55 +33,26 @@ QList<PermissionRequirement> PlainPasteCapability::permissionRequirements() cons
 
 QList<HotkeyAction> PlainPasteCapability::hotkeyActions()
 {
-    const std::weak_ptr<PlainPasteCapability> weak = weak_from_this();
-    return {HotkeyAction{actionID(), actionTitle(), [weak] {
-                             const auto self = weak.lock();
-                             if (self && self->m_controller)
-                                 self->m_controller->pasteAsPlainText();
-                         }}};
-}
-
-Task<> PlainPasteCapability::activate(CapabilityContext context)
-{
-    controller(context);
-    co_return;
-}
-
-Task<> PlainPasteCapability::deactivate()
-{
-    co_return;
-}
-
-Task<> PlainPasteCapability::uninstall(CapabilityContext context)
-{
-    context.preferences.removeAll();
-    m_controller.reset();
-    co_return;
-}
-
-AnyView PlainPasteCapability::makeSettingsPane(CapabilityContext context)
-{
-    return PlainPasteSettingsPane::make(controller(context)->settings());
+    return {{actionID, actionTitle, withController(&PlainPasteController::pasteAsPlainText)}};
 }
 
 QList<MenuBarItem> PlainPasteCapability::menuBarContributions()
 {
-    if (!m_controller)
+    if (!controller())
         return {};
-    const std::weak_ptr<PlainPasteController> weak = m_controller;
-    return {MenuBarItem{actionID(), actionTitle(), QStringLiteral("doc.plaintext"), [weak] {
-                            if (const auto controller = weak.lock())
-                                controller->pasteAsPlainText();
-                        }}};
+    return {{actionID, actionTitle, QStringLiteral("doc.plaintext"),
+             withController(&PlainPasteController::pasteAsPlainText)}};
 }
 
-std::shared_ptr<PlainPasteController> PlainPasteCapability::controller(const CapabilityContext& context)
+std::shared_ptr<PlainPasteController> PlainPasteCapability::makeController(const CapabilityContext& context)
 {
-    if (!m_controller) {
-        m_controller = PlainPasteController::make(std::make_shared<PlainPasteSettings>(context.preferences),
-                                                  context.logger);
-    }
-    return m_controller;
+    return PlainPasteController::make(std::make_shared<PlainPasteSettings>(context.preferences),
+                                      context.logger);
+}
+
+AnyView PlainPasteCapability::makePane(const std::shared_ptr<PlainPasteController>& controller)
+{
+    return PlainPasteSettingsPane::make(controller->settings());
 }
 
 } // namespace orvane

@@ -5,7 +5,6 @@
 #include "Platform/EventTaps.h"
 #include "Platform/Permissions.h"
 #include "Platform/Platform.h"
-#include "Platform/RunLoop.h"
 
 namespace orvane {
 
@@ -51,16 +50,19 @@ void PlainPasteController::takeString(std::optional<PasteboardContents> contents
 /// What was read is what the press is about, also if another program copies before the decoder is through.
 void PlainPasteController::decode(std::optional<PasteboardContents> contents)
 {
-    if (!contents)
-        return finish(std::nullopt);
-    const std::weak_ptr<PlainPasteController> weak = weak_from_this();
-    platform().mainRunLoop.performDetached([weak, contents = *std::move(contents)] {
-        auto text = PlainText::from(contents);
-        platform().mainRunLoop.perform([weak, text = std::move(text)] {
-            if (const auto self = weak.lock())
-                self->finish(text);
-        });
-    });
+    if (contents)
+        finishDecoded(weak_from_this(), *std::move(contents));
+    else
+        finish(std::nullopt);
+}
+
+UnownedTask PlainPasteController::finishDecoded(std::weak_ptr<PlainPasteController> weak,
+                                                PasteboardContents contents)
+{
+    auto decode = [contents = std::move(contents)] { return PlainText::from(contents); };
+    const auto text = co_await onPool(decode);
+    if (const auto self = weak.lock())
+        self->finish(text);
 }
 
 void PlainPasteController::finish(const std::optional<QString>& text)

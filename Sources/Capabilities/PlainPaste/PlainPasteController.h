@@ -6,6 +6,7 @@
 
 #include "Capabilities/PlainPaste/PlainPasteSettings.h"
 #include "OrvaneCore/Base/Log.h"
+#include "OrvaneCore/Base/Pool.h"
 #include "Platform/Pasteboard.h"
 
 #include <memory>
@@ -32,6 +33,7 @@ private:
     void begin();
     void takeString(std::optional<PasteboardContents> contents);
     void decode(std::optional<PasteboardContents> contents);
+    static UnownedTask finishDecoded(std::weak_ptr<PlainPasteController> weak, PasteboardContents contents);
     void finish(const std::optional<QString>& text);
     bool write(const QString& text);
     void pasteWhenOthersGetIt();

@@ -1,24 +1,20 @@
 #include "Capabilities/PlainPaste/PlainPasteSettingsPane.h"
 
-#include "OrvaneKit/Model/OrvaRows.h"
-#include "OrvaneKit/Model/OrvaSection.h"
+#include "OrvaneKit/Model/OrvaSettingRows.h"
 
-namespace orvane {
+namespace orvane::PlainPasteSettingsPane {
 
-AnyView PlainPasteSettingsPane::make(std::shared_ptr<PlainPasteSettings> settings)
+AnyView make(const std::shared_ptr<PlainPasteSettings>& settings)
 {
     return OrvaPane{{
-        OrvaSection{
-            .title = QStringLiteral("Behavior"),
-            .systemImage = QStringLiteral("doc.plaintext"),
-            .content = {OrvaToggleRow(
-                QStringLiteral("Paste automatically after stripping formatting"),
-                bind(settings, &PlainPasteSettings::autoPaste),
-                QStringLiteral("Auto-paste needs Accessibility permission. When off, your clipboard is "
-                               "cleaned and you press ⌘V yourself."))}},
+        section(QStringLiteral("Behavior"), QStringLiteral("doc.plaintext"),
+                {toggleRow(settings, &PlainPasteSettings::autoPaste,
+                           QStringLiteral("Paste automatically after stripping formatting"),
+                           QStringLiteral("Auto-paste needs Accessibility permission. When off, your "
+                                          "clipboard is cleaned and you press ⌘V yourself."))}),
         OrvaCalloutText{
             QStringLiteral("Assign a shortcut above (a common choice is ⇧⌘V) to paste clean text anywhere.")},
     }};
 }
 
-} // namespace orvane
+} // namespace orvane::PlainPasteSettingsPane

@@ -4,11 +4,8 @@
 #include "Capabilities/PlainPaste/PlainPasteSettings.h"
 #include "OrvaneCore/Base/OrvaView.h"
 
-namespace orvane {
+namespace orvane::PlainPasteSettingsPane {
 
-class PlainPasteSettingsPane {
-public:
-    static AnyView make(std::shared_ptr<PlainPasteSettings> settings);
-};
+AnyView make(const std::shared_ptr<PlainPasteSettings>& settings);
 
-} // namespace orvane
+} // namespace orvane::PlainPasteSettingsPane

@@ -1,7 +1,5 @@
 #include "Capabilities/SnapZones/SnapZonesCapability.h"
 
-#include "Capabilities/SnapZones/SnapZonesController.h"
-#include "Capabilities/SnapZones/SnapZonesService.h"
 #include "Capabilities/SnapZones/SnapZonesSettingsPane.h"
 
 namespace orvane {
@@ -28,71 +26,35 @@ QList<PermissionRequirement> SnapZonesCapability::permissionRequirements() const
 QList<HotkeyAction> SnapZonesCapability::hotkeyActions()
 {
     QList<HotkeyAction> actions;
-    for (const SnapZone zone : allSnapZones) {
+    for (const SnapZone zone : allCases<SnapZone>()) {
         actions.append({QStringLiteral("snapzones.") + rawValue(zone), QStringLiteral("Snap: ") + title(zone),
-                        weakly([zone](SnapZonesController& controller) { controller.snap(zone); })});
+                        withController([zone](auto& controller) { controller.snap(zone); })});
     }
     actions.append({QStringLiteral("snapzones.showLayouts"), QStringLiteral("Show Snap Layouts"),
-                    weakly([](SnapZonesController& controller) { controller.showFlyout(); })});
+                    withController(&SnapZonesController::showFlyout)});
     return actions;
 }
 
 QList<MenuBarItem> SnapZonesCapability::menuBarContributions()
 {
-    if (!m_controller)
+    if (!controller())
         return {};
     return {{QStringLiteral("snapzones.maximize"), QStringLiteral("Maximize Window"),
              QStringLiteral("rectangle.fill"),
-             weakly([](SnapZonesController& controller) { controller.snap(SnapZone::maximize); })},
+             withController([](auto& controller) { controller.snap(SnapZone::maximize); })},
             {QStringLiteral("snapzones.layouts"), QStringLiteral("Snap Layouts…"),
-             QStringLiteral("rectangle.split.2x2"),
-             weakly([](SnapZonesController& controller) { controller.showFlyout(); })}};
+             QStringLiteral("rectangle.split.2x2"), withController(&SnapZonesController::showFlyout)}};
 }
 
-Task<> SnapZonesCapability::activate(CapabilityContext context)
+std::shared_ptr<SnapZonesController> SnapZonesCapability::makeController(const CapabilityContext& context)
 {
-    m_service = std::make_shared<SnapZonesService>(controller(context));
-    context.serviceHost->registerService(m_service);
-    co_return;
+    return SnapZonesController::make(std::make_shared<SnapZonesSettings>(context.preferences),
+                                     context.logger);
 }
 
-Task<> SnapZonesCapability::deactivate()
+AnyView SnapZonesCapability::makePane(const std::shared_ptr<SnapZonesController>& controller)
 {
-    if (m_service && m_service->isRunning())
-        m_service->stop();
-    m_service.reset();
-    co_return;
-}
-
-Task<> SnapZonesCapability::uninstall(CapabilityContext context)
-{
-    context.preferences.removeAll();
-    m_controller.reset();
-    co_return;
-}
-
-AnyView SnapZonesCapability::makeSettingsPane(CapabilityContext context)
-{
-    return SnapZonesSettingsPane::make(controller(context)->settings());
-}
-
-std::shared_ptr<SnapZonesController> SnapZonesCapability::controller(const CapabilityContext& context)
-{
-    if (!m_controller) {
-        m_controller = SnapZonesController::make(std::make_shared<SnapZonesSettings>(context.preferences),
-                                                 context.logger);
-    }
-    return m_controller;
-}
-
-std::function<void()> SnapZonesCapability::weakly(Use use)
-{
-    return [weak = weak_from_this(), use = std::move(use)] {
-        const auto self = weak.lock();
-        // Its own reference: what it does may take the controller away from the capability.
-        if (const auto controller = self ? self->m_controller : nullptr)
-            use(*controller);
-    };
+    return SnapZonesSettingsPane::make(controller->settings());
 }
 
 } // namespace orvane

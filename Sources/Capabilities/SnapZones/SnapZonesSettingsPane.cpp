@@ -1,74 +1,31 @@
 #include "Capabilities/SnapZones/SnapZonesSettingsPane.h"
 
-#include "OrvaneKit/Model/OrvaRows.h"
-#include "OrvaneKit/Model/OrvaSection.h"
+#include "OrvaneKit/Model/OrvaSettingRows.h"
 
-#include <cmath>
+namespace orvane::SnapZonesSettingsPane {
 
-namespace orvane {
-
-namespace {
-
-using Length = Setting<double> SnapZonesSettings::*;
-
-AnyView lengthRow(const std::shared_ptr<SnapZonesSettings>& settings, const QString& title, Length length,
-                  OrvaSliderRow::Range range)
+AnyView make(const std::shared_ptr<SnapZonesSettings>& settings)
 {
-    const std::shared_ptr<Setting<double>> value(settings, &((*settings).*length));
-    return OrvaSliderRow{.title = title,
-                         .value = bind(settings, length),
-                         .range = range,
-                         .detail = Live<QString>(
-                             [value] {
-                                 // The sum makes no "-0" of a small negative length.
-                                 const double whole = std::trunc(value->get()) + 0.0;
-                                 return QStringLiteral("%1 pt").arg(whole, 0, 'f', 0);
-                             },
-                             {value})};
-}
-
-AnyView dragSection(const std::shared_ptr<SnapZonesSettings>& settings)
-{
-    return OrvaSection{
-        .title = QStringLiteral("Drag to Snap"),
-        .systemImage = QStringLiteral("rectangle.split.2x1"),
-        .footnote = Live<QString>(QStringLiteral("Drag a window to the left/right edge for halves, a corner "
-                                                 "for quarters, or the top to maximize.")),
-        .content = {OrvaToggleRow(QStringLiteral("Snap windows when dragged to a screen edge"),
-                                  bind(settings, &SnapZonesSettings::dragToSnap))}};
-}
-
-AnyView spacingSection(const std::shared_ptr<SnapZonesSettings>& settings)
-{
-    return OrvaSection{.title = QStringLiteral("Spacing"),
-                       .systemImage = QStringLiteral("square.dashed"),
-                       .content = {lengthRow(settings, QStringLiteral("Gap from screen edges"),
-                                             &SnapZonesSettings::outerGap, {0, 40}),
-                                   lengthRow(settings, QStringLiteral("Gap between windows"),
-                                             &SnapZonesSettings::innerGap, {0, 40})}};
-}
-
-AnyView edgeSection(const std::shared_ptr<SnapZonesSettings>& settings)
-{
-    return OrvaSection{.title = QStringLiteral("Edge Detection"),
-                       .systemImage = QStringLiteral("dot.viewfinder"),
-                       .content = {lengthRow(settings, QStringLiteral("Edge sensitivity"),
-                                             &SnapZonesSettings::edgeThreshold, {2, 30}),
-                                   lengthRow(settings, QStringLiteral("Corner size"),
-                                             &SnapZonesSettings::cornerSize, {40, 160})}};
-}
-
-} // namespace
-
-AnyView SnapZonesSettingsPane::make(std::shared_ptr<SnapZonesSettings> settings)
-{
+    using Settings = SnapZonesSettings;
+    const auto length = [&settings](Setting<double> Settings::*value, const QString& title,
+                                    OrvaSliderRow::Range range) {
+        return sliderRow(settings, value, title, range, QStringLiteral("pt"));
+    };
     return OrvaPane{{
-        dragSection(settings),
-        spacingSection(settings),
-        edgeSection(settings),
+        section(QStringLiteral("Drag to Snap"), QStringLiteral("rectangle.split.2x1"),
+                {toggleRow(settings, &Settings::dragToSnap,
+                           QStringLiteral("Snap windows when dragged to a screen edge"))},
+                QStringLiteral("Drag a window to the left/right edge for halves, a corner for quarters, or "
+                               "the top to maximize.")),
+        section(QStringLiteral("Spacing"), QStringLiteral("square.dashed"),
+                {length(&Settings::outerGap, QStringLiteral("Gap from screen edges"), {0, 40}),
+                 length(&Settings::innerGap, QStringLiteral("Gap between windows"), {0, 40})}),
+        section(QStringLiteral("Edge Detection"), QStringLiteral("dot.viewfinder"),
+                {length(&Settings::edgeThreshold, QStringLiteral("Edge sensitivity"), {2, 30}),
+                 length(&Settings::cornerSize, QStringLiteral("Corner size"), {40, 160})}),
         OrvaCalloutText{QStringLiteral("Assign keyboard shortcuts for halves, quarters, maximize, and Snap "
                                        "Layouts in the Keyboard Shortcuts section above.")},
     }};
 }
 
-} // namespace orvane
+} // namespace orvane::SnapZonesSettingsPane

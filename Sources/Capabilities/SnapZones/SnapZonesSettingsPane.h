@@ -4,11 +4,8 @@
 #include "Capabilities/SnapZones/SnapZonesSettings.h"
 #include "OrvaneCore/Base/OrvaView.h"
 
-namespace orvane {
+namespace orvane::SnapZonesSettingsPane {
 
-class SnapZonesSettingsPane {
-public:
-    static AnyView make(std::shared_ptr<SnapZonesSettings> settings);
-};
+AnyView make(const std::shared_ptr<SnapZonesSettings>& settings);
 
-} // namespace orvane
+} // namespace orvane::SnapZonesSettingsPane

@@ -7,7 +7,6 @@
 #include <QSet>
 #include <QUuid>
 
-#include <coroutine>
 #include <deque>
 #include <mutex>
 #include <optional>
@@ -21,6 +20,8 @@ struct ArchiveQueue::State : std::enable_shared_from_this<State> {
     explicit State(HistoryArchive theArchive) : archive(std::move(theArchive)) {}
 
     void add(Job job);
+    /// Keeps this object until its work is done.
+    Executor executor();
     void addSave(Snapshot snapshot);
     void endSaves();
     void addUnlisted(const QString& name);
@@ -51,6 +52,11 @@ void ArchiveQueue::State::add(Job job)
     const std::scoped_lock lock(m_mutex);
     m_jobs.push_back(std::move(job));
     wake(!std::exchange(m_isRunning, true));
+}
+
+Executor ArchiveQueue::State::executor()
+{
+    return [self = shared_from_this()](Job job) { self->add(std::move(job)); };
 }
 
 /// A newer list takes the place of the one that waits, also before what was asked for in between: that is
@@ -177,48 +183,24 @@ void ArchiveQueue::save(Snapshot snapshot)
     m_state->addSave(std::move(snapshot));
 }
 
-void ArchiveQueue::writeImage(const QByteArray& png, ImageCompletion completion)
+PoolWork<std::unique_ptr<UnlistedImage>> ArchiveQueue::writeImage(QByteArray png)
 {
     const QString name =
         QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper() + QStringLiteral(".png");
-    // Copied around by the queues, but held by one of them at a time.
+    // Shared, because a job can be copied; held by one thread at a time.
     auto image = std::make_shared<std::unique_ptr<UnlistedImage>>(std::make_unique<Image>(m_state, name));
-    m_state->add([state = m_state.get(), name, png, image = std::move(image),
-                  completion = std::move(completion), &runLoop = platform().mainRunLoop]() mutable {
-        const bool isWritten = state->archive.writeImage(name, png);
-        runLoop.perform([isWritten, image = std::move(image), completion = std::move(completion)] {
-            completion(isWritten ? std::move(*image) : nullptr);
-        });
-    });
+    auto write = [archive = m_state->archive, name, png = std::move(png),
+                  image = std::move(image)]() -> std::unique_ptr<UnlistedImage> {
+        return archive.writeImage(name, png) ? std::move(*image) : nullptr;
+    };
+    return onExecutor(m_state->executor(), write);
 }
 
-namespace {
-
-/// Resumes its coroutine on the main thread when the work that it hands on calls back.
-struct Resumption {
-    std::function<void(std::function<void()> resume)> begin;
-
-    bool await_ready() const noexcept { return false; }
-    void await_suspend(std::coroutine_handle<> caller) const
-    {
-        begin([caller] { caller.resume(); });
-    }
-    void await_resume() const noexcept {}
-};
-
-} // namespace
-
-Task<> ArchiveQueue::purge()
+PoolWork<void> ArchiveQueue::purge()
 {
     m_state->endSaves();
-    const auto state = m_state;
-    const Resumption purged{[&state](std::function<void()> resume) {
-        state->add([archive = state->archive, resume = std::move(resume), &runLoop = platform().mainRunLoop] {
-            archive.purge();
-            runLoop.perform(resume);
-        });
-    }};
-    co_await purged;
+    auto purge = [archive = m_state->archive] { archive.purge(); };
+    return onExecutor(m_state->executor(), purge);
 }
 
 } // namespace orvane

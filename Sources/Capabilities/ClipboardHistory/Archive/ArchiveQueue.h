@@ -5,7 +5,7 @@
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Archive/HistoryArchive.h"
-#include "OrvaneCore/Base/Task.h"
+#include "OrvaneCore/Base/Pool.h"
 
 #include <functional>
 #include <memory>
@@ -26,8 +26,6 @@ class ArchiveQueue {
 public:
     /// A list as it is to be saved; called on the pool's thread, after all that was asked for before.
     using Snapshot = std::function<QList<ClipItem>()>;
-    /// Nothing when the file couldn't be written.
-    using ImageCompletion = std::function<void(std::unique_ptr<UnlistedImage> image)>;
 
     explicit ArchiveQueue(HistoryArchive archive);
 
@@ -36,10 +34,10 @@ public:
     std::shared_ptr<const QList<ClipItem>> load(std::function<void()> completion);
     /// Saves, then prunes the pictures.
     void save(Snapshot snapshot);
-    /// Writes a picture under a new name. Completes in a later turn of the run loop.
-    void writeImage(const QByteArray& png, ImageCompletion completion);
-    /// Removes all, and ends the saving: none that waits or comes later is done. Ends when it has happened.
-    Task<> purge();
+    /// Writes a picture under a new name. Null when the file couldn't be written.
+    [[nodiscard]] PoolWork<std::unique_ptr<UnlistedImage>> writeImage(QByteArray png);
+    /// Removes all, and ends the saving: none that waits or comes later is done.
+    [[nodiscard]] PoolWork<void> purge();
 
 private:
     struct State;

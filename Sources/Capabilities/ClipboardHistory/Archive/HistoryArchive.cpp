@@ -8,6 +8,8 @@
 #include <QSaveFile>
 #include <QSet>
 
+#include <stdexcept>
+
 namespace orvane {
 
 namespace {
@@ -111,6 +113,15 @@ void HistoryArchive::purge() const
     const QFileInfo item(directory);
     if (item.exists() || item.isSymLink())
         removeItem(item);
+}
+
+void HistoryArchive::requireDirectory() const
+{
+    if (!ensureDirectory()) {
+        throw std::runtime_error(QStringLiteral("The folder for the clipboard history can't be created: %1")
+                                     .arg(directory)
+                                     .toStdString());
+    }
 }
 
 bool HistoryArchive::ensureDirectory() const

@@ -36,10 +36,13 @@ struct HistoryArchive {
     void pruneImages(const QList<ClipItem>& keepingItems) const;
     /// Removes the directory with all that is in it.
     void purge() const;
-    /// The directory alone; false when it isn't there then.
-    bool ensureDirectory() const;
+    /// The directory alone. Throws an error with readable text when it can't be had.
+    void requireDirectory() const;
     /// The image folder, and all above it.
     void ensureDirectories() const;
+
+private:
+    bool ensureDirectory() const;
 };
 
 } // namespace orvane

@@ -4,7 +4,6 @@
 #include "Capabilities/ClipboardHistory/Capture/SystemPasteboardReader.h"
 #include "Platform/Clock.h"
 #include "Platform/Platform.h"
-#include "Platform/RunLoop.h"
 #include "Platform/Workspace.h"
 
 #include <utility>
@@ -97,33 +96,37 @@ QStringList ClipboardCapture::wantedTypes(const QStringList& present) const
     return wanted;
 }
 
-/// On the pool: a picture may have to be converted, and a text can be large.
 void ClipboardCapture::takeData(std::optional<PasteboardContents> contents)
 {
     m_read.reset();
     // Another program has copied since its types were looked at.
     if (!contents || contents->changeCount != m_changeCount)
         return finish(std::nullopt);
-    const bool files = m_settings->captureFiles.get();
-    const bool images = m_settings->captureImages.get();
-    const bool text = m_settings->captureText.get();
-    platform().mainRunLoop.performDetached([weak = weak_from_this(), files, images, text,
-                                            reader = SystemPasteboardReader(*std::move(contents)),
-                                            &runLoop = platform().mainRunLoop] {
-        auto content = PasteboardSnapshot::classify(reader, files, images, text);
-        runLoop.perform([weak, content = std::move(content)] {
-            if (const auto self = weak.lock())
-                self->makeItem(content);
-        });
-    });
+    const auto classify = [files = m_settings->captureFiles.get(), images = m_settings->captureImages.get(),
+                           text = m_settings->captureText.get(),
+                           reader = SystemPasteboardReader(*std::move(contents))] {
+        return PasteboardSnapshot::classify(reader, files, images, text);
+    };
+    makeItemOf(weak_from_this(), classify);
+}
+
+/// A picture may have to be converted, and a text can be large.
+UnownedTask ClipboardCapture::makeItemOf(std::weak_ptr<ClipboardCapture> weak,
+                                         std::function<std::optional<CapturedContent>()> classify)
+{
+    auto content = co_await onPool(classify);
+    if (const auto self = weak.lock())
+        self->makeItem(std::move(content));
 }
 
 void ClipboardCapture::makeItem(std::optional<CapturedContent> content)
 {
     if (!content)
         return finish(std::nullopt);
-    if (const auto* image = std::get_if<capturedContent::Image>(&*content))
-        return writeImage(image->png);
+    if (const auto* image = std::get_if<capturedContent::Image>(&*content)) {
+        keepWritten(weak_from_this(), m_archive, image->png);
+        return;
+    }
     ClipItem item{.id = QUuid::createUuid(), .date = m_date, .sourceApp = m_sourceApp};
     if (const auto* text = std::get_if<capturedContent::Text>(&*content)) {
         item.kind = ClipKind::text;
@@ -139,21 +142,24 @@ void ClipboardCapture::makeItem(std::optional<CapturedContent> content)
     finish(std::move(item));
 }
 
-void ClipboardCapture::writeImage(const QByteArray& png)
+UnownedTask ClipboardCapture::keepWritten(std::weak_ptr<ClipboardCapture> weak,
+                                          std::shared_ptr<ArchiveQueue> archive, QByteArray png)
 {
-    m_archive->writeImage(png, [weak = weak_from_this()](std::unique_ptr<UnlistedImage> image) {
-        const auto self = weak.lock();
-        if (!self)
-            return;
-        if (!image)
-            return self->finish(std::nullopt);
-        self->m_image = std::move(image);
-        self->finish(ClipItem{.id = QUuid::createUuid(),
-                              .kind = ClipKind::image,
-                              .imageFileName = self->m_image->fileName(),
-                              .date = self->m_date,
-                              .sourceApp = self->m_sourceApp});
-    });
+    auto image = co_await archive->writeImage(std::move(png));
+    if (const auto self = weak.lock())
+        self->finishImage(std::move(image));
+}
+
+void ClipboardCapture::finishImage(std::unique_ptr<UnlistedImage> image)
+{
+    if (!image)
+        return finish(std::nullopt);
+    m_image = std::move(image);
+    finish(ClipItem{.id = QUuid::createUuid(),
+                    .kind = ClipKind::image,
+                    .imageFileName = m_image->fileName(),
+                    .date = m_date,
+                    .sourceApp = m_sourceApp});
 }
 
 void ClipboardCapture::keepImage()

@@ -1,14 +1,15 @@
-// One copy on its way from the pasteboard into the history. Main thread; whoever holds it, holds it up: with
-// its end nothing comes of the copy, and nothing of it stays on the disk.
+// One copy on its way from the pasteboard into the history. Main thread. When this object ends before the
+// copy is complete, nothing comes of the copy, and nothing of it stays on the disk.
 //
-// A program that hangs, a large picture and a slow disk hold up nothing else. Of a copy that is marked as
-// private no data is asked for.
+// A program that hangs, a large picture and a slow disk hold up nothing else. The data of a copy that is
+// marked as private isn't asked for.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Archive/ArchiveQueue.h"
 #include "Capabilities/ClipboardHistory/Capture/PasteboardSnapshot.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistorySettings.h"
 #include "Capabilities/ClipboardHistory/Store/ClipItem.h"
+#include "OrvaneCore/Base/Pool.h"
 #include "Platform/Pasteboard.h"
 
 #include <functional>
@@ -40,8 +41,12 @@ private:
     void takeTypes(std::optional<PasteboardContents> contents);
     QStringList wantedTypes(const QStringList& present) const;
     void takeData(std::optional<PasteboardContents> contents);
+    static UnownedTask makeItemOf(std::weak_ptr<ClipboardCapture> weak,
+                                  std::function<std::optional<CapturedContent>()> classify);
     void makeItem(std::optional<CapturedContent> content);
-    void writeImage(const QByteArray& png);
+    static UnownedTask keepWritten(std::weak_ptr<ClipboardCapture> weak,
+                                   std::shared_ptr<ArchiveQueue> archive, QByteArray png);
+    void finishImage(std::unique_ptr<UnlistedImage> image);
     void finish(std::optional<ClipItem> item);
 
     const std::shared_ptr<const ClipboardHistorySettings> m_settings;

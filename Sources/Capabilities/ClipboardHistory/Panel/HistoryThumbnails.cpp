@@ -1,8 +1,5 @@
 #include "Capabilities/ClipboardHistory/Panel/HistoryThumbnails.h"
 
-#include "Platform/Platform.h"
-#include "Platform/RunLoop.h"
-
 #include <QSet>
 
 #include <algorithm>
@@ -63,18 +60,20 @@ void HistoryThumbnails::fetchNext()
         const QString name = m_waiting.takeFirst();
         m_thumbnails.insert(name, {});
         ++m_fetching;
-        const int pixels = static_cast<int>(std::lround(side * m_scale));
-        platform().mainRunLoop.performDetached([name, pixels, provider = m_model.imageProvider,
-                                                generation = m_generation, &runLoop = platform().mainRunLoop,
-                                                weak = std::weak_ptr(m_self)] {
-            const std::optional<QImage> whole = provider ? provider(name) : std::nullopt;
-            const QImage image = whole ? squareOf(*whole, pixels) : QImage();
-            runLoop.perform([weak, name, generation, image] {
-                if (const auto self = weak.lock())
-                    (*self)->take(name, generation, image);
-            });
-        });
+        fetch(m_self, name, m_generation);
     }
+}
+
+UnownedTask HistoryThumbnails::fetch(std::weak_ptr<HistoryThumbnails*> weak, QString name, int generation)
+{
+    const auto pixels = static_cast<int>(std::lround(side * (*weak.lock())->m_scale));
+    auto read = [name, pixels, provider = (*weak.lock())->m_model.imageProvider] {
+        const std::optional<QImage> whole = provider ? provider(name) : std::nullopt;
+        return whole ? squareOf(*whole, pixels) : QImage();
+    };
+    const QImage image = co_await onPool(read);
+    if (const auto self = weak.lock())
+        (*self)->take(name, generation, image);
 }
 
 void HistoryThumbnails::take(const QString& name, int generation, const QImage& image)

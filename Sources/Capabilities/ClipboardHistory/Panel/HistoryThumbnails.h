@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Panel/HistoryViewModel.h"
+#include "OrvaneCore/Base/Pool.h"
 
 #include <QHash>
 #include <QImage>
@@ -45,6 +46,7 @@ private:
         QImage image;
     };
     void fetchNext();
+    static UnownedTask fetch(std::weak_ptr<HistoryThumbnails*> weak, QString name, int generation);
     void take(const QString& name, int generation, const QImage& image);
 
     const HistoryViewModel& m_model;

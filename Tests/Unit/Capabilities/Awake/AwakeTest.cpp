@@ -1,9 +1,10 @@
 #include "Capabilities/Awake/AwakeCapability.h"
 #include "Capabilities/Awake/AwakeController.h"
-#include "Capabilities/Awake/AwakeService.h"
 #include "Capabilities/Awake/AwakeSettingsPane.h"
+#include "Capabilities/Awake/AwakeStatus.h"
 #include "Fakes/FakePlatform.h"
 #include "OrvaneCore/Base/OrvaNotifications.h"
+#include "OrvaneCore/Capability/ControllerService.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Model/OrvaSection.h"
 
@@ -100,15 +101,15 @@ TEST(AwakeDuration, TheTable)
     const std::array rows{Row{"indefinite", "Until I turn it off", std::nullopt},
                           Row{"minutes30", "30 minutes", 1800s}, Row{"hours1", "1 hour", 3600s},
                           Row{"hours2", "2 hours", 7200s}, Row{"hours4", "4 hours", 14400s}};
-    ASSERT_EQ(rows.size(), allAwakeDurations.size());
+    ASSERT_EQ(rows.size(), allCases<AwakeDuration>().size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const AwakeDuration duration = allAwakeDurations[i];
-        EXPECT_EQ(rawValue(duration).toStdString(), rows[i].raw);
+        const AwakeDuration duration = allCases<AwakeDuration>()[i];
+        EXPECT_EQ(QString(rawValue(duration)).toStdString(), rows[i].raw);
         EXPECT_EQ(title(duration).toStdString(), rows[i].name);
         EXPECT_EQ(seconds(duration), rows[i].length);
-        EXPECT_EQ(awakeDuration(rawValue(duration)), duration);
+        EXPECT_EQ(fromRawValue<AwakeDuration>(QString(rawValue(duration))), duration);
     }
-    EXPECT_EQ(awakeDuration(QStringLiteral("hours3")), std::nullopt);
+    EXPECT_EQ(fromRawValue<AwakeDuration>(u"hours3"), std::nullopt);
 }
 
 // Periods.
@@ -214,15 +215,20 @@ TEST_F(AwakeTest, ARefusalDuringAPeriodKeepsTheShownStateWithNothingHeld)
     EXPECT_EQ(fake.runLoop.timerCount(), 0u);
 }
 
-TEST_F(AwakeTest, ToggleUsesTheDefaultDurationAndAnUnknownOneIsIndefinite)
+TEST_F(AwakeTest, ToggleUsesTheDefaultDuration)
 {
     store("defaultDuration", QStringLiteral("hours2"));
     controller().toggleDefault();
     EXPECT_EQ(controller().expiresAt.get(), fake.clock.date() + 2h);
     controller().toggleDefault();
     EXPECT_FALSE(controller().isAwake.get());
-    settings->defaultDurationRaw.set(QStringLiteral("a fortnight"));
+}
+
+TEST_F(AwakeTest, AnUnknownDefaultDurationIsIndefiniteAndIsNotRepaired)
+{
+    store("defaultDuration", QStringLiteral("a fortnight"));
     controller().toggleDefault();
+    EXPECT_EQ(stored("defaultDuration"), QStringLiteral("a fortnight"));
     EXPECT_TRUE(controller().isAwake.get());
     EXPECT_EQ(controller().expiresAt.get(), std::nullopt);
 }
@@ -286,7 +292,7 @@ TEST_F(AwakeTest, TheTimerDoesntKeepTheControllerAlive)
 
 TEST_F(AwakeTest, TheStatusItemStandsWhileTheServiceRuns)
 {
-    AwakeService service(sharedController());
+    ControllerService<AwakeController> service(sharedController());
     service.start();
     ASSERT_EQ(itemCount(), 1u);
     EXPECT_EQ(item().length, StatusItem::squareLength);
@@ -300,7 +306,7 @@ TEST_F(AwakeTest, TheStatusItemStandsWhileTheServiceRuns)
 
 TEST_F(AwakeTest, TheIconFollowsTheState)
 {
-    controller().begin();
+    controller().start();
     item().click(leftClick);
     EXPECT_EQ(item().image.symbolName, QStringLiteral("eye.fill"));
     EXPECT_EQ(item().image.accessibilityDescription, QStringLiteral("Awake"));
@@ -310,7 +316,7 @@ TEST_F(AwakeTest, TheIconFollowsTheState)
 
 TEST_F(AwakeTest, TheIconShowsTheEndOfATimedPeriod)
 {
-    controller().begin();
+    controller().start();
     controller().activate(AwakeDuration::minutes30);
     fake.runLoop.advance(30min);
     EXPECT_EQ(item().image.symbolName, QStringLiteral("eye.slash"));
@@ -318,7 +324,7 @@ TEST_F(AwakeTest, TheIconShowsTheEndOfATimedPeriod)
 
 TEST_F(AwakeTest, TheStatusItemComesAndGoesWithItsSetting)
 {
-    controller().begin();
+    controller().start();
     settings->showMenuBarIcon.set(false);
     EXPECT_EQ(itemCount(), 0u);
     settings->showMenuBarIcon.set(true);
@@ -338,7 +344,7 @@ TEST_F(AwakeTest, TheSettingChangesNothingWhileTheServiceIsStopped)
 TEST_F(AwakeTest, AnItemThatComesBackShowsThePresentState)
 {
     store("showMenuBarIcon", false);
-    controller().begin();
+    controller().start();
     controller().activate(AwakeDuration::indefinite);
     settings->showMenuBarIcon.set(true);
     EXPECT_EQ(item().image.symbolName, QStringLiteral("eye.fill"));
@@ -346,7 +352,7 @@ TEST_F(AwakeTest, AnItemThatComesBackShowsThePresentState)
 
 TEST_F(AwakeTest, APlainLeftClickTogglesAndNeverOpensTheMenu)
 {
-    controller().begin();
+    controller().start();
     item().click(leftClick);
     EXPECT_TRUE(controller().isAwake.get());
     item().click({StatusItemEvent::Type::leftMouseUp, eventFlag::shift | eventFlag::command});
@@ -356,7 +362,7 @@ TEST_F(AwakeTest, APlainLeftClickTogglesAndNeverOpensTheMenu)
 
 TEST_F(AwakeTest, AClickOfAnUnknownKindToggles)
 {
-    controller().begin();
+    controller().start();
     item().click(nullptr);
     EXPECT_TRUE(controller().isAwake.get());
     EXPECT_TRUE(item().openedMenus.empty());
@@ -364,7 +370,7 @@ TEST_F(AwakeTest, AClickOfAnUnknownKindToggles)
 
 TEST_F(AwakeTest, RightClickAndControlClickOpenTheMenuAndToggleNothing)
 {
-    controller().begin();
+    controller().start();
     for (const StatusItemEvent& event : {rightClick, controlClick}) {
         item().click(event);
         EXPECT_FALSE(controller().isAwake.get());
@@ -377,7 +383,7 @@ TEST_F(AwakeTest, RightClickAndControlClickOpenTheMenuAndToggleNothing)
 
 TEST_F(AwakeTest, TheMenuHasItsItemsInOrder)
 {
-    controller().begin();
+    controller().start();
     const QStringList asleep{QStringLiteral("Keep Awake"),
                              QStringLiteral("-"),
                              QStringLiteral("Keep awake for…"),
@@ -399,19 +405,19 @@ TEST_F(AwakeTest, TheMenuHasItsItemsInOrder)
 TEST_F(AwakeTest, TheCheckMarkShowsOnTheDefaultDurationWhileAwakeOnly)
 {
     store("defaultDuration", QStringLiteral("hours1"));
-    controller().begin();
+    controller().start();
     EXPECT_TRUE(checked(openMenu()).isEmpty());
     controller().activate(AwakeDuration::hours1);
     EXPECT_EQ(checked(openMenu()), QStringList{QStringLiteral("1 hour")});
     // The choice in the picker changes: the running period stays, the mark moves.
-    settings->defaultDurationRaw.set(QStringLiteral("hours4"));
+    settings->defaultDuration.set(AwakeDuration::hours4);
     EXPECT_EQ(checked(openMenu()), QStringList{QStringLiteral("4 hours")});
     EXPECT_EQ(controller().expiresAt.get(), fake.clock.date() + 1h);
 }
 
 TEST_F(AwakeTest, TheFirstMenuItemToggles)
 {
-    controller().begin();
+    controller().start();
     EXPECT_TRUE(choose(openMenu(), QStringLiteral("Keep Awake")));
     EXPECT_TRUE(controller().isAwake.get());
     EXPECT_TRUE(choose(openMenu(), QStringLiteral("Turn Off Awake")));
@@ -420,7 +426,7 @@ TEST_F(AwakeTest, TheFirstMenuItemToggles)
 
 TEST_F(AwakeTest, APickedDurationBecomesTheDefaultAndStartsNow)
 {
-    controller().begin();
+    controller().start();
     EXPECT_TRUE(choose(openMenu(), QStringLiteral("30 minutes")));
     EXPECT_EQ(stored("defaultDuration"), QStringLiteral("minutes30"));
     EXPECT_EQ(controller().expiresAt.get(), fake.clock.date() + 30min);
@@ -428,7 +434,7 @@ TEST_F(AwakeTest, APickedDurationBecomesTheDefaultAndStartsNow)
 
 TEST_F(AwakeTest, AnItemWithoutADurationPicksNothing)
 {
-    controller().begin();
+    controller().start();
     MenuItem stray = *findItem(openMenu(), QStringLiteral("30 minutes"));
     stray.representedObject = QStringLiteral("a fortnight");
     stray.action(stray);
@@ -443,16 +449,16 @@ TEST_F(AwakeTest, AwakeSettingsAsksForTheHomeWindow)
     int requests = 0;
     const auto observer = fake.notificationCenter.addObserver(OrvaNotifications::openHome,
                                                               [&](const Notification&) { ++requests; });
-    controller().begin();
+    controller().start();
     EXPECT_TRUE(choose(openMenu(), QStringLiteral("Awake Settings…")));
     EXPECT_EQ(requests, 1);
 }
 
 TEST_F(AwakeTest, AMenuThatOutlivesItsItemDoesNothing)
 {
-    controller().begin();
+    controller().start();
     const Menu menu = openMenu();
-    controller().end();
+    controller().stop();
     EXPECT_TRUE(choose(menu, QStringLiteral("Keep Awake")));
     EXPECT_TRUE(choose(menu, QStringLiteral("2 hours")));
     EXPECT_FALSE(controller().isAwake.get());
@@ -464,7 +470,7 @@ TEST_F(AwakeTest, AwakeOnLaunchTakesEffectAtEachStart)
 {
     store("awakeOnLaunch", true);
     store("defaultDuration", QStringLiteral("hours1"));
-    AwakeService service(sharedController());
+    ControllerService<AwakeController> service(sharedController());
     for (int round = 0; round < 2; ++round) {
         service.start();
         EXPECT_TRUE(service.isRunning());
@@ -479,7 +485,7 @@ TEST_F(AwakeTest, AwakeOnLaunchTakesEffectAtEachStart)
 TEST_F(AwakeTest, StartingOrStoppingTwiceDoesItOnce)
 {
     store("awakeOnLaunch", true);
-    AwakeService service(sharedController());
+    ControllerService<AwakeController> service(sharedController());
     service.start();
     service.start();
     EXPECT_EQ(fake.powerAssertions.creations, 1);
@@ -671,7 +677,7 @@ TEST_F(AwakePaneTest, TheFirstToggleShowsAndSetsTheState)
 {
     const auto& row = toggle("Keep my Mac awake now");
     EXPECT_FALSE(row.isOn.get());
-    settings->defaultDurationRaw.set(QStringLiteral("hours2"));
+    settings->defaultDuration.set(AwakeDuration::hours2);
     row.isOn.set(true);
     EXPECT_TRUE(row.isOn.get());
     EXPECT_EQ(controller().expiresAt.get(), fake.clock.date() + 2h);
@@ -724,14 +730,14 @@ TEST(AwakeStatusFootnote, TheTimeIsLocalInTheShortStyleWithoutSeconds)
 {
     const Clock::Date end{std::chrono::seconds{1'750'000'000}}; // 2025-06-15 15:06:40 UTC
     const auto line = [&](const QLocale& locale, const QTimeZone& zone) {
-        return AwakeSettingsPane::statusFootnote(true, end, locale, zone);
+        return AwakeStatus::footnote(true, end, locale, zone);
     };
     EXPECT_EQ(line(QLocale::c(), QTimeZone::utc()), QStringLiteral("Awake until 15:06."));
     EXPECT_EQ(line(QLocale(QLocale::German), QTimeZone(2 * 3600)), QStringLiteral("Awake until 17:06."));
     EXPECT_EQ(line(QLocale(QLocale::English, QLocale::UnitedStates), QTimeZone::utc()).simplified(),
               QStringLiteral("Awake until 3:06 PM."));
-    EXPECT_EQ(AwakeSettingsPane::statusFootnote(false, end, QLocale::c(), QTimeZone::utc()),
+    EXPECT_EQ(AwakeStatus::footnote(false, end, QLocale::c(), QTimeZone::utc()),
               QStringLiteral("Your Mac sleeps normally."));
-    EXPECT_EQ(AwakeSettingsPane::statusFootnote(true, std::nullopt, QLocale::c(), QTimeZone::utc()),
+    EXPECT_EQ(AwakeStatus::footnote(true, std::nullopt, QLocale::c(), QTimeZone::utc()),
               QStringLiteral("Awake until you turn it off."));
 }

@@ -17,8 +17,10 @@ protected:
     std::unique_ptr<UnlistedImage> writtenImage()
     {
         std::unique_ptr<UnlistedImage> written;
-        queue->writeImage(picture("PNG"),
-                          [&](std::unique_ptr<UnlistedImage> image) { written = std::move(image); });
+        const auto write = [](ArchiveQueue& to, std::unique_ptr<UnlistedImage>& result) -> UnownedTask {
+            result = co_await to.writeImage(picture("PNG"));
+        };
+        write(*queue, written);
         fake.runLoop.drainDetached();
         fake.runLoop.drain();
         return written;

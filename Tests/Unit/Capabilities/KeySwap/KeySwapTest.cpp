@@ -1,6 +1,5 @@
 #include "Capabilities/KeySwap/KeySwapCapability.h"
 #include "Capabilities/KeySwap/KeySwapController.h"
-#include "Capabilities/KeySwap/KeySwapService.h"
 #include "Capabilities/KeySwap/KeySwapSettingsPane.h"
 #include "Capabilities/KeySwap/KeySwapSubscriber.h"
 #include "Fakes/FakePlatform.h"
@@ -153,12 +152,12 @@ TEST_F(KeySwapTest, AChangeOfModeOrListHoldsForTheVeryNextKey)
     fake.workspace.frontmost = application("org.example.editor");
     start();
     EXPECT_EQ(send(keyC, eventFlag::control), eventFlag::command);
-    settings->modeRaw.set(QStringLiteral("off"));
+    settings->mode.set(RemapMode::off);
     EXPECT_EQ(send(keyC, eventFlag::control), eventFlag::control);
-    settings->modeRaw.set(QStringLiteral("commonShortcuts"));
+    settings->mode.set(RemapMode::commonShortcuts);
     settings->excludedApps.set({QStringLiteral("org.example.*")});
     EXPECT_EQ(send(keyC, eventFlag::control), eventFlag::control);
-    settings->exclusionModeRaw.set(QStringLiteral("allowlist"));
+    settings->exclusionMode.set(AppExclusionMode::allowlist);
     EXPECT_EQ(send(keyC, eventFlag::control), eventFlag::command);
 }
 
@@ -196,9 +195,9 @@ TEST_F(KeySwapTest, AnApplicationWithoutIdentifierCountsAsUnlisted)
     for (const auto& unknown : {std::optional(application(nullptr)), std::optional<RunningApplication>()}) {
         bringToFront(application("com.apple.Terminal"));
         bringToFront(unknown);
-        settings->exclusionModeRaw.set(QStringLiteral("denylist"));
+        settings->exclusionMode.set(AppExclusionMode::denylist);
         EXPECT_EQ(send(keyC, eventFlag::control), eventFlag::command);
-        settings->exclusionModeRaw.set(QStringLiteral("allowlist"));
+        settings->exclusionMode.set(AppExclusionMode::allowlist);
         EXPECT_EQ(send(keyC, eventFlag::control), eventFlag::control);
     }
 }
@@ -255,7 +254,7 @@ TEST_F(KeySwapTest, TheTapDoesntKeepTheControllerAlive)
 
 TEST_F(KeySwapTest, TheServiceRunsWhileTheSubscriberIsOnTheTap)
 {
-    KeySwapService service(sharedController());
+    ControllerService<KeySwapController> service(sharedController());
     service.start();
     service.start();
     EXPECT_TRUE(service.isRunning());
@@ -271,8 +270,8 @@ TEST_F(KeySwapTest, TheServiceRunsWhileTheSubscriberIsOnTheTap)
 TEST_F(KeySwapTest, SettingsBeginWithTheirDefaults)
 {
     controller();
-    EXPECT_EQ(settings->modeRaw.get(), QStringLiteral("commonShortcuts"));
-    EXPECT_EQ(settings->exclusionModeRaw.get(), QStringLiteral("denylist"));
+    EXPECT_EQ(settings->mode.get(), RemapMode::commonShortcuts);
+    EXPECT_EQ(settings->exclusionMode.get(), AppExclusionMode::denylist);
     EXPECT_EQ(settings->excludedApps.get(), AppExclusion::defaultDenylist());
     EXPECT_TRUE(fake.defaults.stored.isEmpty());
 }
@@ -446,9 +445,9 @@ TEST_F(KeySwapPaneTest, TheWarningShowsWhileTheModeIsFullSwapOnly)
                                                   "system ones. Use with care."));
     EXPECT_EQ(warning->systemImage, QStringLiteral("exclamationmark.triangle.fill"));
     EXPECT_FALSE(conditional->condition.get());
-    settings->modeRaw.set(QStringLiteral("fullSwap"));
+    settings->mode.set(RemapMode::fullSwap);
     EXPECT_TRUE(conditional->condition.get());
-    settings->modeRaw.set(QStringLiteral("sideways"));
+    settings->mode.set(RemapMode::off);
     EXPECT_FALSE(conditional->condition.get());
 }
 

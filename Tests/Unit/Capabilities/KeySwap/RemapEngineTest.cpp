@@ -108,16 +108,16 @@ TEST(RemapOutcome, Equality)
 
 TEST(RemapMode, RawValues)
 {
-    EXPECT_EQ(remapMode(u"off"), RemapMode::off);
-    EXPECT_EQ(remapMode(u"commonShortcuts"), RemapMode::commonShortcuts);
-    EXPECT_EQ(remapMode(u"fullSwap"), RemapMode::fullSwap);
-    EXPECT_EQ(remapMode(u"FullSwap"), std::nullopt);
-    EXPECT_EQ(remapMode(u""), std::nullopt);
-    for (const RemapMode mode : allRemapModes)
-        EXPECT_EQ(remapMode(QString(rawValue(mode))), mode);
-    EXPECT_EQ(appExclusionMode(u"denylist"), AppExclusionMode::denylist);
-    EXPECT_EQ(appExclusionMode(u"allowlist"), AppExclusionMode::allowlist);
-    EXPECT_EQ(appExclusionMode(u"list"), std::nullopt);
+    EXPECT_EQ(fromRawValue<RemapMode>(u"off"), RemapMode::off);
+    EXPECT_EQ(fromRawValue<RemapMode>(u"commonShortcuts"), RemapMode::commonShortcuts);
+    EXPECT_EQ(fromRawValue<RemapMode>(u"fullSwap"), RemapMode::fullSwap);
+    EXPECT_EQ(fromRawValue<RemapMode>(u"FullSwap"), std::nullopt);
+    EXPECT_EQ(fromRawValue<RemapMode>(u""), std::nullopt);
+    for (const RemapMode mode : allCases<RemapMode>())
+        EXPECT_EQ(fromRawValue<RemapMode>(QString(rawValue(mode))), mode);
+    EXPECT_EQ(fromRawValue<AppExclusionMode>(u"denylist"), AppExclusionMode::denylist);
+    EXPECT_EQ(fromRawValue<AppExclusionMode>(u"allowlist"), AppExclusionMode::allowlist);
+    EXPECT_EQ(fromRawValue<AppExclusionMode>(u"list"), std::nullopt);
 }
 
 TEST(RemapFlags, BitsOfTheWord)

@@ -79,7 +79,7 @@ TEST(SnapZone, HasItsNamesTitlesAndSymbolsInOrder)
         {QStringLiteral("center"), QStringLiteral("Center"), QStringLiteral("rectangle.center.inset.filled")},
     };
     QList<QStringList> actual;
-    for (const SnapZone zone : allSnapZones)
+    for (const SnapZone zone : allCases<SnapZone>())
         actual.append({rawValue(zone), title(zone), symbol(zone)});
     EXPECT_EQ(actual, expected);
 }
@@ -132,7 +132,7 @@ TEST(SnapZoneCalculator, GapsThatLeaveNoRoomGiveNoSize)
 {
     const SnapGaps gaps{.outer = 60, .inner = 10};
     const Rect small{{0, 0}, {100, 100}};
-    for (const SnapZone zone : allSnapZones)
+    for (const SnapZone zone : allCases<SnapZone>())
         EXPECT_EQ(frame(zone, small, gaps).size, Size()) << title(zone).toStdString();
     EXPECT_EQ(frame(SnapZone::bottomLeft, small, gaps).origin, (Point{60, 60}));
     EXPECT_EQ(frame(SnapZone::topRight, small, gaps).origin, (Point{70, 70}));
@@ -169,7 +169,7 @@ TEST(SnapZoneCalculator, ZonesWithGapsStayInsideAndApart)
         const SnapGaps gaps = draw.gaps();
         if (area_.width() < 2 * gaps.outer + gaps.inner || area_.height() < 2 * gaps.outer + gaps.inner)
             continue;
-        for (const SnapZone zone : allSnapZones) {
+        for (const SnapZone zone : allCases<SnapZone>()) {
             const Rect tile = frame(zone, area_, gaps);
             ASSERT_GE(tile.minX() - area_.minX(), gaps.outer - 1e-9) << title(zone).toStdString();
             ASSERT_GE(tile.minY() - area_.minY(), gaps.outer - 1e-9) << title(zone).toStdString();

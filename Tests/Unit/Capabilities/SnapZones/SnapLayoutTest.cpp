@@ -336,7 +336,7 @@ TEST_F(SnapLayoutTest, HoveredPressedAndFocusedCellsLookDifferent)
 TEST_F(SnapLayoutTest, EveryZoneIsDrawnOfItsOwn)
 {
     std::vector<QImage> seen;
-    for (const SnapZone zone : allSnapZones) {
+    for (const SnapZone zone : allCases<SnapZone>()) {
         SnapLayoutCellView cell(zone);
         cell.setText({}); // the picture alone
         const QImage image = cell.grab().toImage();

@@ -1,6 +1,5 @@
 // The declarations of Snap Zones, its settings, its pane and its lifecycle.
 #include "Capabilities/SnapZones/SnapZonesCapability.h"
-#include "Capabilities/SnapZones/SnapZonesService.h"
 #include "Capabilities/SnapZones/SnapZonesSettingsPane.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Model/OrvaSection.h"
@@ -246,13 +245,13 @@ TEST_F(SnapZonesCapabilityTest, AShortcutSnapsItsZone)
 {
     const auto actions = capability->hotkeyActions();
     capability->activate(context);
-    for (std::size_t index = 0; index < allSnapZones.size(); ++index) {
+    for (std::size_t index = 0; index < allCases<SnapZone>().size(); ++index) {
         moveWindow(start);
         actions[static_cast<qsizetype>(index)].handler();
-        const Rect frame = SnapZoneCalculator::frame(allSnapZones[index],
+        const Rect frame = SnapZoneCalculator::frame(allCases<SnapZone>()[index],
                                                      fake.screens.list.first().visibleFrame, SnapGaps::zero);
         EXPECT_EQ(windowFrame(), (Rect{{frame.minX(), 900 - frame.maxY()}, frame.size}))
-            << title(allSnapZones[index]).toStdString();
+            << title(allCases<SnapZone>()[index]).toStdString();
     }
 }
 
@@ -302,7 +301,7 @@ TEST_F(SnapZonesCapabilityTest, EverySymbolThatItNamesIsInTheFamily)
     for (const char* name :
          {"rectangle.split.2x2", "rectangle.fill", "rectangle.split.2x1", "square.dashed", "dot.viewfinder"})
         EXPECT_TRUE(SystemSymbol::exists(QLatin1String(name))) << name;
-    for (const SnapZone zone : allSnapZones)
+    for (const SnapZone zone : allCases<SnapZone>())
         EXPECT_TRUE(SystemSymbol::exists(symbol(zone))) << symbol(zone).toStdString();
 }
 
@@ -355,7 +354,7 @@ TEST_F(SnapZonesCapabilityTest, ThePaneMakesTheControllerAndActivatesNothing)
 
 TEST_F(SnapZonesCapabilityTest, TheServiceRunsWhileTheMonitorsAreThere)
 {
-    SnapZonesService service(sharedController());
+    ControllerService<SnapZonesController> service(sharedController());
     EXPECT_FALSE(service.isRunning());
     service.start();
     service.start();

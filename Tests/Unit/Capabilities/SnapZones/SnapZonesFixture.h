@@ -25,7 +25,7 @@ inline void PrintTo(const Rect& rect, std::ostream* out)
 
 inline void PrintTo(SnapZone zone, std::ostream* out)
 {
-    *out << rawValue(zone).toStdString();
+    *out << QString(rawValue(zone)).toStdString();
 }
 
 } // namespace orvane

@@ -1,0 +1,17 @@
+// What a person reads about how long the machine stays awake. Pure.
+#pragma once
+
+#include "Platform/Clock.h"
+
+#include <QLocale>
+#include <QTimeZone>
+
+#include <optional>
+
+namespace orvane::AwakeStatus {
+
+/// The time of day in the locale's short style.
+QString footnote(bool isAwake, std::optional<Clock::Date> expiresAt, const QLocale& locale,
+                 const QTimeZone& timeZone);
+
+} // namespace orvane::AwakeStatus
