@@ -89,7 +89,7 @@ void otherKeyInMenu(benchmark::State& state)
 void storedShortcut(benchmark::State& state)
 {
     FakePlatform fake;
-    JsonDefaultsStore store(QString(), fake.log, fake.runLoop);
+    JsonDefaultsStore store(QString(), fake.log);
     for (int i = 0; i < 300; ++i)
         store.set(QStringLiteral("capability.setting%1").arg(i), i);
     const QString key = QStringLiteral("KeyboardShortcuts_capability.action");

@@ -19,24 +19,24 @@ public:
     virtual void registerDefaults(const QVariantMap& defaults) = 0;
 
     /// The stored value, else the registered one, else an invalid variant.
-    virtual QVariant object(const QString& key) const = 0;
+    [[nodiscard]] virtual QVariant object(const QString& key) const = 0;
 
-    /// Stores at once; an invalid value removes the key. A value that can't reach the disk is kept in
-    /// memory, logged, and written with the next one: the caller sees no failure.
+    /// The value is in force at once and on the disk soon after; an invalid one removes the key. Never waits
+    /// for the disk. What can't be written is kept in memory, logged and tried again.
     virtual void set(const QString& key, const QVariant& value) = 0;
 
     /// Every key in force with its value, the registered ones included.
-    virtual QVariantMap dictionaryRepresentation() const = 0;
+    [[nodiscard]] virtual QVariantMap dictionaryRepresentation() const = 0;
 
     void remove(const QString& key) { set(key, {}); }
 
     /// A string, or nothing where there is none or a value of another type.
-    std::optional<QString> string(const QString& key) const;
+    [[nodiscard]] std::optional<QString> string(const QString& key) const;
     /// A boolean; a number other than 0 and the strings "YES", "true" and "1" (in any case) are true.
-    bool boolean(const QString& key) const;
+    [[nodiscard]] bool boolean(const QString& key) const;
     /// A whole number; 0 where there is none. A fraction is cut off.
-    qint64 integer(const QString& key) const;
-    std::optional<QByteArray> data(const QString& key) const;
+    [[nodiscard]] qint64 integer(const QString& key) const;
+    [[nodiscard]] std::optional<QByteArray> data(const QString& key) const;
 };
 
 } // namespace orvane

@@ -63,7 +63,7 @@ struct LinuxPlatform::Services {
     SystemClock clock;
     ProgramBundle bundle;
     XdgFileManager fileManager;
-    JsonDefaultsStore defaults{JsonDefaultsStore::standardPath(), log, runLoop};
+    JsonDefaultsStore defaults{JsonDefaultsStore::standardPath(), log};
     AutostartLoginItem loginItem;
     LogindPowerAssertions powerAssertions{log};
     LinuxWorkspace workspace{log, process.singleInstance};

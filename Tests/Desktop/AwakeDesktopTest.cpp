@@ -185,7 +185,7 @@ TEST_F(AwakeDesktopTest, TheMenuOfTheRightClickStartsAPeriodAndMakesItTheDefault
 
     ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, *menu, {QStringLiteral("30 minutes")}));
     EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
-    EXPECT_EQ(stored("defaultDuration"), QStringLiteral("minutes30"));
+    EXPECT_TRUE(eventually(10s, [&] { return stored("defaultDuration") == QStringLiteral("minutes30"); }));
     EXPECT_TRUE(
         program().waitForLog(QRegularExpression(QStringLiteral("Awake on \\(minutes30, display=true\\)"))));
 
@@ -245,6 +245,28 @@ TEST_F(AwakeDesktopTest, KillingTheProgramLeavesNothingHeldAndTheNextStartRestor
 
     start(content, home);
     EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+}
+
+TEST_F(AwakeDesktopTest, AnEndBySignalRightAfterAChangeLosesNothing)
+{
+    struct Choice {
+        int signal;
+        const char* title;
+        const char* stored;
+    };
+    for (const Choice& choice : {Choice{SIGTERM, "30 minutes", "minutes30"},
+                                 Choice{SIGINT, "1 hour", "hours1"}, Choice{SIGHUP, "2 hours", "hours2"}}) {
+        start(defaults({}));
+        const TrayItem item = awakeItem();
+        click(item, Button::right);
+        const std::optional<MenuNode> menu = item.menu().layout();
+        ASSERT_TRUE(menu);
+        ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, *menu, {QString::fromLatin1(choice.title)}));
+        ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Awake on"))));
+        program().signal(choice.signal);
+        ASSERT_TRUE(program().wait());
+        EXPECT_EQ(stored("defaultDuration"), QString::fromLatin1(choice.stored));
+    }
 }
 
 TEST_F(AwakeDesktopTest, AnOrderlyEndReleasesToo)

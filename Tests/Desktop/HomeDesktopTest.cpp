@@ -183,12 +183,12 @@ TEST_F(HomeDesktopTest, ATogglesClickSwitchesTheCapability)
     click("check box", awake);
     EXPECT_TRUE(becomesAwake());
     EXPECT_TRUE(eventually(10s, [&] { return isChecked(awake) && stateOf(awake) == QStringLiteral("On"); }));
-    EXPECT_TRUE(isStoredAsEnabled("awake"));
+    EXPECT_TRUE(eventually(10s, [&] { return isStoredAsEnabled("awake"); }));
 
     click("check box", awake);
     EXPECT_TRUE(becomesAsleep());
     EXPECT_TRUE(eventually(10s, [&] { return stateOf(awake) == QStringLiteral("Off"); }));
-    EXPECT_FALSE(isStoredAsEnabled("awake"));
+    EXPECT_TRUE(eventually(10s, [&] { return !isStoredAsEnabled("awake"); }));
 }
 
 TEST_F(HomeDesktopTest, ByKeyboardAloneACapabilityIsFoundAndSwitchedOn)
@@ -344,7 +344,8 @@ TEST_F(HomeDesktopTest, AShortcutRecordedOnAChipShowsAtOnceAndFires)
     }));
     chord({"Control_L", "Alt_L", "k"});
     EXPECT_TRUE(shows("push button", QStringLiteral("Toggle Keep Awake: ⌃⌥K")));
-    EXPECT_TRUE(stored().contains(QStringLiteral("KeyboardShortcuts_awake.toggle")));
+    EXPECT_TRUE(
+        eventually(10s, [&] { return stored().contains(QStringLiteral("KeyboardShortcuts_awake.toggle")); }));
     EXPECT_TRUE(becomesAsleep()) << "recording it isn't using it";
 
     m_hardware.tap("Escape");

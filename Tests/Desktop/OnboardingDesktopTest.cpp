@@ -147,8 +147,7 @@ TEST_F(OnboardingDesktopTest, ByMouseAloneAFeatureTurnedOnIsActiveAfterGettingSt
     EXPECT_FALSE(hasOnboarded());
     click(QStringLiteral("Get Started"), button);
     EXPECT_TRUE(vanishes(QStringLiteral("Choose your features")));
-    EXPECT_TRUE(hasOnboarded());
-    EXPECT_TRUE(awakeIsStored());
+    EXPECT_TRUE(eventually(10s, [&] { return hasOnboarded() && awakeIsStored(); }));
     EXPECT_TRUE(awakeBecomesActive(m_program->pid()));
 }
 

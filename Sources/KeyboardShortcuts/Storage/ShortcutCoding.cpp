@@ -1,42 +1,18 @@
 #include "KeyboardShortcuts/Storage/ShortcutCoding.h"
 
-#include "KeyboardShortcuts/Storage/JsonScanner.h"
-
-#include <array>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 namespace orvane::KeyboardShortcuts {
 
 namespace {
 
-struct Field {
-    QStringView name;
-    std::optional<std::int64_t> value;
-};
-
-using Fields = std::array<Field, 2>;
-
-/// Reads a member's name: which of the fields it is, or null for any other. Nothing where no name stands.
-std::optional<Field*> readName(JsonScanner& scanner, Fields& fields)
+/// Nothing for a fraction, for what exceeds 64 bits, and for what is no number.
+std::optional<std::int64_t> integer(const QJsonValue& value)
 {
-    const JsonScanner start = scanner;
-    for (Field& field : fields) {
-        scanner = start;
-        const auto isField = scanner.string(field.name);
-        if (!isField)
-            return std::nullopt;
-        if (*isField)
-            return &field;
-    }
-    return nullptr;
-}
-
-/// Reads one member's value, into `field` if the member is the first of that name.
-bool readValue(JsonScanner& scanner, Field* field)
-{
-    if (!field || field->value)
-        return scanner.skipValue();
-    field->value = scanner.integer();
-    return field->value.has_value();
+    const qint64 number = value.toInteger(0);
+    // The fallback is taken for all of these; it is told from a true value by another one.
+    return number == value.toInteger(1) ? std::optional<std::int64_t>(number) : std::nullopt;
 }
 
 } // namespace
@@ -48,20 +24,12 @@ QString encode(const Shortcut& shortcut)
         .arg(shortcut.carbonModifiers);
 }
 
-std::optional<Shortcut> decode(QStringView text)
+std::optional<Shortcut> decode(const QString& text)
 {
-    Fields fields{Field{u"carbonKeyCode", {}}, Field{u"carbonModifiers", {}}};
-    JsonScanner scanner(text);
-    if (!scanner.skip(u'{'))
-        return std::nullopt;
-    do {
-        const auto field = readName(scanner, fields);
-        if (!field || !scanner.skip(u':') || !readValue(scanner, *field))
-            return std::nullopt;
-    } while (scanner.skip(u','));
-    if (!scanner.skip(u'}') || !scanner.atEnd() || !fields[0].value || !fields[1].value)
-        return std::nullopt;
-    return Shortcut(*fields[0].value, *fields[1].value);
+    const QJsonObject object = QJsonDocument::fromJson(text.toUtf8()).object();
+    const auto keyCode = integer(object.value(QLatin1StringView("carbonKeyCode")));
+    const auto modifiers = integer(object.value(QLatin1StringView("carbonModifiers")));
+    return keyCode && modifiers ? std::optional(Shortcut(*keyCode, *modifiers)) : std::nullopt;
 }
 
 } // namespace orvane::KeyboardShortcuts

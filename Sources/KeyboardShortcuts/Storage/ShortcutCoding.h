@@ -9,10 +9,10 @@
 
 namespace orvane::KeyboardShortcuts {
 
-QString encode(const Shortcut& shortcut);
+[[nodiscard]] QString encode(const Shortcut& shortcut);
 
-/// A JSON object with whole numbers of 64 bits under both names, in any order, whatever else it holds; of a
-/// name that is there twice the first counts. Nothing for any other text. Allocates nothing.
-std::optional<Shortcut> decode(QStringView text);
+/// Reads a JSON object with whole numbers of 64 bits under both names, in any order, whatever else it holds.
+/// Nothing for any other text.
+[[nodiscard]] std::optional<Shortcut> decode(const QString& text);
 
 } // namespace orvane::KeyboardShortcuts

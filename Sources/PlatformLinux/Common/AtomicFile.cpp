@@ -21,16 +21,17 @@ namespace {
 constexpr int maximumLinks = 40; // the kernel's own limit
 constexpr int creationAttempts = 16;
 
+/// 16 random hexadecimal digits, for names that must not meet.
+QString randomNameSuffix()
+{
+    return QStringLiteral("%1").arg(QRandomGenerator::system()->generate64(), 16, 16, QLatin1Char('0'));
+}
+
 } // namespace
 
 void throwErrno()
 {
     throw std::system_error(errno, std::generic_category());
-}
-
-QString randomNameSuffix()
-{
-    return QStringLiteral("%1").arg(QRandomGenerator::system()->generate64(), 16, 16, QLatin1Char('0'));
 }
 
 void synchronizeDirectoryOf(const QString& path)
@@ -141,12 +142,6 @@ void AtomicFile::commit()
         throwErrno();
     m_temporaryPath.clear();
     synchronizeDirectoryOf(m_path);
-}
-
-FileDescriptor AtomicFile::release()
-{
-    ::flock(m_file.get(), LOCK_UN);
-    return std::move(m_file);
 }
 
 void AtomicFile::replace(const QString& path, const QByteArray& bytes, Readers readers)

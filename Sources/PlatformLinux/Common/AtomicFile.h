@@ -15,7 +15,7 @@ namespace orvane {
 
 class AtomicFile {
 public:
-    /// Who may read the file; the writer's umask doesn't count.
+    /// Who may read the file; the writer's umask has no say.
     enum class Readers : mode_t { owner = 0600, everyone = 0644 };
 
     /// Creates the temporary file. Symbolic links at `path` are followed: what they name is replaced.
@@ -31,17 +31,14 @@ public:
 
     /// The path of the file itself, with links followed.
     const QString& path() const { return m_path; }
-    /// Gives up the lock and returns the file, so that its identity can be compared later.
-    FileDescriptor release();
 
     static void replace(const QString& path, const QByteArray& bytes, Readers readers);
 
-    /// Returns the path with every link of its last part followed; the target need not exist. Throws on a
-    /// loop.
-    static QString resolved(const QString& path);
+    /// The path with every link of its last part followed; what it names need not exist. Throws on a loop.
+    [[nodiscard]] static QString resolved(const QString& path);
 
-    /// Removes the temporary files of dead writers of `path`, and of files with names that begin with its
-    /// name and a full stop. Those of living writers stay. Never throws.
+    /// Removes the temporary files of dead writers of `path`, and of files whose names go on from its name
+    /// with a full stop. Those of living writers stay. Never throws.
     static void removeLeftovers(const QString& path);
 
 private:
@@ -52,14 +49,11 @@ private:
     FileDescriptor m_file;
 };
 
-/// Brings a change of names in the folder of `path` to the disk, as far as the file system can.
+/// Brings a change of names in the folder of `path` to the disk, as well as the file system can.
 void synchronizeDirectoryOf(const QString& path);
 
 /// Creates the folder and those above it for the user alone. Throws std::system_error.
 void makeDirectory(const QString& path);
-
-/// Returns 16 random hexadecimal digits, for names that must differ.
-QString randomNameSuffix();
 
 /// Throws std::system_error with the present errno.
 [[noreturn]] void throwErrno();

@@ -1,26 +1,45 @@
-// The defaults file on the disk: reading it as it is, whoever wrote it, and replacing it. Knows no log and
-// no lock; the store calls on the main thread and holds the lock where it says so.
+// The defaults file on the disk: reading it as it is, whoever wrote it, and merging changes into it. Several
+// processes may share it: they take turns by a lock (flock) on its folder. Knows no log. One thread at a
+// time.
 #pragma once
 
-#include "PlatformLinux/Common/FileDescriptor.h"
-
+#include <QJsonObject>
+#include <QMap>
 #include <QString>
-#include <QVariant>
-
-#include <optional>
-
-#include <sys/stat.h>
 
 namespace orvane {
 
 class DefaultsFile {
 public:
-    enum class Content { missing, readable, unreadable };
+    /// Invalid is what was read in full and is no defaults file, or can't ever be one, as a folder.
+    /// Unreachable is what couldn't be opened or read now and may be good.
+    enum class Content { missing, valid, invalid, unreachable };
 
     struct Reading {
         Content content = Content::missing;
-        QVariantMap values; // when readable
-        QString problem;    // when unreadable
+        QJsonObject values; // when valid
+        QString problem;    // when invalid or unreachable
+        int error = 0;      // the errno, when unreachable
+    };
+
+    /// New values by key; an undefined one removes the key.
+    using Changes = QMap<QString, QJsonValue>;
+
+    /// What to do while another process has its turn.
+    enum class Turn { wait, take };
+
+    enum class Outcome {
+        done,
+        busy,   // another process has its turn; nothing was done
+        failed, // by what may pass: a full disk, too many open files
+        refused // by somebody's decision: a read-only file, a folder without permission
+    };
+
+    struct Result {
+        Outcome outcome = Outcome::done;
+        QJsonObject values; // what is in the file now, when done
+        QString problem;    // when failed or refused, and why something was set aside
+        QString setAsideAs; // the new path of an invalid file that was renamed
     };
 
     explicit DefaultsFile(QString path) : m_path(std::move(path)) {}
@@ -28,28 +47,22 @@ public:
     const QString& path() const { return m_path; }
 
     /// A file that isn't there, or a link to none, is missing. Never blocks on what isn't a plain file.
-    Reading read();
+    [[nodiscard]] Reading read() const;
 
-    /// Whether the file is another one, or was changed, since it was last read or written here. True for
-    /// one that was unreadable.
-    bool hasChanged() const;
-
-    /// Replaces the content; under the lock. Throws std::system_error; a file that is marked read-only is
-    /// refused (EACCES) and so is content too large to be read again (EFBIG).
-    void write(const QVariantMap& values);
-
-    /// Renames what is there, a link included, to "<path>.corrupt-<UTC time>"; under the lock. Answers the
-    /// new path, never one that was taken, or nothing when that can't be done.
-    std::optional<QString> setAside();
+    /// Applies the changes to the file as it is now and replaces it, unless that changes nothing. In place of
+    /// a missing file one with `known` and the changes is written, and so in place of an invalid one, which
+    /// is renamed to "<path>.corrupt-<UTC time>" before. Never throws, never writes over what it couldn't
+    /// read.
+    [[nodiscard]] Result merge(const Changes& changes, const QJsonObject& known, Turn turn);
 
 private:
-    QString readDocument(QVariantMap& values);
-    void remember(FileDescriptor file);
+    Result mergeInTurn(const Changes& changes, const QJsonObject& known);
+    void removeLeftovers();
+    void write(const QJsonObject& values) const;
+    QString setAside() const;
 
     QString m_path;
-    // Kept open, so that the file's number isn't given to another file while it is compared with.
-    FileDescriptor m_file;
-    struct stat m_status = {};
+    bool m_leftoversAreRemoved = false;
 };
 
 } // namespace orvane

@@ -1,14 +1,9 @@
 #include "PlatformLinux/Defaults/JsonDefaultsStore.h"
 
-#include "PlatformLinux/Common/AtomicFile.h"
-#include "PlatformLinux/Common/FileLock.h"
 #include "PlatformLinux/Common/XdgDirectories.h"
-#include "PlatformLinux/Defaults/DefaultsCodec.h"
-
-#include <QFileInfo>
+#include "PlatformLinux/Defaults/DefaultsCoding.h"
 
 #include <algorithm>
-#include <mutex>
 #include <system_error>
 
 namespace orvane {
@@ -16,38 +11,12 @@ namespace orvane {
 namespace {
 
 using namespace std::chrono_literals;
+using Outcome = DefaultsFile::Outcome;
 
-// A turn takes a few milliseconds of disk time. Who holds the lock for longer is stuck, and is waited for
-// by the timer only.
-constexpr auto patienceOfSet = 20ms;
-constexpr auto patienceOfStart = 200ms;
-constexpr auto firstRetryInterval = 50ms;
-constexpr auto longestRetryInterval = 10s;
-
-void apply(const QVariantMap& changes, QVariantMap& values)
-{
-    for (auto it = changes.begin(); it != changes.end(); ++it) {
-        if (it.value().isValid())
-            values.insert(it.key(), it.value());
-        else
-            values.remove(it.key());
-    }
-}
+// A turn takes a few milliseconds of disk time.
+constexpr auto pauseForAnothersTurn = 5ms;
 
 } // namespace
-
-JsonDefaultsStore::JsonDefaultsStore(const QString& path, LogSink& log, RunLoop& runLoop)
-    : m_log(log), m_runLoop(runLoop), m_file(path), m_journal(path), m_retryInterval(firstRetryInterval)
-{
-    if (!path.isEmpty()) {
-        load();
-        return;
-    }
-    m_place = Place::memoryOnly;
-    this->log(LogLevel::error,
-              QStringLiteral("There is no home folder to keep the settings in: changes stay in "
-                             "memory. Set HOME or XDG_CONFIG_HOME."));
-}
 
 QString JsonDefaultsStore::standardPath()
 {
@@ -55,67 +24,51 @@ QString JsonDefaultsStore::standardPath()
     return config ? QString(*config + QLatin1String("/orvane/defaults.json")) : QString();
 }
 
-JsonDefaultsStore::~JsonDefaultsStore()
+JsonDefaultsStore::JsonDefaultsStore(const QString& path, LogSink& log, const Pace& pace)
+    : m_log(log), m_pace(pace), m_file(path), m_pause(pace.firstRetry)
 {
-    m_retry.reset();
-    writePending();
+    if (path.isEmpty()) {
+        logError(QStringLiteral("There is no home folder to keep the settings in: changes stay in memory. "
+                                "Set HOME or XDG_CONFIG_HOME."));
+        return;
+    }
+    const auto reading = m_file.read();
+    const Lock lock(m_mutex);
+    if (reading.content == DefaultsFile::Content::valid)
+        adopt(reading.values);
+    else if (reading.content != DefaultsFile::Content::missing)
+        writeWithin(0ms); // the writer sets the file aside, or tries to read it until it can
 }
 
-void JsonDefaultsStore::load()
+JsonDefaultsStore::~JsonDefaultsStore()
 {
-    auto reading = m_file.read();
-    if (reading.content == DefaultsFile::Content::unreadable) {
-        // Another process may be setting it aside just now: what counts is what is there under the lock.
-        const QString consequence = QStringLiteral("Starting with the default settings.");
-        try {
-            if (const auto lock = takeLock(patienceOfStart)) {
-                reading = m_file.read();
-                if (reading.content == DefaultsFile::Content::unreadable)
-                    setAside(reading.problem, consequence);
-            } else {
-                log(LogLevel::error,
-                    QStringLiteral(
-                        "%1 is not usable: %2. It stays there until another process that holds its lock "
-                        "lets go. %3")
-                        .arg(m_file.path(), reading.problem, consequence));
-            }
-        } catch (const std::system_error&) {
-            setAside(reading.problem,
-                     consequence); // no lock file can be made, so no name can be changed either
-        }
+    {
+        const Lock lock(m_mutex);
+        m_isEnding = true;
+        m_wake.notify_one();
     }
-    m_onDisk = reading.values;
-    try {
-        AtomicFile::removeLeftovers(m_file.path());
-        const QString target = AtomicFile::resolved(m_file.path());
-        if (target != m_file.path())
-            AtomicFile::removeLeftovers(target);
-    } catch (const std::system_error&) {
-        // A loop of links, which was set aside.
-    }
-    if (m_place == Place::file)
-        m_pending = m_journal.adopt();
-    publish();
-    writePending();
+    if (m_writer.joinable())
+        m_writer.join();
+    if (m_due != Clock::time_point::max()) // no thread could be started
+        runWriter();
 }
 
 void JsonDefaultsStore::registerDefaults(const QVariantMap& defaults)
 {
-    const std::unique_lock guard(m_mutex);
-    for (auto it = defaults.begin(); it != defaults.end(); ++it)
-        m_registered.insert(it.key(), defaultscodec::storable(it.value()).value_or(it.value()));
+    const Lock lock(m_mutex);
+    m_registered.insert(defaults);
 }
 
 QVariant JsonDefaultsStore::object(const QString& key) const
 {
-    const std::shared_lock guard(m_mutex);
+    const Lock lock(m_mutex);
     const auto stored = m_stored.constFind(key);
     return stored != m_stored.cend() ? stored.value() : m_registered.value(key);
 }
 
 QVariantMap JsonDefaultsStore::dictionaryRepresentation() const
 {
-    const std::shared_lock guard(m_mutex);
+    const Lock lock(m_mutex);
     QVariantMap all = m_registered;
     all.insert(m_stored);
     return all;
@@ -123,153 +76,161 @@ QVariantMap JsonDefaultsStore::dictionaryRepresentation() const
 
 void JsonDefaultsStore::set(const QString& key, const QVariant& value)
 {
-    const auto kept = defaultscodec::storable(value);
-    if (!kept) {
-        log(LogLevel::error,
-            QStringLiteral("The value for \"%1\" isn't stored: it is of a type (%2), or nested deeper, "
-                           "than a defaults file can keep.")
-                .arg(key, QLatin1String(value.typeName())));
+    const auto json = value.isValid() ? defaultscoding::toJson(value) : QJsonValue(QJsonValue::Undefined);
+    if (!json) {
+        logError(QStringLiteral("The value for \"%1\" isn't stored: it is of a type (%2), not finite, or "
+                                "nested deeper than a defaults file can keep.")
+                     .arg(key, QLatin1String(value.typeName())));
         return;
     }
-    // Another process's value is what this one is compared with.
-    bool isSettled = m_place == Place::file && !m_pending.contains(key);
-    if (isSettled && m_file.hasChanged()) {
-        const auto reading = m_file.read();
-        isSettled = reading.content == DefaultsFile::Content::readable;
-        if (isSettled) {
-            m_onDisk = reading.values;
-            publish();
-        }
-    }
-    if (isSettled && defaultscodec::identical(*kept, m_onDisk.value(key)))
-        return writePending(); // what else waits
-    m_pending.insert(key, *kept);
-    publish();
-    writePending();
-}
-
-/// Makes what is in force visible to the readers.
-void JsonDefaultsStore::publish()
-{
-    QVariantMap values = m_onDisk;
-    apply(m_pending, values);
-    const std::unique_lock guard(m_mutex);
-    m_stored.swap(values);
-}
-
-void JsonDefaultsStore::writePending()
-{
-    if (m_pending.isEmpty() || m_place == Place::memoryOnly)
+    const Lock lock(m_mutex);
+    if (value.isValid())
+        m_stored.insert(key, value);
+    else
+        m_stored.remove(key);
+    if (m_file.path().isEmpty())
         return;
+    m_unsaved.insert(key, *json);
+    writeWithin(m_pace.gathering);
+}
+
+/// Under the lock.
+void JsonDefaultsStore::writeWithin(std::chrono::milliseconds delay)
+{
+    const auto due = Clock::now() + delay;
+    if (m_writerRuns && due >= m_due)
+        return;
+    m_due = std::min(m_due, due);
+    if (m_writerRuns)
+        m_wake.notify_one();
+    else
+        startWriter();
+}
+
+void JsonDefaultsStore::startWriter()
+{
+    if (m_writer.joinable())
+        m_writer.join(); // it has nothing left to do but to end
     try {
-        const auto lock = takeLock(m_lockIsStuck ? 0ms : patienceOfSet);
-        if (lock) {
-            m_lockIsStuck = false;
-            writePendingLocked();
-        } else {
-            m_lockIsStuck = true;
-            keepPending(QStringLiteral("another process holds its lock"));
-            retryLater();
-        }
+        m_writerRuns = true;
+        m_writer = std::thread([this] { runWriter(); });
     } catch (const std::system_error& error) {
-        keepPending(QString::fromLocal8Bit(error.what()));
+        m_writerRuns = false;
+        if (!std::exchange(m_failureIsLogged, true))
+            logError(QStringLiteral("No thread can be started to write the settings: %1. They are written "
+                                    "with the next change or when the program ends.")
+                         .arg(QString::fromLocal8Bit(error.what())));
     }
 }
 
-std::optional<FileLock> JsonDefaultsStore::takeLock(std::chrono::milliseconds patience) const
+void JsonDefaultsStore::runWriter()
 {
-    makeDirectory(QFileInfo(m_file.path()).path());
-    return FileLock::acquire(m_file.path() + QStringLiteral(".lock"), patience);
+    Lock lock(m_mutex);
+    while (awaitWork(lock))
+        planNext(writeOnce(lock), lock);
+    m_writerRuns = false;
 }
 
-void JsonDefaultsStore::writePendingLocked()
+/// True when it is time to write, false when the thread isn't needed any more.
+bool JsonDefaultsStore::awaitWork(Lock& lock)
 {
-    if (m_file.hasChanged() && mergeChanges() == FileState::unusable)
+    const auto hasWork = [this] { return m_due != Clock::time_point::max(); };
+    if (!m_wake.wait_for(lock, m_pace.lingering, [&] { return hasWork() || m_isEnding; }))
+        return false;
+    while (hasWork() && !m_isEnding && Clock::now() < m_due) {
+        const auto due = m_due; // it moves while this waits
+        m_wake.wait_until(lock, due);
+    }
+    return hasWork();
+}
+
+/// Lets go of the lock while it uses the disk.
+Outcome JsonDefaultsStore::writeOnce(Lock& lock)
+{
+    m_due = Clock::time_point::max();
+    const DefaultsFile::Changes changes = m_unsaved;
+    lock.unlock();
+    const auto now = Clock::now();
+    const bool isStuck = m_busySince < now - m_pace.patience;
+    const auto turn = isStuck ? DefaultsFile::Turn::take : DefaultsFile::Turn::wait;
+    const DefaultsFile::Result result = m_file.merge(changes, m_known, turn);
+    report(result);
+    m_busySince = result.outcome == Outcome::busy ? std::min(m_busySince, now) : Clock::time_point::max();
+    lock.lock();
+    if (result.outcome != Outcome::done)
+        return result.outcome;
+    adopt(result.values);
+    for (auto it = changes.begin(); it != changes.end(); ++it) {
+        const auto unsaved = m_unsaved.constFind(it.key());
+        if (unsaved.value() == it.value())
+            m_unsaved.erase(unsaved);
+    }
+    return result.outcome;
+}
+
+void JsonDefaultsStore::planNext(Outcome outcome, Lock& lock)
+{
+    switch (outcome) {
+    case Outcome::done:
+        m_pause = m_pace.firstRetry;
         return;
-    QVariantMap merged = m_onDisk;
-    apply(m_pending, merged);
-    m_file.write(merged);
-    m_onDisk = std::move(merged);
-    pendingIsWritten();
-}
-
-/// Takes over what others wrote. A file that vanished is written anew with all that was in it: a removed
-/// setting is a removed key, not a removed file.
-JsonDefaultsStore::FileState JsonDefaultsStore::mergeChanges()
-{
-    const auto reading = m_file.read();
-    switch (reading.content) {
-    case DefaultsFile::Content::missing:
-        return FileState::usable;
-    case DefaultsFile::Content::readable:
-        m_onDisk = reading.values;
-        publish();
-        return FileState::usable;
-    case DefaultsFile::Content::unreadable:
+    case Outcome::busy:
+        m_wake.wait_for(lock, pauseForAnothersTurn);
+        m_due = Clock::now();
+        return;
+    case Outcome::failed:
+        m_pause = std::min(m_pause, m_pace.rareRetry);
+        break;
+    case Outcome::refused:
+        m_pause = m_pace.rareRetry;
         break;
     }
-    return setAside(reading.problem, QStringLiteral("Going on with the settings that were read before."));
-}
-
-JsonDefaultsStore::FileState JsonDefaultsStore::setAside(const QString& problem, const QString& consequence)
-{
-    const QString wrong = QStringLiteral("%1 is not usable: %2. ").arg(m_file.path(), problem);
-    if (const auto place = m_file.setAside()) {
-        log(LogLevel::error,
-            QString(wrong + QStringLiteral("What was there is now %1. ").arg(*place) + consequence));
-        return FileState::usable;
-    }
-    // Writing would destroy what can't be moved out of the way.
-    m_place = Place::memoryOnly;
-    log(LogLevel::error,
-        QString(wrong +
-                QStringLiteral("It can't be renamed either, so it stays as it is, and changes "
-                               "are kept in memory only until it is repaired or moved "
-                               "and the program is started again. ") +
-                consequence));
-    return FileState::unusable;
-}
-
-/// One line in the log for all failures until a write succeeds.
-void JsonDefaultsStore::keepPending(const QString& reason)
-{
-    QString where = QStringLiteral("beside it in a file whose name has \".pending-\"");
-    try {
-        m_journal.save(m_pending);
-    } catch (const std::system_error&) {
-        where = QStringLiteral("in memory");
-    }
-    if (!std::exchange(m_failureIsLogged, true))
-        log(LogLevel::error,
-            QStringLiteral("%1 can't be written: %2. Changes are kept %3 and are written with the "
-                           "next one that succeeds.")
-                .arg(m_file.path(), reason, where));
-}
-
-void JsonDefaultsStore::pendingIsWritten()
-{
-    m_pending.clear();
-    m_journal.clear();
-    m_failureIsLogged = false;
-    m_retry.reset();
-    m_retryInterval = firstRetryInterval;
-}
-
-void JsonDefaultsStore::retryLater()
-{
-    if (m_retry)
+    if (m_isEnding) {
+        m_due = Clock::time_point::max();
         return;
-    m_retry = m_runLoop.scheduleTimer(m_retryInterval, RunLoop::Repeats::no, [this] {
-        JsonDefaultsStore& self = *this; // the capture may go with the timer
-        self.m_retry.reset();
-        self.writePending();
-    });
-    m_retryInterval = std::min<std::chrono::milliseconds>(m_retryInterval * 2, longestRetryInterval);
+    }
+    // A change that came meanwhile isn't held up.
+    m_due = std::min(m_due, Clock::now() + m_pause);
+    m_pause *= 2;
 }
 
-void JsonDefaultsStore::log(LogLevel level, const QString& message)
+/// Takes over what others wrote to the file. Values that were set here keep their types.
+void JsonDefaultsStore::adopt(const QJsonObject& values)
 {
-    m_log.write(level, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("Defaults"), message);
+    for (auto it = values.begin(); it != values.end(); ++it) {
+        if (m_unsaved.contains(it.key()) || (m_known.contains(it.key()) && m_known[it.key()] == it.value()))
+            continue;
+        if (const QVariant value = defaultscoding::fromJson(it.value()); value.isValid())
+            m_stored.insert(it.key(), value);
+        else
+            m_stored.remove(it.key());
+    }
+    for (auto it = m_known.constBegin(); it != m_known.constEnd(); ++it) {
+        if (!values.contains(it.key()) && !m_unsaved.contains(it.key()))
+            m_stored.remove(it.key());
+    }
+    m_known = values;
+}
+
+/// Writes one line to the log for all failures until a write succeeds.
+void JsonDefaultsStore::report(const DefaultsFile::Result& result)
+{
+    const QString path = m_file.path();
+    if (!result.setAsideAs.isEmpty())
+        logError(QStringLiteral("%1 was not usable: %2. What was there is now %3. The settings in memory are "
+                                "in force.")
+                     .arg(path, result.problem, result.setAsideAs));
+    if (result.outcome == Outcome::done)
+        m_failureIsLogged = false;
+    else if (result.outcome != Outcome::busy && !std::exchange(m_failureIsLogged, true))
+        logError(QStringLiteral("The settings can't be kept in %1: %2. Changes stay in memory, and writing "
+                                "is tried again. What can't be written until the program ends is lost.")
+                     .arg(path, result.problem));
+}
+
+void JsonDefaultsStore::logError(const QString& message)
+{
+    m_log.write(LogLevel::error, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("Defaults"), message);
 }
 
 } // namespace orvane

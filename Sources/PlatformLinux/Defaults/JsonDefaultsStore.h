@@ -1,32 +1,42 @@
-// The defaults store in one JSON file that several processes may share.
+// The defaults store in memory, with one JSON file behind it that several processes may share.
 //
-// A set is on the disk when it returns: in the file, or, when a stuck process holds the lock or the file may
-// not be written, in a journal beside it (DefaultsJournal) that is merged as soon as that is possible again,
-// by this process or the next one. Only if that fails too is the change in memory alone.
+// The main thread reads the file once, at the start. After that a thread of the store's own, which is there
+// while there is something to write, merges what changed into the file: within a tenth of a second after the
+// first change, and at the store's end. What can't be written is kept in memory and tried again.
 #pragma once
 
 #include "Platform/DefaultsStore.h"
 #include "Platform/LogSink.h"
-#include "Platform/RunLoop.h"
 #include "PlatformLinux/Defaults/DefaultsFile.h"
-#include "PlatformLinux/Defaults/DefaultsJournal.h"
 
 #include <chrono>
-#include <memory>
-#include <optional>
-#include <shared_mutex>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 
 namespace orvane {
 
-class FileLock;
-
 class JsonDefaultsStore : public DefaultsStore {
 public:
-    /// Reads the file; a missing one is a first start and nothing is made until the first set. An unreadable
-    /// one is renamed and logged; with an empty path all stays in memory. `runLoop` is used for a timer while
-    /// another process keeps the lock.
-    JsonDefaultsStore(const QString& path, LogSink& log, RunLoop& runLoop);
-    /// Tries once more to write what is pending.
+    struct Pace {
+        /// The time in which changes are gathered, after the first of them. With the time of a write it has
+        /// to stay below a tenth of a second.
+        std::chrono::milliseconds gathering{40};
+        /// The pause after a failure that may pass. It doubles up to `rareRetry`.
+        std::chrono::milliseconds firstRetry{250};
+        /// The pause after a refusal, such as a read-only file.
+        std::chrono::milliseconds rareRetry{60'000};
+        /// The time for which another process's turn is respected; who has it for longer is stuck.
+        std::chrono::milliseconds patience{1'000};
+        /// The time after which the thread ends when nothing more has changed.
+        std::chrono::milliseconds lingering{5'000};
+    };
+
+    /// Reads the file; a missing one is a first start and nothing is made until the first set. With an empty
+    /// path all stays in memory.
+    JsonDefaultsStore(const QString& path, LogSink& log) : JsonDefaultsStore(path, log, Pace()) {}
+    JsonDefaultsStore(const QString& path, LogSink& log, const Pace& pace);
+    /// Writes what is unsaved, and waits for that.
     ~JsonDefaultsStore() override;
     JsonDefaultsStore(const JsonDefaultsStore&) = delete;
     JsonDefaultsStore& operator=(const JsonDefaultsStore&) = delete;
@@ -36,42 +46,45 @@ public:
 
     void registerDefaults(const QVariantMap& defaults) override;
     QVariant object(const QString& key) const override;
-    /// A value of a type that the file can't keep is logged and not stored. Waits for another process's
-    /// turn to end, but never longer than 20 ms.
+    /// A value of a type that the file can't keep is logged and not stored.
     void set(const QString& key, const QVariant& value) override;
     QVariantMap dictionaryRepresentation() const override;
 
 private:
-    enum class Place { file, memoryOnly };
-    enum class FileState { usable, unusable };
+    using Clock = std::chrono::steady_clock;
+    using Lock = std::unique_lock<std::mutex>;
 
-    void load();
-    void writePending();
-    void writePendingLocked();
-    FileState mergeChanges();
-    FileState setAside(const QString& problem, const QString& consequence);
-    void keepPending(const QString& reason);
-    void pendingIsWritten();
-    void retryLater();
-    void publish();
-    std::optional<FileLock> takeLock(std::chrono::milliseconds patience) const;
-    void log(LogLevel level, const QString& message);
+    void writeWithin(std::chrono::milliseconds delay);
+    void startWriter();
+    void runWriter();
+    bool awaitWork(Lock& lock);
+    DefaultsFile::Outcome writeOnce(Lock& lock);
+    void planNext(DefaultsFile::Outcome outcome, Lock& lock);
+    void adopt(const QJsonObject& values);
+    void report(const DefaultsFile::Result& result);
+    void logError(const QString& message);
 
     LogSink& m_log;
-    RunLoop& m_runLoop;
-    DefaultsFile m_file;
-    DefaultsJournal m_journal;
-    Place m_place = Place::file;
-    QVariantMap m_onDisk;  // the file's values as last seen or written
-    QVariantMap m_pending; // changes that aren't in the file yet; invalid is a removal
-    bool m_failureIsLogged = false;
-    bool m_lockIsStuck = false;
-    std::chrono::milliseconds m_retryInterval;
-    std::unique_ptr<Timer> m_retry; // only while a lock is waited for
+    const Pace m_pace;
 
-    mutable std::shared_mutex m_mutex; // guards the two below; the rest is the main thread's
-    QVariantMap m_stored;              // m_onDisk under m_pending
+    // The writer's alone while it runs.
+    DefaultsFile m_file;
+    QJsonObject m_known; // the file's values as last seen or written
+    bool m_failureIsLogged = false;
+    std::chrono::milliseconds m_pause;
+    Clock::time_point m_busySince = Clock::time_point::max();
+
+    mutable std::mutex m_mutex; // guards all below; never held during access to the disk
+    std::condition_variable m_wake;
     QVariantMap m_registered;
+    QVariantMap m_stored;
+    DefaultsFile::Changes m_unsaved;
+    /// When the writer has to begin; far away when there is nothing to do.
+    Clock::time_point m_due = Clock::time_point::max();
+    bool m_writerRuns = false;
+    bool m_isEnding = false;
+
+    std::thread m_writer;
 };
 
 } // namespace orvane

@@ -1,6 +1,5 @@
 #include "PlatformLinux/Common/AtomicFile.h"
 #include "ChildProcess.h"
-#include "PlatformLinux/Common/FileLock.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,7 +19,6 @@ namespace orvane::tests {
 namespace {
 
 using Readers = AtomicFile::Readers;
-using namespace std::chrono_literals;
 
 class AtomicFileTest : public ::testing::Test {
 protected:
@@ -190,50 +188,6 @@ TEST_F(AtomicFileTest, MakingAFolderMakesThoseAboveForTheUserAlone)
     EXPECT_EQ(mode(QStringLiteral("a")), 0700u);
     EXPECT_EQ(mode(QStringLiteral("a/b/c")), 0700u);
     makeDirectory(directory.filePath(QStringLiteral("a/b/c")));
-}
-
-TEST_F(AtomicFileTest, ALockExcludesUntilItsEnd)
-{
-    {
-        const auto first = FileLock::acquire(path, 0ms);
-        ASSERT_TRUE(first);
-        EXPECT_FALSE(FileLock::acquire(path, 0ms));
-        EXPECT_FALSE(FileLock::acquire(path, 5ms));
-    }
-    EXPECT_TRUE(FileLock::acquire(path, 0ms));
-}
-
-TEST_F(AtomicFileTest, AWaitForALockEndsWhenTheHolderLetsGo)
-{
-    ChildProcess holder([&](int toParent) {
-        auto lock = FileLock::acquire(path, 0ms);
-        sendByte(toParent);
-        ::pause(); // until the signal
-        return 0;
-    });
-    ASSERT_TRUE(holder.readByte());
-    ChildProcess waiter([&](int toParent) {
-        sendByte(toParent);
-        return FileLock::acquire(path, 60s) ? 0 : 1;
-    });
-    ASSERT_TRUE(waiter.readByte());
-    holder.signal(SIGKILL);
-    holder.wait();
-    EXPECT_EQ(waiter.wait(), 0);
-}
-
-TEST_F(AtomicFileTest, ALockFileThatWasRemovedIsMadeAgain)
-{
-    const auto first = FileLock::acquire(path, 0ms);
-    ASSERT_TRUE(QFile::remove(path));
-    EXPECT_TRUE(FileLock::acquire(path, 0ms));
-    EXPECT_TRUE(QFileInfo::exists(path));
-}
-
-TEST_F(AtomicFileTest, ADirectoryInPlaceOfTheLockFileIsAnError)
-{
-    ASSERT_TRUE(QDir().mkpath(path));
-    EXPECT_EQ(errorOf([&] { FileLock::acquire(path, 0ms); }), EISDIR);
 }
 
 } // namespace orvane::tests

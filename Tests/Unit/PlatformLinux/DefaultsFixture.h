@@ -1,10 +1,9 @@
-// A separate defaults file for each test, with a log that keeps its entries and a run loop turned by hand.
+// A separate defaults file for each test, with a log that keeps its entries.
 #pragma once
 
-#include "Fakes/FakeClock.h"
 #include "Fakes/FakeLogSink.h"
-#include "Fakes/FakeRunLoop.h"
 #include "PlatformLinux/Defaults/JsonDefaultsStore.h"
+#include "Support/Eventually.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,14 +13,15 @@
 
 #include <memory>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace orvane::tests {
 
 class DefaultsFixture : public ::testing::Test {
 protected:
-    std::unique_ptr<JsonDefaultsStore> open()
-    {
-        return std::make_unique<JsonDefaultsStore>(path, log, runLoop);
-    }
+    /// The end of a store writes what is unsaved, so what a temporary one set is in the file afterwards.
+    std::unique_ptr<JsonDefaultsStore> open() { return std::make_unique<JsonDefaultsStore>(path, log, pace); }
 
     static QByteArray contentOf(const QString& file)
     {
@@ -53,14 +53,36 @@ protected:
         return names;
     }
     QStringList setAside() const { return beside(QStringLiteral(".corrupt-")); }
-    QStringList journals() const { return beside(QStringLiteral(".pending-")); }
+    bool isLogged(const char* text) const
+    {
+        return log.messages().join(u'\n').contains(QString::fromUtf8(text));
+    }
+    /// Waits until the file contains the text.
+    bool isWritten(const char* text) const
+    {
+        return eventually(10s, [&] { return content().contains(text); });
+    }
+
+    /// Gives the folder and its content to the unprivileged user of a child.
+    void giveFolderAway() const
+    {
+        if (::geteuid() != 0)
+            return;
+        for (const QString& each : {directory.path(), QFileInfo(path).path(), path})
+            ASSERT_EQ(::lchown(QFile::encodeName(each).constData(), 65534, 65534), 0);
+    }
+
+    static bool changeMode(const QString& file, mode_t mode)
+    {
+        return ::chmod(QFile::encodeName(file).constData(), mode) == 0;
+    }
+
     QString inFolder(const QString& name) const { return QFileInfo(path).path() + u'/' + name; }
 
     QTemporaryDir directory;
     QString path = directory.path() + QLatin1String("/orvane/defaults.json");
     FakeLogSink log;
-    FakeClock clock;
-    FakeRunLoop runLoop{clock};
+    JsonDefaultsStore::Pace pace;
 };
 
 } // namespace orvane::tests

@@ -1,11 +1,9 @@
 #include "DefaultsFixture.h"
+#include "Support/Eventually.h"
 
-#include <atomic>
-#include <cmath>
-#include <functional>
+#include <QJsonDocument>
+
 #include <limits>
-#include <thread>
-#include <vector>
 
 #include <sys/stat.h>
 
@@ -40,13 +38,40 @@ TEST_F(JsonDefaultsStoreTest, AFirstStartIsSilentAndLeavesNoTrace)
     EXPECT_FALSE(QFileInfo::exists(QFileInfo(path).path()));
 }
 
-TEST_F(JsonDefaultsStoreTest, ASetIsOnTheDiskAtOnce)
+TEST_F(JsonDefaultsStoreTest, ASetIsReadAtOnceAndIsInTheFileSoonAfter)
 {
     const auto store = open();
     store->set(key, true);
-    EXPECT_EQ(content(), QByteArray("{\n  \"net.lindenrow.orvane.test.key\": true\n}\n"));
+    EXPECT_EQ(store->object(key), QVariant(true));
+    EXPECT_TRUE(
+        eventually(10s, [&] { return content() == "{\n    \"net.lindenrow.orvane.test.key\": true\n}\n"; }));
     store->remove(key);
-    EXPECT_EQ(content(), QByteArray("{\n}\n"));
+    EXPECT_FALSE(store->object(key).isValid());
+    EXPECT_TRUE(eventually(10s, [&] { return content() == "{\n}\n"; }));
+}
+
+TEST_F(JsonDefaultsStoreTest, TheEndOfAStoreWritesWhatIsUnsavedWithoutWaitingForItsTime)
+{
+    pace.gathering = 1h;
+    {
+        const auto store = open();
+        for (int number = 0; number <= 100; ++number)
+            store->set(key, number);
+        EXPECT_FALSE(QFileInfo::exists(path));
+    }
+    EXPECT_EQ(content(), QByteArray("{\n    \"net.lindenrow.orvane.test.key\": 100\n}\n"));
+}
+
+TEST_F(JsonDefaultsStoreTest, ChangesAreWrittenAfterTheWriterHasEndedToo)
+{
+    pace.gathering = 1ms;
+    pace.lingering = 1ms;
+    const auto store = open();
+    for (int number = 1; number <= 50; ++number) {
+        store->set(key, number);
+        const QByteArray line = "test.key\": " + QByteArray::number(number) + "\n";
+        ASSERT_TRUE(eventually(10s, [&] { return content().contains(line); }));
+    }
 }
 
 TEST_F(JsonDefaultsStoreTest, EveryTypeIsKeptOverARestart)
@@ -58,24 +83,19 @@ TEST_F(JsonDefaultsStoreTest, EveryTypeIsKeptOverARestart)
         {QStringLiteral("false"), false},
         {QStringLiteral("big"), big},
         {QStringLiteral("low"), low},
-        {QStringLiteral("one"), 1.0},
-        {QStringLiteral("minus zero"), -0.0},
         {QStringLiteral("small"), 5e-324},
         {QStringLiteral("huge"), 1.7976931348623157e308},
         {QStringLiteral("third"), 1.0 / 3},
-        {QStringLiteral("infinite"), -std::numeric_limits<double>::infinity()},
         {QStringLiteral("text"), QStringLiteral("\u00e9 \U0001f600 \" \\ / \n\t\u0001\u007f")},
         {QStringLiteral("empty"), QString()},
-        {QStringLiteral("mark"), QString(QString(QChar(0xfeff)) + u'a' + QChar(0xfeff))},
-        {QStringLiteral("half a pair"), QString(QChar(0xd800))},
+        {QStringLiteral("mark"), QString(u'a' + QString(QChar(0xfeff)))},
         {QStringLiteral("nul"), QString(QChar(0))},
         {QStringLiteral("bytes"), QByteArray("\x00\xff\n", 3)},
         {QStringLiteral("no bytes"), QByteArray("")},
-        {QStringLiteral("list"), QVariantList{1LL, 1.0, QVariantList{}, QByteArray("x"), QVariantMap{}}},
+        {QStringLiteral("list"), QVariantList{1LL, 1.5, QVariantList{}, QByteArray("x"), QVariantMap{}}},
         {QStringLiteral("map"),
          QVariantMap{{QString(), QVariantMap{{QStringLiteral("$"), QStringLiteral("a")}}}}},
         {QString(), QStringLiteral("under the empty key")},
-        {QStringLiteral("$data"), QStringLiteral("AA==")},
     };
     {
         const auto store = open();
@@ -88,53 +108,56 @@ TEST_F(JsonDefaultsStoreTest, EveryTypeIsKeptOverARestart)
         EXPECT_EQ(value.typeId(), it.value().typeId()) << it.key().toStdString();
         EXPECT_EQ(value, it.value()) << it.key().toStdString();
     }
-    EXPECT_TRUE(std::signbit(store->object(QStringLiteral("minus zero")).toDouble()));
     EXPECT_EQ(store->dictionaryRepresentation().size(), values.size());
     EXPECT_TRUE(log.entries().empty());
 }
 
-TEST_F(JsonDefaultsStoreTest, NotANumberIsKeptAsSuch)
+TEST_F(JsonDefaultsStoreTest, AWholeDoubleStaysOneWhileItsStoreRunsAndIsAWholeNumberAfterwards)
 {
-    open()->set(key, std::numeric_limits<double>::quiet_NaN());
-    EXPECT_TRUE(std::isnan(open()->object(key).toDouble()));
-}
-
-TEST_F(JsonDefaultsStoreTest, MapsThatLookLikeTagsStayMaps)
-{
-    const QVariantMap maps[] = {
-        {{QStringLiteral("$data"), QStringLiteral("AAEC")}},
-        {{QStringLiteral("$data"), QByteArray("AAEC")}},
-        {{QStringLiteral("$double"), QStringLiteral("nan")}},
-        {{QStringLiteral("$$data"), QStringLiteral("AAEC")}},
-        {{QStringLiteral("$"), QVariantMap{{QStringLiteral("$data"), QStringLiteral("AAEC")}}}},
-        {{QStringLiteral("$data"), QStringLiteral("AAEC")}, {QStringLiteral("b"), 1LL}},
-    };
-    for (const QVariantMap& map : maps) {
-        open()->set(key, map);
-        EXPECT_EQ(open()->object(key), QVariant(map)) << content().toStdString();
+    {
+        const auto store = open();
+        store->set(key, 2.0);
+        EXPECT_TRUE(eventually(10s, [&] { return content().contains("2"); }));
+        store->set(other, 1LL);
+        EXPECT_TRUE(eventually(10s, [&] { return content().contains("other"); }));
+        EXPECT_EQ(store->object(key).typeId(), QMetaType::Double);
     }
+    const auto store = open();
+    EXPECT_EQ(store->object(key).typeId(), QMetaType::LongLong);
+    EXPECT_EQ(store->object(key).toDouble(), 2.0);
 }
 
-TEST_F(JsonDefaultsStoreTest, NumbersOfOtherWidthsBecomeWholeNumbersOf64Bits)
+TEST_F(JsonDefaultsStoreTest, WhatThePresentFormReplacedIsRead)
 {
+    writeFile("{\n  \"bytes\": {\"$data\": \"AP8=\"},\n  \"list\": [1, 1.0, \"a\"],\n  \"number\": 0.5,\n"
+              "  \"other\": {\"a\": true},\n  \"whole\": 3.0\n}\n");
     const auto store = open();
-    store->set(key, 5);
-    EXPECT_EQ(store->object(key).typeId(), QMetaType::LongLong);
-    store->set(key, std::numeric_limits<quint64>::max());
-    EXPECT_EQ(store->object(key).typeId(), QMetaType::Double);
-    store->set(key, QStringList{QStringLiteral("a")});
-    EXPECT_EQ(store->object(key), QVariant(QVariantList{QStringLiteral("a")}));
-    EXPECT_EQ(store->object(key).typeId(), QMetaType::QVariantList);
+    EXPECT_EQ(store->object(QStringLiteral("bytes")), QVariant(QByteArray("\x00\xff", 2)));
+    EXPECT_EQ(store->object(QStringLiteral("list")), QVariant(QVariantList{1LL, 1.0, QStringLiteral("a")}));
+    EXPECT_EQ(store->object(QStringLiteral("number")), QVariant(0.5));
+    EXPECT_EQ(store->object(other), QVariant(QVariantMap{{QStringLiteral("a"), true}}));
+    EXPECT_EQ(store->object(QStringLiteral("whole")).toDouble(), 3.0);
+    EXPECT_TRUE(log.entries().empty());
+}
+
+TEST_F(JsonDefaultsStoreTest, AListOfTextsIsKept)
+{
+    const QStringList texts{QStringLiteral("a"), QStringLiteral("b")};
+    open()->set(key, texts);
+    EXPECT_EQ(open()->object(key).toStringList(), texts);
 }
 
 TEST_F(JsonDefaultsStoreTest, AValueOfAnotherTypeIsLoggedAndNotStored)
 {
-    const auto store = open();
+    auto store = open();
     store->set(key, 1LL);
     store->set(key, QVariant(QChar(u'x')));
     store->set(key, QVariantList{QVariant(QChar(u'x'))});
+    store->set(key, std::numeric_limits<double>::quiet_NaN());
+    store->set(key, -std::numeric_limits<double>::infinity());
     EXPECT_EQ(store->object(key), QVariant(1LL));
-    EXPECT_EQ(log.entries().size(), 2u);
+    EXPECT_EQ(log.entries().size(), 4u);
+    store.reset();
     EXPECT_EQ(open()->object(key), QVariant(1LL));
 }
 
@@ -157,16 +180,17 @@ TEST_F(JsonDefaultsStoreTest, AValueNestedTooDeepToBeReadAgainIsNotStored)
 
 TEST_F(JsonDefaultsStoreTest, SettingAnEqualValueWritesNothing)
 {
-    const auto store = open();
-    store->set(key, 1LL);
+    open()->set(key, 1LL);
     const ino_t before = numberOf(path);
-    store->set(key, 1LL);
-    store->set(key, 1);
-    store->remove(other);
+    {
+        const auto store = open();
+        store->set(key, 1LL);
+        store->set(key, 1);
+        store->remove(other);
+    }
     EXPECT_EQ(numberOf(path), before);
-    store->set(key, 1.0); // equal in value, but of another type
+    open()->set(key, 2LL);
     EXPECT_NE(numberOf(path), before);
-    EXPECT_EQ(open()->object(key).typeId(), QMetaType::Double);
 }
 
 TEST_F(JsonDefaultsStoreTest, TheFileAndItsNewFolderAreTheUsersAlone)
@@ -176,8 +200,7 @@ TEST_F(JsonDefaultsStoreTest, TheFileAndItsNewFolderAreTheUsersAlone)
     ::umask(before);
     EXPECT_EQ(modeOf(path), 0600u);
     EXPECT_EQ(modeOf(QFileInfo(path).path()), 0700u);
-    EXPECT_EQ(modeOf(QString(path + QLatin1String(".lock"))), 0600u);
-    EXPECT_TRUE(beside(QStringLiteral(".tmp-")).isEmpty());
+    EXPECT_EQ(beside(QString()), QStringList{QFileInfo(path).fileName()});
 }
 
 TEST_F(JsonDefaultsStoreTest, ALinkIsFollowedAndStays)
@@ -189,9 +212,9 @@ TEST_F(JsonDefaultsStoreTest, ALinkIsFollowedAndStays)
     const auto store = open();
     EXPECT_EQ(store->object(other), QVariant(2LL));
     store->set(key, 1LL);
+    EXPECT_TRUE(eventually(10s, [&] { return contentOf(target).contains("test.key\": 1"); }));
     EXPECT_TRUE(QFileInfo(path).isSymLink());
     EXPECT_FALSE(QFileInfo(target).isSymLink());
-    EXPECT_TRUE(contentOf(target).contains("test.key\": 1"));
 }
 
 TEST_F(JsonDefaultsStoreTest, ALinkToNothingIsAFirstStartAndIsFilled)
@@ -227,20 +250,23 @@ TEST_F(JsonDefaultsStoreTest, RegisteredValuesAreNeverWritten)
     const auto store = open();
     store->registerDefaults({{other, 7LL}});
     store->set(key, 1LL);
+    EXPECT_TRUE(eventually(10s, [&] { return content().contains("test.key"); }));
     EXPECT_FALSE(content().contains("other"));
     EXPECT_EQ(store->object(other), QVariant(7LL));
 }
 
-TEST_F(JsonDefaultsStoreTest, TheKeysOfAnotherStoreAreKeptAndSeenWithTheNextSet)
+TEST_F(JsonDefaultsStoreTest, TheKeysOfAnotherStoreAreKeptAndSeenAfterTheNextWrite)
 {
     const auto first = open();
     const auto second = open();
     first->set(key, 1LL);
+    ASSERT_TRUE(eventually(10s, [&] { return content().contains("test.key"); }));
+    EXPECT_FALSE(second->object(key).isValid());
     second->set(other, 2LL);
-    EXPECT_EQ(second->object(key), QVariant(1LL));
+    EXPECT_TRUE(eventually(10s, [&] { return second->object(key) == QVariant(1LL); }));
     EXPECT_FALSE(first->object(other).isValid());
     first->set(QStringLiteral("third"), 3LL);
-    EXPECT_EQ(first->object(other), QVariant(2LL));
+    EXPECT_TRUE(eventually(10s, [&] { return first->object(other) == QVariant(2LL); }));
     EXPECT_EQ(open()->dictionaryRepresentation().size(), 3);
 }
 
@@ -250,95 +276,44 @@ TEST_F(JsonDefaultsStoreTest, AKeyThatAnotherStoreRemovedStaysRemoved)
     const auto first = open();
     open()->remove(key);
     first->set(other, 2LL);
-    EXPECT_FALSE(first->object(key).isValid());
+    EXPECT_TRUE(eventually(10s, [&] { return !first->object(key).isValid(); }));
     EXPECT_FALSE(content().contains("test.key"));
+}
+
+TEST_F(JsonDefaultsStoreTest, AHandEditOfOtherKeysIsKeptToTheLetterOfItsValues)
+{
+    const auto store = open();
+    store->set(key, 1LL);
+    ASSERT_TRUE(eventually(10s, [&] { return content().contains("test.key"); }));
+    writeFile("{\"mine\": {\"$data\": \"no base64\"}, \"nothing\": null, \"big\": 9223372036854775807, "
+              "\"list\": [1.5, []]}");
+    store->set(other, 2LL);
+    ASSERT_TRUE(eventually(10s, [&] { return content().contains("other"); }));
+    EXPECT_EQ(QJsonDocument::fromJson(content()),
+              QJsonDocument::fromJson("{\"mine\": {\"$data\": \"no base64\"}, \"nothing\": null, \"big\": "
+                                      "9223372036854775807, \"list\": [1.5, []], \"other\": 2}"));
 }
 
 TEST_F(JsonDefaultsStoreTest, AnEqualSetStillWinsOverWhatAnotherStoreWroteMeanwhile)
 {
-    const auto first = open();
+    auto first = open();
     first->set(key, 1LL);
+    ASSERT_TRUE(eventually(10s, [&] { return content().contains("test.key"); }));
     open()->set(key, 2LL);
     first->set(key, 1LL);
+    first.reset();
     EXPECT_EQ(open()->object(key), QVariant(1LL));
 }
 
 TEST_F(JsonDefaultsStoreTest, AFileThatVanishedIsWrittenAnewWithAllThatWasInIt)
 {
-    const auto store = open();
+    auto store = open();
     store->set(key, 1LL);
+    ASSERT_TRUE(eventually(10s, [&] { return QFileInfo::exists(path); }));
     ASSERT_TRUE(QFile::remove(path));
     store->set(other, 2LL);
+    store.reset();
     EXPECT_EQ(open()->dictionaryRepresentation().size(), 2);
-}
-
-namespace {
-
-/// Lets three threads call `read` while this one calls `write` two hundred times. Returns the number of
-/// reads.
-int readWhileWriting(const std::function<void()>& read, const std::function<void(int)>& write)
-{
-    std::atomic<bool> stop = false;
-    std::atomic<int> reads = 0;
-    std::vector<std::thread> readers;
-    for (int index = 0; index < 3; ++index) {
-        readers.emplace_back([&] {
-            do {
-                read();
-                ++reads;
-            } while (!stop);
-        });
-    }
-    for (int number = 1; number <= 200; ++number)
-        write(number);
-    stop = true;
-    for (auto& reader : readers)
-        reader.join();
-    return reads;
-}
-
-} // namespace
-
-TEST_F(JsonDefaultsStoreTest, ReadersOnOtherThreadsSeeOneNumberOrTheOther)
-{
-    const auto store = open();
-    store->registerDefaults({{other, 1LL}});
-    store->set(key, 0LL);
-    std::atomic<int> wrong = 0;
-    const int reads = readWhileWriting(
-        [&] {
-            const qint64 seen = store->integer(key);
-            const QVariantMap all = store->dictionaryRepresentation();
-            if (seen < 0 || seen > 200 || all.size() != 2 || all.value(key).toLongLong() < seen)
-                ++wrong;
-        },
-        [&](int number) { store->set(key, number); });
-    EXPECT_EQ(wrong, 0);
-    EXPECT_GE(reads, 3);
-}
-
-TEST_F(JsonDefaultsStoreTest, ReadersOnOtherThreadsSeeWholeValues)
-{
-#ifdef __SANITIZE_THREAD__
-    GTEST_SKIP()
-        << "The sanitizer doesn't see the reference counts that Qt's own library keeps of shared values.";
-#endif
-    const auto store = open();
-    const auto pair = [](int number) {
-        return QVariantMap{{QStringLiteral("a"), number}, {QStringLiteral("b"), QString::number(number)}};
-    };
-    store->set(key, pair(0));
-    std::atomic<int> torn = 0;
-    const int reads = readWhileWriting(
-        [&] {
-            const QVariantMap seen = store->object(key).toMap();
-            if (seen.size() != 2 ||
-                seen.value(QStringLiteral("a")).toString() != seen.value(QStringLiteral("b")).toString())
-                ++torn;
-        },
-        [&](int number) { store->set(key, pair(number)); });
-    EXPECT_EQ(torn, 0);
-    EXPECT_GE(reads, 3);
 }
 
 TEST_F(JsonDefaultsStoreTest, WithoutAPathAllStaysInMemoryAndTheLogSaysSo)
@@ -348,7 +323,6 @@ TEST_F(JsonDefaultsStoreTest, WithoutAPathAllStaysInMemoryAndTheLogSaysSo)
     store->set(key, 1LL);
     EXPECT_EQ(store->object(key), QVariant(1LL));
     EXPECT_EQ(log.entries().size(), 1u);
-    EXPECT_FALSE(QFileInfo::exists(QStringLiteral(".lock")));
 }
 
 TEST_F(JsonDefaultsStoreTest, TheStandardPathIsInTheConfigHome)
