@@ -12,13 +12,34 @@ namespace {
 const QString showDockIconKey = QStringLiteral("app.showDockIcon");
 const QString showMenuBarItemKey = QStringLiteral("app.showMenuBarItem");
 
+constexpr bool showDockIconDefault = false;
+constexpr bool showMenuBarItemDefault = true;
+
+/// A stored value of any type but a truth value or a number counts as absent. A damaged file must not hide
+/// the program.
+bool storedFlag(const DefaultsStore& defaults, const QString& key, bool defaultValue)
+{
+    switch (defaults.object(key).typeId()) {
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Double:
+        return defaults.boolean(key);
+    default:
+        return defaultValue;
+    }
+}
+
 } // namespace
 
 AppPreferences::AppPreferences(DefaultsStore& defaults) : m_defaults(defaults)
 {
-    defaults.registerDefaults({{showDockIconKey, false}, {showMenuBarItemKey, true}});
-    m_showDockIcon.set(defaults.boolean(showDockIconKey));
-    m_showMenuBarItem.set(defaults.boolean(showMenuBarItemKey));
+    defaults.registerDefaults(
+        {{showDockIconKey, showDockIconDefault}, {showMenuBarItemKey, showMenuBarItemDefault}});
+    m_showDockIcon.set(storedFlag(defaults, showDockIconKey, showDockIconDefault));
+    m_showMenuBarItem.set(storedFlag(defaults, showMenuBarItemKey, showMenuBarItemDefault));
+    if (!showDockIcon() && !showMenuBarItem())
+        setShowMenuBarItem(true);
     m_launchAtLogin.set(LaunchAtLogin::isEnabled());
 
     for (Observable<bool>* property : {&m_showDockIcon, &m_showMenuBarItem, &m_launchAtLogin})

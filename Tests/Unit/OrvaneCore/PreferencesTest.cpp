@@ -270,6 +270,46 @@ TEST(AppPreferences, ClearingTheDockIconSetsTheMenuBarItem)
     EXPECT_EQ(fake.defaults.stored, (QVariantMap{{dockKey, false}, {itemKey, true}}));
 }
 
+TEST(AppPreferences, AStoredValueOfAnotherTypeIsTakenForAbsent)
+{
+    const QVariantList damaged{QStringLiteral("half"), QString(), QVariantList{true}, QVariantMap{},
+                               QByteArray("1")};
+    for (const QVariant& value : damaged) {
+        FakePlatform fake;
+        fake.defaults.stored = {{dockKey, value}, {itemKey, value}};
+        const AppPreferences preferences(fake.defaults);
+        EXPECT_TRUE(preferences.showMenuBarItem()) << value.typeName();
+        EXPECT_FALSE(preferences.showDockIcon()) << value.typeName();
+    }
+}
+
+TEST(AppPreferences, StoredNumbersCountAsTruthValues)
+{
+    FakePlatform fake;
+    fake.defaults.stored = {{dockKey, 1LL}, {itemKey, 0}};
+    const AppPreferences preferences(fake.defaults);
+    EXPECT_TRUE(preferences.showDockIcon());
+    EXPECT_FALSE(preferences.showMenuBarItem());
+}
+
+TEST(AppPreferences, TwoStoredFalsesBringTheMenuBarItemBack)
+{
+    FakePlatform fake;
+    fake.defaults.stored = {{dockKey, false}, {itemKey, false}};
+    const AppPreferences preferences(fake.defaults);
+    EXPECT_TRUE(preferences.showMenuBarItem());
+    EXPECT_FALSE(preferences.showDockIcon());
+    EXPECT_EQ(fake.defaults.stored, (QVariantMap{{dockKey, false}, {itemKey, true}}));
+}
+
+TEST(AppPreferences, AHiddenMenuBarItemBesideADamagedDockIconComesBackToo)
+{
+    FakePlatform fake;
+    fake.defaults.stored = {{dockKey, QStringLiteral("half")}, {itemKey, false}};
+    const AppPreferences preferences(fake.defaults);
+    EXPECT_TRUE(preferences.showMenuBarItem());
+}
+
 TEST(AppPreferences, WithBothShownEitherCanGo)
 {
     FakePlatform fake;
