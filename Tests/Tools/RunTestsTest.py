@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tools/desktop/run-tests on a made-up desktop, with a program that fails and crashes as each test wants it."""
+"""Tests of Tools/desktop/run-tests on a stand-in for a desktop, with a program that fails and crashes as each test needs."""
 import os
 import pathlib
 import shutil

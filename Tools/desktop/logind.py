@@ -1,5 +1,5 @@
-"""The stand-in for logind on the private desktop: dbusmock's own, with inhibitors that tell which process and
-user hold them. Tests play a sleep through EmitSignal of the interface org.freedesktop.DBus.Mock."""
+"""The stand-in for logind on the private desktop: dbusmock's own, with inhibitors that report which process and
+user hold them. Tests cause a sleep through EmitSignal of the interface org.freedesktop.DBus.Mock."""
 
 import os
 

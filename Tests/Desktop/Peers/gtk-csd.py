@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""A GTK window that draws its decoration itself: a header bar, and shadows in margins of the window that
-nobody sees. Arguments: TITLE [X Y WIDTH HEIGHT [COLOUR]], the size without the margins. Tells on standard
+"""A GTK window that draws its decoration itself: a header bar, and shadows in transparent margins of the
+window. Arguments: TITLE [X Y WIDTH HEIGHT [COLOUR]], the size without the margins. Prints on standard
 output what happens to it, a line each: "shown", "focused", "maximized", "restored", "closed"."""
 import sys
 

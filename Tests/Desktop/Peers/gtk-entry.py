@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A GTK entry in a window of its own, which tells on standard output what happens to it, a line each:
+"""A GTK entry in a window of its own, which prints on standard output what happens to it, a line each:
 "focused", "text:" and its text after each change, "marked:" and what is marked."""
 import sys
 
