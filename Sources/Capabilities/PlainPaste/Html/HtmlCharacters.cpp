@@ -1,8 +1,7 @@
 #include "Capabilities/PlainPaste/Html/HtmlCharacters.h"
 
+#include "Capabilities/PlainPaste/Html/HtmlCharacterNames.h"
 #include "Capabilities/PlainPaste/Text/CodePage.h"
-
-#include <libxml/HTMLparser.h>
 
 #include <QByteArray>
 
@@ -45,11 +44,7 @@ std::optional<char32_t> referred(QByteArrayView name)
 {
     if (name.startsWith('#'))
         return numbered(name.sliced(1));
-    if (name == QByteArrayView("apos"))
-        return U'\'';
-    const QByteArray terminated = name.toByteArray();
-    const htmlEntityDesc* entity = htmlEntityLookup(reinterpret_cast<const xmlChar*>(terminated.constData()));
-    return entity ? std::optional<char32_t>(entity->value) : std::nullopt;
+    return HtmlCharacterNames::character(name);
 }
 
 } // namespace
