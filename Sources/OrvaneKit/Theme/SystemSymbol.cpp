@@ -1,11 +1,10 @@
 #include "OrvaneKit/Theme/SystemSymbol.h"
 
 #include "OrvaneCore/Base/Log.h"
+#include "OrvaneKit/Theme/SymbolPicture.h"
 #include "Platform/Platform.h"
 
 #include <QFile>
-#include <QPainter>
-#include <QSvgRenderer>
 
 #include <map>
 #include <memory>
@@ -21,58 +20,60 @@ namespace orvane {
 
 namespace {
 
-using Renderer = std::shared_ptr<QSvgRenderer>;
+using Picture = std::shared_ptr<const SymbolPicture>;
 
-// Every symbol has its strokes in this one width, so that a weight is a matter of replacing it.
-constexpr QByteArrayView regularStroke = "stroke-width=\"1.75\"";
-constexpr QByteArrayView semiboldStroke = "stroke-width=\"2.2\"";
+double strokeWidth(SystemSymbol::Weight weight)
+{
+    return weight == SystemSymbol::Weight::semibold ? 2.2 : 1.75;
+}
 
 QString path(const QString& name)
 {
     return QStringLiteral(":/symbols/%1.svg").arg(name);
 }
 
-Renderer load(const QString& name, SystemSymbol::Weight weight)
+void logError(const QString& message)
+{
+    if (isPlatformInstalled())
+        Log::make(QStringLiteral("Symbols")).error(message);
+}
+
+Picture load(const QString& name)
 {
     QFile file(path(name));
     if (name.isEmpty() || !file.open(QIODevice::ReadOnly)) {
-        if (isPlatformInstalled())
-            Log::make(QStringLiteral("Symbols"))
-                .error(QStringLiteral("There is no symbol \"%1\".").arg(name));
+        logError(QStringLiteral("There is no symbol \"%1\".").arg(name));
         return nullptr;
     }
-    QByteArray source = file.readAll();
-    if (weight == SystemSymbol::Weight::semibold)
-        source.replace(regularStroke, semiboldStroke);
-    return std::make_shared<QSvgRenderer>(source);
+    auto picture = SymbolPicture::read(file.readAll());
+    if (!picture) {
+        logError(QStringLiteral("The picture of the symbol \"%1\" can't be read.").arg(name));
+        return nullptr;
+    }
+    return std::make_shared<const SymbolPicture>(*std::move(picture));
 }
 
-// A name that is missing is remembered too, so it is logged once.
-Renderer renderer(const QString& name, SystemSymbol::Weight weight)
+/// Reads each symbol once. A name that is missing is remembered too, so it is logged once.
+Picture picture(const QString& name)
 {
-    static std::map<std::pair<QString, SystemSymbol::Weight>, Renderer> cache;
+    static std::map<QString, Picture> cache;
     initResources();
-    const auto key = std::pair(name, weight);
-    const auto cached = cache.find(key);
+    const auto cached = cache.find(name);
     if (cached != cache.end())
         return cached->second;
-    return cache.emplace(key, load(name, weight)).first->second;
+    return cache.emplace(name, load(name)).first->second;
 }
 
 } // namespace
 
+// The file is read when the symbol is drawn for the first time: most of a menu's are never seen.
 TemplateImage SystemSymbol::image(const QString& name, const QString& accessibilityDescription, double side,
                                   Weight weight)
 {
-    const Renderer symbol = renderer(name, weight);
     return {name, accessibilityDescription, QSizeF(side, side),
-            [symbol](QPainter& painter, const QRectF& rect) {
-                if (!symbol)
-                    return;
-                painter.save();
-                painter.setRenderHint(QPainter::Antialiasing);
-                symbol->render(&painter, rect);
-                painter.restore();
+            [name, weight](QPainter& painter, const QRectF& rect) {
+                if (const Picture symbol = picture(name))
+                    symbol->draw(painter, rect, strokeWidth(weight));
             }};
 }
 
