@@ -3,9 +3,8 @@
 #include "PlatformLinux/Menus/KeyEquivalent.h"
 #include "PlatformLinux/Menus/MenuText.h"
 #include "PlatformLinux/Menus/TemplateTint.h"
+#include "PlatformLinux/Tray/PngPicture.h"
 #include "PlatformLinux/X11/X11Connection.h"
-
-#include <QBuffer>
 
 #include <algorithm>
 
@@ -20,11 +19,7 @@ QByteArray png(const TemplateImage& image, const QColor& colour)
 {
     // Hosts scale it down to their own size of 16 points or so, without regard to its shape.
     constexpr QSize pixels(32, 32);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    tinted(image, pixels, colour).save(&buffer, "PNG");
-    return bytes;
+    return pngPicture(tinted(image, pixels, colour));
 }
 
 DBusMenuShortcut shortcutOf(const MenuItem& item)
