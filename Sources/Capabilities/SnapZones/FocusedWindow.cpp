@@ -21,7 +21,7 @@ std::optional<AXUIElement> current()
     if (!application)
         return std::nullopt;
     AX::setMessagingTimeout(*application, longestWait);
-    const auto window = AX::element(*application, AXAttr::focusedWindow);
+    auto window = AX::element(*application, AXAttr::focusedWindow);
     if (!window)
         return std::nullopt;
     AX::setMessagingTimeout(*window, longestWait);

@@ -54,6 +54,7 @@ struct RecorderSurroundings {
 };
 
 /// A repeat of a held key is no press of its own, except that Tab goes on moving.
-RecorderDecision decide(const EventMonitors::MonitoredEvent& event, const RecorderSurroundings& surroundings);
+RecorderDecision decide(const EventMonitors::MonitoredEvent& monitored,
+                        const RecorderSurroundings& surroundings);
 
 } // namespace orvane::KeyboardShortcuts

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include <chrono>
+#include <utility>
 
 namespace orvane {
 
@@ -159,8 +160,8 @@ void OnboardingStageView::endTransition()
     m_curtain->end();
 }
 
-OnboardingFlowView::OnboardingFlowView(const OnboardingFlow& flow)
-    : m_flow(flow), m_stage(new OnboardingStageView)
+OnboardingFlowView::OnboardingFlowView(OnboardingFlow flow)
+    : m_flow(std::move(flow)), m_stage(new OnboardingStageView)
 {
     auto* lines = new QVBoxLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);

@@ -44,7 +44,7 @@ private:
 /// Return presses the forward button, wherever the focus is: once for each press, however long it is held.
 class OnboardingFlowView final : public OrvaThemed<QWidget> {
 public:
-    explicit OnboardingFlowView(const OnboardingFlow& flow);
+    explicit OnboardingFlowView(OnboardingFlow flow);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -23,7 +23,7 @@ struct CapabilityState {
     static CapabilityState failed(QString text) { return {Kind::failed, std::move(text)}; }
 
     friend bool operator==(const CapabilityState&, const CapabilityState&) = default;
-    friend bool operator==(const CapabilityState& state, Kind kind) { return state.kind == kind; }
+    friend bool operator==(const CapabilityState& state, Kind other) { return state.kind == other; }
 };
 
 } // namespace orvane

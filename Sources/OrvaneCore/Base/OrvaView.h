@@ -24,12 +24,15 @@ public:
     using Sources = std::vector<std::shared_ptr<ObservableObject>>;
 
     Live(T constant) : m_get([constant] { return constant; }) {}
+    // The requirement leaves copies and moves to their own constructors.
+    // NOLINTBEGIN(bugprone-forwarding-reference-overload)
     template <class U>
     requires(std::is_convertible_v<U, T> && !std::is_same_v<std::remove_cvref_t<U>, T> &&
              !std::is_same_v<std::remove_cvref_t<U>, Live>) Live(U&& constant)
         : Live(T(std::forward<U>(constant)))
     {
     }
+    // NOLINTEND(bugprone-forwarding-reference-overload)
     /// Keeps its sources alive.
     Live(std::function<T()> get, Sources sources) : m_get(std::move(get)), m_sources(std::move(sources)) {}
 

@@ -125,7 +125,7 @@ Task<> CapabilityRegistry::restorePersistedState()
 {
     const QList<Entry> snapshot = m_entries;
     for (const Entry& entry : snapshot) {
-        const CapabilityID id = entry.id();
+        const CapabilityID& id = entry.id();
         if (m_store->isEnabled(id) && m_store->startMode(id) != CapabilityStartMode::manual)
             co_await setEnabled(true, id);
     }

@@ -29,7 +29,7 @@ protected:
 } // namespace
 
 OrvaDimmedView::OrvaDimmedView(const AnyView& content, const Live<bool>& enabled)
-    : m_content(content.makeWidget()), m_veil(nullptr)
+    : m_content(content.makeWidget())
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

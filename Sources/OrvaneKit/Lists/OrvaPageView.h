@@ -21,7 +21,7 @@ protected:
 
 private:
     QWidget* m_content;
-    QWidget* m_veil;
+    QWidget* m_veil = nullptr;
     Cancellables m_cancellables;
 };
 

@@ -63,7 +63,7 @@ QSize OrvaWrapLayout::minimumSize() const
 void OrvaWrapLayout::setGeometry(const QRect& rect)
 {
     QLayout::setGeometry(rect);
-    place(rect, Move::yes);
+    static_cast<void>(place(rect, Move::yes)); // the height was asked for before
 }
 
 int OrvaWrapLayout::columnWidth() const

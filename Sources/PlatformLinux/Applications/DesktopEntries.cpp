@@ -184,7 +184,7 @@ void DesktopEntries::readDirectory(const QString& directory, const QString& idPr
 
 void DesktopEntries::readFile(const QString& path, const QString& id)
 {
-    constexpr qint64 largest = 1024 * 1024;
+    constexpr qint64 largest = qint64{1024} * 1024;
     QFile file(path);
     if (file.size() > largest || !file.open(QIODevice::ReadOnly))
         return;

@@ -14,7 +14,7 @@
 namespace orvane::defaultscoding {
 
 /// The size beyond which a text is refused in both directions, so that what was stored can be read again.
-constexpr qsizetype maximumBytes = 8 * 1024 * 1024;
+constexpr qsizetype maximumBytes = qsizetype{8} * 1024 * 1024;
 /// The number of lists and maps within one another in one value that is still stored.
 constexpr int maximumDepth = 200;
 

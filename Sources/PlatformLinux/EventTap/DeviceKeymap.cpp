@@ -34,7 +34,7 @@ std::vector<std::byte> bytesOf(Reply* reply)
     reply->sequence = 0;
     constexpr std::size_t shortestReply = 32;
     const auto* first = reinterpret_cast<const std::byte*>(reply);
-    const std::vector<std::byte> bytes(first, first + shortestReply + reply->length * std::size_t{4});
+    std::vector<std::byte> bytes(first, first + shortestReply + reply->length * std::size_t{4});
     std::free(reply);
     return bytes;
 }

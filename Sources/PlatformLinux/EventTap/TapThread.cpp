@@ -48,7 +48,8 @@ TapThread::TapThread(Purpose purpose, LogSink& log, std::function<CommandKeys()>
     std::promise<void> begun;
     auto answer = begun.get_future();
     // Signals are the main thread's business.
-    sigset_t all, before;
+    sigset_t all = {};
+    sigset_t before = {};
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
     m_thread = std::thread([this, promise = std::move(begun)]() mutable { run(std::move(promise)); });

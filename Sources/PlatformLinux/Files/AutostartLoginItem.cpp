@@ -19,7 +19,7 @@ namespace orvane {
 
 namespace {
 
-constexpr qint64 largestEntry = 1024 * 1024; // in bytes, of an entry that another program wrote
+constexpr qint64 largestEntry = qint64{1024} * 1024; // in bytes, of an entry that another program wrote
 
 bool canRun(const QString& program)
 {

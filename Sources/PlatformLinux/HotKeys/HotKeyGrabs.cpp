@@ -141,6 +141,7 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
     const bool isHeld = keysDown().test(combination.xKey);
     const auto variants = m_masks.withLocks(*state);
     std::vector<xcb_void_cookie_t> requests;
+    requests.reserve(variants.size());
     for (const std::uint16_t variant : variants) {
         requests.push_back(xcb_grab_key_checked(xcb, 0, m_connection->root(), variant, combination.xKey,
                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));

@@ -29,6 +29,8 @@ struct KeyCombination {
     std::uint8_t xKey = 0;
     /// Carbon bits.
     std::uint32_t modifiers = 0;
+    // The check takes the 0 of the comparison for a pointer.
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     friend auto operator<=>(const KeyCombination&, const KeyCombination&) = default;
 };
 

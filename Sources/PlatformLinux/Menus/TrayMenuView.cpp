@@ -71,7 +71,7 @@ bool isChosenBy(const MenuItem& item, QKeyCombination key)
 /// A menu item that draws itself.
 class ItemWidget : public QWidget {
 public:
-    ItemWidget(const MenuItemView& view, QWidget* parent) : QWidget(parent), m_view(view) {}
+    ItemWidget(MenuItemView view, QWidget* parent) : QWidget(parent), m_view(std::move(view)) {}
 
     [[nodiscard]] QSize sizeHint() const override { return m_view.size.toSize(); }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }

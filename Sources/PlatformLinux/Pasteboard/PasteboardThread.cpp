@@ -201,13 +201,12 @@ void PasteboardThread::handleOwner(const xcb_generic_event_t& event)
     const auto& change = as<xcb_xfixes_selection_notify_event_t>(event);
     if (change.selection != m_connection->clipboard())
         return;
-    if (change.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER) {
-        m_reader->ownerChanged(); // it has ended and will never answer
-    } else if (change.owner == m_connection->window()) {
+    const bool hasEnded = change.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    if (!hasEnded && change.owner == m_connection->window()) {
         m_state->claimTold();
         m_server->noteOwnedSince(change.selection_timestamp);
-    } else if (m_state->foreignCopyTold()) {
-        m_reader->ownerChanged();
+    } else if (hasEnded || m_state->foreignCopyTold()) {
+        m_reader->ownerChanged(); // an owner that has ended will never answer
     }
 }
 

@@ -10,7 +10,7 @@ namespace orvane {
 namespace {
 
 /// Pairs in one request for several targets; more isn't honest.
-constexpr qsizetype largestMultiple = 64 * 1024;
+constexpr qsizetype largestMultiple = qsizetype{64} * 1024;
 
 } // namespace
 

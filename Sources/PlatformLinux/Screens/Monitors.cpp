@@ -119,7 +119,7 @@ std::vector<Monitor> readMonitors(const X11Connection* x)
         told = toldByToolkit();
     const bool hasPrimary = std::ranges::any_of(told, &Told::isPrimary);
     const QScreen* primary = QGuiApplication::primaryScreen();
-    std::ranges::stable_partition(told, [&](const Told& one) {
+    std::stable_partition(told.begin(), told.end(), [&](const Told& one) {
         return hasPrimary ? one.isPrimary : primary && one.monitor.name == primary->name();
     });
     std::vector<Monitor> monitors;

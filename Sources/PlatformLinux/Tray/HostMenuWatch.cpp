@@ -6,6 +6,7 @@
 #include <QDBusPendingReply>
 
 #include <chrono>
+#include <utility>
 
 namespace orvane {
 
@@ -26,8 +27,8 @@ void HostMenuWatch::DeleteLater::operator()(MenuWindowWatch* watch) const
     watch->deleteLater();
 }
 
-HostMenuWatch::HostMenuWatch(MenuTracking& tracking, const QDBusConnection& bus)
-    : m_tracking(tracking), m_bus(bus)
+HostMenuWatch::HostMenuWatch(MenuTracking& tracking, QDBusConnection bus)
+    : m_tracking(tracking), m_bus(std::move(bus))
 {
     m_hosts.setConnection(m_bus);
     m_hosts.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);

@@ -21,7 +21,7 @@ class HostMenuWatch : public QObject {
     Q_OBJECT
 public:
     /// `tracking` outlives this object; `bus` is the one on which the hosts call.
-    HostMenuWatch(MenuTracking& tracking, const QDBusConnection& bus);
+    HostMenuWatch(MenuTracking& tracking, QDBusConnection bus);
     ~HostMenuWatch() override;
 
     // Reports of the hosts, which are known by their unique bus names.

@@ -25,7 +25,7 @@ public:
 
     QJsonValue required(const char* name, QJsonValue::Type type)
     {
-        const QJsonValue value = m_object.value(key(name));
+        QJsonValue value = m_object.value(key(name));
         m_isGood = m_isGood && value.type() == type;
         return value;
     }

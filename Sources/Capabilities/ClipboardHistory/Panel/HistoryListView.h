@@ -70,7 +70,7 @@ private:
     int rowAtContent(int y) const { return m_heights.rowAt(y); }
     int verticalScrollBarValue() const;
     void hover(int row);
-    void paintRow(QPainter& painter, int row) const;
+    void paintRow(QPainter& painter, int each) const;
     void moveFocus(int row);
     void keepInView(int row);
     HistoryRowLook::Icon icon(int row) const;

@@ -9,7 +9,7 @@
 namespace orvane::HtmlText {
 
 /// 32 MiB.
-inline constexpr qsizetype maximumSize = 32 * 1024 * 1024;
+inline constexpr qsizetype maximumSize = qsizetype{32} * 1024 * 1024;
 inline constexpr int maximumDepth = 512;
 
 /// Nothing for a document that is larger than `maximumSize`, has elements deeper than `maximumDepth` or

@@ -9,7 +9,7 @@
 namespace orvane::RtfText {
 
 /// 32 MiB.
-inline constexpr qsizetype maximumSize = 32 * 1024 * 1024;
+inline constexpr qsizetype maximumSize = qsizetype{32} * 1024 * 1024;
 inline constexpr int maximumDepth = 4096;
 
 /// Returns nothing for bytes that aren't RTF, are more than `maximumSize`, or have groups deeper than
