@@ -11,15 +11,14 @@ using namespace orvane;
 namespace {
 
 /// Ignores all but the modifiers, as the double tap of a key does.
-class FlagsOnly : public EventTapSubscriber {
+class FlagsOnly : public EventTapListener {
 public:
     EventMask eventMask() const override { return eventMaskBit(EventType::flagsChanged); }
-    EventTapDecision handle(EventType type, Event& event) override
+    void hear(EventType type, const Event& event) override
     {
         if (type == EventType::flagsChanged)
             m_flags = event.flags;
         benchmark::DoNotOptimize(m_flags);
-        return EventTapDecision::pass;
     }
 
 private:
@@ -29,6 +28,7 @@ private:
 /// Looks at presses of two keys, as the interception of cut and paste does.
 class TwoKeys : public EventTapSubscriber {
 public:
+    EventTapRank rank() const override { return EventTapRank::clipboardKeys; }
     EventMask eventMask() const override { return eventMaskBit(EventType::keyDown); }
     EventTapDecision handle(EventType type, Event& event) override
     {
@@ -45,7 +45,7 @@ struct Chain {
         service->start();
         service->addSubscriber(std::make_shared<TwoKeys>());
         controller->start();
-        service->addSubscriber(std::make_shared<FlagsOnly>());
+        service->addListener(std::make_shared<FlagsOnly>());
     }
 
     FakePlatform fake;
@@ -60,12 +60,14 @@ void walk(benchmark::State& state, EventFlags flags)
 {
     Chain chain;
     FakeEventTap& tap = *chain.fake.eventTaps.taps.at(0);
+    FakeEventTap& listener = *chain.fake.eventTaps.taps.at(1);
     const auto send = [&] {
         Event event;
         event.type = EventType::keyDown;
         event.keycode = 8;
         event.flags = flags;
-        benchmark::DoNotOptimize(tap.call(event.type, &event));
+        benchmark::DoNotOptimize(tap.call(event));
+        benchmark::DoNotOptimize(listener.call(event));
     };
     send(); // builds what is made at the first use
     const long before = allocations.load();

@@ -7,10 +7,15 @@
 
 namespace orvane {
 
+enum class EventTapDecision {
+    pass,
+    consume, // the event is removed from the stream
+};
+
 /// Called on the main thread for each event of the mask, and with the two types that tell of a disabled tap.
-/// It may change the event in place; null removes the event from the stream. While it runs, all input of the
-/// session waits: after one second the event passes unchanged and the tap is disabled.
-using EventTapCallback = Event* (*)(EventType type, Event* event, void* userInfo);
+/// It may change the event in place. While it runs, all input of the session waits: after one second the
+/// event passes unchanged and the tap is disabled.
+using EventTapCallback = EventTapDecision (*)(EventType type, Event& event, void* userInfo);
 
 /// A tap. It is made disabled and unattached; its end takes it away and lets the devices go.
 class EventTap {
@@ -30,7 +35,13 @@ class EventTaps {
 public:
     enum class Location { hid = 0, session = 1 };
     enum class Placement { headInsert = 0, tailAppend = 1 };
-    enum class Options { defaultTap = 0, listenOnly = 1 };
+    enum class Options {
+        defaultTap = 0, // may change and consume events
+        /// Sees a copy of each event and decides nothing; its callback's answer is ignored. Nobody waits for
+        /// it, and it takes no device away from other programs. It hears of a held key's repeats only while
+        /// a default tap is in place too. It is never disabled by a time-out.
+        listenOnly = 1,
+    };
 
     virtual ~EventTaps() = default;
 

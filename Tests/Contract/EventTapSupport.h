@@ -24,10 +24,12 @@ public:
     /// Returns true if the event passes.
     using Handler = std::function<bool(Event&)>;
 
-    explicit LambdaTap(EventTaps& taps, Handler handler = {}, EventMask mask = keyboardMask)
+    explicit LambdaTap(EventTaps& taps, Handler handler = {}, EventMask mask = keyboardMask,
+                       EventTaps::Options options = EventTaps::Options::defaultTap,
+                       EventTaps::Placement placement = EventTaps::Placement::headInsert)
         : m_handler(std::move(handler)),
-          m_tap(taps.tapCreate(EventTaps::Location::session, EventTaps::Placement::headInsert,
-                               EventTaps::Options::defaultTap, mask, &LambdaTap::callback, this))
+          m_tap(taps.tapCreate(EventTaps::Location::session, placement, options, mask, &LambdaTap::callback,
+                               this))
     {
         if (!m_tap)
             return;
@@ -48,15 +50,16 @@ public:
     }
 
 private:
-    static Event* callback(EventType type, Event* event, void* userInfo)
+    static EventTapDecision callback(EventType type, Event& event, void* userInfo)
     {
         auto* self = static_cast<LambdaTap*>(userInfo);
         if (type == EventType::tapDisabledByTimeout) {
             ++self->m_timeouts;
-            return event;
+            return EventTapDecision::pass;
         }
-        self->m_seen.push_back(*event);
-        return !self->m_handler || self->m_handler(*event) ? event : nullptr;
+        self->m_seen.push_back(event);
+        return !self->m_handler || self->m_handler(event) ? EventTapDecision::pass
+                                                          : EventTapDecision::consume;
     }
 
     Handler m_handler;

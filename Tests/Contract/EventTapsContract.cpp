@@ -16,6 +16,8 @@ public:
     virtual void typeA() = 0;
     /// Returns the presses of A and B that have come through, as "a" and "b".
     virtual QByteArray delivered() = 0;
+    /// True while the keyboard is taken away from other programs.
+    virtual bool keyboardIsHeld() = 0;
 };
 
 class FakeSubject : public Subject {
@@ -35,6 +37,7 @@ public:
         }
         return text;
     }
+    bool keyboardIsHeld() override { return m_taps.holdsKeyboards(); }
 
 private:
     FakeEventTaps m_taps;
@@ -45,8 +48,10 @@ public:
     EventTaps& taps() override { return m_taps; }
     void typeA() override { m_hardware.tap(key::a); }
     QByteArray delivered() override { return m_window.typed(); }
+    bool keyboardIsHeld() override { return m_other.isFloating("testkbd"); }
 
 private:
+    OtherClient m_other;
     FakeLogSink m_log;
     KeyWindow m_window;
     XInputEventTaps m_taps{m_log, [] { return CommandKeys::control; }};
@@ -70,6 +75,7 @@ class EventTapsContract : public ::testing::TestWithParam<Implementation> {
 protected:
     EventTaps& taps() { return m_subject->taps(); }
     void typeA() { m_subject->typeA(); }
+    bool keyboardIsHeld() { return m_subject->keyboardIsHeld(); }
     /// True once this comes through. To show that an event doesn't come, a test waits for a later one that
     /// does.
     bool delivers(const QByteArray& text)
@@ -96,9 +102,9 @@ TEST_P(EventTapsContract, ATapIsMadeDisabled)
     const auto tap = taps().tapCreate(
         EventTaps::Location::session, EventTaps::Placement::headInsert, EventTaps::Options::defaultTap,
         keyboardMask,
-        [](EventType, Event* event, void* flag) {
+        [](EventType, Event&, void* flag) {
             *static_cast<bool*>(flag) = true;
-            return event;
+            return EventTapDecision::pass;
         },
         &wasCalled);
     ASSERT_NE(tap, nullptr);
@@ -289,6 +295,107 @@ TEST_P(EventTapsContract, ATapThatEndsInItsOwnCallbackIsNotAskedAgain)
     EXPECT_TRUE(delivers("a"));
     EXPECT_TRUE(eventually(10s, [&] { return calls > 0; }));
     EXPECT_EQ(calls, 1);
+}
+
+// --- taps that only listen
+
+constexpr auto listenOnly = EventTaps::Options::listenOnly;
+constexpr auto behind = EventTaps::Placement::tailAppend;
+
+TEST_P(EventTapsContract, AListeningTapSeesEachKeyOnceAndHoldsNoKeyboard)
+{
+    LambdaTap listening(taps(), {}, keyboardMask, listenOnly);
+    EXPECT_TRUE(listening.tap()->isEnabled());
+    EXPECT_FALSE(keyboardIsHeld());
+    typeA();
+    EXPECT_TRUE(delivers("a"));
+    EXPECT_TRUE(eventually(10s, [&] { return listening.seen().size() >= 2; }));
+    typeA();
+    EXPECT_TRUE(eventually(10s, [&] { return listening.seen().size() >= 4; }));
+    ASSERT_EQ(listening.seen().size(), 4u);
+    EXPECT_EQ(listening.seen()[0].type, EventType::keyDown);
+    EXPECT_EQ(listening.seen()[0].keycode, virtualA);
+    EXPECT_EQ(listening.seen()[1].type, EventType::keyUp);
+}
+
+TEST_P(EventTapsContract, WhatAListeningTapAnswersAndChangesCountsForNothing)
+{
+    const auto meddle = [](Event& event) {
+        event.keycode = virtualB;
+        return false;
+    };
+    LambdaTap alone(taps(), meddle, keyboardMask, listenOnly);
+    typeA();
+    EXPECT_TRUE(delivers("a"));
+    LambdaTap filter(taps(), {}, keyboardMask, EventTaps::Options::defaultTap, behind);
+    typeA();
+    EXPECT_TRUE(delivers("aa"));
+    EXPECT_TRUE(eventually(10s, [&] { return filter.seen().size() == 2; }));
+    EXPECT_EQ(filter.seen()[0].keycode, virtualA);
+}
+
+TEST_P(EventTapsContract, AListeningTapBehindAnotherSeesWhatThatMakesOfAnEvent)
+{
+    LambdaTap listening(taps(), {}, keyboardMask, listenOnly, behind);
+    LambdaTap filter(taps(), [](Event& event) {
+        event.userData = 7;
+        return event.type != EventType::keyUp;
+    });
+    typeA();
+    EXPECT_TRUE(eventually(10s, [&] { return filter.seen().size() == 2; }));
+    EXPECT_TRUE(delivers("a"));
+    ASSERT_EQ(listening.seen().size(), 1u);
+    EXPECT_EQ(listening.seen()[0].userData, 7);
+}
+
+TEST_P(EventTapsContract, TheKeyboardIsHeldOnlyWhileATapThatMayChangeEventsIsThere)
+{
+    LambdaTap listening(taps(), {}, keyboardMask, listenOnly);
+    EXPECT_FALSE(keyboardIsHeld());
+    {
+        LambdaTap filter(taps());
+        EXPECT_TRUE(keyboardIsHeld());
+    }
+    EXPECT_TRUE(eventually(10s, [&] { return !keyboardIsHeld(); }));
+    EXPECT_TRUE(listening.tap()->isEnabled());
+    typeA();
+    EXPECT_TRUE(delivers("a"));
+    EXPECT_TRUE(eventually(10s, [&] { return listening.seen().size() == 2; }));
+}
+
+TEST_P(EventTapsContract, AListeningTapSeesAPostedEventOnceWithItsMark)
+{
+    LambdaTap listening(taps(), {}, keyboardMask, listenOnly);
+    postB(0x4F525641);
+    EXPECT_TRUE(delivers("b"));
+    typeA();
+    EXPECT_TRUE(eventually(10s, [&] { return listening.seen().size() >= 4; }));
+    ASSERT_EQ(listening.seen().size(), 4u);
+    EXPECT_EQ(listening.seen()[0].integerValueField(EventField::eventSourceUserData), 0x4F525641);
+    EXPECT_EQ(listening.seen()[3].keycode, virtualA);
+}
+
+TEST_P(EventTapsContract, AnEventThatIsPostedBehindATapDoesNotPassIt)
+{
+    const auto seen = [](EventType, Event&, void* flag) {
+        *static_cast<bool*>(flag) = true;
+        return EventTapDecision::pass;
+    };
+    bool hidSaw = false, sessionSaw = false;
+    std::vector<std::unique_ptr<EventTap>> both;
+    both.push_back(taps().tapCreate(EventTaps::Location::hid, EventTaps::Placement::headInsert, listenOnly,
+                                    keyboardMask, seen, &hidSaw));
+    both.push_back(taps().tapCreate(EventTaps::Location::session, EventTaps::Placement::headInsert,
+                                    listenOnly, keyboardMask, seen, &sessionSaw));
+    for (const auto& tap : both) {
+        tap->addToMainRunLoop();
+        tap->enable(true);
+    }
+    taps().post(EventTaps::Location::session, {.type = EventType::keyDown, .keycode = virtualB});
+    taps().post(EventTaps::Location::session, {.type = EventType::keyUp, .keycode = virtualB});
+    EXPECT_TRUE(delivers("b"));
+    EXPECT_FALSE(hidSaw);
+    EXPECT_TRUE(sessionSaw);
 }
 
 TEST_P(EventTapsContract, WithoutTapsEverythingGoesOn)

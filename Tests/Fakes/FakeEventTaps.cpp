@@ -4,11 +4,15 @@
 
 namespace orvane {
 
-FakeEventTap::FakeEventTap(FakeEventTaps& taps, EventMask eventMask, EventTapCallback callback,
-                           void* userInfo)
-    : m_taps(taps), m_mask(eventMask), m_callback(callback), m_userInfo(userInfo)
+FakeEventTap::FakeEventTap(FakeEventTaps& taps, EventTaps::Location location, EventTaps::Options options,
+                           EventMask eventMask, EventTapCallback callback, void* userInfo)
+    : m_taps(taps),
+      m_location(location),
+      m_options(options),
+      m_mask(eventMask),
+      m_callback(callback),
+      m_userInfo(userInfo)
 {
-    m_taps.taps.insert(m_taps.taps.begin(), this);
 }
 
 FakeEventTap::~FakeEventTap()
@@ -47,34 +51,53 @@ void FakeEventTap::disableByTimeout()
     m_isEnabled = false;
     Event event;
     event.type = EventType::tapDisabledByTimeout;
-    call(event.type, &event);
+    call(event);
 }
 
-std::unique_ptr<EventTap> FakeEventTaps::tapCreate(Location, Placement, Options, EventMask eventsOfInterest,
-                                                   EventTapCallback callback, void* userInfo)
+EventTapDecision FakeEventTap::call(Event& event)
 {
-    calls.append(QStringLiteral("create %1").arg(eventsOfInterest));
+    if (m_options == EventTaps::Options::defaultTap)
+        return m_callback(event.type, event, m_userInfo);
+    Event copy = event;
+    m_callback(copy.type, copy, m_userInfo);
+    return EventTapDecision::pass;
+}
+
+std::unique_ptr<EventTap> FakeEventTaps::tapCreate(Location location, Placement placement, Options options,
+                                                   EventMask eventsOfInterest, EventTapCallback callback,
+                                                   void* userInfo)
+{
+    const bool listens = options == Options::listenOnly;
+    calls.append(
+        QStringLiteral("create %1%2").arg(eventsOfInterest).arg(QLatin1String(listens ? " listening" : "")));
     if (refuses)
         return nullptr;
-    return std::make_unique<FakeEventTap>(*this, eventsOfInterest, callback, userInfo);
+    auto tap = std::make_unique<FakeEventTap>(*this, location, options, eventsOfInterest, callback, userInfo);
+    taps.insert(placement == Placement::headInsert ? taps.begin() : taps.end(), tap.get());
+    return tap;
 }
 
-void FakeEventTaps::post(Location, const Event& event)
+void FakeEventTaps::post(Location location, const Event& event)
 {
-    send(event);
+    pass(event, location);
 }
 
-std::optional<Event> FakeEventTaps::send(Event event)
+bool FakeEventTaps::holdsKeyboards() const
+{
+    return std::ranges::any_of(taps, [](const FakeEventTap* tap) {
+        return tap->delivers() && tap->options() == Options::defaultTap;
+    });
+}
+
+std::optional<Event> FakeEventTaps::pass(Event event, Location from)
 {
     const auto snapshot = taps;
     for (FakeEventTap* tap : snapshot) {
         const bool isStillThere = std::ranges::find(taps, tap) != taps.end();
-        if (!isStillThere || !tap->delivers() || (tap->mask() & eventMaskBit(event.type)) == 0)
+        if (!isStillThere || !tap->isAskedFor(event.type, from))
             continue;
-        Event* passed = tap->call(event.type, &event);
-        if (!passed)
+        if (tap->call(event) == EventTapDecision::consume)
             return std::nullopt;
-        event = *passed;
     }
     delivered.push_back(event);
     return event;

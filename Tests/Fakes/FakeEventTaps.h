@@ -14,7 +14,8 @@ class FakeEventTaps;
 
 class FakeEventTap : public EventTap {
 public:
-    FakeEventTap(FakeEventTaps& taps, EventMask eventMask, EventTapCallback callback, void* userInfo);
+    FakeEventTap(FakeEventTaps& taps, EventTaps::Location location, EventTaps::Options options,
+                 EventMask eventMask, EventTapCallback callback, void* userInfo);
     ~FakeEventTap() override;
 
     void addToMainRunLoop() override;
@@ -24,13 +25,22 @@ public:
     void invalidate() override;
 
     EventMask mask() const { return m_mask; }
+    EventTaps::Options options() const { return m_options; }
     bool delivers() const { return m_isAttached && m_isEnabled && m_isValid; }
+    /// True if an event that enters the stream at a place comes by here.
+    bool isAskedFor(EventType type, EventTaps::Location from) const
+    {
+        return delivers() && (m_mask & eventMaskBit(type)) != 0 && m_location >= from;
+    }
     /// Acts as the system does at a time-out: disables the tap and tells the callback.
     void disableByTimeout();
-    Event* call(EventType type, Event* event) { return m_callback(type, event, m_userInfo); }
+    /// Calls the callback as the system does: one that only listens gets a copy, and its answer is ignored.
+    EventTapDecision call(Event& event);
 
 private:
     FakeEventTaps& m_taps;
+    EventTaps::Location m_location;
+    EventTaps::Options m_options;
     EventMask m_mask;
     EventTapCallback m_callback;
     void* m_userInfo;
@@ -46,8 +56,10 @@ public:
                                         void* userInfo) override;
     void post(Location location, const Event& event) override;
 
-    /// Sends an event of the hardware through the taps whose mask has its type. Nothing when one removed it.
-    std::optional<Event> send(Event event);
+    /// Sends an event of the hardware through the taps whose mask has its type. Nothing when one consumed it.
+    std::optional<Event> send(const Event& event) { return pass(event, Location::hid); }
+    /// True while the keyboards are taken away from other programs.
+    bool holdsKeyboards() const;
 
     /// True if the keyboards can't be had, neither by a new tap nor by one that is enabled again.
     bool refuses = false;
@@ -55,8 +67,12 @@ public:
     std::vector<FakeEventTap*> taps;
     /// The events that came out at the end of the stream.
     std::vector<Event> delivered;
-    /// Each call in order: "create 7168", "add", "enable", "remove", "disable", "invalidate", "end".
+    /// Each call in order: "create 7168", "add", "enable", "remove", "disable", "invalidate", "end"; of a tap
+    /// that only listens "create 7168 listening".
     QStringList calls;
+
+private:
+    std::optional<Event> pass(Event event, Location from);
 };
 
 } // namespace orvane

@@ -11,6 +11,7 @@ class KeySwapController;
 
 class KeySwapSubscriber : public EventTapSubscriber {
 public:
+    EventTapRank rank() const override { return EventTapRank::keyRemapping; }
     EventMask eventMask() const override;
     EventTapDecision handle(EventType type, Event& event) override;
 

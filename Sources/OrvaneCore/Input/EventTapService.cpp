@@ -8,18 +8,39 @@
 
 namespace orvane {
 
+namespace {
+
+template <typename List>
+EventMask maskOf(const List& list)
+{
+    EventMask mask = 0;
+    for (const auto& each : list)
+        mask |= each->eventMask();
+    return mask;
+}
+
+bool tellsOfDisabledTap(EventType type)
+{
+    return type == EventType::tapDisabledByTimeout || type == EventType::tapDisabledByUserInput;
+}
+
+} // namespace
+
 EventTapService::EventTapService(Logger logger) : m_log(std::move(logger)) {}
 
 EventTapService::~EventTapService()
 {
-    if (m_machPort)
-        teardownTap();
+    m_watchdog.reset();
+    teardown(m_machPort);
+    teardown(m_listenOnlyPort);
 }
 
 void EventTapService::addSubscriber(std::shared_ptr<EventTapSubscriber> subscriber)
 {
     Subscribers subscribers = *m_subscribers;
-    subscribers.push_back(std::move(subscriber));
+    const auto place = std::ranges::upper_bound(subscribers, subscriber->rank(), {},
+                                                [](const auto& each) { return each->rank(); });
+    subscribers.insert(place, std::move(subscriber));
     replaceSubscribers(std::move(subscribers));
 }
 
@@ -30,6 +51,20 @@ void EventTapService::removeSubscriber(const std::shared_ptr<EventTapSubscriber>
     replaceSubscribers(std::move(subscribers));
 }
 
+void EventTapService::addListener(std::shared_ptr<EventTapListener> listener)
+{
+    Listeners listeners = *m_listeners;
+    listeners.push_back(std::move(listener));
+    replaceListeners(std::move(listeners));
+}
+
+void EventTapService::removeListener(const std::shared_ptr<EventTapListener>& listener)
+{
+    Listeners listeners = *m_listeners;
+    std::erase(listeners, listener);
+    replaceListeners(std::move(listeners));
+}
+
 void EventTapService::replaceSubscribers(Subscribers subscribers)
 {
     m_subscribers = std::make_shared<const Subscribers>(std::move(subscribers));
@@ -37,59 +72,85 @@ void EventTapService::replaceSubscribers(Subscribers subscribers)
         rebuildTap();
 }
 
+void EventTapService::replaceListeners(Listeners listeners)
+{
+    m_listeners = std::make_shared<const Listeners>(std::move(listeners));
+    if (m_running)
+        rebuildListenOnlyTap();
+}
+
 void EventTapService::start()
 {
     m_running = true;
     rebuildTap();
+    rebuildListenOnlyTap();
     installWakeObserver();
 }
 
 void EventTapService::stop()
 {
     m_running = false;
-    teardownTap();
+    teardown(m_machPort);
+    teardown(m_listenOnlyPort);
+    updateWatchdog();
     m_wakeObserver.reset();
 }
 
 void EventTapService::rebuildTap()
 {
-    teardownTap();
-    if (m_subscribers->empty())
-        return;
-    EventMask mask = 0;
-    for (const auto& subscriber : *m_subscribers)
-        mask |= subscriber->eventMask();
+    teardown(m_machPort);
+    if (!m_subscribers->empty())
+        m_machPort = makeTap(EventTaps::Placement::headInsert, EventTaps::Options::defaultTap,
+                             maskOf(*m_subscribers), &EventTapService::eventTapCallback);
+    updateWatchdog();
+}
 
-    m_machPort = platform().eventTaps.tapCreate(
-        EventTaps::Location::session, EventTaps::Placement::headInsert, EventTaps::Options::defaultTap, mask,
-        &EventTapService::eventTapCallback, this);
-    if (!m_machPort) {
+/// Behind the other one: listeners see what the subscribers make of an event.
+void EventTapService::rebuildListenOnlyTap()
+{
+    teardown(m_listenOnlyPort);
+    if (!m_listeners->empty())
+        m_listenOnlyPort = makeTap(EventTaps::Placement::tailAppend, EventTaps::Options::listenOnly,
+                                   maskOf(*m_listeners), &EventTapService::listenOnlyCallback);
+    updateWatchdog();
+}
+
+std::unique_ptr<EventTap> EventTapService::makeTap(EventTaps::Placement placement, EventTaps::Options options,
+                                                   EventMask mask, EventTapCallback callback)
+{
+    auto tap = platform().eventTaps.tapCreate(EventTaps::Location::session, placement, options, mask,
+                                              callback, this);
+    if (!tap) {
         m_log.error(
             QStringLiteral("Failed to create event tap — is Accessibility/Input Monitoring granted?"));
+        return nullptr;
+    }
+    tap->addToMainRunLoop();
+    tap->enable(true);
+    m_log.info(QStringLiteral("Event tap active with mask %1").arg(mask));
+    return tap;
+}
+
+void EventTapService::teardown(std::unique_ptr<EventTap>& tap)
+{
+    if (!tap)
+        return;
+    tap->removeFromMainRunLoop();
+    tap->enable(false);
+    tap->invalidate();
+    tap.reset();
+}
+
+void EventTapService::updateWatchdog()
+{
+    if (!m_machPort && !m_listenOnlyPort) {
+        m_watchdog.reset();
         return;
     }
-    m_machPort->addToMainRunLoop();
-    m_machPort->enable(true);
-    startWatchdog();
-    m_log.info(QStringLiteral("Event tap active with mask %1").arg(mask));
-}
-
-void EventTapService::teardownTap()
-{
-    m_watchdog.reset();
-    if (!m_machPort)
-        return;
-    m_machPort->removeFromMainRunLoop();
-    m_machPort->enable(false);
-    m_machPort->invalidate();
-    m_machPort.reset();
-}
-
-void EventTapService::startWatchdog()
-{
     // Owned by this service, so it can't outlive it.
-    m_watchdog = platform().mainRunLoop.scheduleTimer(std::chrono::milliseconds(1500), RunLoop::Repeats::yes,
-                                                      [this] { reenableIfNeeded(); });
+    if (!m_watchdog)
+        m_watchdog = platform().mainRunLoop.scheduleTimer(
+            std::chrono::milliseconds(1500), RunLoop::Repeats::yes, [this] { reenableIfNeeded(); });
 }
 
 void EventTapService::installWakeObserver()
@@ -102,33 +163,52 @@ void EventTapService::installWakeObserver()
 
 void EventTapService::reenableIfNeeded()
 {
-    if (!m_machPort || m_machPort->isEnabled())
+    reenable(m_machPort.get());
+    reenable(m_listenOnlyPort.get());
+}
+
+void EventTapService::reenable(EventTap* tap)
+{
+    if (!tap || tap->isEnabled())
         return;
-    m_machPort->enable(true);
-    if (m_machPort->isEnabled()) // or the system's own log says why not
+    tap->enable(true);
+    if (tap->isEnabled()) // or the system's own log says why not
         m_log.notice(QStringLiteral("Re-enabled a disabled event tap"));
 }
 
-Event* EventTapService::eventTapCallback(EventType type, Event* event, void* userInfo)
+EventTapDecision EventTapService::eventTapCallback(EventType type, Event& event, void* userInfo)
 {
     if (!userInfo)
-        return event;
+        return EventTapDecision::pass;
     auto* service = static_cast<EventTapService*>(userInfo);
-    if (type == EventType::tapDisabledByTimeout || type == EventType::tapDisabledByUserInput) {
+    if (tellsOfDisabledTap(type)) {
         service->reenableIfNeeded();
-        return event;
+        return EventTapDecision::pass;
     }
-    return service->walk(type, event);
+    return service->decide(type, event);
 }
 
-Event* EventTapService::walk(EventType type, Event* event)
+EventTapDecision EventTapService::listenOnlyCallback(EventType type, Event& event, void* userInfo)
+{
+    auto* service = static_cast<EventTapService*>(userInfo);
+    if (tellsOfDisabledTap(type)) {
+        service->reenableIfNeeded();
+        return EventTapDecision::pass;
+    }
+    const auto snapshot = service->m_listeners; // a listener may change the list while it is walked
+    for (const auto& listener : *snapshot)
+        listener->hear(type, event);
+    return EventTapDecision::pass;
+}
+
+EventTapDecision EventTapService::decide(EventType type, Event& event)
 {
     const auto snapshot = m_subscribers; // a subscriber may change the list while it is walked
     for (const auto& subscriber : *snapshot) {
-        if (subscriber->handle(type, *event) == EventTapDecision::consume)
-            return nullptr;
+        if (subscriber->handle(type, event) == EventTapDecision::consume)
+            return EventTapDecision::consume;
     }
-    return event;
+    return EventTapDecision::pass;
 }
 
 } // namespace orvane

@@ -154,17 +154,18 @@ EventMonitors::Disposition X11EventMonitors::offer(const MonitoredEvent& event)
     return m_local.offer(event);
 }
 
-Event* X11EventMonitors::tapCallback(EventType type, Event* event, void* userInfo)
+EventTapDecision X11EventMonitors::tapCallback(EventType type, Event& event, void* userInfo)
 {
     auto* self = static_cast<X11EventMonitors*>(userInfo);
     if (type == EventType::tapDisabledByTimeout || type == EventType::tapDisabledByUserInput) {
         if (self->m_tap)
             self->m_tap->enable(true);
-        return event;
+        return EventTapDecision::pass;
     }
-    MonitoredEvent monitored{*event, QCursor::pos()};
-    monitored.event.flags |= flagsOfKeyItself(event->keycode);
-    return self->m_menuTracking.offer(monitored) == Disposition::swallow ? nullptr : event;
+    MonitoredEvent monitored{event, QCursor::pos()};
+    monitored.event.flags |= flagsOfKeyItself(event.keycode);
+    return self->m_menuTracking.offer(monitored) == Disposition::swallow ? EventTapDecision::consume
+                                                                         : EventTapDecision::pass;
 }
 
 } // namespace orvane

@@ -47,7 +47,7 @@ private:
     void tap(bool taps);
     Disposition offer(const MonitoredEvent& event);
     void tellOfOthers(EventType type, const PointerState& pointer);
-    static Event* tapCallback(EventType type, Event* event, void* userInfo);
+    static EventTapDecision tapCallback(EventType type, Event& event, void* userInfo);
 
     EventTaps& m_taps;
     const MenuTracking& m_menus;

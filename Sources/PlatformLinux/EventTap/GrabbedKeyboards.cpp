@@ -1,5 +1,6 @@
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
 
+#include "PlatformLinux/EventTap/KeyboardChanges.h"
 #include "PlatformLinux/EventTap/LiftedKeys.h"
 
 #include <algorithm>
@@ -22,12 +23,9 @@ GrabbedKeyboards::~GrabbedKeyboards()
 
 std::vector<std::string> GrabbedKeyboards::grab()
 {
-    const struct {
-        xcb_input_event_mask_t header;
-        std::uint32_t bits;
-    } hierarchy{{XCB_INPUT_DEVICE_ALL, 1}, XCB_INPUT_XI_EVENT_MASK_HIERARCHY};
-    xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &hierarchy.header);
-
+    if (!m_hierarchy)
+        m_hierarchy = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL,
+                                                      XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     const Keyboards present = m_connection.keyboards();
     m_master = present.master;
     if (m_xtest != present.xtest) {
@@ -40,9 +38,7 @@ std::vector<std::string> GrabbedKeyboards::grab()
 
     std::vector<std::string> problems;
     for (const KeyboardDevice& device : present.hardware) {
-        const bool isOurs =
-            std::ranges::any_of(m_keyboards, [&](const Keyboard& each) { return each.id == device.id; });
-        if (isOurs)
+        if (m_keyboards.has(device.id))
             continue;
         std::string problem = grabOne(device);
         if (problem.empty() || std::ranges::find(m_refused, device.id) != m_refused.end())
@@ -85,57 +81,20 @@ std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
     default:
         return refusal(device.name, "the X server doesn't allow it");
     }
-    m_keyboards.push_back({device.id, device.name, down});
+    m_keyboards.add(device.id, down);
     m_downAtFirst |= down;
     return {};
-}
-
-std::optional<HardwareKey> GrabbedKeyboards::motion(const xcb_input_key_press_event_t& event,
-                                                    KeyMotion motion)
-{
-    const auto at = std::ranges::find(m_keyboards, event.deviceid, &Keyboard::id);
-    if (at == m_keyboards.end() || event.detail > 0xFF)
-        return std::nullopt;
-    const auto key = static_cast<std::uint8_t>(event.detail);
-    const bool isDownElsewhere = this->isDownElsewhere(key, *at);
-    at->down.set(key, motion != KeyMotion::release);
-    if (isDownElsewhere)
-        return std::nullopt;
-    return HardwareKey{key, motion};
-}
-
-bool GrabbedKeyboards::has(DeviceId device) const
-{
-    return std::ranges::find(m_keyboards, device, &Keyboard::id) != m_keyboards.end();
-}
-
-bool GrabbedKeyboards::isDownElsewhere(std::uint8_t key, const Keyboard& but) const
-{
-    return std::ranges::any_of(
-        m_keyboards, [&](const Keyboard& each) { return each.id != but.id && each.down.test(key); });
 }
 
 GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hierarchy_event_t& event)
 {
     if (m_isFree)
         return {};
-    constexpr std::uint32_t gone =
-        XCB_INPUT_HIERARCHY_MASK_SLAVE_REMOVED | XCB_INPUT_HIERARCHY_MASK_DEVICE_DISABLED |
-        XCB_INPUT_HIERARCHY_MASK_SLAVE_ATTACHED | XCB_INPUT_HIERARCHY_MASK_SLAVE_DETACHED;
     Changed changed;
-    auto infos = xcb_input_hierarchy_infos_iterator(&event);
-    for (; infos.rem; xcb_input_hierarchy_info_next(&infos)) {
-        if ((infos.data->flags & gone) == 0)
-            continue;
-        std::erase(m_refused, infos.data->deviceid);
-        const auto at = std::ranges::find(m_keyboards, infos.data->deviceid, &Keyboard::id);
-        if (at == m_keyboards.end())
-            continue;
-        changed.released |= at->down;
-        m_keyboards.erase(at);
+    for (const DeviceId device : devicesGone(event)) {
+        std::erase(m_refused, device);
+        changed.released |= m_keyboards.remove(device);
     }
-    for (const Keyboard& keyboard : m_keyboards)
-        changed.released &= ~keyboard.down;
     changed.problems = grab();
     return changed;
 }
@@ -146,7 +105,7 @@ void GrabbedKeyboards::followKeymap()
     if (present == m_keymap)
         return;
     m_keymap = std::move(present);
-    for (const Keyboard& keyboard : m_keyboards)
+    for (const auto& keyboard : m_keyboards.keyboards())
         m_keymap.applyTo(m_connection, keyboard.id);
 }
 
@@ -161,7 +120,7 @@ void GrabbedKeyboards::letGo()
     // switch to another console. Such a one is left to the connection's end, which they survive. The event
     // that tells may still be on its way, so the server is asked.
     const Keyboards present = m_connection.keyboards();
-    for (const Keyboard& keyboard : m_keyboards) {
+    for (const auto& keyboard : m_keyboards.keyboards()) {
         const bool isEnabled = std::ranges::any_of(
             present.hardware, [&](const KeyboardDevice& device) { return device.id == keyboard.id; });
         if (isEnabled)
@@ -172,14 +131,14 @@ void GrabbedKeyboards::letGo()
 
 void GrabbedKeyboards::followLocks()
 {
-    for (const Keyboard& keyboard : m_keyboards)
+    for (const auto& keyboard : m_keyboards.keyboards())
         copyLocks(m_connection, m_master, keyboard.id);
 }
 
-void GrabbedKeyboards::settle(const KeySet& modifiers, const KeySet& heldBack)
+void GrabbedKeyboards::restoreHeldKeys(const KeySet& modifiers, const KeySet& heldBack)
 {
-    LiftedKeys keys(m_connection);
-    for (const Keyboard& keyboard : m_keyboards) {
+    LiftedKeys keys(m_connection, &m_faked);
+    for (const auto& keyboard : m_keyboards.keyboards()) {
         // Asked of the server: the user may have let go of them since.
         const KeySet down = m_connection.keysDown(keyboard.id);
         for (unsigned i = 0; i < down.size(); ++i) {
@@ -188,7 +147,7 @@ void GrabbedKeyboards::settle(const KeySet& modifiers, const KeySet& heldBack)
                 keys.lift(key);
                 keys.putBack(key);
             } else if (down.test(key) && heldBack.test(key)) {
-                m_connection.releaseOn(keyboard.id, key);
+                m_connection.releaseOn(keyboard.id, key); // a listener has seen its press, and hears this too
             }
         }
     }

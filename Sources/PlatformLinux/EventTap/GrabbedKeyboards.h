@@ -1,10 +1,10 @@
 // The user's keyboards while they are taken away from the server and their keys come to us alone. They are
-// taken together for one: a key is down when it is on any of them. The end of the object lets them go.
-// One thread at a time.
+// joined into one. The end of the object lets them go. One thread at a time.
 #pragma once
 
 #include "PlatformLinux/EventTap/DeviceKeymap.h"
-#include "PlatformLinux/EventTap/InjectorModel.h"
+#include "PlatformLinux/EventTap/FakedMotions.h"
+#include "PlatformLinux/EventTap/JoinedKeyboards.h"
 #include "PlatformLinux/X11/InputConnection.h"
 
 #include <optional>
@@ -17,7 +17,10 @@ namespace orvane {
 
 class GrabbedKeyboards {
 public:
-    explicit GrabbedKeyboards(InputConnection& connection) : m_connection(connection) {}
+    GrabbedKeyboards(InputConnection& connection, FakedMotions& faked)
+        : m_connection(connection), m_faked(faked)
+    {
+    }
     ~GrabbedKeyboards();
     GrabbedKeyboards(const GrabbedKeyboards&) = delete;
     GrabbedKeyboards& operator=(const GrabbedKeyboards&) = delete;
@@ -25,13 +28,16 @@ public:
     /// Takes those that aren't taken yet, and hears of devices that come and go from now on. Gives a sentence
     /// for each one that can't be had. Round trips.
     std::vector<std::string> grab();
-    bool isEmpty() const { return m_keyboards.empty(); }
-    bool has(DeviceId device) const;
+    bool isEmpty() const { return m_keyboards.isEmpty(); }
+    bool has(DeviceId device) const { return m_keyboards.has(device); }
     /// What was down on those that were grabbed, at that time.
     const KeySet& downAtFirst() const { return m_downAtFirst; }
 
     /// What an event of a device means for the one keyboard; nothing when the key is down elsewhere too.
-    std::optional<HardwareKey> motion(const xcb_input_key_press_event_t& event, KeyMotion motion);
+    std::optional<HardwareKey> motion(const xcb_input_key_press_event_t& event, KeyMotion motion)
+    {
+        return m_keyboards.motion(event.deviceid, event.detail, motion);
+    }
     /// Devices came or went. The keys that went with them, and new sentences as those of grab().
     struct Changed {
         KeySet released;
@@ -51,24 +57,19 @@ public:
     void letGo();
     /// After letGo(): of the keys that are still down, makes `modifiers` count again, which the applications
     /// have seen released, and keeps `heldBack`, which they have never seen, from repeating. Round trips.
-    void settle(const KeySet& modifiers, const KeySet& heldBack);
+    void restoreHeldKeys(const KeySet& modifiers, const KeySet& heldBack);
 
 private:
-    struct Keyboard {
-        DeviceId id = 0;
-        std::string name;
-        KeySet down;
-    };
-
     std::string grabOne(const KeyboardDevice& device);
-    bool isDownElsewhere(std::uint8_t key, const Keyboard& but) const;
 
     InputConnection& m_connection;
+    FakedMotions& m_faked;
     DeviceId m_master = 0;
     DeviceId m_xtest = 0;
     /// Of the XTEST keyboard, which does hear of changes.
     DeviceKeymap m_keymap;
-    std::vector<Keyboard> m_keyboards;
+    XSelection m_hierarchy;
+    JoinedKeyboards m_keyboards;
     std::vector<DeviceId> m_refused;
     KeySet m_downAtFirst;
     bool m_isFree = false;

@@ -11,127 +11,81 @@ namespace {
 constexpr EventFlags chordFlags =
     eventFlag::shift | eventFlag::control | eventFlag::option | eventFlag::command;
 
-bool wasRewritten(const Event& observed, const Event& answer)
-{
-    return ((observed.flags ^ answer.flags) & chordFlags) != 0;
-}
-
-template <typename Visit>
-void forEachKey(const KeySet& keys, Visit visit)
-{
-    for (unsigned key = 0; key < keys.size(); ++key) {
-        if (keys.test(key))
-            visit(static_cast<std::uint8_t>(key));
-    }
-}
-
 } // namespace
 
 void InjectorModel::setHeld(const KeySet& keys)
 {
-    m_held = keys;
+    m_held.set(keys);
     m_down = keys;
     m_injected.fill(0);
     forEachKey(keys, [this](std::uint8_t key) { m_injected[key] = key; });
 }
 
-Event InjectorModel::observe(HardwareKey hardware, std::uint64_t timestamp)
+bool InjectorModel::Passage::isRewritten() const
 {
-    const bool goesUp = hardware.motion == KeyMotion::release;
-    if (m_roles.roleOf(hardware.key) == ModifierRole::capsLock)
-        observeCapsLock(hardware.motion);
-    KeySet held = m_held;
-    held.set(hardware.key, !goesUp);
-    // A key that goes up stays among the held ones until deliver() knows what went down for it.
-    m_held.set(hardware.key, m_held.test(hardware.key) || !goesUp);
-
-    Event event;
-    event.type = goesUp ? EventType::keyUp : EventType::keyDown;
-    if (m_roles.isModifier(hardware.key))
-        event.type = EventType::flagsChanged;
-    event.flags = flagsOfHeld(held);
-    event.keycode = eventKeyCode(hardware.key);
-    event.autorepeat = hardware.motion == KeyMotion::repeat ? 1 : 0;
-    event.timestamp = timestamp;
-    return event;
+    return !isConsumed() && ((observed.flags ^ answer.flags) & chordFlags) != 0;
 }
 
-/// The lock sets in with the press; the press that finds it set ends it with its release.
-void InjectorModel::observeCapsLock(KeyMotion motion)
+void InjectorModel::inject(const Passage& passage, CommandKeys command, KeyActions& actions)
 {
-    if (motion == KeyMotion::press) {
-        m_capsWasLocked = m_capsUnlocksOnRelease = m_capsLocked;
-        m_capsLocked = true;
-    } else if (motion == KeyMotion::release && m_capsUnlocksOnRelease) {
-        m_capsLocked = m_capsUnlocksOnRelease = false;
-    }
-}
-
-void InjectorModel::deliver(HardwareKey hardware, const Event& observed, const std::optional<Event>& answer,
-                            CommandKeys command, KeyActions& actions)
-{
-    switch (hardware.motion) {
+    switch (passage.hardware.motion) {
     case KeyMotion::press:
-        pressed(hardware.key, observed, answer, command, actions);
+        pressed(passage, command, actions);
         break;
     case KeyMotion::release:
-        released(hardware.key, observed, answer, command, actions);
+        released(passage, command, actions);
         break;
     case KeyMotion::repeat:
         // A passed key repeats by itself on the XTEST keyboard.
-        if (!answer)
-            stopRepeating(hardware.key, actions);
+        if (passage.isConsumed())
+            stopRepeating(passage.hardware.key, actions);
         break;
     }
 }
 
-void InjectorModel::pressed(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
-                            CommandKeys command, KeyActions& actions)
+void InjectorModel::pressed(const Passage& passage, CommandKeys command, KeyActions& actions)
 {
+    const std::uint8_t key = passage.hardware.key;
     m_loneRewritten = 0;
-    if (!answer) {
+    if (passage.isConsumed()) {
         m_injected[key] = 0;
-        if (m_roles.roleOf(key) == ModifierRole::capsLock) {
-            m_capsLocked = m_capsWasLocked;
-            m_capsUnlocksOnRelease = false;
-        }
+        if (roles().roleOf(key) == ModifierRole::capsLock)
+            m_held.undoCapsLock();
         return;
     }
     std::uint8_t target = key;
-    if (answer->keycode != observed.keycode)
-        target = xKeyOfEvent(answer->keycode).value_or(key);
+    if (passage.answer.keycode != passage.observed.keycode)
+        target = xKeyOfEvent(passage.answer.keycode).value_or(key);
     m_injected[key] = target;
-    bring(chordAfter(observed, *answer, command), target, actions);
-    if (!m_roles.chordKeys().test(target))
+    bring(chordAfter(passage, command), target, actions);
+    if (!roles().chordKeys().test(target))
         press(target, actions);
-    else if (m_roles.roleOf(key) == ModifierRole::command && wasRewritten(observed, *answer) &&
-             m_held.count() == 1)
+    else if (roles().roleOf(key) == ModifierRole::command && passage.isRewritten() && held().count() == 1)
         m_loneRewritten = key;
 }
 
-void InjectorModel::released(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
-                             CommandKeys command, KeyActions& actions)
+void InjectorModel::released(const Passage& passage, CommandKeys command, KeyActions& actions)
 {
+    const std::uint8_t key = passage.hardware.key;
     const bool wasLone = std::exchange(m_loneRewritten, 0) == key && key != 0;
-    const bool wasKnown = m_held.test(key);
+    const bool wasKnown = held().test(key);
     const std::uint8_t target = wasKnown ? m_injected[key] : key;
-    m_held.reset(key);
+    m_held.forget(key);
     m_injected[key] = 0;
     if (target == 0)
         return;
     if (!wasKnown)
         m_down.set(key); // pressed before the devices were grabbed: whoever saw that waits for the release
-    if (m_roles.chordKeys().test(target)) {
+    if (roles().chordKeys().test(target)) {
         const KeySet physical = physicalChord();
-        const bool isRewritten = answer && wasRewritten(observed, *answer) && physical.any();
-        bring(isRewritten ? chordAfter(observed, *answer, command) : physical, 0, actions);
-        if (wasLone && answer) {
+        bring(passage.isRewritten() && physical.any() ? chordAfter(passage, command) : physical, 0, actions);
+        if (wasLone && !passage.isConsumed()) {
             press(key, actions);
             release(key, actions);
         }
         return;
     }
-    // Even when a tap removed the release: the press went through, and nothing may stay down.
+    // Even when a tap consumed the release: the press went through, and nothing may stay down.
     if (m_down.test(target) && !standsForAHeldKey(target))
         release(target, actions);
     endBorrowing(actions);
@@ -140,7 +94,7 @@ void InjectorModel::released(std::uint8_t key, const Event& observed, const std:
 void InjectorModel::stopRepeating(std::uint8_t key, KeyActions& actions)
 {
     const std::uint8_t target = m_injected[key];
-    if (target == 0 || m_roles.chordKeys().test(target))
+    if (target == 0 || roles().chordKeys().test(target))
         return;
     m_injected[key] = 0;
     if (m_down.test(target) && !standsForAHeldKey(target))
@@ -164,9 +118,9 @@ void InjectorModel::post(const Event& event, CommandKeys command, KeyActions& ac
         // The user may hold that very key: then its own release is to do nothing any more.
         if (m_down.test(*key))
             release(*key, actions);
-        forEachKey(m_held, [&](std::uint8_t held) {
-            if (m_injected[held] == *key)
-                m_injected[held] = 0;
+        forEachKey(held(), [&](std::uint8_t other) {
+            if (m_injected[other] == *key)
+                m_injected[other] = 0;
         });
         m_posted.set(*key);
         press(*key, actions);
@@ -186,26 +140,19 @@ void InjectorModel::releaseAll(KeyActions& actions)
         m_posted.reset();
         bring(physicalChord(), 0, actions);
     } else {
-        forEachKey(m_down & ~m_roles.chordKeys(), [&](std::uint8_t key) { release(key, actions); });
+        forEachKey(m_down & ~roles().chordKeys(), [&](std::uint8_t key) { release(key, actions); });
         m_posted.reset();
         bring({}, 0, actions);
     }
-    m_held.reset();
+    m_held.set({});
     m_down.reset();
     m_injected.fill(0);
-}
-
-EventFlags InjectorModel::flagsOfHeld(const KeySet& held) const
-{
-    EventFlags flags = m_capsLocked ? eventFlag::alphaShift : EventFlags{0};
-    forEachKey(held & m_roles.chordKeys(), [&](std::uint8_t key) { flags |= flagOf(m_roles.roleOf(key)); });
-    return flags;
 }
 
 KeySet InjectorModel::heldBack() const
 {
     KeySet keys;
-    forEachKey(m_held, [&](std::uint8_t key) { keys.set(key, m_injected[key] == 0); });
+    forEachKey(held(), [&](std::uint8_t key) { keys.set(key, m_injected[key] == 0); });
     return keys;
 }
 
@@ -213,8 +160,8 @@ KeySet InjectorModel::heldBack() const
 KeySet InjectorModel::physicalChord() const
 {
     KeySet chord;
-    forEachKey(m_held, [&](std::uint8_t key) { chord.set(m_injected[key]); });
-    return (chord | m_posted) & m_roles.chordKeys();
+    forEachKey(held(), [&](std::uint8_t key) { chord.set(m_injected[key]); });
+    return (chord | m_posted) & roles().chordKeys();
 }
 
 /// The modifiers that the flags of a rewritten or posted event ask for: of each role the keys that are held
@@ -228,41 +175,41 @@ KeySet InjectorModel::chordFor(EventFlags flags, CommandKeys command, Borrowing 
         (flags & eventFlag::control) != 0 || wantsCommand,
         (flags & eventFlag::option) != 0,
     };
-    constexpr ModifierRole roles[] = {ModifierRole::shift, ModifierRole::control, ModifierRole::option};
+    constexpr ModifierRole chordRoles[] = {ModifierRole::shift, ModifierRole::control, ModifierRole::option};
 
-    KeySet chord = m_posted & m_roles.chordKeys();
-    for (std::size_t i = 0; i < std::size(roles); ++i) {
+    KeySet chord = m_posted & roles().chordKeys();
+    for (std::size_t i = 0; i < std::size(chordRoles); ++i) {
         if (!isWanted[i])
             continue;
         bool isHeld = false;
         forEachKey(physical, [&](std::uint8_t key) {
-            if (m_roles.roleOf(key) == roles[i])
+            if (roles().roleOf(key) == chordRoles[i])
                 chord.set(key), isHeld = true;
         });
-        if (const std::uint8_t key = m_roles.representative(roles[i]); !isHeld && key != 0)
+        if (const std::uint8_t key = roles().representative(chordRoles[i]); !isHeld && key != 0)
             chord.set(key);
     }
     // The third level chooses a character: the user's own chord keeps it, a posted one must not have it.
     if (borrowing == Borrowing::rewritten) {
         forEachKey(physical, [&](std::uint8_t key) {
-            if (m_roles.roleOf(key) == ModifierRole::levelThree)
+            if (roles().roleOf(key) == ModifierRole::levelThree)
                 chord.set(key);
         });
     }
     return chord;
 }
 
-KeySet InjectorModel::chordAfter(const Event& observed, const Event& answer, CommandKeys command) const
+KeySet InjectorModel::chordAfter(const Passage& passage, CommandKeys command) const
 {
-    return wasRewritten(observed, answer) ? chordFor(answer.flags, command, Borrowing::rewritten)
-                                          : physicalChord();
+    return passage.isRewritten() ? chordFor(passage.answer.flags, command, Borrowing::rewritten)
+                                 : physicalChord();
 }
 
 /// Presses first and lets go afterwards, so that a Super or an Alt that is lifted is no lone one, which would
 /// open a menu. `ownKey` is the one that the user presses at this moment.
 void InjectorModel::bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions)
 {
-    const KeySet present = m_down & m_roles.chordKeys();
+    const KeySet present = m_down & roles().chordKeys();
     const KeySet missing = chord & ~present;
     const KeySet surplus = present & ~chord;
     forEachKey(missing, [&](std::uint8_t key) { press(key, actions); });
@@ -285,7 +232,7 @@ void InjectorModel::endBorrowing(KeyActions& actions)
 void InjectorModel::tapNeutralKey(KeyActions& actions)
 {
     for (const ModifierRole role : {ModifierRole::control, ModifierRole::shift}) {
-        const std::uint8_t key = m_roles.representative(role);
+        const std::uint8_t key = roles().representative(role);
         if (key == 0 || m_down.test(key))
             continue;
         press(key, actions);
@@ -296,7 +243,7 @@ void InjectorModel::tapNeutralKey(KeyActions& actions)
 
 void InjectorModel::press(std::uint8_t key, KeyActions& actions)
 {
-    const ModifierRole role = m_roles.roleOf(key);
+    const ModifierRole role = roles().roleOf(key);
     m_lone = role == ModifierRole::command || role == ModifierRole::option ? key : std::uint8_t{0};
     if (m_down.test(key))
         release(key, actions);
@@ -312,14 +259,14 @@ void InjectorModel::release(std::uint8_t key, KeyActions& actions)
 
 KeySeat InjectorModel::seatOf(std::uint8_t key) const
 {
-    const bool isOnHardware = m_devices == Devices::free && m_held.test(key) && m_injected[key] == key;
+    const bool isOnHardware = m_devices == Devices::free && held().test(key) && m_injected[key] == key;
     return isOnHardware ? KeySeat::hardware : KeySeat::xtest;
 }
 
 bool InjectorModel::standsForAHeldKey(std::uint8_t key) const
 {
     bool stands = false;
-    forEachKey(m_held, [&](std::uint8_t held) { stands = stands || m_injected[held] == key; });
+    forEachKey(held(), [&](std::uint8_t other) { stands = stands || m_injected[other] == key; });
     return stands;
 }
 

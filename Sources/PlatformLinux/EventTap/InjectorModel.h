@@ -4,21 +4,14 @@
 // tells why it presses what it presses.
 #pragma once
 
-#include "Platform/Event.h"
+#include "Platform/EventTaps.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
+#include "PlatformLinux/EventTap/HeldKeys.h"
 #include "PlatformLinux/X11/KeyActions.h"
-#include "PlatformLinux/X11/ModifierRoles.h"
 
 #include <array>
-#include <optional>
 
 namespace orvane {
-
-/// One motion of a key on the user's keyboards taken together.
-struct HardwareKey {
-    std::uint8_t key = 0;
-    KeyMotion motion = KeyMotion::press;
-};
 
 class InjectorModel {
 public:
@@ -28,18 +21,31 @@ public:
     /// it lifts there it lifts on the hardware's own seat.
     explicit InjectorModel(Devices devices) : m_devices(devices) {}
 
-    void setRoles(const ModifierRoles& roles) { m_roles = roles; }
-    const ModifierRoles& roles() const { return m_roles; }
+    void setRoles(const ModifierRoles& roles) { m_held.setRoles(roles); }
+    const ModifierRoles& roles() const { return m_held.roles(); }
     /// The server's word on Caps Lock, which rules over the model's expectation.
-    void setCapsLocked(bool locked) { m_capsLocked = locked; }
+    void setCapsLocked(bool locked) { m_held.setCapsLocked(locked); }
     /// The keys that the user holds and the applications know of, at the beginning or between posted chords.
     void setHeld(const KeySet& keys);
 
+    /// An event on its way through the taps: as it was observed, as it came out, and what they decided.
+    struct Passage {
+        HardwareKey hardware;
+        Event observed;
+        Event answer;
+        EventTapDecision decision = EventTapDecision::pass;
+
+        bool isConsumed() const { return decision == EventTapDecision::consume; }
+        bool isRewritten() const;
+    };
+
     /// Takes a motion in and gives the event that it is.
-    Event observe(HardwareKey hardware, std::uint64_t timestamp);
-    /// What follows when the event has passed the taps and came out as `answer`; nothing is a removed one.
-    void deliver(HardwareKey hardware, const Event& observed, const std::optional<Event>& answer,
-                 CommandKeys command, KeyActions& actions);
+    Event observe(HardwareKey hardware, std::uint64_t timestamp)
+    {
+        return m_held.observe(hardware, timestamp);
+    }
+    /// What is to be pressed when an event has passed the taps.
+    void inject(const Passage& passage, CommandKeys command, KeyActions& actions);
     void post(const Event& event, CommandKeys command, KeyActions& actions);
     /// The user clicked or turned the wheel: no modifier that is held now is a lone one.
     void pointerPressed() { m_loneRewritten = 0; }
@@ -47,26 +53,22 @@ public:
     void releaseAll(KeyActions& actions);
 
     /// The modifiers that the user holds, and the state of Caps Lock.
-    EventFlags flags() const { return flagsOfHeld(m_held); }
+    EventFlags flags() const { return m_held.flags(); }
     bool hasPostedKeysDown() const { return m_posted.any(); }
     /// What the user holds, and of that what no application has seen.
-    const KeySet& held() const { return m_held; }
+    const KeySet& held() const { return m_held.keys(); }
     KeySet heldBack() const;
 
 private:
     enum class Borrowing { rewritten, posted };
 
-    void pressed(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
-                 CommandKeys command, KeyActions& actions);
-    void released(std::uint8_t key, const Event& observed, const std::optional<Event>& answer,
-                  CommandKeys command, KeyActions& actions);
+    void pressed(const Passage& passage, CommandKeys command, KeyActions& actions);
+    void released(const Passage& passage, CommandKeys command, KeyActions& actions);
     void stopRepeating(std::uint8_t key, KeyActions& actions);
 
-    void observeCapsLock(KeyMotion motion);
-    EventFlags flagsOfHeld(const KeySet& held) const;
     KeySet physicalChord() const;
     KeySet chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const;
-    KeySet chordAfter(const Event& observed, const Event& answer, CommandKeys command) const;
+    KeySet chordAfter(const Passage& passage, CommandKeys command) const;
     void bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions);
     void endBorrowing(KeyActions& actions);
     void tapNeutralKey(KeyActions& actions);
@@ -77,8 +79,7 @@ private:
     bool standsForAHeldKey(std::uint8_t key) const;
 
     Devices m_devices;
-    ModifierRoles m_roles;
-    KeySet m_held;
+    HeldKeys m_held;
     /// For a held key the key that went to the applications in its place, mostly itself; 0 for none.
     std::array<std::uint8_t, 256> m_injected{};
     KeySet m_posted;
@@ -89,9 +90,6 @@ private:
     /// A Super key that went on as another modifier and with which nothing has been done yet: as a lone one
     /// it still means itself.
     std::uint8_t m_loneRewritten = 0;
-    bool m_capsLocked = false;
-    bool m_capsWasLocked = false;
-    bool m_capsUnlocksOnRelease = false;
 };
 
 } // namespace orvane

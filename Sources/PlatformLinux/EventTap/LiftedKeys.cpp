@@ -6,12 +6,12 @@ namespace orvane {
 
 void LiftedKeys::watch(bool watches)
 {
-    const struct {
-        xcb_input_event_mask_t header;
-        std::uint32_t bits;
-    } keys{{XCB_INPUT_DEVICE_ALL, 1},
-           watches ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0u};
-    xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &keys.header);
+    if (!watches)
+        m_rawKeys.reset();
+    else
+        m_rawKeys = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL,
+                                                    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                                                        XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
 }
 
 bool LiftedKeys::take(const xcb_generic_event_t& event)
@@ -35,7 +35,7 @@ void LiftedKeys::lift(std::uint8_t key)
         std::uint32_t request = 0;
         if (!m_connection.keysDown(device.id, &request).test(key))
             continue;
-        m_connection.releaseOn(device.id, key);
+        fake(device.id, key, KeyMotion::release);
         m_lifted.push_back({device.id, key, request});
     }
 }
@@ -75,14 +75,24 @@ void LiftedKeys::putBack(const Lifted& lifted)
     constexpr int ownReleases = 1;
     if (releases - ownReleases > presses)
         return; // the user has let go
-    m_connection.pressOn(lifted.device, lifted.key);
+    fake(lifted.device, lifted.key, KeyMotion::press);
     const auto after = motionsOf(lifted);
     // Between the question and our press there is still a moment. A release in it comes first.
     const auto first = after.begin() + static_cast<std::ptrdiff_t>(before.size());
     const auto released = std::find(first, after.end(), KeyMotion::release);
     if (std::count(first, after.end(), KeyMotion::press) == 1 &&
         std::find(released, after.end(), KeyMotion::press) != after.end())
-        m_connection.releaseOn(lifted.device, lifted.key);
+        fake(lifted.device, lifted.key, KeyMotion::release);
+}
+
+void LiftedKeys::fake(DeviceId device, std::uint8_t key, KeyMotion motion)
+{
+    if (m_faked)
+        m_faked->note(device, key, motion);
+    if (motion == KeyMotion::release)
+        m_connection.releaseOn(device, key);
+    else
+        m_connection.pressOn(device, key);
 }
 
 } // namespace orvane

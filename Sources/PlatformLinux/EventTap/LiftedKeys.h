@@ -1,9 +1,10 @@
-// Keys of the user's that are lifted from their own keyboards, for as long as a posted chord takes or to
-// count anew, and then put back; unless the user has let go of them meanwhile, or they would be down for
-// ever. Only for keyboards that aren't grabbed, and where no other events are waited for. One thread at a
+// Keys that the user holds and that are lifted from their own keyboards, for as long as a posted chord takes
+// or to count anew, and then put back; unless the user has let go of them meanwhile, or they would be down
+// for ever. Only for keyboards that aren't grabbed, and where no other events are waited for. One thread at a
 // time.
 #pragma once
 
+#include "PlatformLinux/EventTap/FakedMotions.h"
 #include "PlatformLinux/X11/InputConnection.h"
 #include "PlatformLinux/X11/KeyActions.h"
 
@@ -15,7 +16,11 @@ namespace orvane {
 
 class LiftedKeys {
 public:
-    explicit LiftedKeys(InputConnection& connection) : m_connection(connection) {}
+    /// What is done to the keyboards is noted in `faked`, where there is somebody who listens to them.
+    explicit LiftedKeys(InputConnection& connection, FakedMotions* faked = nullptr)
+        : m_connection(connection), m_faked(faked)
+    {
+    }
 
     /// From each keyboard that it is down on. Round trips.
     void lift(std::uint8_t key);
@@ -42,7 +47,11 @@ private:
     std::vector<KeyMotion> motionsOf(const Lifted& lifted);
     void putBack(const Lifted& lifted);
 
+    void fake(DeviceId device, std::uint8_t key, KeyMotion motion);
+
     InputConnection& m_connection;
+    FakedMotions* m_faked;
+    XSelection m_rawKeys;
     std::vector<Lifted> m_lifted;
     std::vector<Motion> m_motions;
 };

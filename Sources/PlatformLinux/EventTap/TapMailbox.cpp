@@ -35,7 +35,7 @@ void TapMailbox::offer(const Event& event, std::chrono::nanoseconds patience)
     m_toMain.raise();
 }
 
-TapMailbox::Outcome TapMailbox::settle()
+TapMailbox::Outcome TapMailbox::awaitAnswer()
 {
     std::unique_lock lock(m_mutex);
     const auto isOpen = [this] { return m_state == State::offered || m_state == State::taken; };
@@ -47,12 +47,13 @@ TapMailbox::Outcome TapMailbox::settle()
         lock.lock();
         m_tapWaits = false;
     }
+    m_wasTaken = m_state != State::offered;
     if (!isOpen()) {
         m_state = State::idle;
         return Outcome::answered;
     }
     m_state = State::idle;
-    m_delivery(m_event);
+    m_inject(m_event, EventTapDecision::pass);
     return m_isClosed ? Outcome::closed : Outcome::timedOut;
 }
 
@@ -71,15 +72,15 @@ std::optional<TapMailbox::Request> TapMailbox::take()
     return Request{m_ticket, m_event};
 }
 
-void TapMailbox::answer(std::uint64_t ticket, const std::optional<Event>& event)
+void TapMailbox::answer(std::uint64_t ticket, const Event& event, EventTapDecision decision)
 {
     std::unique_lock lock(m_mutex);
     if (m_state != State::taken || ticket != m_ticket || m_isClosed)
         return;
-    m_delivery(event);
+    m_inject(event, decision);
     m_state = State::answered;
     const bool tapWaits = m_tapWaits;
-    lock.unlock(); // which it would run into
+    lock.unlock(); // the thread that wakes would run into the lock
     if (tapWaits)
         m_toTap.raise();
 }

@@ -1,10 +1,10 @@
-// Hands events from the tap's thread to the main thread, one at a time and with a time limit. Each is
-// delivered exactly once: as the main thread answers it, and then at once by that thread, for to wake the
-// tap's first would cost the key half as much time again; or unchanged, when there is no answer in time.
-// Allocates nothing after it was made.
+// Offers events of the tap's thread to the main thread, one at a time and with a time limit. Each is injected
+// exactly once: as the main thread answers it, and by that thread, because to wake the tap's thread first
+// would cost the key half as much time again; or unchanged, when there is no answer in time. Allocates
+// nothing after it was made.
 #pragma once
 
-#include "Platform/Event.h"
+#include "Platform/EventTaps.h"
 #include "PlatformLinux/Common/EventSignal.h"
 
 #include <chrono>
@@ -17,9 +17,9 @@ namespace orvane {
 class TapMailbox {
 public:
     using Time = std::chrono::steady_clock::time_point;
-    /// Called on either thread, with everything locked that is here; nothing is a removed event. What the
-    /// tap's thread did before offer() is seen by it, and what it does is seen by that thread after settle().
-    using Delivery = std::function<void(const std::optional<Event>&)>;
+    /// Called on either thread, with everything locked that is here. What the tap's thread did before offer()
+    /// is seen by it, and what it does is seen by that thread after awaitAnswer().
+    using Injection = std::function<void(const Event& answer, EventTapDecision decision)>;
     enum class Outcome {
         answered,
         timedOut,
@@ -30,13 +30,15 @@ public:
         Event event;
     };
 
-    explicit TapMailbox(Delivery delivery) : m_delivery(std::move(delivery)) {}
+    explicit TapMailbox(Injection inject) : m_inject(std::move(inject)) {}
 
-    /// The tap's thread: hands an event over. The one before must be settled.
+    /// The tap's thread: hands an event over. The answer to the one before must have been awaited.
     void offer(const Event& event, std::chrono::nanoseconds patience);
-    /// The tap's thread: returns when the event that was offered has been delivered, which it does itself at
+    /// The tap's thread: returns when the event that was offered has been injected, which it does itself at
     /// the end of the patience.
-    Outcome settle();
+    Outcome awaitAnswer();
+    /// The tap's thread, after awaitAnswer(): whether the main thread has got to see that event.
+    bool wasTaken() const { return m_wasTaken; }
     /// The tap's thread: wakes the main thread though there is no event for it.
     void ring();
 
@@ -44,19 +46,20 @@ public:
     int descriptor() const { return m_toMain.descriptor(); }
     /// The event that waits, if one still does.
     std::optional<Request> take();
-    /// Delivers, unless it is too late.
-    void answer(std::uint64_t ticket, const std::optional<Event>& event);
+    /// Injects the event as it is now, or what follows from its removal; unless it is too late.
+    void answer(std::uint64_t ticket, const Event& event, EventTapDecision decision);
     /// Ends a wait, and all later ones before they begin.
     void close();
 
 private:
     enum class State { idle, offered, taken, answered };
 
-    const Delivery m_delivery;
+    const Injection m_inject;
     std::mutex m_mutex;
     State m_state = State::idle;
     bool m_isClosed = false;
     bool m_tapWaits = false;
+    bool m_wasTaken = false;
     std::uint64_t m_ticket = 0;
     Event m_event;
     Time m_end;

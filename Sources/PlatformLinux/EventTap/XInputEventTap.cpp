@@ -9,9 +9,9 @@ XInputEventTap::~XInputEventTap()
 
 void XInputEventTap::addToMainRunLoop()
 {
+    m_taps.noticeEnding();
     m_isAttached = true;
-    if (!m_taps.update())
-        m_isEnabled = false;
+    updateOrDisable();
 }
 
 void XInputEventTap::removeFromMainRunLoop()
@@ -24,8 +24,15 @@ void XInputEventTap::enable(bool enabled)
 {
     m_taps.noticeEnding();
     m_isEnabled = enabled && m_isValid;
-    if (!m_taps.update())
-        m_isEnabled = false;
+    updateOrDisable();
+}
+
+void XInputEventTap::updateOrDisable()
+{
+    if (m_taps.update())
+        return;
+    m_isEnabled = false;
+    m_taps.update(); // those that only listen need less
 }
 
 bool XInputEventTap::isEnabled() const
@@ -41,22 +48,19 @@ void XInputEventTap::invalidate()
     m_taps.update();
 }
 
-std::optional<Event> XInputEventTap::pass(Event event)
+EventTapDecision XInputEventTap::decide(Event& event)
 {
-    if (m_options == EventTaps::Options::listenOnly) {
-        Event shown = event;
-        m_callback(shown.type, &shown, m_userInfo);
-        return event;
-    }
-    const Event* passed = m_callback(event.type, &event, m_userInfo);
-    return passed ? std::optional(*passed) : std::nullopt;
+    if (m_options == EventTaps::Options::defaultTap)
+        return m_callback(event.type, event, m_userInfo);
+    hear(event);
+    return EventTapDecision::pass;
 }
 
 void XInputEventTap::tellOfTimeout()
 {
     Event event;
     event.type = EventType::tapDisabledByTimeout;
-    m_callback(event.type, &event, m_userInfo);
+    m_callback(event.type, event, m_userInfo);
 }
 
 } // namespace orvane

@@ -31,13 +31,17 @@ public:
         return wantsEvents() && (m_mask & eventMaskBit(type)) != 0 && m_location >= from;
     }
     EventMask mask() const { return m_mask; }
-    /// The event as it goes on; nothing when this tap removes it.
-    std::optional<Event> pass(Event event);
+    EventTaps::Options options() const { return m_options; }
+    /// What the callback decides; of one that only listens, to let the event pass unchanged.
+    EventTapDecision decide(Event& event);
+    void hear(Event event) { m_callback(event.type, event, m_userInfo); }
     bool isMarkedEnabled() const { return m_isEnabled; }
-    void disableByTimeout() { m_isEnabled = false; }
+    void disable() { m_isEnabled = false; }
     void tellOfTimeout();
 
 private:
+    void updateOrDisable();
+
     XInputEventTaps& m_taps;
     EventTaps::Location m_location;
     EventTaps::Options m_options;

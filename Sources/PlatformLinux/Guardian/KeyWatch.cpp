@@ -32,12 +32,12 @@ KeyWatch::KeyWatch(InputConnection& connection, SharedPulse pulse, pid_t program
 /// Raw events come whoever has grabbed the keyboard.
 void KeyWatch::listen(bool listens)
 {
-    const struct {
-        xcb_input_event_mask_t header;
-        std::uint32_t bits;
-    } keys{{XCB_INPUT_DEVICE_ALL, 1},
-           listens ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0u};
-    xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &keys.header);
+    if (!listens)
+        m_rawKeys.reset();
+    else
+        m_rawKeys = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL,
+                                                    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                                                        XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
     m_connection.flush();
 }
 

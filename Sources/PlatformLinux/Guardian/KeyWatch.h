@@ -40,6 +40,7 @@ private:
     InputConnection& m_connection;
     SharedPulse m_pulse;
     pid_t m_program;
+    XSelection m_rawKeys;
     struct Typed {
         Clock::time_point seen;
         std::optional<std::uint32_t> time; // the server's; none for what was typed before we were there

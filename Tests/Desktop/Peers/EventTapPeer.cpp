@@ -28,7 +28,7 @@ int main(int argc, char** argv)
     const auto tap = taps.tapCreate(
         orvane::EventTaps::Location::session, orvane::EventTaps::Placement::headInsert,
         orvane::EventTaps::Options::defaultTap, mask,
-        [](orvane::EventType, orvane::Event* event, void*) { return event; }, nullptr);
+        [](orvane::EventType, orvane::Event&, void*) { return orvane::EventTapDecision::pass; }, nullptr);
     if (!tap)
         return 1;
     tap->addToMainRunLoop();

@@ -101,6 +101,12 @@ bool OtherClient::isKeyboardGrabbed()
     return status == AlreadyGrabbed;
 }
 
+bool OtherClient::grabKeyboard()
+{
+    return XGrabKeyboard(m_state->display, DefaultRootWindow(m_state->display), False, GrabModeAsync,
+                         GrabModeAsync, CurrentTime) == GrabSuccess;
+}
+
 void OtherClient::grabKey(int key)
 {
     XGrabKey(m_state->display, key, AnyModifier, DefaultRootWindow(m_state->display), False, GrabModeAsync,

@@ -28,6 +28,8 @@ public:
 
     /// True if some client has all keys to itself, as an open menu does.
     bool isKeyboardGrabbed();
+    /// Takes all keys for itself until its end, as an open menu does. False when they are taken.
+    bool grabKeyboard();
     /// Listens for a key as a window manager does.
     void grabKey(int key);
     /// Returns the keys that came by grabKey(): positive for a press.

@@ -14,10 +14,12 @@ constexpr EventMask flagsMask = 4096;
 
 class Subscriber : public EventTapSubscriber {
 public:
-    explicit Subscriber(EventMask mask, QString subscriberName = {}, QStringList* journal = nullptr)
-        : name(std::move(subscriberName)), calls(journal), m_mask(mask)
+    explicit Subscriber(EventMask mask, QString subscriberName = {}, QStringList* journal = nullptr,
+                        EventTapRank rank = EventTapRank::keyRemapping)
+        : name(std::move(subscriberName)), calls(journal), m_mask(mask), m_rank(rank)
     {
     }
+    EventTapRank rank() const override { return m_rank; }
     EventMask eventMask() const override { return m_mask; }
     EventTapDecision handle(EventType type, Event& event) override
     {
@@ -42,6 +44,31 @@ public:
 
 private:
     EventMask m_mask;
+    EventTapRank m_rank;
+};
+
+class Listener : public EventTapListener {
+public:
+    Listener(EventMask mask, QString listenerName, QStringList& journal)
+        : name(std::move(listenerName)), calls(journal), m_mask(mask)
+    {
+    }
+    EventMask eventMask() const override { return m_mask; }
+    void hear(EventType, const Event& event) override
+    {
+        calls.append(name);
+        heard.push_back(event);
+        if (onHear)
+            onHear();
+    }
+
+    QString name;
+    QStringList& calls;
+    std::vector<Event> heard;
+    std::function<void()> onHear;
+
+private:
+    EventMask m_mask;
 };
 
 struct EventTapServiceTest : testing::Test {
@@ -50,6 +77,18 @@ struct EventTapServiceTest : testing::Test {
         auto subscriber = std::make_shared<Subscriber>(mask, QLatin1String(name), &walked);
         service.addSubscriber(subscriber);
         return subscriber;
+    }
+    std::shared_ptr<Subscriber> add(EventTapRank rank, const char* name)
+    {
+        auto subscriber = std::make_shared<Subscriber>(keyMask, QLatin1String(name), &walked, rank);
+        service.addSubscriber(subscriber);
+        return subscriber;
+    }
+    std::shared_ptr<Listener> listen(EventMask mask, const char* name = "")
+    {
+        auto listener = std::make_shared<Listener>(mask, QLatin1String(name), walked);
+        service.addListener(listener);
+        return listener;
     }
     static Event key(std::int64_t code, EventType type = EventType::keyDown)
     {
@@ -201,6 +240,22 @@ TEST_F(EventTapServiceTest, StopTakesEverythingAwayAndStartBringsItBack)
 
 // The way of an event through the callback.
 
+TEST_F(EventTapServiceTest, ARankIsAskedBeforeTheNextWhicheverWasAddedFirst)
+{
+    service.start();
+    add(EventTapRank::keyRemapping, "remapping");
+    add(EventTapRank::clipboardKeys, "clipboard");
+    const auto third = add(EventTapRank::keyRemapping, "remapping 2");
+    add(EventTapRank::clipboardKeys, "clipboard 2");
+    fake.eventTaps.send(key(8));
+    EXPECT_EQ(walked, list({"clipboard", "clipboard 2", "remapping", "remapping 2"}));
+    walked.clear();
+    service.removeSubscriber(third);
+    service.addSubscriber(third);
+    fake.eventTaps.send(key(8));
+    EXPECT_EQ(walked, list({"clipboard", "clipboard 2", "remapping", "remapping 2"}));
+}
+
 TEST_F(EventTapServiceTest, AllAreAskedInOrderOfAddingWhateverTheirOwnMask)
 {
     service.start();
@@ -273,6 +328,75 @@ TEST_F(EventTapServiceTest, OneAddedDuringAWalkIsAskedFromTheNextEventOn)
     EXPECT_EQ(walked, list({"first", "first", "late"}));
 }
 
+// Subscribers that only listen.
+
+TEST_F(EventTapServiceTest, AListenerAloneHasATapThatOnlyListensAndTakesNoKeyboard)
+{
+    service.start();
+    const auto listener = listen(flagsMask);
+    EXPECT_EQ(fake.eventTaps.calls, list({"create 4096 listening", "add", "enable"}));
+    EXPECT_FALSE(fake.eventTaps.holdsKeyboards());
+    EXPECT_EQ(fake.runLoop.timerCount(), 1u);
+    fake.eventTaps.send(key(59, EventType::flagsChanged));
+    EXPECT_EQ(listener->heard.size(), 1u);
+    service.removeListener(listener);
+    EXPECT_EQ(tapCount(), 0u);
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+}
+
+TEST_F(EventTapServiceTest, AListenersTapStaysAsItIsWhileASubscriberComesAndGoes)
+{
+    service.start();
+    const auto listener = listen(keyMask, "listener");
+    fake.eventTaps.calls.clear();
+    const auto subscriber = add(keyMask, "subscriber");
+    EXPECT_TRUE(fake.eventTaps.holdsKeyboards());
+    fake.eventTaps.send(key(8));
+    EXPECT_EQ(walked, list({"subscriber", "listener"}));
+    service.removeSubscriber(subscriber);
+    EXPECT_FALSE(fake.eventTaps.holdsKeyboards());
+    EXPECT_EQ(fake.eventTaps.calls,
+              list({"create 7168", "add", "enable", "remove", "disable", "invalidate", "end"}));
+    EXPECT_EQ(fake.runLoop.timerCount(), 1u);
+}
+
+TEST_F(EventTapServiceTest, AListenerHearsWhatSubscribersMakeOfAnEventAndNothingOfWhatTheyConsume)
+{
+    service.start();
+    const auto listener = listen(keyMask);
+    const auto subscriber = add(keyMask);
+    subscriber->onHandle = [](Event& event) { event.flags = eventFlag::command; };
+    fake.eventTaps.send(key(8));
+    ASSERT_EQ(listener->heard.size(), 1u);
+    EXPECT_EQ(listener->heard[0].flags, eventFlag::command);
+    subscriber->decision = EventTapDecision::consume;
+    fake.eventTaps.send(key(8));
+    EXPECT_EQ(listener->heard.size(), 1u);
+}
+
+TEST_F(EventTapServiceTest, AListenerMayRemoveItselfAndTheOthersStillHearThatEvent)
+{
+    service.start();
+    const auto first = listen(keyMask, "first");
+    listen(keyMask, "second");
+    first->onHear = [&] { service.removeListener(first); };
+    fake.eventTaps.send(key(8));
+    fake.eventTaps.send(key(8));
+    EXPECT_EQ(walked, list({"first", "second", "second"}));
+}
+
+TEST_F(EventTapServiceTest, ADisabledListeningTapIsEnabledAgainByTheWatchdog)
+{
+    service.start();
+    listen(keyMask);
+    tap().enable(false);
+    fake.runLoop.advance(1500ms);
+    EXPECT_TRUE(tap().isEnabled());
+    service.stop();
+    EXPECT_EQ(tapCount(), 0u);
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+}
+
 // Bringing a disabled tap back.
 
 TEST_F(EventTapServiceTest, ADisabledTapIsEnabledAgainAndLoggedOnceAndNobodyIsAsked)
@@ -296,7 +420,7 @@ TEST_F(EventTapServiceTest, DisabledByUserInputIsTreatedTheSame)
     tap().enable(false);
     Event event;
     event.type = EventType::tapDisabledByUserInput;
-    EXPECT_EQ(tap().call(event.type, &event), &event);
+    EXPECT_EQ(tap().call(event), EventTapDecision::pass);
     EXPECT_TRUE(tap().isEnabled());
     EXPECT_TRUE(subscriber->seen.empty());
 }

@@ -103,14 +103,12 @@ protected:
 
     std::string move(std::uint8_t key, KeyMotion motion)
     {
-        Event event = model.observe({key, motion}, 1);
-        const Event observed = event;
-        std::optional<Event> answer;
-        if (subscriber(event))
-            answer = event;
+        const Event observed = model.observe({key, motion}, 1);
+        InjectorModel::Passage passage{{key, motion}, observed, observed};
+        passage.decision = subscriber(passage.answer) ? EventTapDecision::pass : EventTapDecision::consume;
         seen.push_back(observed);
         KeyActions actions;
-        model.deliver({key, motion}, observed, answer, commandKeys, actions);
+        model.inject(passage, commandKeys, actions);
         return text(actions);
     }
     std::string press(std::uint8_t key) { return move(key, KeyMotion::press); }
@@ -603,13 +601,12 @@ TEST_F(InjectorModelTest, NothingStaysPressedWhateverHappens)
         }
     };
     const auto move = [&](std::uint8_t key, KeyMotion motion) {
-        Event event = model.observe({key, motion}, 0);
-        const Event observed = event;
-        const bool passes = subscriber(event);
+        const Event observed = model.observe({key, motion}, 0);
+        InjectorModel::Passage passage{{key, motion}, observed, observed};
+        passage.decision = subscriber(passage.answer) ? EventTapDecision::pass : EventTapDecision::consume;
         KeyActions actions;
         commandKeys = random(2) ? CommandKeys::control : CommandKeys::controlShift;
-        model.deliver({key, motion}, observed, passes ? std::optional(event) : std::nullopt, commandKeys,
-                      actions);
+        model.inject(passage, commandKeys, actions);
         apply(actions);
         physical.set(key, motion != KeyMotion::release);
     };

@@ -33,7 +33,8 @@ bool rings(TapMailbox& mailbox, int milliseconds = 0)
     return ::poll(&wait, 1, milliseconds) == 1;
 }
 
-/// A mailbox, the events that it has delivered and the threads on which it did. To be read after settle().
+/// A mailbox, the events that it has injected and the thread that did it last. Read these after
+/// awaitAnswer().
 class TapMailboxTest : public ::testing::Test {
 protected:
     TapMailbox::Request waitForRequest()
@@ -47,48 +48,55 @@ protected:
     Outcome exchange(const Event& event, std::chrono::nanoseconds patience)
     {
         mailbox.offer(event, patience);
-        return mailbox.settle();
+        return mailbox.awaitAnswer();
     }
 
-    std::vector<std::optional<Event>> delivered;
-    std::thread::id deliverer;
-    TapMailbox mailbox{[this](const std::optional<Event>& event) {
-        delivered.push_back(event);
-        deliverer = std::this_thread::get_id();
+    struct Injected {
+        Event event;
+        EventTapDecision decision;
+        bool operator==(const Injected&) const = default;
+    };
+    static Injected passed(std::int64_t keycode) { return {eventOf(keycode), EventTapDecision::pass}; }
+
+    std::vector<Injected> injected;
+    std::thread::id injector;
+    TapMailbox mailbox{[this](const Event& event, EventTapDecision decision) {
+        injected.push_back({event, decision});
+        injector = std::this_thread::get_id();
     }};
 };
 
-TEST_F(TapMailboxTest, AnEventIsDeliveredAsItWasAnsweredAndByTheThreadThatAnswers)
+TEST_F(TapMailboxTest, AnEventIsInjectedAsItWasAnsweredAndByTheThreadThatAnswers)
 {
     auto tap = std::async(std::launch::async, [&] { return exchange(eventOf(8), longEnough); });
     const auto request = waitForRequest();
     EXPECT_EQ(request.event, eventOf(8));
-    mailbox.answer(request.ticket, eventOf(9));
+    mailbox.answer(request.ticket, eventOf(9), EventTapDecision::pass);
     EXPECT_EQ(tap.get(), Outcome::answered);
-    EXPECT_THAT(delivered, ElementsAre(eventOf(9)));
-    EXPECT_EQ(deliverer, std::this_thread::get_id());
+    EXPECT_THAT(injected, ElementsAre(passed(9)));
+    EXPECT_EQ(injector, std::this_thread::get_id());
 }
 
-TEST_F(TapMailboxTest, ARemovedEventIsDeliveredAsNothing)
+TEST_F(TapMailboxTest, AConsumedEventIsInjectedAsSuch)
 {
     auto tap = std::async(std::launch::async, [&] { return exchange(eventOf(8), longEnough); });
-    mailbox.answer(waitForRequest().ticket, std::nullopt);
+    mailbox.answer(waitForRequest().ticket, eventOf(8), EventTapDecision::consume);
     EXPECT_EQ(tap.get(), Outcome::answered);
-    EXPECT_THAT(delivered, ElementsAre(std::nullopt));
+    EXPECT_THAT(injected, ElementsAre(Injected{eventOf(8), EventTapDecision::consume}));
 }
 
 TEST_F(TapMailboxTest, AnAnswerThatCameBeforeTheTapAsksIsNotWaitedFor)
 {
     mailbox.offer(eventOf(8), longEnough);
-    mailbox.answer(waitForRequest().ticket, eventOf(9));
-    EXPECT_EQ(mailbox.settle(), Outcome::answered);
-    EXPECT_THAT(delivered, ElementsAre(eventOf(9)));
+    mailbox.answer(waitForRequest().ticket, eventOf(9), EventTapDecision::pass);
+    EXPECT_EQ(mailbox.awaitAnswer(), Outcome::answered);
+    EXPECT_THAT(injected, ElementsAre(passed(9)));
 }
 
-TEST_F(TapMailboxTest, WithoutAnAnswerInTimeTheTapDeliversTheEventUnchanged)
+TEST_F(TapMailboxTest, WithoutAnAnswerInTimeTheTapInjectsTheEventUnchanged)
 {
     EXPECT_EQ(exchange(eventOf(8), 0ms), Outcome::timedOut);
-    EXPECT_THAT(delivered, ElementsAre(eventOf(8)));
+    EXPECT_THAT(injected, ElementsAre(passed(8)));
 }
 
 TEST_F(TapMailboxTest, AnAbandonedEventCannotBeTakenAnyMore)
@@ -103,15 +111,15 @@ TEST_F(TapMailboxTest, TheLateAnswerToAnAbandonedEventIsNotTakenForTheNext)
 {
     mailbox.offer(eventOf(1), 0ms);
     const auto abandoned = waitForRequest();
-    EXPECT_EQ(mailbox.settle(), Outcome::timedOut);
-    mailbox.answer(abandoned.ticket, std::nullopt);
+    EXPECT_EQ(mailbox.awaitAnswer(), Outcome::timedOut);
+    mailbox.answer(abandoned.ticket, eventOf(1), EventTapDecision::consume);
 
     mailbox.offer(eventOf(2), longEnough);
     const auto present = waitForRequest();
-    mailbox.answer(abandoned.ticket, std::nullopt);
-    mailbox.answer(present.ticket, present.event);
-    EXPECT_EQ(mailbox.settle(), Outcome::answered);
-    EXPECT_THAT(delivered, ElementsAre(eventOf(1), eventOf(2)));
+    mailbox.answer(abandoned.ticket, eventOf(1), EventTapDecision::consume);
+    mailbox.answer(present.ticket, present.event, EventTapDecision::pass);
+    EXPECT_EQ(mailbox.awaitAnswer(), Outcome::answered);
+    EXPECT_THAT(injected, ElementsAre(passed(1), passed(2)));
 }
 
 TEST_F(TapMailboxTest, ClosingEndsTheWait)
@@ -120,8 +128,8 @@ TEST_F(TapMailboxTest, ClosingEndsTheWait)
     const auto request = waitForRequest();
     mailbox.close();
     EXPECT_EQ(tap.get(), Outcome::closed);
-    mailbox.answer(request.ticket, eventOf(9));
-    EXPECT_THAT(delivered, ElementsAre(eventOf(8)));
+    mailbox.answer(request.ticket, eventOf(9), EventTapDecision::pass);
+    EXPECT_THAT(injected, ElementsAre(passed(8)));
 }
 
 TEST_F(TapMailboxTest, AClosedOneTakesNoEvents)
@@ -129,7 +137,7 @@ TEST_F(TapMailboxTest, AClosedOneTakesNoEvents)
     mailbox.close();
     EXPECT_EQ(exchange(eventOf(8), longEnough), Outcome::closed);
     EXPECT_FALSE(mailbox.take());
-    EXPECT_THAT(delivered, ElementsAre(eventOf(8)));
+    EXPECT_THAT(injected, ElementsAre(passed(8)));
 }
 
 TEST_F(TapMailboxTest, RingingWakesWithoutAnEvent)
@@ -146,16 +154,16 @@ TEST_F(TapMailboxTest, ManyEventsKeepTheirOrder)
     std::thread tap([&] {
         for (int i = 0; i < count; ++i) {
             EXPECT_EQ(exchange(eventOf(i), longEnough), Outcome::answered);
-            EXPECT_EQ(delivered.back(), eventOf(-i));
+            EXPECT_EQ(injected.back(), passed(-i));
         }
     });
     for (int i = 0; i < count; ++i) {
         const auto request = waitForRequest();
         EXPECT_EQ(request.event.keycode, i);
-        mailbox.answer(request.ticket, eventOf(-i));
+        mailbox.answer(request.ticket, eventOf(-i), EventTapDecision::pass);
     }
     tap.join();
-    EXPECT_EQ(delivered.size(), static_cast<std::size_t>(count));
+    EXPECT_EQ(injected.size(), static_cast<std::size_t>(count));
 }
 
 } // namespace

@@ -159,11 +159,11 @@ TEST_F(PlainPasteTest, ThePasteIsPostedOnceTheTextIsThere)
     const auto tap = fake.eventTaps.tapCreate(
         EventTaps::Location::hid, EventTaps::Placement::headInsert, EventTaps::Options::listenOnly,
         eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp),
-        [](EventType, Event* event, void* userInfo) {
+        [](EventType, Event&, void* userInfo) {
             auto& there = *static_cast<Seen*>(userInfo);
             const auto text = there.pasteboard.contents().stringForType(pasteboardType::string);
             there.texts.append(text.value_or(QString()));
-            return event;
+            return EventTapDecision::pass;
         },
         &seen);
     tap->addToMainRunLoop();

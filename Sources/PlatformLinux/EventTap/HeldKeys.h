@@ -1,0 +1,55 @@
+// The keys that the user holds, and the event that each motion of a key is. Pure; one thread at a time.
+#pragma once
+
+#include "Platform/Event.h"
+#include "PlatformLinux/X11/KeyActions.h"
+#include "PlatformLinux/X11/ModifierRoles.h"
+
+namespace orvane {
+
+/// One motion of a key on the user's keyboards taken together.
+struct HardwareKey {
+    std::uint8_t key = 0;
+    KeyMotion motion = KeyMotion::press;
+};
+
+/// Calls `visit` for each key of a set, in ascending order.
+template <typename Visit>
+void forEachKey(const KeySet& keys, Visit visit)
+{
+    for (unsigned key = 0; key < keys.size(); ++key) {
+        if (keys.test(key))
+            visit(static_cast<std::uint8_t>(key));
+    }
+}
+
+class HeldKeys {
+public:
+    void setRoles(const ModifierRoles& roles) { m_roles = roles; }
+    const ModifierRoles& roles() const { return m_roles; }
+    /// The server's word on Caps Lock, which rules over the expectation here.
+    void setCapsLocked(bool locked) { m_capsLocked = locked; }
+    /// The lock doesn't follow the press of Caps Lock that was observed last: it was consumed.
+    void undoCapsLock();
+
+    const KeySet& keys() const { return m_keys; }
+    void set(const KeySet& keys) { m_keys = keys; }
+    /// Gives the event that a motion is. A key that goes up stays among the held ones until forget().
+    Event observe(HardwareKey hardware, std::uint64_t timestamp);
+    void forget(std::uint8_t key) { m_keys.reset(key); }
+
+    /// The modifiers that the user holds, and the state of Caps Lock.
+    EventFlags flags() const { return flagsOf(m_keys); }
+
+private:
+    void observeCapsLock(KeyMotion motion);
+    EventFlags flagsOf(const KeySet& keys) const;
+
+    ModifierRoles m_roles;
+    KeySet m_keys;
+    bool m_capsLocked = false;
+    bool m_capsWasLocked = false;
+    bool m_capsUnlocksOnRelease = false;
+};
+
+} // namespace orvane

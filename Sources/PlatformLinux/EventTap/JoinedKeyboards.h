@@ -1,0 +1,36 @@
+// Several keyboards taken for one: a key is down when it is on any of them. Pure; one thread at a time.
+#pragma once
+
+#include "PlatformLinux/EventTap/HeldKeys.h"
+#include "PlatformLinux/X11/InputConnection.h"
+
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+class JoinedKeyboards {
+public:
+    struct Keyboard {
+        DeviceId id = 0;
+        KeySet down;
+    };
+
+    bool isEmpty() const { return m_keyboards.empty(); }
+    bool has(DeviceId id) const;
+    const std::vector<Keyboard>& keyboards() const { return m_keyboards; }
+    /// The keys that are down on any of them.
+    KeySet down() const;
+
+    void add(DeviceId id, const KeySet& down) { m_keyboards.push_back({id, down}); }
+    /// Gives the keys that went down with it and aren't down elsewhere.
+    KeySet remove(DeviceId id);
+    /// What a motion on one of them means for all together; nothing when the key is down elsewhere too, or
+    /// the keyboard isn't one of them.
+    std::optional<HardwareKey> motion(DeviceId id, std::uint32_t key, KeyMotion motion);
+
+private:
+    std::vector<Keyboard> m_keyboards;
+};
+
+} // namespace orvane

@@ -1,0 +1,126 @@
+#include "PlatformLinux/EventTap/TapEventReader.h"
+
+#include "PlatformLinux/EventTap/KeyboardChanges.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
+
+namespace orvane {
+
+namespace {
+
+template <typename Wire>
+const Wire& as(const xcb_generic_event_t& event)
+{
+    return reinterpret_cast<const Wire&>(event);
+}
+
+} // namespace
+
+bool TapEventReader::grabKeyboards(FakedMotions& faked, TapGuardian& guardian)
+{
+    m_guardian = &guardian;
+    selectKeyboardSettings(m_connection);
+    // A click ends a modifier's being alone.
+    m_buttons = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL_MASTER,
+                                                XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
+    m_keyboards = std::make_unique<GrabbedKeyboards>(m_connection, faked);
+    for (const std::string& problem : m_keyboards->grab())
+        m_log(LogLevel::notice, problem);
+    if (m_keyboards->isEmpty()) {
+        m_log(LogLevel::error, "Keyboard events can't be tapped: no keyboard could be grabbed.");
+        return false;
+    }
+    guardian.noteKeyboards(*m_keyboards);
+    m_injector.begin(m_keyboards->downAtFirst());
+    return true;
+}
+
+void TapEventReader::letGo()
+{
+    if (m_keyboards)
+        m_keyboards->letGo();
+}
+
+void TapEventReader::restoreHeldKeys(const KeyInjector::Held& held)
+{
+    if (m_keyboards)
+        m_keyboards->restoreHeldKeys(held.modifiers, held.heldBack);
+}
+
+bool TapEventReader::readNext()
+{
+    const auto event = m_connection.nextEvent();
+    if (!event)
+        return false;
+    const std::uint8_t type = event->response_type & 0x7F;
+    const bool isInput =
+        type == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(*event).extension == m_connection.xinputOpcode();
+    // Before anything is waited for: the guardian counts the time.
+    if (isInput && m_guardian)
+        m_guardian->noteTaken(as<xcb_ge_generic_event_t>(*event));
+    m_injector.awaitAnswer();
+    if (isInput)
+        readInput(*event);
+    else if (type == m_connection.xkbFirstEvent())
+        readKeyboardSettings(event->pad0); // the one type of that extension's events has their kind here
+    return true;
+}
+
+void TapEventReader::readInput(const xcb_generic_event_t& event)
+{
+    switch (as<xcb_ge_generic_event_t>(event).event_type) {
+    case XCB_INPUT_KEY_PRESS:
+    case XCB_INPUT_KEY_RELEASE:
+        readKey(as<xcb_input_key_press_event_t>(event));
+        break;
+    case XCB_INPUT_RAW_BUTTON_PRESS:
+        m_injector.pointerPressed();
+        break;
+    case XCB_INPUT_HIERARCHY:
+        readHierarchy(as<xcb_input_hierarchy_event_t>(event));
+        break;
+    case XCB_INPUT_RAW_KEY_PRESS:
+    case XCB_INPUT_RAW_KEY_RELEASE:
+        m_injector.noteRaw(event);
+        break;
+    default:
+        break;
+    }
+}
+
+void TapEventReader::readKey(const xcb_input_key_press_event_t& event)
+{
+    KeyMotion motion = KeyMotion::release;
+    if (event.event_type == XCB_INPUT_KEY_PRESS)
+        motion = (event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) ? KeyMotion::repeat : KeyMotion::press;
+    if (m_keyboards) {
+        if (const auto key = m_keyboards->motion(event, motion))
+            m_injector.take(*key);
+    }
+}
+
+void TapEventReader::readHierarchy(const xcb_input_hierarchy_event_t& event)
+{
+    if (!m_keyboards)
+        return;
+    const auto changed = m_keyboards->hierarchyChanged(event);
+    m_guardian->noteKeyboards(*m_keyboards);
+    forEachKey(changed.released, [this](std::uint8_t key) { m_injector.take({key, KeyMotion::release}); });
+    for (const std::string& problem : changed.problems)
+        m_log(LogLevel::notice, problem);
+}
+
+void TapEventReader::readKeyboardSettings(std::uint8_t kind)
+{
+    if (kind == XCB_XKB_STATE_NOTIFY) {
+        m_injector.followCapsLock();
+        if (m_keyboards)
+            m_keyboards->followLocks();
+        return;
+    }
+    m_injector.followLayout();
+    // At once, and not only when they are let go: after a crash nobody would do it.
+    if (m_keyboards)
+        m_keyboards->followKeymap();
+}
+
+} // namespace orvane

@@ -1,0 +1,52 @@
+// Reads what the X server tells the tap's thread: keys of the grabbed keyboards, which go to the injector,
+// and what changes about keyboards and pointers. The tap's thread alone.
+#pragma once
+
+#include "Platform/LogSink.h"
+#include "PlatformLinux/EventTap/GrabbedKeyboards.h"
+#include "PlatformLinux/EventTap/KeyInjector.h"
+#include "PlatformLinux/EventTap/TapGuardian.h"
+#include "PlatformLinux/X11/XSelection.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+class TapEventReader {
+public:
+    using Log = std::function<void(LogLevel, const std::string& sentence)>;
+
+    TapEventReader(InputConnection& connection, KeyInjector& injector, Log log)
+        : m_connection(connection), m_injector(injector), m_log(std::move(log))
+    {
+    }
+
+    /// Takes the keyboards and hears of all that belongs to them. False when none can be had; the log says
+    /// why. Round trips.
+    [[nodiscard]] bool grabKeyboards(FakedMotions& faked, TapGuardian& guardian);
+    /// Lets the keyboards go. What they did before can still be read.
+    void letGo();
+    /// After letGo() and after the last key was injected.
+    void restoreHeldKeys(const KeyInjector::Held& held);
+
+    /// Reads the next event and deals with it, after the answer that is awaited. False when there is none.
+    bool readNext();
+
+private:
+    void readInput(const xcb_generic_event_t& event);
+    void readKey(const xcb_input_key_press_event_t& event);
+    void readHierarchy(const xcb_input_hierarchy_event_t& event);
+    void readKeyboardSettings(std::uint8_t kind);
+
+    InputConnection& m_connection;
+    KeyInjector& m_injector;
+    const Log m_log;
+    TapGuardian* m_guardian = nullptr;
+    std::unique_ptr<GrabbedKeyboards> m_keyboards;
+    XSelection m_buttons;
+};
+
+} // namespace orvane

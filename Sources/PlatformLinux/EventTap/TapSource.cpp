@@ -1,0 +1,211 @@
+#include "PlatformLinux/EventTap/TapSource.h"
+
+#include "PlatformLinux/EventTap/KeyListener.h"
+
+#include <chrono>
+#include <csignal>
+#include <utility>
+
+namespace orvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Events are posted in bursts; a connection for each would be waste.
+constexpr auto postingIdleTime = 2s;
+
+} // namespace
+
+void TapSource::NotifierDeleter::operator()(QSocketNotifier* notifier) const
+{
+    notifier->setEnabled(false);
+    notifier->deleteLater(); // this may be its own signal
+}
+
+TapSource::TapSource(LogSink& log, std::function<CommandKeys()> commandKeys, Handlers handlers)
+    : m_log(log), m_commandKeys(std::move(commandKeys)), m_handlers(std::move(handlers))
+{
+    // The main thread presses keys, and the guardian or the server may have cut the connection just before:
+    // that is an error to be noticed, and by default the end of the process.
+    std::signal(SIGPIPE, SIG_IGN);
+    m_postingEnd.setSingleShot(true);
+    m_postingEnd.setInterval(postingIdleTime);
+    QObject::connect(&m_postingEnd, &QTimer::timeout, &m_context, [this] {
+        if (m_thread && m_thread->purpose() == TapThread::Purpose::posting)
+            stopThread();
+    });
+}
+
+TapSource::~TapSource()
+{
+    stopThread();
+}
+
+bool TapSource::setNeed(Need need, EventMask mask)
+{
+    m_need = need;
+    m_mask = mask;
+    const bool isThere = have(need);
+    if (isTapping())
+        m_thread->setMask(mask);
+    tidySoon();
+    return isThere;
+}
+
+bool TapSource::canHave(Need need)
+{
+    const bool isThere = have(need);
+    tidySoon();
+    return isThere;
+}
+
+bool TapSource::have(Need need)
+{
+    switch (need) {
+    case Need::nothing:
+        return true;
+    case Need::listening:
+        // The thread serves those who listen too, until it is tidied away.
+        return isTapping() || startListener();
+    case Need::filtering:
+        break;
+    }
+    if (isTapping())
+        return true;
+    stopThread(); // one that posts: what was posted goes out before
+    if (!startThread(TapThread::Purpose::tap))
+        return false;
+    if (m_listener && !m_listenerIsEnding) {
+        m_listenerIsEnding = true;
+        m_listener->stopHearing();
+    }
+    return true;
+}
+
+bool TapSource::startThread(TapThread::Purpose purpose)
+{
+    auto thread = std::make_unique<TapThread>(purpose, m_log, m_faked, m_commandKeys);
+    if (thread->ending() == TapThread::Ending::failed)
+        return false;
+    m_log.forget();
+    m_thread = std::move(thread);
+    m_notifier.reset(new QSocketNotifier(m_thread->mailbox().descriptor(), QSocketNotifier::Read));
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { answerNext(); });
+    return true;
+}
+
+void TapSource::stopThread()
+{
+    m_postingEnd.stop();
+    m_notifier.reset();
+    if (!m_thread)
+        return;
+    // Its place is empty before it is stopped: whatever is called meanwhile finds no thread.
+    const auto thread = std::move(m_thread);
+    const std::vector<Event> unseen = thread->stop();
+    m_unseen.insert(m_unseen.end(), unseen.begin(), unseen.end());
+}
+
+bool TapSource::startListener()
+{
+    finishListener();
+    if (!m_listener)
+        m_listener = KeyListener::begin(m_log, m_faked,
+                                        {.hear = [this](const Event& event) { hear(event); },
+                                         .lost =
+                                             [this] {
+                                                 m_listener.reset();
+                                                 m_handlers.listenerEnded();
+                                             }});
+    if (m_listener)
+        m_log.forget();
+    return m_listener != nullptr;
+}
+
+/// The keys from before the grab come before those that the thread offers.
+void TapSource::finishListener()
+{
+    if (!std::exchange(m_listenerIsEnding, false))
+        return;
+    const auto listener = std::exchange(m_listener, nullptr);
+    if (listener)
+        listener->finish();
+}
+
+/// A tap is often taken away to be made anew at once: its source stays between the two, so no key that is
+/// held then is torn in half.
+void TapSource::tidySoon()
+{
+    if (std::exchange(m_willTidy, true))
+        return;
+    QMetaObject::invokeMethod(
+        &m_context, [this] { tidy(); }, Qt::QueuedConnection);
+}
+
+void TapSource::tidy()
+{
+    m_willTidy = false;
+    finishListener();
+    if (isTapping() && m_need != Need::filtering) {
+        // It begins to listen before the keyboards are free, so it misses no key.
+        const bool isHeard = m_need != Need::listening || startListener();
+        stopThread();
+        if (!isHeard)
+            m_handlers.listenerEnded();
+    }
+    if (m_need == Need::nothing)
+        m_listener.reset();
+    tellUnseen();
+}
+
+void TapSource::noticeEnding()
+{
+    if (!m_thread || m_thread->ending() == TapThread::Ending::none)
+        return;
+    const TapThread::Ending ending = m_thread->ending();
+    stopThread();
+    tidySoon(); // which tells what was unseen
+    m_handlers.threadEnded(ending);
+}
+
+void TapSource::answerNext()
+{
+    finishListener();
+    if (!m_thread)
+        return;
+    if (auto request = m_thread->mailbox().take()) {
+        const EventTapDecision decision = m_handlers.decide(request->event);
+        // A tap's callback may have ended the thread that waited.
+        if (m_thread)
+            m_thread->mailbox().answer(request->ticket, request->event, decision);
+    }
+    noticeEnding();
+}
+
+void TapSource::hear(const Event& event)
+{
+    tellUnseen();
+    m_handlers.hear(event);
+}
+
+void TapSource::tellUnseen()
+{
+    for (const Event& event : std::exchange(m_unseen, {}))
+        m_handlers.hear(event);
+}
+
+void TapSource::press(const Event& event)
+{
+    if (m_thread && m_thread->post(event)) {
+        m_postingEnd.start();
+        return;
+    }
+    noticeEnding();
+    if (!m_thread && !startThread(TapThread::Purpose::posting))
+        return;
+    m_postingEnd.start();
+    (void)m_thread->post(event); // if it has ended since, the server is gone, and nobody gets any key
+}
+
+} // namespace orvane
