@@ -64,7 +64,15 @@ void TapMailbox::ring()
 
 std::optional<TapMailbox::Request> TapMailbox::take()
 {
+    if (auto request = takeOffered())
+        return request;
+    // Only now, or each key would wait for it; and what was offered just before is still to be found.
     m_toMain.clear();
+    return takeOffered();
+}
+
+std::optional<TapMailbox::Request> TapMailbox::takeOffered()
+{
     const std::scoped_lock lock(m_mutex);
     if (m_state != State::offered || m_isClosed)
         return std::nullopt;

@@ -44,7 +44,7 @@ public:
 
     /// Readable when there is something to take. Main thread, as all below.
     int descriptor() const { return m_toMain.descriptor(); }
-    /// The event that waits, if one still does.
+    /// The event that waits, if one still does. The descriptor is readable until this has given none.
     std::optional<Request> take();
     /// Injects the event as it is now, or what follows from its removal; unless it is too late.
     void answer(std::uint64_t ticket, const Event& event, EventTapDecision decision);
@@ -53,6 +53,8 @@ public:
 
 private:
     enum class State { idle, offered, taken, answered };
+
+    std::optional<Request> takeOffered();
 
     const Injection m_inject;
     std::mutex m_mutex;

@@ -90,6 +90,8 @@ bool TapSource::startThread(TapThread::Purpose purpose)
         return false;
     m_log.forget();
     m_thread = std::move(thread);
+    if (purpose == TapThread::Purpose::tap)
+        m_shortTurns.emplace();
     m_notifier.reset(new QSocketNotifier(m_thread->mailbox().descriptor(), QSocketNotifier::Read));
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { answerNext(); });
     return true;
@@ -99,6 +101,7 @@ void TapSource::stopThread()
 {
     m_postingEnd.stop();
     m_notifier.reset();
+    m_shortTurns.reset();
     if (!m_thread)
         return;
     // Its place is empty before it is stopped: whatever is called meanwhile finds no thread.
@@ -172,11 +175,12 @@ void TapSource::noticeEnding()
 void TapSource::answerNext()
 {
     finishListener();
-    if (!m_thread)
-        return;
-    if (auto request = m_thread->mailbox().take()) {
+    // A tap's callback may end the thread that waits.
+    while (m_thread) {
+        auto request = m_thread->mailbox().take();
+        if (!request)
+            break;
         const EventTapDecision decision = m_handlers.decide(request->event);
-        // A tap's callback may have ended the thread that waited.
         if (m_thread)
             m_thread->mailbox().answer(request->ticket, request->event, decision);
     }

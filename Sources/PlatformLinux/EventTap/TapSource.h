@@ -8,6 +8,7 @@
 #include "PlatformLinux/Applications/CommandConvention.h"
 #include "PlatformLinux/EventTap/FakedMotions.h"
 #include "PlatformLinux/EventTap/RepeatedLog.h"
+#include "PlatformLinux/EventTap/ShortTurns.h"
 #include "PlatformLinux/EventTap/TapThread.h"
 
 #include <QObject>
@@ -16,6 +17,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace orvane {
@@ -80,6 +82,8 @@ private:
     bool m_listenerIsEnding = false;
     /// What the thread took when nobody could be asked any more; to be heard before anything else is.
     std::vector<Event> m_unseen;
+    /// Each key waits for this thread.
+    std::optional<ShortTurns> m_shortTurns;
     QTimer m_postingEnd;
     bool m_willTidy = false;
     /// The context of queued calls.

@@ -1,5 +1,7 @@
 #include "PlatformLinux/EventTap/TapThread.h"
 
+#include "PlatformLinux/EventTap/ShortTurns.h"
+
 #include <csignal>
 #include <string>
 #include <utility>
@@ -70,6 +72,7 @@ bool TapThread::post(const Event& event)
 
 void TapThread::run(std::promise<void> begun)
 {
+    const ShortTurns shortTurns;
     const bool hasBegun = begin();
     if (hasBegun) {
         begun.set_value();
@@ -117,6 +120,10 @@ void TapThread::work()
         const bool hasRead = m_reader->readNext();
         injectPosts();
         noticeLateness();
+        if (hasRead && m_injector->isAwaited() && m_reason == Ending::none && !m_isStopping) {
+            wait(); // at once, for the main thread may need this processor; the descriptor tells of more
+            continue;
+        }
         if (hasRead)
             continue;
         if (m_connection->isLost()) {

@@ -1,0 +1,16 @@
+// While it exists, the kernel lets the thread that made it run sooner after a wake-up, for a shorter turn.
+// The thread gets no more of the processor than before. Needs no right; kernels before 6.12 ignore it.
+#pragma once
+
+namespace orvane {
+
+class ShortTurns {
+public:
+    ShortTurns();
+    /// On the same thread.
+    ~ShortTurns();
+    ShortTurns(const ShortTurns&) = delete;
+    ShortTurns& operator=(const ShortTurns&) = delete;
+};
+
+} // namespace orvane
