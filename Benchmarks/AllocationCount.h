@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <new>
 
+// NOLINTBEGIN(misc-definitions-in-headers): a program includes it in one source file only.
 namespace {
 
 std::atomic<long> allocations{0};
@@ -27,3 +28,4 @@ void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
+// NOLINTEND(misc-definitions-in-headers)

@@ -19,10 +19,10 @@
 #include <QMenu>
 #include <QPainter>
 
+#include <utility>
+
 namespace orvane::tests {
 namespace {
-
-using ::testing::ElementsAre;
 
 class MenuTrackingTest : public EventMonitorsFixture {
 protected:
@@ -136,7 +136,7 @@ protected:
     ~PanelMenuTest() override
     {
         item.reset();
-        EXPECT_TRUE(eventually(deadline, [this] { return service().isEmpty(); }));
+        EXPECT_TRUE(eventually(deadline, [] { return service().isEmpty(); }));
     }
 
     /// Returns where this process's item is registered; empty while it isn't. The item itself isn't asked,
@@ -321,8 +321,8 @@ TEST_F(PanelMenuTest, AnItemThatGoesWhileItsMenuIsOpenEndsTheTracking)
 /// A host on a bus connection of its own that reports its menus and has no window.
 class TellingHost {
 public:
-    explicit TellingHost(const QString& service)
-        : m_service(service),
+    explicit TellingHost(QString service)
+        : m_service(std::move(service)),
           m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("telling host")))
     {
     }

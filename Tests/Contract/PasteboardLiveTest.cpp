@@ -187,7 +187,7 @@ TEST_F(PasteboardLiveTest, AnotherPictureIsReadAsPng)
 TEST_F(PasteboardLiveTest, ReadsWhatComesInPieces)
 {
     const QByteArray large = noise(5'000'000);
-    for (const qsizetype pieceSize : {4096, 256 * 1024, 3'000'000}) {
+    for (const qsizetype pieceSize : {4096, 262'144, 3'000'000}) {
         const int before = pasteboard.changeCount();
         const SelectionOwner owner({{"image/png", large}, {"UTF8_STRING", "small"}}, Manner::pieces,
                                    pieceSize);

@@ -61,7 +61,8 @@ public:
     /// Returns the centre in the root window, wherever the window manager has put it.
     QPoint centre() const
     {
-        int x = 0, y = 0;
+        int x = 0;
+        int y = 0;
         Window child = 0;
         XTranslateCoordinates(m_display, m_window, DefaultRootWindow(m_display), 160, 120, &x, &y, &child);
         return {x, y};

@@ -35,7 +35,7 @@ public:
     /// Returns the next entry that has arrived; nothing when there is none, or when it breaks the protocol.
     std::optional<Entry> next()
     {
-        QByteArray datagram(1024 * 1024, '\0');
+        QByteArray datagram(qsizetype{1024} * 1024, '\0');
         const ssize_t size = ::recv(m_socket.get(), datagram.data(), static_cast<size_t>(datagram.size()), 0);
         if (size < 0)
             return std::nullopt;

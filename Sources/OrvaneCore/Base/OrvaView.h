@@ -155,7 +155,7 @@ template <class Component>
 QList<std::shared_ptr<const Component>> AnyView::all() const
 {
     QList<std::shared_ptr<const Component>> found;
-    if (const Component* own = as<Component>())
+    if (const auto* own = as<Component>())
         found.append(std::shared_ptr<const Component>(m_node, own));
     for (const AnyView& child : children())
         found.append(child.all<Component>());

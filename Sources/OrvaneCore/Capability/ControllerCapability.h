@@ -24,6 +24,7 @@ namespace orvane {
 template <class Controller>
 class ControllerCapability : public Capability,
                              public std::enable_shared_from_this<ControllerCapability<Controller>> {
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): there is no size of a type that is only declared.
     static_assert(sizeof(Controller) > 0, "include its header: `makeServices` asks what it has");
 
 public:

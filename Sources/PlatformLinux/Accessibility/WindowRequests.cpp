@@ -58,7 +58,7 @@ void WindowRequests::place(xcb_window_t window, const Placement& placement, Way 
 
     if (way == Way::message) {
         // The message has the same four bits, higher up.
-        const std::uint32_t gravity = static_cast<std::uint32_t>(Gravity::northWest);
+        const auto gravity = static_cast<std::uint32_t>(Gravity::northWest);
         send(window, m_link.atoms().moveResizeWindow,
              {gravity | mask << 8 | fromTheUser << 12, number(origin.x), number(origin.y), number(size.width),
               number(size.height)});

@@ -24,7 +24,8 @@ public:
     };
 
     /// When it returns, it owns the clipboard.
-    SelectionOwner(QMap<QByteArray, QByteArray> data, Manner manner, qsizetype pieceSize = 64 * 1024);
+    SelectionOwner(QMap<QByteArray, QByteArray> data, Manner manner,
+                   qsizetype pieceSize = qsizetype{64} * 1024);
     ~SelectionOwner();
     SelectionOwner(const SelectionOwner&) = delete;
     SelectionOwner& operator=(const SelectionOwner&) = delete;

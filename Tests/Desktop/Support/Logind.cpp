@@ -16,7 +16,7 @@ std::optional<QList<Inhibitor>> inhibitors()
         return std::nullopt;
 
     QList<Inhibitor> held;
-    const QDBusArgument list = answer.arguments().constFirst().value<QDBusArgument>();
+    const auto list = answer.arguments().constFirst().value<QDBusArgument>();
     list.beginArray();
     while (!list.atEnd()) {
         Inhibitor inhibitor;

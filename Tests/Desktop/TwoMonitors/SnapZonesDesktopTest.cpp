@@ -249,7 +249,8 @@ TEST_F(SnapDragDesktopTest, WindowsInTwoNeighbouringZonesMeetWithoutAGap)
         const Target neighbour = open(WindowKind::gtkHeaderBar, initial);
         pressShortcut(other);
         ASSERT_TRUE(comesToFill(neighbour, placeOf(other, area)));
-        const QRect a = m_windows.frame(first.window), b = m_windows.frame(neighbour.window);
+        const QRect a = m_windows.frame(first.window);
+        const QRect b = m_windows.frame(neighbour.window);
         EXPECT_FALSE(a.intersects(b)) << nameOf(one).toStdString();
         EXPECT_TRUE(a.right() + 1 == b.left() || a.bottom() + 1 == b.top()) << nameOf(one).toStdString();
     }

@@ -51,7 +51,7 @@ struct HomeFixture : testing::Test {
     std::shared_ptr<MadeUpCapability> add(const char* id,
                                           CapabilityCategory category = CapabilityCategory::system)
     {
-        const auto capability = std::make_shared<MadeUpCapability>(QString::fromLatin1(id), category);
+        auto capability = std::make_shared<MadeUpCapability>(QString::fromLatin1(id), category);
         registry->registerCapability(capability);
         return capability;
     }

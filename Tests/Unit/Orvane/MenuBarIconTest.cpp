@@ -79,7 +79,8 @@ TEST(MenuBarIcon, EveryPixelIsCoveredByTheNumbersAtEachScale)
     constexpr double inkTolerance = 0.02;
     for (const int scale : {1, 2, 3}) {
         const QImage picture = drawn(scale);
-        double ink = 0, expectedInk = 0;
+        double ink = 0;
+        double expectedInk = 0;
         for (int row = 0; row < picture.height(); ++row) {
             for (int column = 0; column < picture.width(); ++column) {
                 const QColor pixel = picture.pixelColor(column, row);

@@ -273,7 +273,8 @@ TEST_F(MenuBarControllerTest, TheHeaderShowsTheWordmarkInItsBox)
     QPainter painter(&picture);
     header.view->draw(painter, picture.rect(), Qt::red);
     painter.end();
-    QRect ink, head;
+    QRect ink;
+    QRect head;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
             const QColor pixel = picture.pixelColor(x, y);

@@ -538,7 +538,8 @@ TEST_F(InjectorModelTest, OnFreeDevicesHeldModifiersAreLiftedOnTheHardware)
     event.type = EventType::keyDown;
     event.keycode = virtualV;
     event.flags = command;
-    KeyActions down, up;
+    KeyActions down;
+    KeyActions up;
     onFree.post(event, CommandKeys::control, down);
     event.type = EventType::keyUp;
     onFree.post(event, CommandKeys::control, up);
@@ -592,7 +593,8 @@ TEST_F(InjectorModelTest, NothingStaysPressedWhateverHappens)
             event.keycode = random(0x80);
         return random(5) != 0;
     };
-    KeySet physical, pressed;
+    KeySet physical;
+    KeySet pressed;
     const auto apply = [&](const KeyActions& actions) {
         for (const KeyAction& action : actions) {
             ASSERT_NE(pressed.test(action.key), action.motion == KeyMotion::press)

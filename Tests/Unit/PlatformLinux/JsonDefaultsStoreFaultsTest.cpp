@@ -83,12 +83,13 @@ INSTANTIATE_TEST_SUITE_P(
         BadContent{"NumberBeyondAllDoubles", "{\"key\": 1e999}", "number"},
         BadContent{"DeepLists", "{\"key\": " + QByteArray(1'000'000, '['), "nested"},
         BadContent{"DeepMaps", QByteArray("{\"key\":").repeated(100'000), "nested"},
-        BadContent{"TooLarge", "{\"key\": \"" + QByteArray(8 * 1024 * 1024, 'x') + "\"}", "larger than"}),
+        BadContent{"TooLarge", "{\"key\": \"" + QByteArray(qsizetype{8} * 1024 * 1024, 'x') + "\"}",
+                   "larger than"}),
     [](const auto& test) { return std::string(test.param.name); });
 
 TEST_F(JsonDefaultsStoreFaultsTest, AFileJustBelowTheLimitIsRead)
 {
-    writeFile("{\"other\": 1, \"key\": \"" + QByteArray(8'000'000, 'x') + "\"}");
+    writeFile(R"({"other": 1, "key": ")" + QByteArray(8'000'000, 'x') + "\"}");
     const auto store = open();
     EXPECT_EQ(store->object(key).toString().size(), 8'000'000);
     EXPECT_EQ(store->object(other), QVariant(1LL));

@@ -113,7 +113,7 @@ std::vector<Sample> layouts()
         {"LineEndsKeptByStyle", "<p style=\"white-space:pre-line\">a  b\n c</p>", QStringLiteral("a b\nc")},
         {"CollapsedInPreformatted", "<pre>a  <span style='white-space:normal'>b  c</span></pre>",
          QStringLiteral("a  b c")},
-        {"DisplayByStyle", "a<span style=\"display:block\">b</span>c<div style=\"display:inline\">d</div>e",
+        {"DisplayByStyle", R"(a<span style="display:block">b</span>c<div style="display:inline">d</div>e)",
          QStringLiteral("a\nb\ncde")},
         {"List", "<ul><li>a<li>b</ul>c", QStringLiteral("• a\n• b\nc")},
         {"OrderedList", "<ol start=3><li>a</li><li value=7>b</li><li>c</li></ol>",
