@@ -89,6 +89,7 @@ protected:
     void write(const QString& text)
     {
         pasteboard.clearContents();
+        // NOLINTNEXTLINE(readability-suspicious-call-argument): the second is the name of a type.
         pasteboard.setString(text, string);
         finishCopy();
     }
