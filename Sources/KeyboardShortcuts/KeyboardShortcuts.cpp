@@ -28,7 +28,7 @@ void handleOnKeyUp(const Shortcut& shortcut)
     handle(state().legacyKeyUpHandlers, shortcut);
 }
 
-/// However many names hold the shortcut, the system is asked once.
+/// The system is asked once, however many names hold the shortcut.
 void registerOnce(const Shortcut& shortcut)
 {
     if (state().registeredShortcuts.contains(shortcut))
@@ -124,7 +124,8 @@ void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name)
         clear(name);
 }
 
-// The new one is live before the store says so, and the old one goes first even if the two are equal.
+// The new shortcut works before the store announces it, and the old one is removed first even if the two are
+// equal.
 void userDefaultsSet(const Name& name, const Shortcut& shortcut)
 {
     if (const auto former = getShortcut(name))
@@ -196,7 +197,7 @@ bool isMenuOpen()
 
 std::optional<Name> changedName(const Notification& notification)
 {
-    // QVariant's own conversion wants a Name that is made of nothing.
+    // QVariant's own conversion needs a Name that can be made without arguments.
     const QVariant value = notification.userInfo.value(nameKey());
     if (value.metaType() != QMetaType::fromType<Name>())
         return std::nullopt;

@@ -1,7 +1,7 @@
-// A call when the user presses the shortcut of a name, whatever that shortcut is just now.
+// Calls actions when the user presses the shortcut of a name, whichever shortcut that is at the time.
 //
 // One namespace with static state, on the main thread. Nothing here reports an error: a shortcut that the
-// system refuses doesn't fire, and a stored value that can't be read is none.
+// system refuses doesn't fire, and a stored value that can't be read counts as absent.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Name.h"
@@ -22,14 +22,14 @@ namespace orvane::KeyboardShortcuts {
 using Action = std::function<void()>;
 
 std::optional<Shortcut> getShortcut(const Name& name);
-/// Without a shortcut it clears the name; one that has a default remembers that it was cleared.
+/// An absent shortcut clears the name; a name with a default remembers that it was cleared.
 void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name);
-/// Registers the shortcut, stores it under the name and tells of the change. The recorder's way in.
+/// Registers the shortcut, stores it under the name and announces the change. The recorder uses this one.
 void userDefaultsSet(const Name& name, const Shortcut& shortcut);
-/// Back to the defaults; a name without one is cleared.
+/// Restores the defaults; a name without one is cleared.
 void reset(const QList<Name>& names);
 
-/// Adds `action` behind those that the name has; none is ever replaced. An action may set shortcuts and add
+/// Adds `action` to those that the name has; none is ever replaced. An action may set shortcuts and add
 /// actions: one that is added while others run waits for the next press.
 void onKeyDown(const Name& name, Action action);
 void onKeyUp(const Name& name, Action action);
@@ -38,13 +38,13 @@ void onKeyUp(const Name& name, Action action);
 void enable(const QList<Name>& names);
 void disable(const QList<Name>& names);
 
-/// Whether any shortcut fires at all.
+/// True if shortcuts fire at all.
 bool isEnabled();
 void setEnabled(bool enabled);
-/// While a recorder records: shortcuts are taken from the other programs and call nobody.
+/// True while a recorder records: shortcuts are still taken from other programs, but call no action.
 bool isPaused();
 void setPaused(bool paused);
-/// While a menu of the program is open.
+/// True while a menu of the program is open.
 bool isMenuOpen();
 
 /// Posted on the default notification centre after each stored change of a name.
@@ -52,13 +52,13 @@ inline QString shortcutByNameDidChangeNotification()
 {
     return QStringLiteral("KeyboardShortcuts_shortcutByNameDidChange");
 }
-/// The name that such a notification is about: its user info's "name", a `Name`.
+/// Returns the name that such a notification is about: its user info's "name", a `Name`.
 std::optional<Name> changedName(const Notification& notification);
 
 struct State;
 
-/// Fresh state for a scope, for tests: at its end every hot key is let go, and the former state is back.
-/// Keep it inside the scope of the platform that it uses.
+/// Fresh state for a scope, for tests: at its end every hot key is released, and the former state is
+/// restored. It must end before the platform that it uses.
 class StateScope {
 public:
     StateScope();

@@ -39,7 +39,7 @@ constexpr std::chrono::seconds longestFarewell{5};
 
 } // namespace
 
-/// What a process is before it knows whether it is the one.
+/// The part of a process that exists before it knows whether it is the one instance.
 struct LinuxPlatform::Process {
     Process(int& argc, char** argv) : application(argc, argv, log) {}
 
@@ -136,7 +136,7 @@ Platform& LinuxPlatform::platform()
 int LinuxPlatform::run()
 {
     const int status = m_process->application.run();
-    // Work on the pool may use the platform, and what it saves has to be whole.
+    // Work on the pool may use the platform, and files that it writes have to be complete.
     QThreadPool::globalInstance()->waitForDone();
     return status;
 }

@@ -1,4 +1,4 @@
-// The Linux desktop as a platform: makes every service and holds them together for the life of the process.
+// The Linux desktop as a platform: makes every service and keeps them for the life of the process.
 #pragma once
 
 #include "Platform/Platform.h"
@@ -17,14 +17,14 @@ public:
     LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
     /// Claims to be the session's one process. If another one is it, that one is told to come to the front,
-    /// and the exit status is given with which this process has to end. Comes before everything that touches
-    /// the user's files.
+    /// and the exit status is returned with which this process has to end. Must come before everything that
+    /// touches the user's files.
     std::optional<int> handOver();
 
     /// Made at the first call.
     Platform& platform();
 
-    /// Runs the event loop with the delegate that was set. Gives the exit status.
+    /// Runs the event loop with the delegate that was set. Returns the exit status.
     int run();
 
 private:

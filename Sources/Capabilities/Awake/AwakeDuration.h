@@ -1,4 +1,4 @@
-// For how long to stay awake.
+// The time for which to stay awake.
 #pragma once
 
 #include "OrvaneCore/Base/EnumNames.h"
@@ -22,7 +22,7 @@ constexpr const auto& enumNames(AwakeDuration)
 }
 static_assert(isInOrder<AwakeDuration>());
 
-/// Absent for the one without an end.
+/// Absent for the duration without an end.
 std::optional<std::chrono::seconds> seconds(AwakeDuration duration);
 
 } // namespace orvane

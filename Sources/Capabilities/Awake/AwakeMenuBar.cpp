@@ -47,7 +47,7 @@ void AwakeMenuBar::showMenu()
     const auto controller = m_controller.lock();
     if (!controller)
         return;
-    // Attached for this one opening only, so that a plain click keeps toggling.
+    // The menu is attached for this one opening only, so that a plain click keeps toggling.
     m_statusItem->setMenu([menu = makeMenu(*controller)] { return menu; });
     m_statusItem->performClick();
     m_statusItem->setMenu(nullptr);

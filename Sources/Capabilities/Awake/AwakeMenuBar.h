@@ -13,13 +13,13 @@ struct StatusItemEvent;
 
 class AwakeMenuBar {
 public:
-    /// Makes the status item; it stands for the life of this object.
+    /// Makes the status item, which exists for the life of this object.
     explicit AwakeMenuBar(std::weak_ptr<AwakeController> controller);
     ~AwakeMenuBar();
     AwakeMenuBar(const AwakeMenuBar&) = delete;
     AwakeMenuBar& operator=(const AwakeMenuBar&) = delete;
 
-    /// Shows whether the controller is awake; a gone one isn't.
+    /// Shows if the controller is awake; one that is gone isn't.
     void refreshIcon();
 
 private:
@@ -32,7 +32,7 @@ private:
 
     std::weak_ptr<AwakeController> m_controller;
     std::unique_ptr<StatusItem> m_statusItem;
-    /// Menu actions come later than the click, when this object may be gone.
+    /// A menu action comes later than the click, when this object may be gone.
     std::shared_ptr<AwakeMenuBar*> m_self = std::make_shared<AwakeMenuBar*>(this);
 };
 

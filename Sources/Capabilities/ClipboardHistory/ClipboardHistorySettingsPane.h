@@ -8,7 +8,7 @@
 
 namespace orvane::ClipboardHistorySettingsPane {
 
-/// `onClear` is called at once, without a question.
+/// `onClear` is called at once, without asking the user.
 AnyView make(const std::shared_ptr<ClipboardHistorySettings>& settings, std::function<void()> onClear);
 
 } // namespace orvane::ClipboardHistorySettingsPane

@@ -1,4 +1,4 @@
-// In which applications chords are rewritten. Pure; runs for every key event and allocates nothing.
+// The applications in which chords are rewritten. Pure; runs for every key event and allocates nothing.
 #pragma once
 
 #include "OrvaneCore/Base/EnumNames.h"
@@ -27,9 +27,9 @@ namespace AppExclusion {
 /// Terminals and editors that need their Control keys, in ascending order. Built once, on first use.
 const QStringList& defaultDenylist();
 
-/// An application without identifier counts as unlisted. A pattern is an identifier, or a prefix with ".*"
-/// behind it, which any identifier that begins with it and the full stop matches; case counts. The order of
-/// the list doesn't.
+/// An application without an identifier counts as unlisted. A pattern is an identifier, or a prefix followed
+/// by ".*", which matches any identifier that begins with the prefix and a full stop; case counts, the order
+/// of the list doesn't.
 bool shouldRemap(const std::optional<QString>& bundleID, AppExclusionMode mode, const QStringList& list);
 
 } // namespace AppExclusion

@@ -13,7 +13,7 @@ std::shared_ptr<KeySwapController> KeySwapController::make(std::shared_ptr<KeySw
 {
     std::shared_ptr<KeySwapController> controller(
         new KeySwapController(std::move(settings), std::move(eventTap), std::move(log)));
-    // A weak link: the tap's list of subscribers must not keep the controller alive.
+    // The link is weak: the tap's list of subscribers must not keep the controller alive.
     controller->m_subscriber->controller = controller;
     return controller;
 }

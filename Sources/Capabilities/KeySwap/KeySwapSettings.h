@@ -18,7 +18,7 @@ public:
     Setting<AppExclusionMode> exclusionMode{*this, u"exclusionMode", AppExclusionMode::denylist};
     Setting<QStringList> excludedApps{*this, u"excludedApps", AppExclusion::defaultDenylist()};
 
-    /// Appends at the end; one that is there already, and an empty one, change nothing.
+    /// Appends at the end; an empty identifier, or one that is there already, changes nothing.
     void addExcludedApp(const QString& bundleID);
     /// Removes the first equal entry.
     void removeExcludedApp(const QString& bundleID);

@@ -12,7 +12,7 @@ EventMask KeySwapSubscriber::eventMask() const
 
 EventTapDecision KeySwapSubscriber::handle(EventType type, Event& event)
 {
-    // Releases and modifiers are treated as presses are, so both ends of a chord carry the same modifiers.
+    // Releases and modifiers are treated like presses, so both ends of a chord have the same modifiers.
     if (type != EventType::keyDown && type != EventType::keyUp && type != EventType::flagsChanged)
         return EventTapDecision::pass;
     const auto target = controller.lock();

@@ -47,7 +47,7 @@ void PlainPasteController::takeString(std::optional<PasteboardContents> contents
                                                [this](auto formatted) { decode(std::move(formatted)); });
 }
 
-/// What was read is what the press is about, also if another program copies before the decoder is through.
+/// What was read belongs to the press, even if another program copies before the decoder has finished.
 void PlainPasteController::decode(std::optional<PasteboardContents> contents)
 {
     if (contents)
@@ -78,7 +78,7 @@ void PlainPasteController::finish(const std::optional<QString>& text)
         endPress();
 }
 
-/// False when the pasteboard holds what another program copied just now, which isn't to be pasted.
+/// Returns false when another program has copied just now; its copy must not be pasted.
 bool PlainPasteController::write(const QString& text)
 {
     Pasteboard& pasteboard = platform().generalPasteboard;
@@ -86,7 +86,7 @@ bool PlainPasteController::write(const QString& text)
     return pasteboard.setString(text, pasteboardType::string);
 }
 
-/// A paste that is faster than the copy would be of the formatted text that was there before.
+/// A paste that comes before the copy would take the formatted text that was there before.
 void PlainPasteController::pasteWhenOthersGetIt()
 {
     m_read = platform().generalPasteboard.read({}, [this](const auto&) {

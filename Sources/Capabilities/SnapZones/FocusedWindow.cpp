@@ -8,7 +8,7 @@ namespace orvane::FocusedWindow {
 
 namespace {
 
-/// A program that hangs may not hold up the person's drag for longer.
+/// A program that hangs must not delay the person's drag for longer.
 constexpr std::chrono::duration<float> longestWait{0.5F};
 
 } // namespace
@@ -25,7 +25,7 @@ std::optional<AXUIElement> current()
     if (!window)
         return std::nullopt;
     AX::setMessagingTimeout(*window, longestWait);
-    // One that doesn't tell counts as not full screen.
+    // A window that doesn't tell counts as not full screen.
     if (AX::boolean(*window, AXAttr::fullScreen).value_or(false))
         return std::nullopt;
     return window;

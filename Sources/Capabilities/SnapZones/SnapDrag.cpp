@@ -4,7 +4,7 @@ namespace orvane {
 
 namespace {
 
-/// Programs shift a window by a point or two at a click; a person who drags one goes farther.
+/// Programs may move a window by a point or two at a click; a person who drags one moves it farther.
 constexpr double stillness = 6;
 
 } // namespace

@@ -25,7 +25,7 @@ std::optional<Screen> screenUnder(Point cursor)
     return found == screens.end() ? displays.mainScreen() : std::optional(*found);
 }
 
-/// The screen that a window has its middle on.
+/// Returns the screen that has the middle of a window.
 std::optional<Screen> screenOf(const AXUIElement& window)
 {
     const std::optional<Rect> frame = AX::frame(window);
@@ -34,7 +34,7 @@ std::optional<Screen> screenOf(const AXUIElement& window)
     return screen ? screen : platform().screens.mainScreen();
 }
 
-/// A screen as it stands now; absent once it's gone.
+/// Returns the present state of a screen; absent once it's gone.
 std::optional<Screen> presentState(const Screen& screen)
 {
     const QList<Screen> screens = platform().screens.screens();
@@ -121,8 +121,8 @@ void SnapZonesController::dragMoved()
     }
 }
 
-/// The window is the one with the focus, and not the one under the pointer: a press on a title bar gives the
-/// focus before the first motion.
+/// Takes the window with the focus and not the one under the pointer: a press on a title bar gives the focus
+/// before the first motion.
 bool SnapZonesController::armDrag()
 {
     if (m_drag.state() != SnapDrag::State::idle)
@@ -147,7 +147,7 @@ void SnapZonesController::dragEnded()
 {
     m_preview.hide();
     if (const auto target = m_drag.target()) {
-        // A screen that was unplugged meanwhile is no place for a window.
+        // A window can't be placed on a screen that was unplugged meanwhile.
         if (const auto screen = presentState(target->screen))
             place(target->window, target->zone, *screen);
     }
@@ -191,8 +191,8 @@ void SnapZonesController::placeOnItsScreen(const AXUIElement& window, SnapZone z
         place(window, zone, *screen);
 }
 
-/// The position comes a second time because programs shift a window that is being resized, and one that
-/// can't shrink before is only placed right after. A window that refuses stays where it ends up.
+/// The position is set a second time because programs move a window while it is resized, and one that
+/// couldn't shrink before is only placed right afterwards. A window that refuses stays where it ends up.
 void SnapZonesController::place(const AXUIElement& window, SnapZone zone, const Screen& screen) const
 {
     const Rect target = ScreenGeometry::axRectFromCocoa(frame(zone, screen));

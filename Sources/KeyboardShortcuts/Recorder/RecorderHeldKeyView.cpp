@@ -24,8 +24,8 @@ EventMonitors::Disposition RecorderHeldKey::handle(const Event& event)
             end();
         return EventMonitors::Disposition::pass;
     }
-    // A press is a repeat, even one that isn't called so: the count of them starts anew when the focus moves
-    // to an alert.
+    // A press counts as a repeat, even one that isn't marked so: the count of repeats starts anew when the
+    // focus moves to an alert.
     if (isRelease)
         end();
     return EventMonitors::Disposition::swallow;

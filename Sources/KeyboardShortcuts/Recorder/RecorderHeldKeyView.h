@@ -1,5 +1,5 @@
-// The key that has ended a recording, for as long as it is held. The keyboard repeats it, and its repeats
-// are nobody's: the desktop would take them as a shortcut of its own, and close the window.
+// The key that has ended a recording, while it is still held. The keyboard repeats it, and no window may get
+// the repeats: the desktop would take them for a shortcut of its own, and close the window.
 #pragma once
 
 #include "KeyboardShortcuts/Recorder/LocalEventMonitor.h"
@@ -12,8 +12,8 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Brings the keys to the widget that the desktop and the program itself keep as shortcuts. Where the system
-/// refuses the grab, they go where they always go.
+/// Brings those keys to the widget that the desktop and the program itself keep as shortcuts. Where the
+/// system refuses the grab, they go where they always go.
 class KeyboardGrab {
 public:
     explicit KeyboardGrab(QWidget& widget) : m_widget(widget) { m_widget.grabKeyboard(); }
@@ -25,7 +25,7 @@ private:
     QWidget& m_widget;
 };
 
-/// Over with the key's release; the press of another key tells that the release was missed.
+/// Ends with the key's release; the press of another key shows that the release was missed.
 class RecorderHeldKey {
 public:
     /// `grab` may be null: the repeats are then kept from the program's own windows alone.

@@ -1,4 +1,4 @@
-// A shortcut in words, for those who hear it: symbols such as "⌃" mean nothing to a screen reader.
+// A shortcut in words, for people who hear it: symbols such as "⌃" mean nothing to a screen reader.
 #pragma once
 
 #include "KeyboardShortcuts/Recorder/RecorderStrings.h"
@@ -6,7 +6,7 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Such as "Control Option Space"; what the key prints comes from the present layout. Main thread.
+/// Returns a text such as "Control Option Space"; the present layout says what the key prints. Main thread.
 QString spokenDescription(const Shortcut& shortcut, const ResourceBundle& texts = orvaneResourceBundle());
 
 } // namespace orvane::KeyboardShortcuts

@@ -5,7 +5,7 @@
 #include <QJsonObject>
 #include <QLocale>
 
-// The tables live in a static library: this reference keeps the linker from leaving them out.
+// The tables are in a static library: this reference keeps the linker from leaving them out.
 static void initStrings()
 {
     Q_INIT_RESOURCE(strings);

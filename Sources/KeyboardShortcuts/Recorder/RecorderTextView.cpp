@@ -16,7 +16,7 @@ constexpr QChar enclosingKeycap = u'\u20E3';
 constexpr double keycapGap = 2;
 constexpr double keycapInset = 4;
 constexpr double keycapCorner = 3;
-constexpr double keycapScale = 0.85; // of the character in it
+constexpr double keycapScale = 0.85; // for the character in the keycap
 
 QFont keycapFont(QFont font)
 {

@@ -1,4 +1,4 @@
-// Where a name's shortcut is in the defaults, and in what form. Main thread.
+// The place of a name's shortcut in the defaults, and its form. Main thread.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Name.h"
@@ -12,13 +12,13 @@ namespace orvane::KeyboardShortcuts::storage {
 
 QString key(const Name& name);
 
-/// Nothing where there is none and for anything that doesn't decode.
+/// Nothing where there is no shortcut, and for any value that can't be decoded.
 std::optional<Shortcut> read(const QString& key);
-/// Whether there is anything, the mark of a cleared name too.
+/// True if there is any value, also the mark of a cleared name.
 bool hasObject(const QString& key);
 
 void write(const QString& key, const Shortcut& shortcut);
-/// Tells a shortcut removed on purpose from one that was never set, for which the default stands.
+/// Marks the shortcut as removed on purpose, unlike one that was never set, for which the default stands.
 void writeCleared(const QString& key);
 void remove(const QString& key);
 

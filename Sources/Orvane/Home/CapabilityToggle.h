@@ -1,4 +1,4 @@
-// The switch of a capability: on exactly while it is active.
+// The switch of a capability: on exactly while the capability is active.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -10,11 +10,11 @@ class CapabilityRegistry;
 
 class CapabilityToggle {
 public:
-    /// A switch without label, named after the capability for assistive technology.
+    /// Makes a switch without a label, named after the capability for assistive technology.
     static AnyView make(const CapabilityID& id, const std::shared_ptr<CapabilityRegistry>& registry);
 
-    /// Setting it starts a task that enables or disables. Until that has come to its end the value is the old
-    /// one, so what shows it stays still.
+    /// A set starts a task that enables or disables the capability. Until it has ended the value is the old
+    /// one, so the switch doesn't move.
     static Binding<bool> isOn(const CapabilityID& id, const std::shared_ptr<CapabilityRegistry>& registry);
 };
 

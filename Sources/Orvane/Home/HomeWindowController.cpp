@@ -45,7 +45,7 @@ void HomeWindowController::show()
         makeWindow();
     if (!m_window)
         return;
-    // Its screen may have gone while it was away.
+    // Its screen may have gone while it was hidden.
     if (!m_window->isVisible() && !HomeWindowPlacement::isReachable(m_window->geometry(), allScreens()))
         place();
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);

@@ -6,7 +6,7 @@ namespace orvane {
 
 namespace {
 
-constexpr QSize grip(80, 16); // the least of a title bar that can be held
+constexpr QSize grip(80, 16); // the smallest part of a title bar that can be dragged
 
 } // namespace
 

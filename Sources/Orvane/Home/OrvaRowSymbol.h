@@ -1,4 +1,4 @@
-// A symbol at the head of a row, which may change with what it stands for.
+// A symbol at the head of a row, which may change with the state that it shows.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// An empty `meaning` is decoration: assistive technology passes over it.
+/// With an empty `meaning` it is decoration, which assistive technology ignores.
 struct OrvaRowSymbol {
     Live<QString> systemImage;
     Live<OrvaColor> color = OrvaColor::secondary;

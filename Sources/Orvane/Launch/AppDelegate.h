@@ -1,4 +1,4 @@
-// The application's delegate: from the launched process to the first capability. Main thread.
+// The application's delegate: takes the launched process to the first capability. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
@@ -15,7 +15,7 @@ class MenuBarController;
 
 class AppDelegate : public ApplicationDelegate {
 public:
-    /// The source of the environment is asked at launch, not before.
+    /// The function is called at launch, not before.
     explicit AppDelegate(std::function<std::shared_ptr<AppEnvironment>()> environment);
     ~AppDelegate() override;
 

@@ -23,7 +23,7 @@ std::shared_ptr<AppEnvironment> AppEnvironment::make(const RegisterCapabilities&
     return environment;
 }
 
-// The order of construction is part of the contract: what is made later may rely on what was made before.
+// The order of construction is part of the contract: later objects may use earlier ones.
 AppEnvironment::AppEnvironment(const RegisterCapabilities& registerCapabilities)
 {
     DefaultsStore& defaults = platform().standardDefaults;
@@ -65,7 +65,8 @@ void AppEnvironment::wireHomeWindow()
     });
 }
 
-// Once, for all capabilities, those that are off too: what may act is decided when a shortcut fires.
+// Registers once, for all capabilities, also those that are off: whether an action may run is decided when
+// its shortcut fires.
 void AppEnvironment::registerHotkeys()
 {
     const std::weak_ptr<AppEnvironment> weak = weak_from_this();

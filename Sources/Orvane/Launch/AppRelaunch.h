@@ -1,10 +1,10 @@
-// Ends this process in favour of a new one.
+// Replaces this process by a new one.
 #pragma once
 
 namespace orvane::AppRelaunch {
 
-/// Starts a new instance and then terminates this one, whether or not the start worked: whoever asks for it
-/// has been told that the program quits. A failed start is logged.
+/// Starts a new instance and then ends this one, whether or not the start worked: the user has been told that
+/// the program quits. A failed start is logged.
 void relaunch();
 
 } // namespace orvane::AppRelaunch

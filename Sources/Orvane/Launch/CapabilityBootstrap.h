@@ -7,10 +7,10 @@ class CapabilityRegistry;
 
 namespace CapabilityBootstrap {
 
-/// Registers each capability in its fixed place. The order is that of lists, of restoring and of menus:
-/// Daily Wallpaper, Dock Peek, Snap Zones, File Cut & Paste, Finder Actions, Drop Shelf, Image Resizer,
-/// Ctrl Shortcuts, Mouse Tools, Clipboard History, Color Picker, Text Extractor, Magnifier, Awake,
-/// Paste as Plain Text.
+/// Registers each capability in its fixed place. The order is that of lists, of restoring and of menus: Daily
+/// Wallpaper, Dock Peek, Snap Zones, File Cut & Paste, Finder Actions, Drop Shelf, Image Resizer, Ctrl
+/// Shortcuts, Mouse Tools, Clipboard History, Color Picker, Text Extractor, Magnifier, Awake, Paste as Plain
+/// Text.
 void registerInto(CapabilityRegistry& registry);
 
 } // namespace CapabilityBootstrap

@@ -14,7 +14,7 @@ constexpr int dotSide = 7;
 constexpr int dotGap = 8;
 constexpr double otherOpacity = 0.3;
 
-/// A label, though it draws itself: assistive technology reads labels.
+/// It is a label although it draws itself: assistive technology reads labels.
 class DotsView final : public OrvaThemed<QLabel> {
 public:
     explicit DotsView(const PageDots& dots) : m_count(dots.count)

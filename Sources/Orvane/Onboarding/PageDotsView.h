@@ -1,4 +1,4 @@
-// Dots that tell how many pages there are and which one is shown.
+// Dots that show how many pages there are and which one is shown.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"

@@ -12,12 +12,12 @@ struct CapabilityState {
         disabled,        // registered, or uninstalled: nothing was done yet
         installed,       // `install` has run, or it was switched off; nothing runs
         active,          // its services run
-        needsPermission, // enabled by the user, and a required permission is missing
+        needsPermission, // enabled by the user, but a required permission is missing
         failed,          // `install` or `activate` threw
     };
 
     Kind kind = Kind::disabled;
-    /// The error's text, for `failed` alone.
+    /// The error's text; set for `failed` alone.
     QString description = {};
 
     static CapabilityState failed(QString text) { return {Kind::failed, std::move(text)}; }

@@ -5,7 +5,7 @@
 
 namespace orvane::OrvaNotifications {
 
-/// Posted by anything that wants the home window opened without knowing the shell.
+/// Posted by code that wants the home window opened without knowing the shell.
 inline const QString openHome = QStringLiteral("net.lindenrow.orvane.openHome");
 
 } // namespace orvane::OrvaNotifications

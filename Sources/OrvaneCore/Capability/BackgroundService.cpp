@@ -12,7 +12,7 @@ void ServiceHost::registerService(std::shared_ptr<BackgroundService> service)
 
 void ServiceHost::stopAll()
 {
-    const auto services = m_services; // a service may reach back to its host as it stops
+    const auto services = m_services; // a service may call its host while it stops
     for (auto it = services.rbegin(); it != services.rend(); ++it)
         (*it)->stop();
     m_services.clear();

@@ -1,4 +1,4 @@
-// All that a capability may use of the system, in one value. Main thread.
+// Everything of the system that a capability may use, in one value. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/Log.h"
@@ -17,7 +17,7 @@ struct AppInfo {
     QString bundleID;
     /// The marketing version; "0" when the bundle has none.
     QString version;
-    /// The capability's private folder, an absolute path. Whoever writes into it creates it.
+    /// The capability's private folder, an absolute path. The code that writes into it creates it.
     QString supportDirectory;
 
     /// Ends the process when the user has no application support directory at all.
@@ -29,7 +29,7 @@ struct CapabilityContext {
     CapabilityID id;
     ScopedPreferences preferences;
     std::shared_ptr<PermissionManager> permissions;
-    /// This capability's own.
+    /// Holds this capability's services.
     std::shared_ptr<ServiceHost> serviceHost;
     std::shared_ptr<EventTapService> eventTap;
     Logger logger;

@@ -1,4 +1,4 @@
-// What a capability is: its identity, its name and the group it is listed under.
+// The identity of a capability, its name and the group in which it is listed.
 #pragma once
 
 #include <QHashFunctions>

@@ -115,7 +115,7 @@ Task<> CapabilityRegistry::uninstall(CapabilityID id)
     try {
         co_await found->capability->uninstall(*foundContext);
     } catch (const std::exception&) {
-        // The capability is gone for the user either way; there is nobody to tell.
+        // The capability is off for the user either way, and nobody waits for the error.
     }
     m_store->setEnabled(id, false);
     updateState(id, {Kind::disabled});
@@ -149,7 +149,7 @@ CapabilityStartMode CapabilityRegistry::startMode(const CapabilityID& id) const
 void CapabilityRegistry::setStartMode(CapabilityStartMode mode, const CapabilityID& id)
 {
     m_store->setStartMode(id, mode);
-    announceChange(); // the mode lies in no entry
+    announceChange(); // the mode is stored in no entry
 }
 
 bool CapabilityRegistry::permissionsSatisfied(const Capability& capability) const

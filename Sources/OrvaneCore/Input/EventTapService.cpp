@@ -147,7 +147,7 @@ void EventTapService::updateWatchdog()
         m_watchdog.reset();
         return;
     }
-    // Owned by this service, so it can't outlive it.
+    // The timer is owned by this service, so it can't outlive it.
     if (!m_watchdog)
         m_watchdog = platform().mainRunLoop.scheduleTimer(
             std::chrono::milliseconds(1500), RunLoop::Repeats::yes, [this] { reenableIfNeeded(); });
@@ -172,7 +172,7 @@ void EventTapService::reenable(EventTap* tap)
     if (!tap || tap->isEnabled())
         return;
     tap->enable(true);
-    if (tap->isEnabled()) // or the system's own log says why not
+    if (tap->isEnabled()) // otherwise the system's own log says why
         m_log.notice(QStringLiteral("Re-enabled a disabled event tap"));
 }
 
@@ -203,7 +203,7 @@ EventTapDecision EventTapService::listenOnlyCallback(EventType type, Event& even
 
 EventTapDecision EventTapService::decide(EventType type, Event& event)
 {
-    const auto snapshot = m_subscribers; // a subscriber may change the list while it is walked
+    const auto snapshot = m_subscribers; // a subscriber may change the list during the loop
     for (const auto& subscriber : *snapshot) {
         if (subscriber->handle(type, event) == EventTapDecision::consume)
             return EventTapDecision::consume;

@@ -10,7 +10,7 @@ namespace orvane {
 
 namespace {
 
-// Automation is tested against the file manager alone.
+// Automation is tested with the file manager alone.
 const QString automationTarget = QStringLiteral("com.apple.finder");
 
 PermissionStatus grantedOrDenied(bool granted)

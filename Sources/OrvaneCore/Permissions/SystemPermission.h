@@ -1,4 +1,4 @@
-// The four privileges that the suite may need, and how they stand.
+// The four permissions that the suite may need, and their status.
 #pragma once
 
 #include <QString>
@@ -23,12 +23,12 @@ inline bool isGranted(PermissionStatus status)
     return status == PermissionStatus::granted;
 }
 
-/// "accessibility", "inputMonitoring", "screenRecording", "appleEvents".
+/// Returns "accessibility", "inputMonitoring", "screenRecording" or "appleEvents".
 QString rawValue(SystemPermission permission);
 QString displayName(SystemPermission permission);
-/// One sentence on what the suite does with it.
+/// Returns one sentence on what the suite does with it.
 QString explanation(SystemPermission permission);
-/// The page of the system's settings where it is given and taken.
+/// Returns the page of the system's settings where it is given and taken away.
 QString settingsURLString(SystemPermission permission);
 
 } // namespace orvane

@@ -70,7 +70,7 @@ void AppPreferences::setLaunchAtLogin(bool value)
     try {
         LaunchAtLogin::set(value);
     } catch (const std::exception&) {
-        // The switch springing back is the whole answer to a refusal.
+        // The switch that goes back shows the refusal; nothing else is reported.
     }
     const bool actual = LaunchAtLogin::isEnabled();
     if (launchAtLogin() != actual)

@@ -13,7 +13,7 @@ Point flipped(Point point)
     return {point.x, primaryHeight() - point.y};
 }
 
-/// The far corner in the one space is the origin in the other.
+/// The far corner in one space is the origin in the other.
 Rect flipped(const Rect& rect)
 {
     return {{rect.minX(), primaryHeight() - rect.maxY()}, rect.size};

@@ -9,9 +9,9 @@
 namespace orvane::OrvaAppChooser {
 
 /// Shows the panel above the active window and returns at once. `accepted` is called with the identifier of
-/// the program chosen; not at all when the panel is dismissed or the program chosen has none. A second call
-/// while the panel is up brings it to the front. Programs whose identifiers are in `present` are shown as
-/// chosen already.
+/// the chosen program; not at all when the panel is dismissed or the program has none. A second call while
+/// the panel is open brings it to the front. Programs whose identifiers are in `present` are shown as chosen
+/// already.
 void run(std::function<void(const QString& bundleID)> accepted, const QStringList& present = {});
 
 } // namespace orvane::OrvaAppChooser

@@ -1,4 +1,4 @@
-// The window of the chooser: a search field, the list, and what to do with it.
+// The window of the chooser: a search field, the list, and the buttons.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
@@ -14,13 +14,12 @@ namespace orvane {
 class OrvaAppListView;
 class OrvaSearchFieldView;
 
-/// Ends itself when it is closed. Nothing is accepted but a program with an identifier that wasn't chosen
-/// before.
+/// Deletes itself when it is closed. Only a program with an identifier that wasn't chosen before is accepted.
 class OrvaAppChooserPanel final : public OrvaThemed<QDialog> {
 public:
     struct Programs {
         QList<InstalledApplication> installed;
-        /// Identifiers of those that were chosen before.
+        /// Identifiers of the programs that were chosen before.
         QStringList present;
     };
     OrvaAppChooserPanel(Programs programs, std::function<void(const QString& bundleID)> accepted,

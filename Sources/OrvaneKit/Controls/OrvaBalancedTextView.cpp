@@ -32,7 +32,7 @@ int OrvaBalancedTextView::heightForWidth(int width) const
 
 bool OrvaBalancedTextView::event(QEvent* event)
 {
-    // The text has become another one, or its type has.
+    // The text has changed, or its font has.
     if (event->type() == QEvent::LayoutRequest) {
         updateGeometry();
         place();

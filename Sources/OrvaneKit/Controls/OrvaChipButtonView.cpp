@@ -36,7 +36,7 @@ OrvaChipButtonView::OrvaChipButtonView(const OrvaChipButton& button) : m_symbol(
         m_prominent = prominent;
         update();
     });
-    // The action may end this view: it runs on a copy.
+    // The action may end this view, so a copy is called.
     connect(this, &QPushButton::clicked, this, [action = button.action] {
         const auto own = action;
         if (own)

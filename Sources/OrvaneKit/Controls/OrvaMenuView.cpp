@@ -22,7 +22,7 @@ OrvaMenuView::OrvaMenuView(QWidget* parent) : OrvaThemed(parent)
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
     setFont(orvaFont(OrvaFont::body));
-    // Measures only; what they hold is painted below.
+    // The style sheet sets measures only; the contents are painted below.
     setStyleSheet(QStringLiteral("QMenu { padding: 5px; background: transparent; border: none; }"
                                  "QMenu::item { padding: 6px 20px 6px 28px; border: none; }"
                                  "QMenu::indicator { width: 0; }"));
@@ -37,7 +37,7 @@ void OrvaMenuView::paintEvent(QPaintEvent*)
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setPen(QPen(orvaColor(OrvaColor::controlStroke), 1));
     painter.setBrush(orvaColor(OrvaColor::cardFill));
-    // Without a compositor, what lies outside of round corners would be black.
+    // Without a compositor, the area outside of round corners would be black.
     const double round = isPlatformInstalled() && platform().panels.isCompositing() ? corner : 0;
     if (round == 0)
         painter.fillRect(rect(), orvaColor(OrvaColor::cardFill));

@@ -87,7 +87,8 @@ void paintOrvaIconTile(QPainter& painter, const OrvaIconTile& tile, const QRectF
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    // The deeper colours of the light scheme in the dark one too: white symbols need them as their ground.
+    // The deeper colours of the light scheme are used in the dark one too: white symbols need them behind
+    // them.
     const QColor color = orvaColor(tile.color, OrvaScheme::light);
     QLinearGradient gradient(box.topLeft(), box.bottomLeft());
     gradient.setColorAt(0, faded(color, 0.95));

@@ -1,4 +1,4 @@
-// The small painted grounds of a page's head: chip, badge, icon tile, banner.
+// The small painted shapes of a page's head: chip, badge, icon tile, banner.
 #pragma once
 
 #include "OrvaneKit/Model/OrvaPage.h"
@@ -11,7 +11,7 @@ namespace orvane {
 class OrvaSymbolView;
 class OrvaTextView;
 
-/// The tile in `box`, whose sides count instead of the tile's own size.
+/// Paints the tile in `box`, whose size is used instead of the tile's own.
 void paintOrvaIconTile(QPainter& painter, const OrvaIconTile& tile, const QRectF& box);
 
 class OrvaChipView final : public OrvaThemed<QWidget> {

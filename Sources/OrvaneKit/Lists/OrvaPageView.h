@@ -1,4 +1,4 @@
-// The frame of a page: what scrolls, how wide it is, and how its content is dimmed.
+// The frame of a page: its scrolling, its width, and the dimming of its content.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -10,8 +10,8 @@ class QVBoxLayout;
 
 namespace orvane {
 
-/// Disabled content, drawn at `Orva::disabledDim`. It is covered by a veil of the page's ground, which gives
-/// the same colours as a translucent layer and leaves text as sharp as it was.
+/// Disabled content, drawn at `Orva::disabledDim`. A veil in the page's ground colour covers it, which gives
+/// the same colours as a translucent layer and keeps text sharp.
 class OrvaDimmedView final : public QWidget {
 public:
     OrvaDimmedView(const AnyView& content, const Live<bool>& enabled);

@@ -73,7 +73,7 @@ void OrvaKeyedView::show(const QString& key)
     const QWidget* focus = QApplication::focusWidget();
     if (focus && (focus == former || former->isAncestorOf(focus)))
         moveFocus();
-    // What changes the page is often a button on it, whose events aren't over yet.
+    // The page is often changed by a button on it, whose events aren't over yet.
     former->hide();
     m_layout->removeWidget(former);
     former->deleteLater();
@@ -102,7 +102,7 @@ void OrvaAppearView::appeared()
         m_onAppear();
 }
 
-// Back from being minimized it was there all the time.
+// A window that was minimized kept its content visible.
 void OrvaAppearView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);

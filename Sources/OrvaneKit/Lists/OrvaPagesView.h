@@ -1,4 +1,4 @@
-// Views around a page: one that changes it, one that ticks while it is in sight, one that scrolls it.
+// Views around a page: one that replaces it, one that ticks while it is visible, one that scrolls it.
 #pragma once
 
 #include "OrvaneKit/Model/OrvaNavigation.h"
@@ -14,7 +14,7 @@ namespace orvane {
 
 class Timer;
 
-/// Focus that was in the page that goes is given to the one that comes.
+/// When a page with the focus is replaced, the new one gets the focus.
 class OrvaKeyedView final : public QWidget {
 public:
     explicit OrvaKeyedView(const OrvaKeyed& keyed);

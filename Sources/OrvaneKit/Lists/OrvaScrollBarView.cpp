@@ -77,7 +77,7 @@ void OrvaScrollBarView::mouseReleaseEvent(QMouseEvent*)
     update();
 }
 
-// The stock menu speaks of arrows that aren't there.
+// The stock menu names arrows that this scroll bar doesn't have.
 void OrvaScrollBarView::contextMenuEvent(QContextMenuEvent* event)
 {
     event->accept();

@@ -65,9 +65,10 @@ OrvaSplitView::OrvaSplitView(const OrvaSplit& split)
         addWidget(detail);
     setStretchFactor(0, 0);
     setStretchFactor(1, 1);
-    // A splitter lays each new part below the others, and assistive technology reads from the lowest up.
+    // A splitter puts each new part below the others in the stack, and assistive technology reads the lowest
+    // first.
     widget(0)->lower();
-    // The rest goes to the page, however much it is.
+    // The page gets all the rest of the width.
     setSizes({static_cast<int>(split.idealWidth), 1 << 16});
 }
 

@@ -39,7 +39,7 @@ void installAccessibility()
     Q_UNUSED(installed)
 }
 
-/// What Tab stops at in `root`, in its order.
+/// Returns the widgets in `root` that take the focus, in the order of Tab.
 QList<QWidget*> tabStops(QWidget& root)
 {
     QList<QWidget*> stops;
@@ -51,15 +51,15 @@ QList<QWidget*> tabStops(QWidget& root)
     return stops;
 }
 
-/// How far a blurred edge has come at a share of its darkness: flat at both ends.
+/// Returns the darkness of a blurred edge at a share of its width: flat at both ends.
 double blurred(double share)
 {
     return 0.5 - std::sin(std::asin(1 - 2 * share) / 3);
 }
 
-/// Rings of growing size, each a breath of black: together they fall off like a blur. On light grounds a ring
-/// is one step of the screen's, so that none can be told from the next; on dark ones so little would be
-/// rounded to nothing.
+/// Paints rings of growing size, each nearly transparent: together they look like a blur. On light grounds a
+/// ring is one step of the screen's colours, so that no edge shows between two; on dark ones so little would
+/// be rounded to nothing.
 void paintShadow(QPainter& painter, const QRectF& body)
 {
     const bool dark = orvaScheme() == OrvaScheme::dark;
@@ -100,7 +100,7 @@ OrvaPopoverPanelView::OrvaPopoverPanelView(const OrvaPopover& popover, QWidget& 
 
 OrvaPopoverPanelView::~OrvaPopoverPanelView() = default;
 
-/// Below the anchor where there is room, else above it; inside the window in any case.
+/// Places it below the anchor where there is room, else above; inside the window in any case.
 void OrvaPopoverPanelView::place()
 {
     if (!m_anchor)
@@ -176,7 +176,7 @@ void OrvaPopoverPanelView::focusChanged(QWidget* now)
             close();
         return;
     }
-    // What gave the focus up may be about to hand it on.
+    // The widget that gave the focus up may be about to pass it on.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -197,7 +197,7 @@ bool OrvaPopoverPanelView::focusNextPrevChild(bool next)
     return true;
 }
 
-// Neither goes on to what lies behind.
+// Clicks don't go on to what lies behind.
 void OrvaPopoverPanelView::mousePressEvent(QMouseEvent* event)
 {
     event->accept();
@@ -283,7 +283,7 @@ void OrvaPopoverAnchorView::open()
 
 void OrvaPopoverAnchorView::closePanel()
 {
-    // It may be in the middle of an event of its own.
+    // It may be handling an event.
     OrvaPopoverPanelView* const panel = m_panel;
     m_panel = nullptr;
     QWidget* const focus = QApplication::focusWidget();

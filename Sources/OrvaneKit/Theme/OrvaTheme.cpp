@@ -16,7 +16,7 @@ struct Token {
     QColor dark;
 };
 
-// Text reaches a contrast of 4.5 on every ground that it is put on, its own colour at 0.16 included.
+// Text has a contrast of at least 4.5 on every ground that it is used on, its own colour at 0.16 included.
 const auto& tokens()
 {
     static const std::array table{

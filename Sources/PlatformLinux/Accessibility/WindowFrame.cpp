@@ -7,7 +7,7 @@ namespace orvane {
 
 namespace {
 
-/// Two ways of reckoning the same edge may differ by less than this.
+/// Two ways of computing the same edge may differ by less than this.
 constexpr double slack = 1e-6;
 
 int roundedHalfUp(double value)
@@ -42,11 +42,11 @@ PixelEdges shrunk(const PixelEdges& edges, const PixelMargins& margins)
 PixelMargins visibleMargins(const WindowPlace& place)
 {
     const PixelMargins frame = between(place.client, place.outer);
-    // A frame window may have an invisible border to be gripped by, and while the window manager moves it
-    // the two places are of different moments: so what is told counts.
+    // A frame window may have an invisible border for dragging, and while the window manager moves it the two
+    // places are of different moments, so the announced decoration is used.
     PixelMargins margins = place.decoration.value_or(frame);
     if (place.isRolledUp)
-        margins.bottom = std::min(margins.bottom, frame.bottom); // nothing is seen outside of the frame
+        margins.bottom = std::min(margins.bottom, frame.bottom); // nothing is visible outside of the frame
     return {margins.left - place.invisible.left, margins.top - place.invisible.top,
             margins.right - place.invisible.right, margins.bottom - place.invisible.bottom};
 }

@@ -6,9 +6,9 @@ namespace orvane {
 
 namespace {
 
-/// Greater margins than this are no decoration but an error of their writer.
+/// Greater margins than this are no decoration but an error of the program that set them.
 constexpr std::uint32_t greatestMargin = 4096;
-/// The protocol has 16 bits for a size, and window managers reckon with signed ones.
+/// The protocol has 16 bits for a size, and window managers treat them as signed.
 constexpr std::uint32_t greatestSize = 0x7FFF;
 
 int sizeOf(std::uint32_t number)
@@ -16,7 +16,7 @@ int sizeOf(std::uint32_t number)
     return static_cast<int>(std::min(number, greatestSize));
 }
 
-/// Where the numbers of WM_NORMAL_HINTS stand.
+/// The indices of the numbers in WM_NORMAL_HINTS.
 enum HintIndex : std::size_t {
     flags = 0,
     least = 5,
@@ -69,7 +69,7 @@ SizeHints::SizeHints(const PropertyNumbers& numbers)
         m_width.*member = sizeOf(numbers[at]);
         m_height.*member = sizeOf(numbers[at + 1]);
     };
-    // Each of the least and the base size stands for the other where only one is given.
+    // Where only one of the least and the base size is given, it serves as the other too.
     if (has(hasLeast, least + 1))
         readInto(&Range::least, least);
     else if (has(hasBase, base + 1))

@@ -13,13 +13,13 @@ public:
     using Disposition = EventMonitors::Disposition;
     using MonitoredEvent = EventMonitors::MonitoredEvent;
 
-    /// `changed` is told when a monitor has come or gone.
+    /// `changed` is called when a monitor has come or gone.
     explicit MonitorList(std::function<void()> changed);
 
     /// The monitor may outlive the list.
     [[nodiscard]] std::unique_ptr<EventMonitor> add(EventMask mask, EventMonitors::Handler handler);
     [[nodiscard]] bool isEmpty() const { return m_state->monitors.empty(); }
-    /// What any of them wants.
+    /// Returns all types that any of them wants.
     [[nodiscard]] EventMask mask() const;
     [[nodiscard]] Disposition offer(const MonitoredEvent& event) const;
 

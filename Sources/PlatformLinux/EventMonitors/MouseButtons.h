@@ -1,4 +1,4 @@
-// What the numbers of X buttons mean. Pure; any thread.
+// The meaning of X button numbers. Pure; any thread.
 #pragma once
 
 #include "Platform/Event.h"
@@ -7,7 +7,7 @@
 
 namespace orvane {
 
-/// Buttons by number, each a bit.
+/// A set of buttons, a bit for each number.
 using ButtonSet = std::uint32_t;
 
 constexpr ButtonSet buttonBit(std::uint32_t button)
@@ -21,7 +21,7 @@ constexpr bool isWheel(std::uint32_t button)
     return button >= 4 && button <= 7;
 }
 
-/// Null for the release of a wheel: a turn is one event.
+/// Returns null for the release of a wheel: a turn is one event.
 constexpr EventType typeOfButton(std::uint32_t button, bool goesDown)
 {
     if (isWheel(button))
@@ -36,7 +36,7 @@ constexpr EventType typeOfButton(std::uint32_t button, bool goesDown)
     }
 }
 
-/// Of a motion with these held; the wheel's don't count.
+/// Returns the type of a motion with these buttons held; the wheel's don't count.
 constexpr EventType typeOfMotion(ButtonSet held)
 {
     if (held & buttonBit(1))

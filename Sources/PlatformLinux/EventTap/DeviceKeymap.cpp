@@ -19,12 +19,14 @@ constexpr std::uint16_t allMapParts = 0xFF;
 constexpr std::uint8_t allGroups = 0x0F;
 constexpr std::uint8_t allModifiers = 0xFF;
 constexpr std::uint32_t allBooleanControls = 0x1FFF;
-/// Wrap, internal and ignored modifiers, repeat per key, and which are on, behind the plain ones.
+/// All controls: besides the plain ones wrapping, internal and ignored modifiers, repeat for each key, and
+/// the mask of enabled ones.
 constexpr std::uint32_t allControls = 0x1FFFu | XCB_XKB_CONTROL_GROUPS_WRAP | XCB_XKB_CONTROL_INTERNAL_MODS |
                                       XCB_XKB_CONTROL_IGNORE_LOCK_MODS | XCB_XKB_CONTROL_PER_KEY_REPEAT |
                                       XCB_XKB_CONTROL_CONTROLS_ENABLED;
 
-/// The whole of a reply, with the device's number and the reply's own left blank so that two can be compared.
+/// Returns the whole reply with the numbers of the device and of the reply set to zero, so that two replies
+/// can be compared.
 template <typename Reply>
 std::vector<std::byte> bytesOf(Reply* reply)
 {
@@ -62,8 +64,8 @@ bool take(Rest& from, Wire& wire)
     return true;
 }
 
-/// What a request to set a map carries, from the reply that told it: key types are written otherwise, all
-/// behind them is the same. Empty when the reply is broken.
+/// Returns the data of a request to set a map from the reply that described it: key types are written
+/// differently, everything after them is the same. Empty when the reply is broken.
 std::vector<std::byte> mapRequest(const std::vector<std::byte>& bytes)
 {
     const auto& map = replyIn<xcb_xkb_get_map_reply_t>(bytes);
@@ -101,7 +103,8 @@ void setKeyMap(xcb_connection_t* xcb, DeviceId device, const std::vector<std::by
         return;
     constexpr std::uint16_t flags =
         XCB_XKB_SET_MAP_FLAGS_RESIZE_TYPES | XCB_XKB_SET_MAP_FLAGS_RECOMPUTE_ACTIONS;
-    // By hand, for the library reckons the length of `values` from a form that it then can't be given in.
+    // The request is built by hand, because the library computes the length of `values` from a form in which
+    // they can't be given.
     xcb_xkb_set_map_request_t request{};
     request.deviceSpec = device;
     request.present = map.present;

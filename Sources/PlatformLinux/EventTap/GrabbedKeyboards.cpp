@@ -30,7 +30,7 @@ std::vector<std::string> GrabbedKeyboards::grab()
     m_master = present.master;
     if (m_xtest != present.xtest) {
         m_xtest = present.xtest;
-        // The server starts it with its own idea of a keyboard, whose key codes may be others.
+        // The server starts it with a default keyboard, whose key codes may differ.
         if (present.lastUsed != m_xtest && present.lastUsed != m_master)
             DeviceKeymap::of(m_connection, m_master).applyTo(m_connection, m_xtest);
         m_keymap = DeviceKeymap::of(m_connection, m_xtest);
@@ -49,12 +49,13 @@ std::vector<std::string> GrabbedKeyboards::grab()
     return problems;
 }
 
-/// Gives a sentence when it can't be had.
+/// Returns a sentence when the keyboard can't be grabbed.
 std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
 {
     if (device.attachment == KeyboardDevice::Attachment::floating)
         return refusal(device.name, "another program has grabbed it, or it was set aside");
-    // Asked before: a key that goes down afterwards is known by its event or, at worst, by its release.
+    // Asked before the grab: a key that goes down afterwards is known by its event or, at worst, by its
+    // release.
     const KeySet down = m_connection.keysDown(device.id);
     constexpr std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
     const auto cookie = xcb_input_xi_grab_device(
@@ -117,8 +118,8 @@ void GrabbedKeyboards::letGo()
     followKeymap();
     followLocks();
     // Servers up to 21.1 crash when a device is let go that was disabled under its grab, as all are by a
-    // switch to another console. Such a one is left to the connection's end, which they survive. The event
-    // that tells may still be on its way, so the server is asked.
+    // switch to another console. Such a device is left to the connection's end, which they survive. The event
+    // that announces it may still be on its way, so the server is asked.
     const Keyboards present = m_connection.keyboards();
     for (const auto& keyboard : m_keyboards.keyboards()) {
         const bool isEnabled = std::ranges::any_of(
@@ -139,7 +140,7 @@ void GrabbedKeyboards::restoreHeldKeys(const KeySet& modifiers, const KeySet& he
 {
     LiftedKeys keys(m_connection, &m_faked);
     for (const auto& keyboard : m_keyboards.keyboards()) {
-        // Asked of the server: the user may have let go of them since.
+        // The server is asked: the user may have released them since.
         const KeySet down = m_connection.keysDown(keyboard.id);
         for (unsigned i = 0; i < down.size(); ++i) {
             const auto key = static_cast<std::uint8_t>(i);

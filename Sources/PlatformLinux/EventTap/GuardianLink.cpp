@@ -20,7 +20,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Longer than a healthy one needs by far; then it is made to end.
+/// Much longer than a guardian in order needs; then it is killed.
 constexpr std::chrono::milliseconds farewell = 1s;
 constexpr char goodbye = 'b';
 
@@ -39,7 +39,7 @@ bool endsWithin(pid_t process, std::chrono::milliseconds limit)
 
 QByteArray GuardianLink::program()
 {
-    // Beside the program, or where an installation has it.
+    // The executable is beside the program, or where an installation has it.
     const QString directory = QCoreApplication::applicationDirPath();
     for (const char* place : {"/orvane-guardian", "/../libexec/orvane/orvane-guardian"}) {
         const QString path = directory + QLatin1String(place);
@@ -72,8 +72,8 @@ GuardianLink::GuardianLink(QByteArray program, std::uint32_t window, const Share
         ::posix_spawn_file_actions_adddup2(&actions, pulse.descriptor(), SharedPulse::descriptorInGuardian);
     posix_spawnattr_t attributes;
     ::posix_spawnattr_init(&attributes);
-    // Not of our process group, and deaf from its first moment, for it inherits this thread's blocked
-    // signals: what is meant to end us must not end it before.
+    // The guardian gets a session of its own, and inherits this thread's blocked signals: a signal that ends
+    // us must not end it before.
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     QByteArray windowText = QByteArray::number(window);
     char* arguments[] = {program.data(), windowText.data(), nullptr};

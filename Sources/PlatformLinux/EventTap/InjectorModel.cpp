@@ -75,7 +75,8 @@ void InjectorModel::released(const Passage& passage, CommandKeys command, KeyAct
     if (target == 0)
         return;
     if (!wasKnown)
-        m_down.set(key); // pressed before the devices were grabbed: whoever saw that waits for the release
+        m_down.set(key); // pressed before the devices were grabbed: the application that saw the press waits
+                         // for the release
     if (roles().chordKeys().test(target)) {
         const KeySet physical = physicalChord();
         bring(passage.isRewritten() && physical.any() ? chordAfter(passage, command) : physical, 0, actions);
@@ -115,7 +116,7 @@ void InjectorModel::post(const Event& event, CommandKeys command, KeyActions& ac
         return;
     if (event.type == EventType::keyDown) {
         bring(chordFor(event.flags, command, Borrowing::posted), 0, actions);
-        // The user may hold that very key: then its own release is to do nothing any more.
+        // The user may hold that very key: then its own release must do nothing any more.
         if (m_down.test(*key))
             release(*key, actions);
         forEachKey(held(), [&](std::uint8_t other) {
@@ -156,7 +157,7 @@ KeySet InjectorModel::heldBack() const
     return keys;
 }
 
-/// The modifiers as the user holds them, less those that a tap kept back.
+/// Returns the modifiers that the user holds, without those that a tap kept back.
 KeySet InjectorModel::physicalChord() const
 {
     KeySet chord;
@@ -164,8 +165,8 @@ KeySet InjectorModel::physicalChord() const
     return (chord | m_posted) & roles().chordKeys();
 }
 
-/// The modifiers that the flags of a rewritten or posted event ask for: of each role the keys that are held
-/// anyway, or the one that stands for it.
+/// Returns the modifiers that the flags of a rewritten or posted event ask for: for each role the keys that
+/// are held anyway, or its representative.
 KeySet InjectorModel::chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const
 {
     const KeySet physical = physicalChord();
@@ -205,8 +206,8 @@ KeySet InjectorModel::chordAfter(const Passage& passage, CommandKeys command) co
                                  : physicalChord();
 }
 
-/// Presses first and lets go afterwards, so that a Super or an Alt that is lifted is no lone one, which would
-/// open a menu. `ownKey` is the one that the user presses at this moment.
+/// Presses first and releases afterwards, so that a Super or an Alt that is released isn't a lone one, which
+/// would open a menu. `ownKey` is the one that the user presses at this moment.
 void InjectorModel::bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions)
 {
     const KeySet present = m_down & roles().chordKeys();
@@ -222,7 +223,7 @@ void InjectorModel::bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& 
         tapNeutralKey(actions);
 }
 
-/// Modifiers that no modifier of the user's stands behind end with the key that they were pressed for.
+/// Modifiers without a modifier of the user's behind them end with the key that they were pressed for.
 void InjectorModel::endBorrowing(KeyActions& actions)
 {
     if (m_posted.none() && physicalChord().none())

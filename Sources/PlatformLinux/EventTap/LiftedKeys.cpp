@@ -53,7 +53,7 @@ void LiftedKeys::putBack(std::uint8_t key)
     }
 }
 
-/// All that happened to it since it was found to be down, our own lifting among that.
+/// Returns all motions of the key since it was found to be down, our own among them.
 std::vector<KeyMotion> LiftedKeys::motionsOf(const Lifted& lifted)
 {
     m_connection.synchronize();
@@ -74,10 +74,10 @@ void LiftedKeys::putBack(const Lifted& lifted)
     const auto releases = std::ranges::count(before, KeyMotion::release);
     constexpr int ownReleases = 1;
     if (releases - ownReleases > presses)
-        return; // the user has let go
+        return; // the user has released it
     fake(lifted.device, lifted.key, KeyMotion::press);
     const auto after = motionsOf(lifted);
-    // Between the question and our press there is still a moment. A release in it comes first.
+    // There is still a moment between the question and our press. A release in it comes first.
     const auto first = after.begin() + static_cast<std::ptrdiff_t>(before.size());
     const auto released = std::find(first, after.end(), KeyMotion::release);
     if (std::count(first, after.end(), KeyMotion::press) == 1 &&

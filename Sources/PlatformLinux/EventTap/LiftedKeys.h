@@ -22,7 +22,7 @@ public:
     {
     }
 
-    /// From each keyboard that it is down on. Round trips.
+    /// Lifts the key from each keyboard on which it is down. Round trips.
     void lift(std::uint8_t key);
     /// Round trips.
     void putBack(std::uint8_t key);
@@ -35,12 +35,12 @@ private:
         DeviceId device;
         std::uint8_t key;
         KeyMotion motion;
-        std::uint32_t request; // the last one that the server had read by then
+        std::uint32_t request; // the last request that the server had read by then
     };
     struct Lifted {
         DeviceId device;
         std::uint8_t key;
-        std::uint32_t request; // that asked whether it is down
+        std::uint32_t request; // the request that asked whether it is down
     };
 
     void watch(bool watches);

@@ -1,4 +1,4 @@
-// Passes log entries on, each sentence once until `forget`: what is tried again and again fails in the same
+// Passes log entries on, each sentence once until `forget`: what is tried again and again fails with the same
 // words. Any thread.
 #pragma once
 
@@ -26,7 +26,7 @@ public:
         m_log.write(level, subsystem, category, message);
     }
 
-    /// Something has worked again: its next failure is news.
+    /// To be called when the attempt has worked: its next failure is logged again.
     void forget()
     {
         const std::scoped_lock lock(m_mutex);
@@ -35,7 +35,7 @@ public:
 
 private:
     LogSink& m_log;
-    std::mutex m_mutex; // guards what was said
+    std::mutex m_mutex; // guards the set of sentences
     QSet<QString> m_said;
 };
 

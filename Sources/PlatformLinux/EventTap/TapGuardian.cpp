@@ -14,7 +14,7 @@ namespace orvane {
 TapGuardian::TapGuardian(InputConnection& connection, QByteArray program, Log log)
     : m_connection(connection), m_program(std::move(program)), m_log(std::move(log))
 {
-    // Its end tells the guardian that our last key has gone through.
+    // Its end shows the guardian that our last key has gone through.
     xcb_connection_t* xcb = connection.xcb();
     m_window = xcb_generate_id(xcb);
     xcb_create_window(xcb, 0, m_window, connection.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
@@ -58,7 +58,7 @@ void TapGuardian::watch(short happened)
         return;
     m_connection.synchronize();
     if (m_connection.isLost())
-        return; // it went with the server, as it should, or has cut us off
+        return; // it went with the server, as it should, or has ended our connection
     m_link.reset();
     if (m_wasReplaced) {
         m_log(LogLevel::error, "The guardian of the keyboard died again; a crash can leave a key pressed.");

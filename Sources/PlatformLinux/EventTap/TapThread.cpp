@@ -32,7 +32,7 @@ TapThread::TapThread(Purpose purpose, LogSink& log, FakedMotions& faked,
     m_postsAtHand.reserve(usualPosts);
     std::promise<void> begun;
     auto answer = begun.get_future();
-    // Signals are the main thread's business.
+    // Signals are handled on the main thread.
     sigset_t all = {};
     sigset_t before = {};
     sigfillset(&all);
@@ -142,7 +142,7 @@ void TapThread::wait()
     pollfd waits[] = {{m_connection->descriptor(), POLLIN, 0},
                       {m_wake.descriptor(), POLLIN, 0},
                       {m_guardian ? m_guardian->descriptor() : -1, 0, 0}};
-    // An answer wakes nobody here, so this looks once whether there was one in time.
+    // An answer doesn't wake this thread, so it looks once whether there was one in time.
     constexpr auto limit = std::chrono::milliseconds(KeyInjector::patience).count();
     if (::poll(waits, std::size(waits), m_injector->isAwaited() ? static_cast<int>(limit) : -1) == 0)
         m_injector->awaitAnswer();
@@ -152,7 +152,7 @@ void TapThread::wait()
         m_guardian->watch(waits[2].revents);
 }
 
-/// What was taken so far goes on unchanged, then the keyboards are free.
+/// Events taken so far go on unchanged, then the keyboards are free.
 void TapThread::end()
 {
     {
@@ -165,13 +165,13 @@ void TapThread::end()
     noticeLateness();
     m_injector->askNobody();
     m_reader->letGo();
-    while (m_reader->readNext()) // what came before they were free
+    while (m_reader->readNext()) // events from before the keyboards were free
         ;
     injectPosts();
     m_reader->restoreHeldKeys(m_injector->releaseAll());
     m_connection->synchronize();
     if (m_connection->isLost() && m_reason == Ending::none)
-        noticeLoss(); // a dying server closes one connection after the other, and the main thread knew first
+        noticeLoss(); // a dying server closes one connection after the other, and the main thread's was first
     m_unseen = m_injector->takeUnseen();
     m_guardian.reset();
     m_reader.reset();

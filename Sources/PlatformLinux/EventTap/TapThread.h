@@ -33,7 +33,7 @@ public:
         serverLost, // the X server is gone
     };
 
-    /// `commandKeys` is asked on the thread. Returns when the keyboards are grabbed, or can't be: after some
+    /// `commandKeys` is called on the thread. Returns when the keyboards are grabbed, or can't be: after some
     /// round trips.
     TapThread(Purpose purpose, LogSink& log, FakedMotions& faked, std::function<CommandKeys()> commandKeys);
     ~TapThread();
@@ -41,13 +41,13 @@ public:
     TapThread& operator=(const TapThread&) = delete;
 
     [[nodiscard]] Purpose purpose() const { return m_purpose; }
-    /// Why it has ended by itself. Then the mailbox rings.
+    /// Returns why the thread has ended by itself; the mailbox rings then.
     [[nodiscard]] Ending ending() const { return m_ending.load(); }
     TapMailbox& mailbox() { return m_mailbox; }
 
-    /// Events of other types pass without a look.
+    /// Events of other types pass without being shown.
     void setMask(EventMask mask) { m_mask.store(mask); }
-    /// Presses this after what came before it. False when the thread has ended.
+    /// Presses this event after those before it. False when the thread has ended.
     [[nodiscard]] bool post(const Event& event);
 
     /// Lets everything go, after what was posted. Gives the events of the mask that went on without being

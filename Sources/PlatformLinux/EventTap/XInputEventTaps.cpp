@@ -9,7 +9,7 @@ namespace orvane {
 
 namespace {
 
-/// What a tap can be asked for. Mouse types would be further bits, and further devices for the thread to
+/// The types that a tap can ask for. Mouse types would be further bits, and further devices for the thread to
 /// grab.
 constexpr EventMask supportedEvents =
     eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp) | eventMaskBit(EventType::flagsChanged);

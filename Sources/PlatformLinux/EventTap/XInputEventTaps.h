@@ -19,13 +19,12 @@ class XInputEventTap;
 
 class XInputEventTaps : public EventTaps {
 public:
-    /// `commandKeys` says what `command` means in the application that gets the keys; it is called on another
-    /// thread, for each key, and must not block.
+    /// `commandKeys` returns what `command` means in the application that gets the keys; it is called on
+    /// another thread, for each key, and must not block.
     XInputEventTaps(LogSink& log, std::function<CommandKeys()> commandKeys);
     ~XInputEventTaps() override;
 
-    /// Called before a posted key is pressed, with the modifiers that it is pressed with there, as hot keys
-    /// have them.
+    /// Called before a posted key is pressed, with its modifiers in the form of hot keys.
     std::function<void(std::uint32_t keyCode, std::uint32_t modifiers)> onPost = [](auto, auto) {};
 
     std::unique_ptr<EventTap> tapCreate(Location location, Placement placement, Options options,
@@ -51,7 +50,7 @@ private:
 
     LogSink& m_log;
     std::function<CommandKeys()> m_commandKeys;
-    /// Never changed in place: a walk keeps the list that it began with.
+    /// Never changed in place: a loop keeps the list with which it began.
     std::shared_ptr<const Taps> m_taps = std::make_shared<const Taps>();
     Taps m_timedOut;
     /// The context of queued calls.

@@ -12,10 +12,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long after a key the first look is, and each further one.
+/// The time from a key to the first look, and to each further one.
 constexpr auto lookInterval = 400ms;
-/// The tap gives a hung main thread a second and then frees the keyboards itself. What takes longer is stuck,
-/// whatever the system calls it.
+/// The tap gives a hung main thread a second and then frees the keyboards itself. A program that takes longer
+/// is stuck, whatever the system calls its state.
 constexpr auto longestWait = 1600ms;
 
 } // namespace
@@ -29,7 +29,7 @@ KeyWatch::KeyWatch(InputConnection& connection, SharedPulse pulse, pid_t program
     m_nextLook = m_typed->seen + lookInterval;
 }
 
-/// Raw events come whoever has grabbed the keyboard.
+/// Raw events come whichever client has grabbed the keyboard.
 void KeyWatch::listen(bool listens)
 {
     if (!listens)
@@ -47,7 +47,7 @@ void KeyWatch::take(const xcb_generic_event_t& event)
     const bool isKey =
         (event.response_type & 0x7F) == XCB_GE_GENERIC && raw.extension == m_connection.xinputOpcode() &&
         (raw.event_type == XCB_INPUT_RAW_KEY_PRESS || raw.event_type == XCB_INPUT_RAW_KEY_RELEASE);
-    // What the tap presses itself comes by here too.
+    // The keys that the tap presses come here too.
     if (!isKey || m_typed || !m_pulse->takes(raw.sourceid))
         return;
     listen(false);
@@ -68,7 +68,7 @@ KeyWatch::Finding KeyWatch::look()
     if (!m_typed || Clock::now() < m_nextLook)
         return Finding::fine;
     const bool isSlow = Clock::now() - m_typed->seen >= longestWait;
-    // One that was pulled out has its keys come up, and nobody takes those.
+    // When a keyboard is pulled out its keys come up, and nobody takes those.
     const bool isTaken =
         !m_typed->time || m_pulse->hasTakenSince(*m_typed->time) || !m_pulse->takes(m_typed->keyboard);
     if (programStandsStill() || (!isTaken && isSlow)) {
@@ -84,7 +84,7 @@ KeyWatch::Finding KeyWatch::look()
 }
 
 /// Servers up to 21.1 don't notice that a device's grab is over when the client ends while the device is
-/// disabled, and crash at its next key. Such a keyboard types nothing anyhow: the next key asks again.
+/// disabled, and crash at its next key. Such a keyboard types nothing anyway: the next key asks again.
 bool KeyWatch::canBeFreed()
 {
     const Keyboards present = m_connection.keyboards();
@@ -97,14 +97,14 @@ bool KeyWatch::canBeFreed()
     return true;
 }
 
-/// Whether the tap's thread was stopped, by a signal or by a debugger.
+/// True if the tap's thread was stopped, by a signal or by a debugger.
 bool KeyWatch::programStandsStill() const
 {
     std::ifstream file("/proc/" + std::to_string(m_program) + "/task/" + std::to_string(m_pulse->thread()) +
                        "/stat");
     std::string line;
     std::getline(file, line);
-    // The state stands behind the name, which may hold anything.
+    // The state follows the name, which may contain any characters.
     const std::size_t state = line.rfind(')') + 2;
     return state < line.size() && (line[state] == 'T' || line[state] == 't');
 }

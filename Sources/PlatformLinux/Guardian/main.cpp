@@ -1,6 +1,7 @@
-// orvane-guardian WINDOW: waits for the program at the other end of standard input to end. If it ends without
-// a goodbye, what it had pressed on the XTEST keyboard is let go, which else would be down for ever. If it
-// stands still while keys are typed, the keyboards are taken from it as well. Ends with the X server too.
+// orvane-guardian WINDOW: waits for the end of the program at the other end of standard input. If that ends
+// without a goodbye, the keys that it had pressed on the XTEST keyboard are released, which would otherwise
+// stay down for ever. If it stands still while keys are typed, the keyboards are taken from it as well. Ends
+// with the X server too.
 #include "PlatformLinux/EventTap/LiftedKeys.h"
 #include "PlatformLinux/Guardian/KeyWatch.h"
 #include "PlatformLinux/X11/InputConnection.h"
@@ -59,7 +60,7 @@ private:
     Farewell waitForFarewell()
     {
         for (;;) {
-            // A goodbye may come after the window's end: only the pipe tells whether there is one.
+            // A goodbye may come after the window's end: only the pipe shows whether there is one.
             handleEvents();
             pollfd waits[] = {{STDIN_FILENO, POLLIN, 0}, {m_connection.descriptor(), POLLIN, 0}};
             if (::poll(waits, 2, m_keys.timeout()) < 0 && errno != EINTR)
@@ -75,7 +76,7 @@ private:
         }
     }
 
-    /// The dead client's last keys may still lie in the server's queue: they have been dealt with when its
+    /// The dead client's last keys may still lie in the server's queue: they have been handled when its
     /// window is gone.
     void waitForLastKeys()
     {
@@ -105,18 +106,18 @@ private:
 
     void letKeysGo()
     {
-        // The applications' own keys too: one that was down when the keyboards were taken is down for them
-        // without XTEST, and comes up on a keyboard that isn't theirs. What the user holds on one that is
-        // theirs stays.
+        // The applications' own keys are released too: a key that was down when the keyboards were taken is
+        // down for them without XTEST, and comes up on a keyboard that isn't theirs. A key that the user
+        // holds on a keyboard of theirs stays.
         const orvane::Keyboards present = m_connection.keyboards();
         const KeySet down = m_connection.keysDown(present.xtest) | m_connection.keysDown(present.master);
         const KeySet modifiers = m_connection.modifierRoles().chordKeys();
-        // Modifiers last, so that no letter is typed with fewer of them than it had.
+        // Modifiers come last, so that no letter is typed with fewer of them than it had.
         for (const KeySet& keys : {down & ~modifiers, down & modifiers})
             forEach(keys, [this](std::uint8_t key) { m_connection.release(key); });
     }
 
-    /// What the user still holds, the applications have just seen released.
+    /// The applications have just seen the release of modifiers that the user still holds.
     void restoreHeldModifiers()
     {
         KeySet held;
@@ -152,14 +153,14 @@ int main(int argc, char** argv)
     if (argc != 2 || std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), window).ec != std::errc())
         return 2;
     const pid_t program = ::getppid();
-    // What ends the program mustn't end its guardian first. The pipe and the server bound its life.
+    // A signal that ends the program must not end its guardian first. The pipe and the server bound its life.
     for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
         std::signal(signal, SIG_IGN);
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr); // the program has started us with all of them blocked
 
-    // Before anything else could get that number.
+    // This comes first, before anything else could get that number.
     auto pulse = orvane::SharedPulse::ofDescriptor(orvane::SharedPulse::descriptorInGuardian);
     const auto connection = InputConnection::open(orvane::within(longestOpening)).connection;
     if (!connection)

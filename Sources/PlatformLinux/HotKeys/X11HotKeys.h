@@ -1,4 +1,4 @@
-// Hot keys on X11: registrations over grabbed keys, and the handlers that are told of them. With nothing
+// Hot keys on X11: registrations over grabbed keys, and the handlers that are called for them. With nothing
 // registered there is neither a grab nor a connection. Main thread.
 #pragma once
 
@@ -19,8 +19,8 @@ public:
     std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
     SymbolicHotKeys copySymbolicHotKeys() override;
 
-    /// This program is about to press a combination for the program in front, which gets it even if it is a
-    /// hot key.
+    /// To be called when this program is about to press a combination for the program in front, which gets it
+    /// even if it is a hot key.
     void giveWayTo(std::uint32_t keyCode, std::uint32_t modifiers);
 
 private:

@@ -1,4 +1,4 @@
-// Which selection targets of X stand for which types of a pasteboard, both ways. Pure.
+// The selection targets of X that stand for the types of a pasteboard, both ways. Pure.
 #pragma once
 
 #include "Platform/Pasteboard.h"
@@ -9,35 +9,35 @@ namespace orvane {
 
 using TargetName = QByteArray;
 
-/// One thing to be fetched from an owner: the first of the targets that it gives.
+/// One question to an owner: the first of the targets that it gives is fetched.
 struct ReadStep {
     enum class Purpose {
         type,       // the data of a type
         files,      // a list of URLs: files, or else a link
-        secretHint, // whether a password manager says that it's secret
+        secretHint, // the mark of a password manager
     };
     Purpose purpose = Purpose::type;
     QString type;
     std::vector<TargetName> targets;
 };
 
-/// The types that an owner's targets stand for, but for those that only its answers tell: files, links in a
-/// list of URLs, and the mark of a secret.
+/// Returns the types that an owner's targets stand for, except those that only its answers show: files, links
+/// in a list of URLs, and the mark of a secret.
 QStringList typesOfTargets(const QList<TargetName>& targets);
 
-/// What has to be fetched for these types.
+/// Returns what has to be fetched for these types.
 std::vector<ReadStep> readSteps(const QList<TargetName>& targets, const QStringList& wantedTypes);
 
-/// Adds what an owner has given for a step. Converting a picture takes its time.
+/// Adds what an owner has given for a step. Slow when it converts a picture.
 void takeAnswer(PasteboardContents& contents, const QStringList& wantedTypes, const ReadStep& step,
                 const TargetName& target, const QByteArray& bytes);
 
-/// Without the data of other types.
+/// Returns the contents without the data of other types.
 PasteboardContents ofTypes(PasteboardContents contents, const QStringList& types);
 
-/// What content of ours is offered as.
+/// Returns the targets as which content of ours is offered.
 QList<TargetName> targetsOfContents(const PasteboardContents& contents);
-/// And what it is then; nothing for a target that isn't offered.
+/// The content for one target; nothing for a target that isn't offered.
 struct TargetData {
     /// The property's type.
     TargetName type;

@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// Alive only on the main thread: the other one knows it by a weak reference and a number.
+/// Alive only on the main thread: the other thread knows it by a weak reference and a number.
 class X11Pasteboard::Read : public PasteboardRead {
 public:
     using Shared = std::shared_ptr<Completion>;
@@ -62,7 +62,7 @@ std::unique_ptr<PasteboardRead> X11Pasteboard::read(const QStringList& types, Co
             const auto kept = weak.lock();
             if (!kept)
                 return;
-            if (const Completion call = std::exchange(*kept, {})) // it may end its own read
+            if (const Completion call = std::exchange(*kept, {})) // the completion may end its own read
                 call(std::move(contents));
         });
     };
@@ -74,7 +74,7 @@ int X11Pasteboard::clearContents()
 {
     const int count = m_state->claim();
     thread()->claim();
-    // What this turn adds is in it before others look.
+    // The content of this turn is complete before others look.
     m_runLoop.perform(
         [state = m_state, thread = std::weak_ptr(thread()), generation = m_state->generation()] {
             state->finishWriting(generation);

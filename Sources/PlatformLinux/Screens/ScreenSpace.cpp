@@ -15,7 +15,7 @@ Point middle(const Rect& rect)
     return {rect.midX(), rect.midY()};
 }
 
-/// How far a point is from a stretch.
+/// Returns the distance of a value from a range.
 double distance(double value, double least, double greatest)
 {
     return std::max({0.0, least - value, value - greatest});

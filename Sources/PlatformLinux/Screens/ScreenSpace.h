@@ -1,7 +1,7 @@
-// Where things are, in the four ways that the desktop counts. Native: the X server's pixels, from the root
-// window's upper left corner down. Toolkit: Qt's points; each display keeps its native corner, and what is on
-// it is scaled about that. AX: points from the primary display's upper left corner down. Cocoa: points from
-// its lower left corner up. Pure; any thread.
+// Converts between the four ways in which the desktop measures places. Native: the X server's pixels, from
+// the root window's upper left corner down. Toolkit: Qt's points; each display keeps its native corner, and
+// its content is scaled about that. AX: points from the primary display's upper left corner down. Cocoa:
+// points from its lower left corner up. Pure; any thread.
 #pragma once
 
 #include "Platform/Geometry.h"
@@ -13,9 +13,9 @@ namespace orvane {
 class ScreenSpace {
 public:
     struct Display {
-        /// Native.
+        /// In native pixels.
         Rect pixels;
-        /// Pixels in a point.
+        /// Pixels for each point.
         double scale = 1;
         friend bool operator==(const Display&, const Display&) = default;
     };
@@ -27,8 +27,8 @@ public:
 
     [[nodiscard]] const std::vector<Display>& displays() const { return m_displays; }
 
-    /// A point belongs to the display that it is on, or else to the nearest one. A rectangle belongs as a
-    /// whole to that of its middle, and is scaled by it: there and back it is the same one.
+    /// A point belongs to the display that contains it, or else to the nearest one. A rectangle belongs as a
+    /// whole to the display of its middle, and is scaled by it: converted there and back it is the same one.
     [[nodiscard]] Point axFromNative(Point native) const;
     [[nodiscard]] Rect axFromNative(const Rect& native) const;
     [[nodiscard]] Point nativeFromAX(Point ax) const;
@@ -40,10 +40,10 @@ public:
     [[nodiscard]] Rect cocoaFromToolkit(const Rect& toolkit) const;
     [[nodiscard]] Rect toolkitFromCocoa(const Rect& cocoa) const;
     /// For the pointer, which is on a pixel and not between two: on a display's topmost row, too, it is
-    /// inside of that display's frame.
+    /// inside that display's frame.
     [[nodiscard]] Point cocoaOfPointer(Point toolkit) const;
 
-    /// Pixels in a point of the display at a place.
+    /// Returns the pixels for each point of the display at a place.
     [[nodiscard]] double scaleAtNative(Point native) const;
     [[nodiscard]] double scaleAtAX(Point ax) const;
 

@@ -9,7 +9,7 @@ namespace {
 
 using Strip = Strut::Strip;
 
-/// Some panels give the pixel behind the last one.
+/// Some panels give the pixel after the last one.
 constexpr double leastOverlap = 2;
 
 bool runsAlong(const Strip& strip, double least, double greatest)
@@ -69,7 +69,7 @@ Rect visiblePart(const Rect& display, Size root, std::span<const Strut> struts)
         if (isDown(fromBottom) && runsAlongX(strut.bottom))
             bottom = std::min(bottom, fromBottom);
     }
-    // Panels that meet leave nothing to show; then they are taken for a mistake.
+    // Panels that meet leave nothing to show; they are taken for a mistake then.
     if (left >= right || top >= bottom)
         return display;
     return {{left, top}, {right - left, bottom - top}};

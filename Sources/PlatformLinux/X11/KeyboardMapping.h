@@ -1,4 +1,4 @@
-// The server's keyboard and modifier mappings, as they came from it.
+// The server's keyboard and modifier mappings, in the form of the protocol.
 #pragma once
 
 #include "PlatformLinux/X11/ModifierRoles.h"
@@ -14,7 +14,7 @@ struct KeyboardMapping {
     unsigned symbolsPerKey = 0;
     std::vector<std::uint32_t> keysyms;
     unsigned keysPerModifier = 0;
-    /// For each of the eight modifiers in turn; 0 for no key.
+    /// The keys of each of the eight modifiers in turn; 0 for no key.
     std::vector<std::uint8_t> modifierKeys;
 
     /// One round trip. Empty when the server doesn't answer in time.
@@ -25,7 +25,7 @@ struct KeyboardMapping {
     }
 };
 
-/// The keys that are down, whichever keyboard they are on. `cookie` is of xcb_query_keymap().
+/// Returns the keys that are down, on whichever keyboard. `cookie` comes from xcb_query_keymap().
 [[nodiscard]] KeySet keysDown(XExchange& exchange, xcb_query_keymap_cookie_t cookie);
 
 } // namespace orvane

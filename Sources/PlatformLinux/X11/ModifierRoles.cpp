@@ -13,7 +13,7 @@ struct ModifierKeysym {
     ModifierRole role;
 };
 
-// The left ones first: they are preferred as representatives.
+// The left ones come first: they are preferred as representatives.
 constexpr ModifierKeysym modifierKeysyms[] = {
     {XK_Shift_L, ModifierRole::shift},
     {XK_Control_L, ModifierRole::control},

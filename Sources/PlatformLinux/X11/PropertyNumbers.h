@@ -7,7 +7,7 @@
 
 namespace orvane {
 
-/// `bytes` may be null when there are none; what is left beyond whole numbers is passed over.
+/// `bytes` may be null when there are none; bytes beyond whole numbers are ignored.
 inline std::vector<std::uint32_t> propertyNumbers(const void* bytes, std::size_t size)
 {
     std::vector<std::uint32_t> numbers(size / sizeof(std::uint32_t));

@@ -1,5 +1,5 @@
-// What we ask of the window manager for windows of ours. Main thread. Without one, or on another platform
-// plugin, nothing happens.
+// Requests to the window manager for windows of ours. Main thread. Without a window manager, or on another
+// platform plugin, nothing happens.
 #pragma once
 
 #include <QWindow>
@@ -8,13 +8,13 @@ namespace orvane {
 
 enum class TaskBarEntry { shown, hidden };
 
-/// An entry in the task bar and in the pager, for a window that is not mapped yet.
+/// Sets the entry in the task bar and in the pager of a window that is not mapped yet.
 void setInitialTaskBarEntry(const QWindow& window, TaskBarEntry entry);
 
-/// For one that is.
+/// Asks for the entry of a mapped window.
 void requestTaskBarEntry(const QWindow& window, TaskBarEntry entry);
 
-/// To be the active window, as somebody's own choice: not held up by what guards the focus against programs.
+/// Asks to be the active window, as a user's own choice, which isn't delayed by protections of the focus.
 void requestActivation(const QWindow& window);
 
 } // namespace orvane

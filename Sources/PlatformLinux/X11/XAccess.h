@@ -1,5 +1,5 @@
-// What the X server lets this program do, found out by trying, on a connection of its own that is closed
-// again. Any thread; a few milliseconds.
+// Finds out by trying what the X server lets this program do, on a separate connection that is closed again.
+// Any thread; a few milliseconds.
 #pragma once
 
 #include <QString>
@@ -8,13 +8,13 @@ namespace orvane {
 
 struct XAccess {
     bool granted = false;
-    /// Why not, as a sentence for a person.
+    /// The reason of a denial, as a sentence for a person.
     QString reason;
 };
 
-/// Whether the keys of other programs can be seen, held back and made.
+/// Tries if the keys of other programs can be seen, held back and made.
 XAccess tryInputAccess();
-/// Whether the screen's content can be read.
+/// Tries if the screen's content can be read.
 XAccess tryScreenAccess();
 
 } // namespace orvane

@@ -12,7 +12,7 @@ namespace {
 struct Name {
     xcb_atom_t XAtoms::*atom;
     const char* text;
-    /// The number of the screen follows.
+    /// True if the number of the screen follows the name.
     bool isOfScreen = false;
 };
 

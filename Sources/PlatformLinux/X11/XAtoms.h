@@ -1,5 +1,5 @@
-// The names by which the window manager, windows, trays and this program understand each other, as the
-// server's numbers. All are asked for together when a link opens; to look one up costs nothing.
+// The names that the window manager, windows, trays and this program use between them, as the server's
+// numbers. All are asked for together when a link opens, so looking one up costs nothing.
 #pragma once
 
 #include <xcb/xcb.h>
@@ -70,7 +70,7 @@ struct XAtoms {
     xcb_atom_t trayVisual;
     xcb_atom_t xembedInfo;
 
-    /// One exchange. None of them is of use when that fails.
+    /// Makes one exchange. None of them can be used when that fails.
     [[nodiscard]] static XAtoms intern(XExchange& exchange, int screenNumber);
 };
 

@@ -6,7 +6,7 @@ namespace orvane {
 
 XOutcome XExchange::check(xcb_void_cookie_t cookie)
 {
-    // The server tells of an error at once, and of none only by its answer to a later question.
+    // The server reports an error at once; that there was none shows only in its answer to a later question.
     const bool isAnsweredLater =
         m_lastAnswered && static_cast<std::int32_t>(*m_lastAnswered - cookie.sequence) > 0;
     if (!isAnsweredLater)

@@ -74,7 +74,7 @@ XSelection::XSelection(XSelection&& other) noexcept
 XSelection& XSelection::operator=(XSelection&& other) noexcept
 {
     if (this != &other) {
-        // The new one stands already, so that what both have selected is told without a gap.
+        // The new selection is in place already, so events that both have selected come without a gap.
         reset();
         m_owner = std::move(other.m_owner);
         m_place = other.m_place;

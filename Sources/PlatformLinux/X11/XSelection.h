@@ -1,5 +1,5 @@
-// What a link has asked to hear of windows and devices. Several owners may select on one window: it hears
-// what any of them wants.
+// The events of windows and devices that a link has asked for. Several owners may select on one window: the
+// link gets what any of them wants.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +31,7 @@ public:
 
     void add(XSelectionPlace place, std::uint32_t mask);
     void remove(XSelectionPlace place, std::uint32_t mask);
-    /// The link ends, and its selections with it.
+    /// To be called when the link ends, and its selections with it.
     void detach();
 
 private:
@@ -44,7 +44,7 @@ private:
     std::multimap<XSelectionPlace, std::uint32_t> m_masks;
 };
 
-/// Holds a selection; its end takes it away. May outlive the link. An empty one holds nothing.
+/// Holds a selection until its end. May outlive the link. An empty one holds nothing.
 class XSelection {
 public:
     XSelection() = default;

@@ -1,4 +1,4 @@
-// Owners of what libxcb hands out.
+// Owners of the objects that libxcb allocates.
 #pragma once
 
 #include <xcb/xcb.h>

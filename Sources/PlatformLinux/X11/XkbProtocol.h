@@ -1,4 +1,4 @@
-// libxcb's keyboard protocol, whose header uses a word of C++ as a name.
+// libxcb's keyboard protocol, whose header uses a keyword of C++ as a name.
 #pragma once
 
 #define explicit explicitComponents

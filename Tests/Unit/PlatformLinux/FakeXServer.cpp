@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The least that a client finds its way about with: one screen without depths.
+/// The least set-up that a client accepts: one screen without depths.
 struct SetUp {
     xcb_setup_t head;
     xcb_screen_t screen;
@@ -39,7 +39,7 @@ std::size_t padded(std::size_t size)
 FakeXServer::FakeXServer()
 {
     m_listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    // Numbers that no real server has. The address is abstract: nothing is left behind.
+    // Display numbers that no real server has. The address is abstract, so nothing is left behind.
     constexpr int first = 20'000;
     constexpr int count = 10'000;
     for (int i = 0; i < count && m_display.empty(); ++i) {

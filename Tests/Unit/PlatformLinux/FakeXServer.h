@@ -1,5 +1,5 @@
-// An X server of a few requests, for what a real one doesn't do when a test wants it: to send events right
-// before an answer, to answer nothing, to go away. One client.
+// An X server of a few requests, for situations that a real one can't be brought into: events right before an
+// answer, no answer, a sudden end. One client.
 #pragma once
 
 #include <atomic>
@@ -19,19 +19,19 @@ public:
     FakeXServer();
     ~FakeXServer();
 
-    /// For the client to connect to.
+    /// The display for the client to connect to.
     [[nodiscard]] const std::string& display() const { return m_display; }
 
-    /// From now on it reads nothing, or reads again and answers what has come.
+    /// From now on it reads nothing; the other one makes it read again and answer what has come.
     void hold();
     void release();
-    /// Before the next answer it sends that many changes of properties, numbered on by their atom from 1.
+    /// Before the next answer it sends this many changes of properties, numbered by their atom from 1.
     void sendWithNextAnswer(int count);
-    /// At once.
+    /// Sends them at once.
     void send(int count);
     void hangUp();
 
-    /// The core event masks that were asked for, in turn, and those of XInput 2.
+    /// The core event masks that were asked for, in order, and those of XInput 2.
     [[nodiscard]] std::vector<std::uint32_t> coreMasks();
     [[nodiscard]] std::vector<std::uint32_t> inputMasks();
 

@@ -10,11 +10,11 @@
 
 namespace orvane::HistoryCodec {
 
-/// Keys in the order of the fields, absent ones left out; ids in upper case, slashes escaped.
+/// Writes keys in the order of the fields and leaves absent ones out; ids are in upper case, slashes escaped.
 QByteArray encode(const QList<ClipItem>& items);
 
-/// Nothing when the bytes aren't such an array: one bad element is enough. Keys may stand in any order,
-/// unknown ones are passed over, and a null counts as absent.
+/// Returns nothing when the bytes aren't such an array: one bad element is enough. Keys may be in any order,
+/// unknown ones are ignored, and a null counts as absent.
 std::optional<QList<ClipItem>> decode(const QByteArray& json);
 
 } // namespace orvane::HistoryCodec

@@ -69,7 +69,7 @@ void appendOptional(QByteArray& out, const char* key, const std::optional<QStrin
     appendString(out, *text);
 }
 
-/// The shortest digits that read back as the same number, without an exponent.
+/// Writes the shortest digits that read back as the same number, without an exponent.
 void appendNumber(QByteArray& out, double number)
 {
     // The longest double in this notation has 309 digits before the point, or 1,074 behind it.

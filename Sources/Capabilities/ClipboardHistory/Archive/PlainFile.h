@@ -1,4 +1,4 @@
-// Reading of a whole file that may be anything. Blocks; any thread.
+// Reads a whole file that may be of any kind. Blocks; any thread.
 #pragma once
 
 #include <QByteArray>
@@ -8,7 +8,7 @@
 
 namespace orvane::PlainFile {
 
-/// Nothing unless it's a regular file, links followed, that can be read to its end.
+/// Returns nothing unless it's a regular file, links followed, that can be read to its end.
 std::optional<QByteArray> content(const QString& path);
 
 } // namespace orvane::PlainFile

@@ -8,7 +8,7 @@ namespace orvane {
 
 namespace {
 
-/// Whatever number was stored, it fits a timer.
+/// Any stored number is brought into a timer's range.
 std::chrono::milliseconds timerInterval(double seconds)
 {
     constexpr std::chrono::duration<double> longest = std::chrono::hours(24);
@@ -31,7 +31,7 @@ void ClipboardWatcherService::start()
     m_controller->skipPresentContent();
     m_timer = platform().mainRunLoop.scheduleTimer(
         m_interval, RunLoop::Repeats::yes, [this, weak = std::weak_ptr(m_controller)] {
-            // A look that was still queued when the service stopped isn't taken any more.
+            // A tick that was still queued when the service stopped is ignored.
             platform().mainRunLoop.perform([weak, timer = std::weak_ptr(m_timer)] {
                 const auto controller = weak.lock();
                 if (controller && !timer.expired())

@@ -1,4 +1,4 @@
-// What a copy is, of the kinds that the history keeps. Pure.
+// Decides which of the history's kinds a copy is. Pure.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Capture/PasteboardReading.h"
@@ -9,25 +9,25 @@ namespace orvane {
 
 namespace capturedContent {
 
-/// Exactly as read.
+/// The text exactly as it was read.
 struct Text {
     QString string;
     friend bool operator==(const Text&, const Text&) = default;
 };
 
-/// Trimmed.
+/// The link without the space around it.
 struct URL {
     QString string;
     friend bool operator==(const URL&, const URL&) = default;
 };
 
-/// PNG, never empty.
+/// A PNG, never empty.
 struct Image {
     QByteArray png;
     friend bool operator==(const Image&, const Image&) = default;
 };
 
-/// Paths in the order of the pasteboard, at least one.
+/// The paths in the order of the pasteboard, at least one.
 struct Files {
     QStringList paths;
     friend bool operator==(const Files&, const Files&) = default;
@@ -40,8 +40,8 @@ using CapturedContent =
 
 namespace PasteboardSnapshot {
 
-/// Files before pictures, pictures before links, links before text. A kind that isn't captured is passed
-/// over, and the copy may still count as one of the others.
+/// Files come before pictures, pictures before links, links before text. A kind that isn't captured is
+/// skipped, and the copy may still count as one of the others.
 std::optional<CapturedContent> classify(const PasteboardReading& pasteboard, bool captureFiles,
                                         bool captureImages, bool captureText);
 

@@ -1,4 +1,4 @@
-// Reading of pictures, PNG and TIFF, whoever made them. Takes its time; any thread.
+// Reads PNG and TIFF pictures of any origin. Slow; any thread.
 #pragma once
 
 #include <QByteArray>
@@ -8,10 +8,11 @@
 
 namespace orvane::Picture {
 
-/// Nothing for what can't be read, or would take more memory than a picture may.
+/// Returns nothing for data that can't be read, or would take more memory than a picture may.
 std::optional<QImage> image(const QByteArray& bytes);
 
-/// The picture as PNG. One that is a PNG already comes back as it stands, also when it is damaged further on.
+/// Returns the picture as PNG. One that is a PNG already is returned unchanged, even if it is damaged further
+/// on.
 std::optional<QByteArray> png(const QByteArray& bytes);
 
 } // namespace orvane::Picture

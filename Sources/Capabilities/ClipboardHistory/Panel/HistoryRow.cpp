@@ -20,11 +20,11 @@ constexpr int columnGap = 10;
 constexpr int mostLines = 2;
 constexpr double thumbnailCorner = 4;
 constexpr double symbolSide = 18;
-constexpr qsizetype mostCharacters = 600; // far more than two lines hold
-constexpr qsizetype mostLookedAt = 4096;  // blank ones, which aren't shown, among them
+constexpr qsizetype mostCharacters = 600; // far more than fits in two lines
+constexpr qsizetype mostLookedAt = 4096;  // including blank ones, which aren't shown
 constexpr qsizetype likelyLineLength = 46;
 
-/// A size of the system's scale, on which body text has 13, under the application's font.
+/// Returns a size of the system's scale, on which body text has 13, in the application's font.
 QFont systemFont(double size)
 {
     QFont font = orvaFont(OrvaFont::body);
@@ -57,7 +57,7 @@ bool endsLine(QChar character)
            character == QChar::ParagraphSeparator;
 }
 
-/// The beginning of a text, its control characters as spaces.
+/// Returns the beginning of a text with control characters as spaces.
 QString shown(QStringView text)
 {
     QString lines;
@@ -81,7 +81,7 @@ QString shown(QStringView text)
     return lines;
 }
 
-/// What preview() begins with, without a copy of all that is behind it.
+/// Returns the beginning of preview() without copying the rest.
 QString startOfPreview(const ClipItem& item)
 {
     const bool isText = item.kind == ClipKind::text || item.kind == ClipKind::url;

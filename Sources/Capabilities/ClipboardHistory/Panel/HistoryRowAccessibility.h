@@ -5,10 +5,10 @@ namespace orvane {
 
 class HistoryListView;
 
-/// Once for the process; further calls do nothing.
+/// Takes effect once in a process; further calls do nothing.
 void installHistoryAccessibility();
 
-// What assistive technology is told, where any is listening.
+// Tells assistive technology of the change, where any is listening.
 void announceHistoryRowsChanged(HistoryListView& list);
 void announceHistoryRowFocused(HistoryListView& list, int row);
 

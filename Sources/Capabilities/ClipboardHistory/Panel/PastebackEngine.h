@@ -8,11 +8,12 @@
 
 namespace orvane::PastebackEngine {
 
-/// What an entry's file holds, for place(). Nothing when it isn't there or no picture. Blocks; any thread.
+/// Returns the picture in an entry's file, for place(). Nothing when the file isn't there or isn't a picture.
+/// Blocks; any thread.
 std::optional<PasteboardImage> image(const QString& path);
 
-/// Takes the general pasteboard in any case, and gives its new change count. `image` is that of an entry
-/// which is a picture. Main thread.
+/// Takes the general pasteboard in any case and returns its new change count. `image` is given for an entry
+/// that is a picture. Main thread.
 int place(const ClipItem& item, const std::optional<PasteboardImage>& image);
 
 /// Posts a marked ⌘V. Main thread.

@@ -6,7 +6,7 @@
 
 namespace orvane::HtmlCharacters {
 
-/// By number, and by the names of HTML 4. Others stay as they stand.
+/// Resolves numbers and the names of HTML 4. Others stay as they are written.
 QString decode(QByteArrayView utf8);
 
 } // namespace orvane::HtmlCharacters

@@ -17,7 +17,7 @@ struct Entry {
 
 using enum HtmlElement;
 
-/// In the order of their bytes.
+/// Sorted by their bytes.
 constexpr std::array entries{
     Entry{"address", block},
     Entry{"applet", hidden},

@@ -1,4 +1,4 @@
-// What HTML elements, and the few properties of their style attributes that matter, do to the text.
+// The effects on the text of HTML elements and of those properties of style attributes that matter.
 #pragma once
 
 #include <QByteArrayView>
@@ -20,10 +20,10 @@ enum class HtmlElement {
     cell,
 };
 
-/// `name` in lower case.
+/// `name` is in lower case.
 HtmlElement htmlElement(QByteArrayView name);
 
-/// What becomes of spaces and line ends in the source.
+/// The treatment of spaces and line ends in the source.
 enum class HtmlWhiteSpace { collapsed, kept, lineEndsKept };
 
 struct HtmlStyle {

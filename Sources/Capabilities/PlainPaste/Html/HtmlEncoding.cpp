@@ -37,7 +37,7 @@ bool endsLabel(char character)
            character == '\n';
 }
 
-/// The text after `charset=` in the tag, without its quotes.
+/// Returns the text after `charset=` in the tag, without its quotes.
 QByteArrayView labelOf(QByteArrayView tag)
 {
     const auto found = tag.indexOf("charset");

@@ -1,4 +1,4 @@
-// The characters of an HTML document, whatever encoding it came in.
+// Decodes the characters of an HTML document in any encoding.
 #pragma once
 
 #include <QByteArrayView>
@@ -6,8 +6,8 @@
 
 namespace orvane::HtmlEncoding {
 
-/// By its byte order mark, by zero bytes as only UTF-16 has them, by what its beginning declares in a meta
-/// element; else UTF-8, and windows-1252 if it isn't that.
+/// Decides by the byte order mark, by zero bytes that only UTF-16 has, or by a meta element at the beginning;
+/// else UTF-8, and windows-1252 if the document isn't that.
 QString decode(QByteArrayView document);
 
 } // namespace orvane::HtmlEncoding

@@ -4,7 +4,7 @@ namespace orvane {
 
 namespace {
 
-/// A no-break space is none.
+/// A no-break space doesn't collapse.
 bool isCollapsible(QChar character)
 {
     return character == u' ' || character == u'\t' || character == u'\n' || character == u'\r' ||

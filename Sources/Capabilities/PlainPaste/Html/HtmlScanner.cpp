@@ -70,7 +70,7 @@ HtmlToken HtmlScanner::rawText()
     return textUntil(end);
 }
 
-/// Comments, declarations and what the standard takes for a comment. False when it is none of them.
+/// Skips comments, declarations and what the standard treats as a comment. False when there is none of them.
 bool HtmlScanner::skipMarkup()
 {
     if (at(1) == '!' && at(2) == '-' && at(3) == '-') {
@@ -116,7 +116,7 @@ std::optional<HtmlToken> HtmlScanner::tag(HtmlToken::Kind kind)
     return std::nullopt;
 }
 
-/// False when the document breaks off.
+/// Returns false when the document ends too early.
 bool HtmlScanner::attribute(HtmlToken& token)
 {
     const qsizetype begin = m_at++; // an equals sign may begin a name

@@ -38,7 +38,7 @@ struct Label {
     const char* name;
 };
 
-/// What browsers read under names that meant less once.
+/// Labels that browsers read as another encoding than the name says, since pages use them so.
 constexpr std::array widenedLabels{
     Label{"ascii", "windows-1252"},
     Label{"us-ascii", "windows-1252"},
@@ -51,7 +51,7 @@ constexpr std::array widenedLabels{
     Label{"ks_c_5601-1987", "windows-949"},
     Label{"euc-kr", "windows-949"},
     Label{"tis-620", "windows-874"},
-    // A page that could be read as far as this label isn't in an encoding of wider units.
+    // A page whose label could be read this way isn't in an encoding of wider units.
     Label{"utf-16", "UTF-8"},
     Label{"utf-16le", "UTF-8"},
     Label{"utf-16be", "UTF-8"},
@@ -59,7 +59,7 @@ constexpr std::array widenedLabels{
     Label{"unicode", "UTF-8"},
 };
 
-/// A converter's name is also looked for as a file, and may carry options.
+/// A converter's name is also looked up as a file, and may carry options.
 bool isPlainName(QByteArrayView label)
 {
     return !label.isEmpty() && label.size() <= 40 && std::ranges::all_of(label, [](char character) {
@@ -105,7 +105,7 @@ std::optional<CodePage> CodePage::labelled(QByteArrayView label)
     if (ucnv_countAliases(name.constData(), &status) == 0 || U_FAILURE(status))
         return std::nullopt;
     Handle converter = open(name.constData());
-    // Others of this kind can't be the encoding of bytes that a label was read from as ASCII.
+    // The label was read as ASCII, so the document can't be in an encoding of wider units.
     if (!converter || ucnv_getMinCharSize(converter.get()) != 1)
         return std::nullopt;
     return CodePage(std::move(converter));

@@ -1,4 +1,4 @@
-// The plain text of what a pasteboard holds.
+// The plain text in a pasteboard's content.
 #pragma once
 
 #include "Platform/Pasteboard.h"
@@ -7,11 +7,11 @@
 
 namespace orvane::PlainText {
 
-/// The types that a text can be had from, the best one first.
+/// Returns the types that a text can be taken from, the best one first.
 QStringList types();
 
-/// The plain flavour exactly as it stands, also when it is empty; else the text of the RTF, or of the HTML
-/// when there is no RTF that can be read. Any thread; slow for large formatted documents.
+/// Returns the plain flavour exactly as it is, even if it is empty; else the text of the RTF, or of the HTML
+/// when there is no readable RTF. Any thread; slow for large formatted documents.
 std::optional<QString> from(const PasteboardContents& contents);
 
 } // namespace orvane::PlainText

@@ -15,7 +15,7 @@ constexpr QSize cellSize = SnapLayoutCellView::box + QSize(2 * orvaRingMargin, 2
 
 QGridLayout* makeGrid(const SnapLayoutGridView::Columns& columns)
 {
-    // A cell's widget reaches beyond what it draws, by the room for its focus ring: what lies between the
+    // A cell's widget is larger than what it draws, by the room for its focus ring, so the space between the
     // widgets is less than between the columns.
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(qRound(columns.width + columns.spacing) - cellSize.width());
@@ -40,7 +40,7 @@ QWidget* makeOrvaWidget(const SnapLayoutGridView& grid)
     int index = 0;
     for (const SnapZone zone : grid.zones) {
         auto* button = new SnapLayoutCellView(zone);
-        // What is chosen may end this view, or set another listener: it runs on a copy.
+        // The callback may end this view, or set another one, so a copy is called.
         QObject::connect(button, &QPushButton::clicked, button, [model = grid.model, zone] {
             const auto choose = model->onSelect;
             if (choose)

@@ -10,7 +10,7 @@ class QWidget;
 
 namespace orvane {
 
-/// Points.
+/// In points.
 struct SnapLayoutGridView {
     struct Columns {
         int count;
@@ -19,7 +19,7 @@ struct SnapLayoutGridView {
     };
 
     std::shared_ptr<SnapLayoutModel> model;
-    /// In reading order. The lower half is left to its shortcut and to the drag.
+    /// In reading order. The lower half is reached by its shortcut and by dragging.
     std::array<SnapZone, 9> zones{
         SnapZone::leftHalf,   SnapZone::rightHalf,   SnapZone::maximize,
         SnapZone::topLeft,    SnapZone::topRight,    SnapZone::center,

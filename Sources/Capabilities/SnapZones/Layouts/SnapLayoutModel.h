@@ -1,4 +1,4 @@
-// What the grid of layouts tells.
+// The events of the grid of layouts.
 #pragma once
 
 #include "Capabilities/SnapZones/Geometry/SnapZone.h"
@@ -10,7 +10,7 @@ namespace orvane {
 
 class SnapLayoutModel : public ObservableObject {
 public:
-    /// A cell was pressed. May be absent.
+    /// Called when a cell was pressed. May be absent.
     std::function<void(SnapZone)> onSelect;
 };
 

@@ -32,7 +32,7 @@ SnapPreviewView::SnapPreviewView(OrvaPanelWindow& panel) : m_panel(panel)
     });
 }
 
-/// What isn't cut away of a window that can't be seen through hides what is behind it.
+/// Where windows can't be transparent, all of the panel that isn't cut away hides what is behind it.
 void SnapPreviewView::cutPanel()
 {
     if (m_panel.translucency().get()) {

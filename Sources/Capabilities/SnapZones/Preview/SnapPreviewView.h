@@ -1,5 +1,5 @@
 // The place that a window is about to take: a tinted pane with a border, or the border alone where windows
-// can't be seen through.
+// can't be transparent.
 #pragma once
 
 #include "OrvaneKit/Panels/OrvaPanelWindow.h"
@@ -8,10 +8,10 @@ namespace orvane {
 
 class SnapPreviewView final : public OrvaThemed<QWidget> {
 public:
-    static constexpr double corner = 10; // points
+    static constexpr double corner = 10; // in points
     static constexpr double borderWidth = 2;
 
-    /// To be the content of `panel`, which it cuts to shape.
+    /// The view becomes the content of `panel` and cuts it to shape.
     explicit SnapPreviewView(OrvaPanelWindow& panel);
 
 protected:
