@@ -144,19 +144,32 @@ protected:
 TEST_F(AwakeDesktopTest, TheStoredSetIsHeldAfterTheStart)
 {
     start(awakeOnLaunch());
-    EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep"))) << heldLocks().toStdString();
+    EXPECT_TRUE(locksBecome(QStringLiteral("idle"))) << heldLocks().toStdString();
 }
 
-TEST_F(AwakeDesktopTest, WithoutTheDisplayOnlySleepIsHeld)
+TEST_F(AwakeDesktopTest, WhileLogindIsStuckItShowsAsleepAndHoldsAsSoonAsItAnswers)
+{
+    {
+        const StuckLogind stuck;
+        start(awakeOnLaunch());
+        ASSERT_TRUE(
+            program().waitForLog(QRegularExpression(QStringLiteral("Failed to create power assertion"))));
+        EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Asleep"); }));
+    }
+    EXPECT_TRUE(locksBecome(QStringLiteral("idle"))) << heldLocks().toStdString();
+    EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Awake"); }));
+}
+
+TEST_F(AwakeDesktopTest, WithoutTheDisplayTheMachineIsHeldAllTheSame)
 {
     start(defaults({{QStringLiteral("awakeOnLaunch"), true}, {QStringLiteral("keepDisplayAwake"), false}}));
-    EXPECT_TRUE(locksBecome(QStringLiteral("sleep"))) << heldLocks().toStdString();
+    EXPECT_TRUE(locksBecome(QStringLiteral("idle"))) << heldLocks().toStdString();
 }
 
 TEST_F(AwakeDesktopTest, AClickOnTheStatusItemTakesItAwayAndAnotherBringsItBack)
 {
     start(awakeOnLaunch());
-    ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    ASSERT_TRUE(locksBecome(QStringLiteral("idle")));
     const TrayItem item = awakeItem();
     EXPECT_EQ(item.title, QStringLiteral("Awake"));
     EXPECT_EQ(item.id, QStringLiteral("net.lindenrow.orvane.awake"));
@@ -164,7 +177,7 @@ TEST_F(AwakeDesktopTest, AClickOnTheStatusItemTakesItAwayAndAnotherBringsItBack)
     EXPECT_TRUE(locksBecome(QString()));
     EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Asleep"); }));
     click(item, Button::left);
-    EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    EXPECT_TRUE(locksBecome(QStringLiteral("idle")));
 }
 
 TEST_F(AwakeDesktopTest, TheMenuOfTheRightClickStartsAPeriodAndMakesItTheDefault)
@@ -184,7 +197,7 @@ TEST_F(AwakeDesktopTest, TheMenuOfTheRightClickStartsAPeriodAndMakesItTheDefault
     EXPECT_TRUE(heldLocks().isEmpty()) << "opening the menu toggles nothing";
 
     ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, *menu, {QStringLiteral("30 minutes")}));
-    EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    EXPECT_TRUE(locksBecome(QStringLiteral("idle")));
     EXPECT_TRUE(eventually(10s, [&] { return stored("defaultDuration") == QStringLiteral("minutes30"); }));
     EXPECT_TRUE(
         program().waitForLog(QRegularExpression(QStringLiteral("Awake on \\(minutes30, display=true\\)"))));
@@ -205,13 +218,13 @@ TEST_F(AwakeDesktopTest, TheMenuOfTheRightClickStartsAPeriodAndMakesItTheDefault
 TEST_F(AwakeDesktopTest, ControlClickOpensTheMenuInsteadOfToggling)
 {
     start(awakeOnLaunch());
-    ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    ASSERT_TRUE(locksBecome(QStringLiteral("idle")));
     const TrayItem item = awakeItem();
     m_hardware.press("Control_L");
     click(item, Button::left);
     EXPECT_TRUE(eventually(10s, [&] { return !m_screen.openMenus().isEmpty(); }));
     m_hardware.release("Control_L");
-    EXPECT_EQ(heldLocks(), QStringLiteral("idle:sleep"));
+    EXPECT_EQ(heldLocks(), QStringLiteral("idle"));
     m_hardware.tap("Escape");
     EXPECT_TRUE(eventually(10s, [&] { return m_screen.openMenus().isEmpty(); }));
     click(item, Button::left);
@@ -233,7 +246,7 @@ TEST_F(AwakeDesktopTest, AwakeSettingsShowsTheHomeWindow)
 TEST_F(AwakeDesktopTest, KillingTheProgramLeavesNothingHeldAndTheNextStartRestoresTheSet)
 {
     start(awakeOnLaunch());
-    ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    ASSERT_TRUE(locksBecome(QStringLiteral("idle")));
     const auto home = program().home();
     QFile file(program().defaultsFile());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -244,7 +257,7 @@ TEST_F(AwakeDesktopTest, KillingTheProgramLeavesNothingHeldAndTheNextStartRestor
     EXPECT_TRUE(locksBecome(QString()));
 
     start(content, home);
-    EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    EXPECT_TRUE(locksBecome(QStringLiteral("idle")));
 }
 
 TEST_F(AwakeDesktopTest, AnEndBySignalRightAfterAChangeLosesNothing)
@@ -272,7 +285,7 @@ TEST_F(AwakeDesktopTest, AnEndBySignalRightAfterAChangeLosesNothing)
 TEST_F(AwakeDesktopTest, AnOrderlyEndReleasesToo)
 {
     start(awakeOnLaunch());
-    ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    ASSERT_TRUE(locksBecome(QStringLiteral("idle")));
     program().signal(SIGTERM);
     const auto exit = program().wait();
     ASSERT_TRUE(exit);
@@ -286,7 +299,7 @@ TEST_F(AwakeDesktopTest, TheScreenSaverStaysOffWhileAwakeAndComesOnOtherwise)
     constexpr auto timeout = 1s;
     ScreenSaver saver;
     start(awakeOnLaunch());
-    ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    ASSERT_TRUE(locksBecome(QStringLiteral("idle")));
     saver.setTimeout(timeout);
     saver.reset();
     // Waits three times as long without any input; the display must not go dark.
@@ -301,7 +314,7 @@ TEST_F(AwakeDesktopTest, TheScreenSaverStaysOffWhileAwakeAndComesOnOtherwise)
 TEST_F(AwakeDesktopTest, WithItsSettingOffThereIsNoStatusItem)
 {
     start(defaults({{QStringLiteral("showMenuBarIcon"), false}, {QStringLiteral("awakeOnLaunch"), true}}));
-    ASSERT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    ASSERT_TRUE(locksBecome(QStringLiteral("idle")));
     EXPECT_TRUE(eventually(10s, [&] { return findItem(QStringLiteral("Orvane")).has_value(); }));
     EXPECT_FALSE(findItem(awakeToolTip).has_value());
 }
@@ -326,7 +339,7 @@ TEST_F(AwakeDesktopTest, TheSuitesMenuShowsAndSwitchesTheState)
                                      QStringLiteral("Quit Orvane")));
     ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, *menu,
                                  {QStringLiteral("Awake"), QStringLiteral("Keep Awake")}));
-    EXPECT_TRUE(locksBecome(QStringLiteral("idle:sleep")));
+    EXPECT_TRUE(locksBecome(QStringLiteral("idle")));
 
     click(*item, Button::left);
     ASSERT_TRUE(eventually(10s, [&] {

@@ -166,7 +166,7 @@ TEST_F(ShortcutsDesktopTest, HeldDownItActsOnceAndOnlyAtTheEnd)
     release({"space", "Alt_L", "Control_L"});
     EXPECT_TRUE(becomesAwake());
     expectOrvaneOpensBy({"Control_L", "Alt_L", "k"});
-    EXPECT_EQ(heldLocks(), QStringLiteral("idle:sleep"));
+    EXPECT_EQ(heldLocks(), QStringLiteral("idle"));
     EXPECT_EQ(timesSwitchedOn(), 1);
 }
 

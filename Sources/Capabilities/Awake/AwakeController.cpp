@@ -4,8 +4,24 @@
 #include "OrvaneCore/Base/Task.h"
 #include "Platform/Platform.h"
 #include "Platform/RunLoop.h"
+#include "Platform/Workspace.h"
+
+#include <algorithm>
 
 namespace orvane {
+
+namespace {
+
+constexpr std::chrono::milliseconds firstRetryPause{1'000};
+constexpr std::chrono::milliseconds longestRetryPause{60'000};
+
+/// True for a failure that may pass. A refusal and a system without the means stay as they are.
+bool mayPass(PowerAssertions::Status status)
+{
+    return status == PowerAssertions::Status::timeout || status == PowerAssertions::Status::error;
+}
+
+} // namespace
 
 std::shared_ptr<AwakeController> AwakeController::make(std::shared_ptr<AwakeSettings> settings, Logger log)
 {
@@ -19,6 +35,12 @@ std::shared_ptr<AwakeController> AwakeController::make(std::shared_ptr<AwakeSett
         if (const auto self = weak.lock())
             self->reapplyAssertionTypeIfNeeded();
     }));
+    // Timers stand still while the machine sleeps.
+    controller->m_wakeObserver = platform().sharedWorkspace.notificationCenter().addObserver(
+        Workspace::didWakeNotification(), [weak](const Notification&) {
+            if (const auto self = weak.lock())
+                self->endIfExpired();
+        });
     return controller;
 }
 
@@ -29,46 +51,80 @@ AwakeController::AwakeController(std::shared_ptr<AwakeSettings> settings, Logger
 
 AwakeController::~AwakeController()
 {
-    releaseAssertion();
+    endPeriod();
 }
 
-PowerAssertions::Result AwakeController::createAssertion() const
+PowerAssertions::Status AwakeController::createAssertion()
 {
     const auto type = m_settings->keepDisplayAwake.get() ? PowerAssertionType::preventUserIdleDisplaySleep
                                                          : PowerAssertionType::preventUserIdleSystemSleep;
-    return platform().powerAssertions.createWithName(type, PowerAssertions::levelOn,
-                                                     QStringLiteral("Orvane Awake"));
+    const PowerAssertions::Result result = platform().powerAssertions.createWithName(
+        type, PowerAssertions::levelOn, QStringLiteral("Orvane Awake"));
+    m_assertionID = result.id;
+    return result.status;
 }
 
 void AwakeController::activate(AwakeDuration duration)
 {
-    releaseAssertion();
-    const PowerAssertions::Result result = createAssertion();
-    if (result.status != PowerAssertions::Status::success) {
-        m_log.error(QStringLiteral("Failed to create power assertion: %1")
-                        .arg(static_cast<std::int32_t>(result.status)));
-        return;
-    }
-    m_assertionID = result.id;
-    isAwake.set(true);
-    if (m_menuBar)
-        m_menuBar->refreshIcon();
-
-    if (const auto length = seconds(duration)) {
-        expiresAt.set(platform().clock.date() + *length);
-        startExpiryTimer(*length);
-    } else {
-        expiresAt.set(std::nullopt);
-    }
-    m_log.info(QStringLiteral("Awake on (%1, display=%2)")
-                   .arg(rawValue(duration), m_settings->keepDisplayAwake.get() ? QStringLiteral("true")
-                                                                               : QStringLiteral("false")));
+    endPeriod();
+    m_retryPause = firstRetryPause;
+    m_period = Period{duration, std::nullopt};
+    if (const auto length = seconds(duration))
+        m_period->end = platform().clock.date() + *length;
+    hold();
 }
 
-void AwakeController::startExpiryTimer(std::chrono::seconds duration)
+/// Brings what is held, and what is shown, to the period that was asked for.
+void AwakeController::hold()
+{
+    const PowerAssertions::Status status = createAssertion();
+    if (status != PowerAssertions::Status::success) {
+        m_log.error(
+            QStringLiteral("Failed to create power assertion: %1").arg(static_cast<std::int32_t>(status)));
+        m_expiryTimer.reset();
+        showState(false);
+        if (mayPass(status))
+            retryLater();
+        return;
+    }
+    m_retryPause = firstRetryPause;
+    showState(true);
+    startExpiryTimer();
+    m_log.info(QStringLiteral("Awake on (%1, display=%2)")
+                   .arg(rawValue(m_period->duration), m_settings->keepDisplayAwake.get()
+                                                          ? QStringLiteral("true")
+                                                          : QStringLiteral("false")));
+}
+
+void AwakeController::showState(bool awake)
+{
+    isAwake.set(awake);
+    if (m_menuBar)
+        m_menuBar->refreshIcon();
+    expiresAt.set(awake && m_period ? m_period->end : std::nullopt);
+}
+
+void AwakeController::retryLater()
 {
     const std::weak_ptr<AwakeController> weak = weak_from_this();
-    m_expiryTimer = platform().mainRunLoop.scheduleTimer(duration, RunLoop::Repeats::no, [weak] {
+    m_retryTimer = platform().mainRunLoop.scheduleTimer(m_retryPause, RunLoop::Repeats::no, [weak] {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        self->endIfExpired();
+        if (self->m_period)
+            self->hold();
+    });
+    m_retryPause = std::min(m_retryPause * 2, longestRetryPause);
+}
+
+void AwakeController::startExpiryTimer()
+{
+    if (!m_period->end)
+        return;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*m_period->end - platform().clock.date());
+    const std::weak_ptr<AwakeController> weak = weak_from_this();
+    m_expiryTimer = platform().mainRunLoop.scheduleTimer(left, RunLoop::Repeats::no, [weak] {
         startTask([weak]() -> Task<> {
             if (const auto self = weak.lock())
                 self->deactivate();
@@ -77,13 +133,20 @@ void AwakeController::startExpiryTimer(std::chrono::seconds duration)
     });
 }
 
+void AwakeController::endIfExpired()
+{
+    if (!m_period || !m_period->end)
+        return;
+    if (platform().clock.date() >= *m_period->end)
+        deactivate();
+    else if (isAwake.get())
+        startExpiryTimer();
+}
+
 void AwakeController::deactivate()
 {
-    releaseAssertion();
-    isAwake.set(false);
-    if (m_menuBar)
-        m_menuBar->refreshIcon();
-    expiresAt.set(std::nullopt);
+    endPeriod();
+    showState(false);
 }
 
 void AwakeController::toggleDefault()
@@ -130,12 +193,20 @@ void AwakeController::reapplyAssertionTypeIfNeeded()
     if (!isAwake.get())
         return;
     releaseHeldAssertion();
-    m_assertionID = createAssertion().id;
+    const PowerAssertions::Status status = createAssertion();
+    if (status == PowerAssertions::Status::success)
+        return;
+    m_expiryTimer.reset();
+    showState(false);
+    if (mayPass(status))
+        retryLater();
 }
 
-void AwakeController::releaseAssertion()
+void AwakeController::endPeriod()
 {
     m_expiryTimer.reset();
+    m_retryTimer.reset();
+    m_period.reset();
     releaseHeldAssertion();
 }
 

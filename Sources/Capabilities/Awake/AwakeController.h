@@ -1,4 +1,7 @@
 // Holds the one power assertion, for a chosen time or until turned off. Main thread.
+//
+// The observed state is what is held, not what was asked for: it is awake exactly while there is an
+// assertion. An assertion that failed for a reason that may pass is asked for again, in growing pauses.
 #pragma once
 
 #include "Capabilities/Awake/AwakeDuration.h"
@@ -6,6 +9,7 @@
 #include "OrvaneCore/Base/Log.h"
 #include "OrvaneCore/Base/Observable.h"
 #include "Platform/Clock.h"
+#include "Platform/NotificationCenter.h"
 #include "Platform/PowerAssertions.h"
 
 #include <memory>
@@ -25,8 +29,8 @@ public:
 
     const std::shared_ptr<AwakeSettings>& settings() const { return m_settings; }
 
-    /// Starts a new period; one that runs ends first. A refused assertion is logged, and the observed
-    /// state stays what it was.
+    /// Starts a new period; one that runs ends first. While no assertion can be had, the failure is logged
+    /// and the state is asleep.
     void activate(AwakeDuration duration);
     /// For the duration of the settings.
     void activateDefault();
@@ -46,15 +50,28 @@ private:
 
     void refreshMenuBar();
     void reapplyAssertionTypeIfNeeded();
-    void releaseAssertion();
+    void endPeriod();
     void releaseHeldAssertion();
-    PowerAssertions::Result createAssertion() const;
-    void startExpiryTimer(std::chrono::seconds duration);
+    PowerAssertions::Status createAssertion();
+    void hold();
+    void showState(bool awake);
+    void retryLater();
+    void startExpiryTimer();
+    void endIfExpired();
 
     std::shared_ptr<AwakeSettings> m_settings;
     Logger m_log;
     PowerAssertionID m_assertionID = 0;
+    /// What was asked for last, whether it could be held or not.
+    struct Period {
+        AwakeDuration duration;
+        std::optional<Clock::Date> end;
+    };
+    std::optional<Period> m_period;
     std::unique_ptr<Timer> m_expiryTimer;
+    std::unique_ptr<Timer> m_retryTimer;
+    std::chrono::milliseconds m_retryPause{0};
+    std::unique_ptr<NotificationCenter::Token> m_wakeObserver;
     std::unique_ptr<AwakeMenuBar> m_menuBar;
     bool m_active = false;
     Cancellables m_cancellables;

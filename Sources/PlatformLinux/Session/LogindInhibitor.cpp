@@ -42,6 +42,8 @@ LogindInhibitor::Result LogindInhibitor::create(const QString& what, const QStri
     const QDBusReply<QDBusUnixFileDescriptor> reply = bus.call(call, QDBus::Block, longestWaitMs);
     if (!reply.isValid())
         return {statusOf(reply.error()), nullptr, reply.error().message()};
+    if (!reply.value().isValid())
+        return {PowerAssertions::Status::error, nullptr, QStringLiteral("it gave no lock")};
     return {PowerAssertions::Status::success,
             std::unique_ptr<LogindInhibitor>(new LogindInhibitor(reply.value())),
             {}};

@@ -20,7 +20,7 @@ public:
     };
 
     /// `what` is a list of lock types with colons between them. Waits for the answer for at most 0.4 s.
-    static Result create(const QString& what, const QString& who, const QString& why);
+    [[nodiscard]] static Result create(const QString& what, const QString& who, const QString& why);
 
 private:
     explicit LogindInhibitor(const QDBusUnixFileDescriptor& lock) : m_lock(lock) {}

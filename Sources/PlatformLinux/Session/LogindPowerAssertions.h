@@ -1,8 +1,8 @@
 // Power assertions on this desktop.
 //
-// The machine is held awake by a blocking inhibitor of logind ("sleep", and "idle" with the display); the
-// display by suspending the X server's screen saver and, where the desktop offers it, by
-// org.freedesktop.ScreenSaver. Each of them ends with this process.
+// The machine is held awake by a blocking "idle" inhibitor of logind and by those of the desktop's own power
+// managers, the display by suspending the X server's screen saver and by org.freedesktop.ScreenSaver. None of
+// them holds back a suspend that the user asks for. Each of them ends with this process.
 #pragma once
 
 #include "Platform/PowerAssertions.h"

@@ -1,13 +1,6 @@
 #include "PlatformLinux/Session/ScreenSaverInhibitor.h"
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QGuiApplication>
-
-#include <optional>
 
 #include <X11/Xlib.h>
 #include <X11/extensions/scrnsaver.h>
@@ -15,14 +8,6 @@
 namespace orvane {
 
 namespace {
-
-const QString serviceName = QStringLiteral("org.freedesktop.ScreenSaver");
-
-QDBusMessage serviceCall(const QString& method)
-{
-    return QDBusMessage::createMethodCall(serviceName, QStringLiteral("/org/freedesktop/ScreenSaver"),
-                                          serviceName, method);
-}
 
 /// The server counts suspensions by connection, so each of ours has to be undone once.
 bool suspendServer(bool suspend)
@@ -41,63 +26,14 @@ bool suspendServer(bool suspend)
 
 } // namespace
 
-/// The service's answer may come after the inhibitor has ended; then it is taken back at once.
-struct ScreenSaverInhibitor::ServiceCookie {
-    std::optional<uint> cookie;
-    bool ended = false;
-
-    void release()
-    {
-        ended = true;
-        if (!cookie)
-            return;
-        QDBusMessage call = serviceCall(QStringLiteral("UnInhibit"));
-        call << *cookie;
-        QDBusConnection::sessionBus().send(call);
-        cookie.reset();
-    }
-};
-
-std::unique_ptr<ScreenSaverInhibitor> ScreenSaverInhibitor::create(const QString& applicationName,
-                                                                   const QString& reason)
+std::unique_ptr<ScreenSaverInhibitor> ScreenSaverInhibitor::create()
 {
-    std::unique_ptr<ScreenSaverInhibitor> inhibitor(new ScreenSaverInhibitor);
-    inhibitor->m_suspendedServer = suspendServer(true);
-    inhibitor->m_service = askService(applicationName, reason);
-    if (!inhibitor->m_suspendedServer && !inhibitor->m_service)
-        return nullptr;
-    return inhibitor;
+    return suspendServer(true) ? std::unique_ptr<ScreenSaverInhibitor>(new ScreenSaverInhibitor) : nullptr;
 }
 
 ScreenSaverInhibitor::~ScreenSaverInhibitor()
 {
-    if (m_suspendedServer)
-        suspendServer(false);
-    if (m_service)
-        m_service->release();
-}
-
-std::shared_ptr<ScreenSaverInhibitor::ServiceCookie>
-ScreenSaverInhibitor::askService(const QString& applicationName, const QString& reason)
-{
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
-        return nullptr;
-    auto state = std::make_shared<ServiceCookie>();
-    QDBusMessage call = serviceCall(QStringLiteral("Inhibit"));
-    call.setAutoStartService(false);
-    call << applicationName << reason;
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call));
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [state, watcher] {
-        const QDBusPendingReply<uint> reply = *watcher;
-        watcher->deleteLater();
-        if (reply.isError())
-            return; // this desktop has no such service
-        state->cookie = reply.value();
-        if (state->ended)
-            state->release();
-    });
-    return state;
+    suspendServer(false);
 }
 
 } // namespace orvane

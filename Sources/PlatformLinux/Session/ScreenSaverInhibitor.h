@@ -1,7 +1,5 @@
-// Keeps the display from blanking; its end lets it blank again. Main thread.
+// Suspends the X server's screen saver, and DPMS with it; its end lets the display blank again. Main thread.
 #pragma once
-
-#include <QString>
 
 #include <memory>
 
@@ -9,21 +7,14 @@ namespace orvane {
 
 class ScreenSaverInhibitor {
 public:
-    /// Null where there is neither an X server with a screen saver nor a session bus.
-    static std::unique_ptr<ScreenSaverInhibitor> create(const QString& applicationName,
-                                                        const QString& reason);
+    /// Null where there is no X server with a screen saver.
+    [[nodiscard]] static std::unique_ptr<ScreenSaverInhibitor> create();
     ~ScreenSaverInhibitor();
     ScreenSaverInhibitor(const ScreenSaverInhibitor&) = delete;
     ScreenSaverInhibitor& operator=(const ScreenSaverInhibitor&) = delete;
 
 private:
-    struct ServiceCookie;
-
     ScreenSaverInhibitor() = default;
-    static std::shared_ptr<ServiceCookie> askService(const QString& applicationName, const QString& reason);
-
-    bool m_suspendedServer = false;
-    std::shared_ptr<ServiceCookie> m_service;
 };
 
 } // namespace orvane

@@ -2,7 +2,12 @@
 
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusReply>
+
+#include <csignal>
+#include <stdexcept>
 
 namespace orvane::tests {
 
@@ -28,6 +33,21 @@ std::optional<QList<Inhibitor>> inhibitors()
     }
     list.endArray();
     return held;
+}
+
+StuckLogind::StuckLogind()
+{
+    const QDBusReply<uint> process =
+        QDBusConnection::systemBus().interface()->servicePid(QStringLiteral("org.freedesktop.login1"));
+    if (!process.isValid())
+        throw std::runtime_error("Nobody answers for logind");
+    m_process = static_cast<pid_t>(process.value());
+    ::kill(m_process, SIGSTOP);
+}
+
+StuckLogind::~StuckLogind()
+{
+    ::kill(m_process, SIGCONT);
 }
 
 } // namespace orvane::tests

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+#include <sys/types.h>
+
 namespace orvane::tests {
 
 struct Inhibitor {
@@ -19,5 +21,18 @@ struct Inhibitor {
 
 /// Returns those that are held now; nothing when nobody answers for logind on the system bus.
 [[nodiscard]] std::optional<QList<Inhibitor>> inhibitors();
+
+/// Holds up whoever answers for logind, so that every question to it runs into its time limit, until the end
+/// of the object. Throws std::runtime_error when nobody does.
+class StuckLogind {
+public:
+    StuckLogind();
+    ~StuckLogind();
+    StuckLogind(const StuckLogind&) = delete;
+    StuckLogind& operator=(const StuckLogind&) = delete;
+
+private:
+    pid_t m_process;
+};
 
 } // namespace orvane::tests

@@ -61,7 +61,7 @@ QString ShellDesktopTest::heldLocks()
 
 bool ShellDesktopTest::becomesAwake()
 {
-    return eventually(10s, [] { return heldLocks() == QStringLiteral("idle:sleep"); });
+    return eventually(10s, [] { return heldLocks() == QStringLiteral("idle"); });
 }
 
 bool ShellDesktopTest::becomesAsleep()

@@ -191,28 +191,87 @@ TEST_F(AwakeTest, ATimedPeriodEndedByHandLeavesNoTimer)
     EXPECT_TRUE(controller().isAwake.get());
 }
 
-TEST_F(AwakeTest, ARefusedAssertionLeavesAsleepAndIsLogged)
+TEST_F(AwakeTest, AnAssertionThatNothingCanHoldLeavesAsleepAndIsLogged)
 {
-    refuseAssertions();
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::unsupported;
     controller().activate(AwakeDuration::hours1);
     EXPECT_FALSE(controller().isAwake.get());
     EXPECT_EQ(controller().expiresAt.get(), std::nullopt);
     EXPECT_EQ(fake.runLoop.timerCount(), 0u);
     EXPECT_EQ(fake.log.entries().back(),
               (FakeLogSink::Entry{LogLevel::error, QStringLiteral("net.lindenrow.orvane"), awakeID,
-                                  QStringLiteral("Failed to create power assertion: -536870212")}));
+                                  QStringLiteral("Failed to create power assertion: -536870201")}));
 }
 
-TEST_F(AwakeTest, ARefusalDuringAPeriodKeepsTheShownStateWithNothingHeld)
+TEST_F(AwakeTest, AFailureDuringAPeriodShowsThatNothingIsHeld)
 {
     controller().activate(AwakeDuration::hours1);
-    const auto end = controller().expiresAt.get();
     refuseAssertions();
     controller().activate(AwakeDuration::hours4);
-    EXPECT_TRUE(controller().isAwake.get());
-    EXPECT_EQ(controller().expiresAt.get(), end);
+    EXPECT_FALSE(controller().isAwake.get());
+    EXPECT_EQ(controller().expiresAt.get(), std::nullopt);
     EXPECT_TRUE(held().empty());
+}
+
+TEST_F(AwakeTest, AFailureThatPassesIsMadeUpAndThePeriodEndsWhenItWasToEnd)
+{
+    refuseAssertions();
+    const Clock::Date start = fake.clock.date();
+    controller().activate(AwakeDuration::minutes30);
+    EXPECT_FALSE(controller().isAwake.get());
+    fake.runLoop.advance(1s);
+    EXPECT_EQ(fake.powerAssertions.creations, 2);
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    fake.runLoop.advance(2s);
+    EXPECT_TRUE(controller().isAwake.get());
+    EXPECT_EQ(controller().expiresAt.get(), start + 30min);
+    fake.runLoop.advance(30min - 3s);
+    EXPECT_FALSE(controller().isAwake.get());
     EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+}
+
+TEST_F(AwakeTest, RetriesGrowFarApartAndEndWithThePeriod)
+{
+    refuseAssertions();
+    controller().activate(AwakeDuration::minutes30);
+    fake.runLoop.advance(10min);
+    EXPECT_EQ(fake.runLoop.timerIntervals(), std::vector<std::chrono::milliseconds>{60s});
+    fake.runLoop.advance(21min);
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+}
+
+TEST_F(AwakeTest, TurningItOffEndsTheRetries)
+{
+    refuseAssertions();
+    controller().activate(AwakeDuration::indefinite);
+    EXPECT_EQ(fake.runLoop.timerCount(), 1u);
+    controller().deactivate();
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    fake.runLoop.advance(1h);
+    EXPECT_FALSE(controller().isAwake.get());
+}
+
+TEST_F(AwakeTest, APeriodThatEndsDuringASuspendEndsAtTheWake)
+{
+    controller().activate(AwakeDuration::minutes30);
+    fake.clock.advance(2h); // the run loop's timers stand still
+    EXPECT_TRUE(controller().isAwake.get());
+    fake.workspace.notificationCenter().post(Workspace::didWakeNotification());
+    EXPECT_FALSE(controller().isAwake.get());
+    EXPECT_TRUE(held().empty());
+}
+
+TEST_F(AwakeTest, APeriodThatOutlastsASuspendEndsAtItsTime)
+{
+    const Clock::Date start = fake.clock.date();
+    controller().activate(AwakeDuration::hours1);
+    fake.clock.advance(40min);
+    fake.workspace.notificationCenter().post(Workspace::didWakeNotification());
+    EXPECT_TRUE(controller().isAwake.get());
+    EXPECT_EQ(controller().expiresAt.get(), start + 1h);
+    fake.runLoop.advance(20min);
+    EXPECT_FALSE(controller().isAwake.get());
 }
 
 TEST_F(AwakeTest, ToggleUsesTheDefaultDuration)
@@ -252,18 +311,20 @@ TEST_F(AwakeTest, AChangedKindWhileAsleepTouchesNothing)
     EXPECT_EQ(fake.powerAssertions.creations, 0);
 }
 
-TEST_F(AwakeTest, ARefusalOfTheChangedKindIsSilentAndTheStateStaysAwake)
+TEST_F(AwakeTest, AFailureOfTheChangedKindShowsAsleepUntilItIsMadeUp)
 {
     controller().activate(AwakeDuration::hours1);
-    const auto logged = fake.log.entries().size();
+    const auto end = controller().expiresAt.get();
     refuseAssertions();
     settings->keepDisplayAwake.set(false);
-    EXPECT_TRUE(controller().isAwake.get());
+    EXPECT_FALSE(controller().isAwake.get());
     EXPECT_TRUE(held().empty());
-    EXPECT_EQ(fake.log.entries().size(), logged);
-    const auto releases = fake.powerAssertions.releases.size();
-    controller().deactivate();
-    EXPECT_EQ(fake.powerAssertions.releases.size(), releases) << "no assertion, nothing to release";
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    fake.runLoop.advance(1s);
+    EXPECT_EQ(held(), std::vector{systemHold});
+    EXPECT_EQ(controller().expiresAt.get(), end);
+    fake.runLoop.advance(59min + 59s);
+    EXPECT_FALSE(controller().isAwake.get());
 }
 
 TEST_F(AwakeTest, MakingAControllerNeitherHoldsNorShowsAnything)
