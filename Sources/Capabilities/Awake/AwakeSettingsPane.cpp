@@ -15,7 +15,7 @@ Binding<bool> isAwake(const Controller& controller)
                 [controller](bool on) { on ? controller->activateDefault() : controller->deactivate(); });
 }
 
-/// Each change of the state ends with one of `expiresAt`.
+/// Each change of the state ends with a change of `expiresAt`.
 Live<QString> statusLine(const Controller& controller)
 {
     return live(controller, &AwakeController::expiresAt, [controller](const auto& expiresAt) {

@@ -1,4 +1,4 @@
-// What a person reads about how long the machine stays awake. Pure.
+// The texts about how long the machine stays awake. Pure.
 #pragma once
 
 #include "Platform/Clock.h"
@@ -10,7 +10,7 @@
 
 namespace orvane::AwakeStatus {
 
-/// The time of day in the locale's short style.
+/// Returns the status line, with the time of day in the locale's short style.
 QString footnote(bool isAwake, std::optional<Clock::Date> expiresAt, const QLocale& locale,
                  const QTimeZone& timeZone);
 

@@ -7,11 +7,11 @@ namespace orvane::KeyboardShortcuts {
 
 namespace {
 
-/// Nothing for a fraction, for what exceeds 64 bits, and for what is no number.
+/// Nothing for a fraction, for a number beyond 64 bits, and for a value that isn't a number.
 std::optional<std::int64_t> integer(const QJsonValue& value)
 {
     const qint64 number = value.toInteger(0);
-    // The fallback is taken for all of these; it is told from a true value by another one.
+    // All of these give the fallback; a second fallback tells it from a real value.
     return number == value.toInteger(1) ? std::optional<std::int64_t>(number) : std::nullopt;
 }
 

@@ -11,7 +11,7 @@ namespace orvane::KeyboardShortcuts {
 
 [[nodiscard]] QString encode(const Shortcut& shortcut);
 
-/// Reads a JSON object with whole numbers of 64 bits under both names, in any order, whatever else it holds.
+/// Reads a JSON object with whole numbers of 64 bits under both names, in any order, with any other members.
 /// Nothing for any other text.
 [[nodiscard]] std::optional<Shortcut> decode(const QString& text);
 

@@ -15,7 +15,7 @@
 namespace orvane {
 
 /// One case of an enum. `rawValue` is ASCII and never changes, because files hold it; an enum whose cases
-/// nobody reads has no titles.
+/// aren't shown has no titles.
 template <class Enum>
 struct EnumName {
     Enum value;
@@ -51,7 +51,7 @@ template <NamedEnum Enum>
     return enumNames(value).at(static_cast<std::size_t>(value)).title.toString();
 }
 
-/// Nothing for an unknown name; case counts.
+/// Returns nothing for an unknown name; case counts.
 template <NamedEnum Enum>
 [[nodiscard]] std::optional<Enum> fromRawValue(QStringView raw)
 {
@@ -62,7 +62,7 @@ template <NamedEnum Enum>
     return std::nullopt;
 }
 
-/// The cases in their order.
+/// Returns the cases in their order.
 template <NamedEnum Enum>
 [[nodiscard]] constexpr auto allCases()
 {
@@ -73,7 +73,7 @@ template <NamedEnum Enum>
     return cases;
 }
 
-/// Whether each case stands at its own place of the table; for a static_assert beside it.
+/// True if each case stands at its own place of the table; for a static_assert beside it.
 template <NamedEnum Enum>
 [[nodiscard]] constexpr bool isInOrder()
 {

@@ -31,7 +31,7 @@ void detail::hand(const Executor& executor, std::function<void()> work,
               &runLoop = platform().mainRunLoop]() mutable {
         work();
         work = nullptr;
-        // This thread keeps no hold of the coroutine, which belongs to the main thread.
+        // This thread holds no reference to the coroutine, which belongs to the main thread.
         runLoop.perform([continuation = std::move(continuation)] { continuation->resume(); });
     });
 }

@@ -29,7 +29,7 @@ void logTaskFault(const std::exception_ptr& error) noexcept
     } catch (const std::exception& known) {
         text = QString::fromUtf8(known.what());
     } catch (...) {
-        // It has no text.
+        // The error has no text.
     }
     Log::make(QStringLiteral("Task")).fault(QStringLiteral("A task ended with an error: %1").arg(text));
 }

@@ -15,7 +15,7 @@ using Task = QCoro::Task<T>;
 /// The body's captures live until the task has ended. An error that leaves it is logged as a fault.
 void startTask(std::function<Task<>()> body);
 
-/// Logs the error of a task that nobody waits for.
+/// Logs the error of a task whose end nobody awaits.
 void logTaskFault(const std::exception_ptr& error) noexcept;
 
 } // namespace orvane

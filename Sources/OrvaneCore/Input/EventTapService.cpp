@@ -105,7 +105,7 @@ void EventTapService::rebuildTap()
     updateWatchdog();
 }
 
-/// Behind the other one: listeners see what the subscribers make of an event.
+/// This tap comes after the other one: listeners see events as the subscribers have changed them.
 void EventTapService::rebuildListenOnlyTap()
 {
     teardown(m_listenOnlyPort);
@@ -195,7 +195,7 @@ EventTapDecision EventTapService::listenOnlyCallback(EventType type, Event& even
         service->reenableIfNeeded();
         return EventTapDecision::pass;
     }
-    const auto snapshot = service->m_listeners; // a listener may change the list while it is walked
+    const auto snapshot = service->m_listeners; // a listener may change the list during the loop
     for (const auto& listener : *snapshot)
         listener->hear(type, event);
     return EventTapDecision::pass;

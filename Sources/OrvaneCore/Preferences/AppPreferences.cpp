@@ -15,7 +15,7 @@ const QString showMenuBarItemKey = QStringLiteral("app.showMenuBarItem");
 constexpr bool showDockIconDefault = false;
 constexpr bool showMenuBarItemDefault = true;
 
-/// A stored value of any type but a truth value or a number counts as absent. A damaged file must not hide
+/// A stored value that is neither a truth value nor a number counts as absent. A damaged file must not hide
 /// the program.
 bool storedFlag(const DefaultsStore& defaults, const QString& key, bool defaultValue)
 {

@@ -12,7 +12,8 @@
 
 namespace orvane {
 
-/// What `transform` makes of a property's present value: `live(settings, &LampSettings::watts, inWords)`.
+/// Shows the result of `transform` for a property's present value: `live(settings, &LampSettings::watts,
+/// inWords)`.
 template <class Owner, class Property, class Transform>
 [[nodiscard]] auto live(const std::shared_ptr<Owner>& owner, Property Owner::*member, Transform transform)
 {
@@ -21,7 +22,7 @@ template <class Owner, class Property, class Transform>
     return Live<Result>([property, transform] { return transform(property->get()); }, {property});
 }
 
-/// A property that is shown as it is and set by `set`.
+/// Shows a property as it is and sets it by `set`.
 template <class Owner, class Property, class Set>
 [[nodiscard]] auto bind(const std::shared_ptr<Owner>& owner, Property Owner::*member, Set set)
 {
@@ -30,7 +31,7 @@ template <class Owner, class Property, class Set>
     return Binding<T>([property] { return property->get(); }, std::move(set), {property});
 }
 
-/// An enum's property by the names of its cases; an unknown name isn't set.
+/// Binds an enum's property by the names of its cases; an unknown name isn't set.
 template <class Owner, class Property>
 [[nodiscard]] Binding<QString> bindName(const std::shared_ptr<Owner>& owner, Property Owner::*member)
 {
@@ -44,7 +45,7 @@ template <class Owner, class Property>
                             {property});
 }
 
-/// The cases of an enum as choices.
+/// Returns the cases of an enum as choices.
 template <NamedEnum Enum>
 [[nodiscard]] QList<OrvaPickerOption> options()
 {
@@ -61,7 +62,7 @@ using PropertyValue = std::remove_cvref_t<decltype((std::declval<Owner&>().*std:
 
 } // namespace detail
 
-/// A section with a heading of symbol and title.
+/// Makes a section with a heading of symbol and title.
 [[nodiscard]] inline OrvaSection section(const QString& title, const QString& systemImage,
                                          const QList<AnyView>& rows,
                                          const std::optional<Live<QString>>& footnote = std::nullopt)
@@ -93,13 +94,13 @@ template <class Owner, class Property>
     return OrvaRadioGroup{label, bindName(owner, choice), options<Enum>()};
 }
 
-/// A slider that moves freely; its value is shown whole, cut off, with a unit behind it: "12 pt".
+/// Makes a slider that moves freely; its value is shown cut to a whole number, followed by a unit: "12 pt".
 template <class Owner, class Property>
 [[nodiscard]] OrvaSliderRow sliderRow(const std::shared_ptr<Owner>& owner, Property Owner::*value,
                                       const QString& title, OrvaSliderRow::Range range, const QString& unit)
 {
     const auto inWords = [unit](double number) {
-        // The sum makes no "-0" of a small negative number.
+        // Adding 0 makes 0 of the "-0" that a small negative number gives.
         return QStringLiteral("%1 %2").arg(std::trunc(number) + 0.0, 0, 'f', 0).arg(unit);
     };
     return OrvaSliderRow{

@@ -21,7 +21,7 @@ namespace {
 constexpr int maximumLinks = 40; // the kernel's own limit
 constexpr int creationAttempts = 16;
 
-/// 16 random hexadecimal digits, for names that must not meet.
+/// Returns 16 random hexadecimal digits, for names that must differ.
 QString randomNameSuffix()
 {
     return QStringLiteral("%1").arg(QRandomGenerator::system()->generate64(), 16, 16, QLatin1Char('0'));

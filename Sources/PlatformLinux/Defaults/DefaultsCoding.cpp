@@ -70,7 +70,7 @@ std::optional<QJsonValue> toJson(const QVariant& value, int depth)
     }
 }
 
-/// The bytes, when the object is the form in which they are stored.
+/// Returns the bytes, if the object is the form in which they are stored.
 std::optional<QByteArray> bytesFrom(const QJsonObject& object)
 {
     if (object.size() != 1 || !object.value(dataTag).isString())

@@ -18,15 +18,15 @@ constexpr qsizetype maximumBytes = qsizetype{8} * 1024 * 1024;
 /// The number of lists and maps within one another in one value that is still stored.
 constexpr int maximumDepth = 200;
 
-/// Nothing for a type that a file can't keep, for NaN and the infinities, and for nesting beyond
+/// Returns nothing for a type that a file can't keep, for NaN and the infinities, and for nesting beyond
 /// maximumDepth.
 [[nodiscard]] std::optional<QJsonValue> toJson(const QVariant& value);
 
-/// A null is an invalid variant.
+/// A null gives an invalid variant.
 [[nodiscard]] QVariant fromJson(const QJsonValue& value);
 
 struct Parsed {
-    /// Nothing when the text isn't one whole JSON object.
+    /// Absent when the text isn't one whole JSON object.
     std::optional<QJsonObject> values;
     /// The reason for the refusal, for the log.
     QString problem;

@@ -42,7 +42,7 @@ DefaultsFile::Reading invalid(const QString& problem)
     return {Content::invalid, {}, problem};
 }
 
-/// 0, or the errno. Stops beyond the size at which parsing refuses the text.
+/// Returns 0, or the errno. Stops beyond the size at which parsing refuses the text.
 int readAll(const FileDescriptor& file, QByteArray& text)
 {
     char buffer[65536];
@@ -83,8 +83,9 @@ int renameWithoutReplacing(const QByteArray& from, const QByteArray& to)
     return ::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
 }
 
-/// The lock on the folder, which ends with the descriptor. Nothing while another process has it. A folder
-/// that may not be opened, or whose file system knows no locks, gives an empty descriptor or an unlocked one.
+/// Returns the lock on the folder, which ends with the descriptor. Nothing while another process has it. A
+/// folder that may not be opened, or whose file system has no locks, gives an empty descriptor or an unlocked
+/// one.
 std::optional<FileDescriptor> lockFolder(const QString& path, DefaultsFile::Turn turn)
 {
     FileDescriptor folder(::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -182,7 +183,7 @@ DefaultsFile::Result DefaultsFile::mergeInTurn(const Changes& changes, const QJs
     try {
         write(result.values);
     } catch (const std::system_error& error) {
-        // The name of what was set aside has to reach the log.
+        // The name of the file that was set aside has to reach the log.
         auto failed = failure(error);
         failed.setAsideAs = result.setAsideAs;
         return failed;
@@ -216,8 +217,8 @@ void DefaultsFile::write(const QJsonObject& values) const
     file.commit();
 }
 
-/// Renames what is there, a link itself. Answers the new path, never one that was taken, or an empty one when
-/// that can't be done.
+/// Renames what is there, or a link itself. Returns the new path, never one that was taken, or an empty one
+/// when that can't be done.
 QString DefaultsFile::setAside() const
 {
     const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"));

@@ -94,7 +94,7 @@ void JsonDefaultsStore::set(const QString& key, const QVariant& value)
     writeWithin(m_pace.gathering);
 }
 
-/// Under the lock.
+/// To be called with the lock held.
 void JsonDefaultsStore::writeWithin(std::chrono::milliseconds delay)
 {
     const auto due = Clock::now() + delay;
@@ -110,7 +110,7 @@ void JsonDefaultsStore::writeWithin(std::chrono::milliseconds delay)
 void JsonDefaultsStore::startWriter()
 {
     if (m_writer.joinable())
-        m_writer.join(); // it has nothing left to do but to end
+        m_writer.join(); // the thread has nothing left to do but to end
     try {
         m_writerRuns = true;
         m_writer = std::thread([this] { runWriter(); });
@@ -131,20 +131,20 @@ void JsonDefaultsStore::runWriter()
     m_writerRuns = false;
 }
 
-/// True when it is time to write, false when the thread isn't needed any more.
+/// Returns true when it is time to write, false when the thread isn't needed any more.
 bool JsonDefaultsStore::awaitWork(Lock& lock)
 {
     const auto hasWork = [this] { return m_due != Clock::time_point::max(); };
     if (!m_wake.wait_for(lock, m_pace.lingering, [&] { return hasWork() || m_isEnding; }))
         return false;
     while (hasWork() && !m_isEnding && Clock::now() < m_due) {
-        const auto due = m_due; // it moves while this waits
+        const auto due = m_due; // the time may change during the wait
         m_wake.wait_until(lock, due);
     }
     return hasWork();
 }
 
-/// Lets go of the lock while it uses the disk.
+/// Releases the lock while it uses the disk.
 Outcome JsonDefaultsStore::writeOnce(Lock& lock)
 {
     m_due = Clock::time_point::max();
@@ -189,12 +189,12 @@ void JsonDefaultsStore::planNext(Outcome outcome, Lock& lock)
         m_due = Clock::time_point::max();
         return;
     }
-    // A change that came meanwhile isn't held up.
+    // A change that came meanwhile isn't delayed.
     m_due = std::min(m_due, Clock::now() + m_pause);
     m_pause *= 2;
 }
 
-/// Takes over what others wrote to the file. Values that were set here keep their types.
+/// Takes over the changes of other processes in the file. Values that were set here keep their types.
 void JsonDefaultsStore::adopt(const QJsonObject& values)
 {
     for (auto it = values.begin(); it != values.end(); ++it) {

@@ -1,5 +1,5 @@
-// The motions of keys that the program itself makes on the user's own keyboards, so that whoever listens to
-// these can tell them from the user's. Any thread.
+// The motions of keys that the program itself makes on the user's own keyboards, so that a listener can tell
+// them from the user's. Any thread.
 #pragma once
 
 #include "PlatformLinux/X11/InputConnection.h"
@@ -13,21 +13,21 @@ namespace orvane {
 
 class FakedMotions {
 public:
-    /// Whether somebody listens. With nobody there nothing is remembered.
+    /// Says if there is a listener. Without one nothing is kept.
     void setHeard(bool isHeard)
     {
         const std::scoped_lock lock(m_mutex);
         m_isHeard = isHeard;
         m_motions.clear();
     }
-    /// Before the motion is made.
+    /// To be called before the motion is made.
     void note(DeviceId device, std::uint8_t key, KeyMotion motion)
     {
         const std::scoped_lock lock(m_mutex);
         if (m_isHeard)
             m_motions.push_back({device, key, motion});
     }
-    /// Whether a motion that was heard is one of them. Each counts once.
+    /// True if a motion that was heard is one of them. Each counts once.
     bool take(DeviceId device, std::uint8_t key, KeyMotion motion)
     {
         const std::scoped_lock lock(m_mutex);

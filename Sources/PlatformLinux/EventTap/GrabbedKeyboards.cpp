@@ -148,7 +148,7 @@ void GrabbedKeyboards::restoreHeldKeys(const KeySet& modifiers, const KeySet& he
                 keys.lift(key);
                 keys.putBack(key);
             } else if (down.test(key) && heldBack.test(key)) {
-                m_connection.releaseOn(keyboard.id, key); // a listener has seen its press, and hears this too
+                m_connection.releaseOn(keyboard.id, key); // a listener has seen its press, and sees this too
             }
         }
     }

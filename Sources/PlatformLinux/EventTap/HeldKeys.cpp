@@ -25,7 +25,7 @@ Event HeldKeys::observe(HardwareKey hardware, std::uint64_t timestamp)
     return event;
 }
 
-/// The lock sets in with the press; the press that finds it set ends it with its release.
+/// The lock begins with the press; the press that finds it set ends it with its release.
 void HeldKeys::observeCapsLock(KeyMotion motion)
 {
     if (motion == KeyMotion::press) {

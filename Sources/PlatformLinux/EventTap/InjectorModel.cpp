@@ -86,7 +86,7 @@ void InjectorModel::released(const Passage& passage, CommandKeys command, KeyAct
         }
         return;
     }
-    // Even when a tap consumed the release: the press went through, and nothing may stay down.
+    // This holds even when a tap consumed the release: the press went through, and nothing may stay down.
     if (m_down.test(target) && !standsForAHeldKey(target))
         release(target, actions);
     endBorrowing(actions);

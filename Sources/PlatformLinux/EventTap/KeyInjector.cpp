@@ -74,7 +74,7 @@ void KeyInjector::inject(const Event& answer, EventTapDecision decision)
     perform(actions);
 }
 
-/// What Caps Lock has become by an injection, only the server knows.
+/// Only the server knows the state of Caps Lock after an injection.
 void KeyInjector::afterCapsLock()
 {
     if (m_model.roles().roleOf(m_passage.hardware.key) == ModifierRole::capsLock)

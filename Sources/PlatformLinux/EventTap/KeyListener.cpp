@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long the X server may take to let the listener in; the main thread waits for it.
+/// The time that the X server may take to open the connection; the main thread waits for it.
 constexpr auto longestOpening = 1s;
 constexpr std::uint8_t lockModifier = 1 << 1;
 
@@ -52,7 +52,7 @@ KeyListener::KeyListener(std::unique_ptr<InputConnection> connection, LogSink& l
 {
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { read(); });
     m_faked.setHeard(true);
-    // Before anything is asked: what changes from now on comes as an event.
+    // This comes before any question: changes from now on come as events.
     XLink& link = m_connection->link();
     m_keys =
         link.selectInput(m_connection->root(), XCB_INPUT_DEVICE_ALL_MASTER,
@@ -142,7 +142,7 @@ void KeyListener::readKey(const xcb_input_raw_key_press_event_t& event)
         return;
     if (m_faked.take(event.sourceid, static_cast<std::uint8_t>(event.detail), motion))
         return;
-    if (!m_keyboards.has(event.sourceid)) // news of it is still on its way
+    if (!m_keyboards.has(event.sourceid)) // the announcement of the keyboard is still on its way
         m_keyboards.add(event.sourceid, {});
     if (const auto key = m_keyboards.motion(event.sourceid, event.detail, motion))
         hear(*key);

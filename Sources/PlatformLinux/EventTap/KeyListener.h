@@ -1,6 +1,6 @@
-// Hears the keys of the user's keyboards without taking anything from anybody: by raw events, which come even
-// while another client has grabbed the keyboard. What is pressed on the XTEST keyboard isn't heard, and
-// repeats aren't: the server makes no raw events of them. Main thread.
+// Listens to the keys of the user's keyboards without taking them from other programs: by raw events, which
+// come even while another client has grabbed the keyboard. Keys of the XTEST keyboard aren't reported, and
+// neither are repeats: the server makes no raw events of them. Main thread.
 #pragma once
 
 #include "Platform/Event.h"
@@ -24,7 +24,7 @@ class KeyListener : public std::enable_shared_from_this<KeyListener> {
 public:
     struct Handlers {
         std::function<void(const Event&)> hear;
-        /// The X server is gone; called once, in a turn of the event loop.
+        /// Called once, in a turn of the event loop, when the X server is gone.
         std::function<void()> lost;
     };
     /// Null when it can't begin; the log says why. Round trips.
@@ -33,9 +33,9 @@ public:
     KeyListener(const KeyListener&) = delete;
     KeyListener& operator=(const KeyListener&) = delete;
 
-    /// The keyboards are grabbed: nothing more will be heard but what is on its way.
+    /// To be called when the keyboards are grabbed: only events that are on their way still come.
     void stopHearing();
-    /// After stopHearing(): tells of all that came before. Round trip.
+    /// After stopHearing(): reports all events from before it. Round trip.
     void finish();
 
 private:

@@ -1,4 +1,4 @@
-// The X server's news about keyboards: those that come and go, and how they are set.
+// The X server's announcements about keyboards: those that come and go, and their settings.
 #pragma once
 
 #include "PlatformLinux/X11/InputConnection.h"
@@ -9,9 +9,9 @@
 
 namespace orvane {
 
-/// Asks to hear of a new layout, repeat rate or state of the locks.
+/// Asks for announcements of a new layout, repeat rate or state of the locks.
 void selectKeyboardSettings(InputConnection& connection);
-/// The devices that can give no more keys since an event of the hierarchy.
+/// Returns the devices that give no more keys after an event of the hierarchy.
 std::vector<DeviceId> devicesGone(const xcb_input_hierarchy_event_t& event);
 
 } // namespace orvane

@@ -1,6 +1,6 @@
-// Keys that the user holds and that are lifted from their own keyboards, for as long as a posted chord takes
-// or to count anew, and then put back; unless the user has let go of them meanwhile, or they would be down
-// for ever. Only for keyboards that aren't grabbed, and where no other events are waited for. One thread at a
+// Keys that the user holds and that are lifted from their own keyboards, while a posted chord is pressed or
+// to count anew, and then put back; unless the user has released them meanwhile, or they would stay down for
+// ever. Only for keyboards that aren't grabbed, and where no other events are waited for. One thread at a
 // time.
 #pragma once
 
@@ -16,7 +16,7 @@ namespace orvane {
 
 class LiftedKeys {
 public:
-    /// What is done to the keyboards is noted in `faked`, where there is somebody who listens to them.
+    /// The motions made on the keyboards are noted in `faked`, if there is a listener to them.
     explicit LiftedKeys(InputConnection& connection, FakedMotions* faked = nullptr)
         : m_connection(connection), m_faked(faked)
     {
@@ -26,8 +26,8 @@ public:
     void lift(std::uint8_t key);
     /// Round trips.
     void putBack(std::uint8_t key);
-    /// An event of the connection, which has to come here if it isn't read here.
-    /// False when it is none of theirs.
+    /// Takes an event of the connection; to be called if the connection's events are read elsewhere. False
+    /// when it isn't one of theirs.
     bool take(const xcb_generic_event_t& event);
 
 private:

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 /// The shortest turn that the kernel grants.
 constexpr std::chrono::nanoseconds shortestTurn = 100us;
-/// For the kernel this means its own length.
+/// The kernel takes this for its own default.
 constexpr std::chrono::nanoseconds usualTurn = 0ns;
 
 /// The kernel's `sched_attr` in its first form. Its own header can't be included beside the C library's.
@@ -31,7 +31,7 @@ struct Attributes {
 };
 constexpr std::uint64_t resetOnFork = 1;
 
-/// The scheduler serves first the thread whose turn would be over first, so a short turn begins soon.
+/// The scheduler prefers the thread whose turn would end first, so a short turn begins soon.
 void setTurn(std::chrono::nanoseconds length)
 {
     constexpr int thisThread = 0;

@@ -19,7 +19,7 @@ bool TapEventReader::grabKeyboards(FakedMotions& faked, TapGuardian& guardian)
 {
     m_guardian = &guardian;
     selectKeyboardSettings(m_connection);
-    // A click ends a modifier's being alone.
+    // Listens to buttons: after a click a held modifier isn't a lone one any more.
     m_buttons = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL_MASTER,
                                                 XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
     m_keyboards = std::make_unique<GrabbedKeyboards>(m_connection, faked);
@@ -54,7 +54,7 @@ bool TapEventReader::readNext()
     const std::uint8_t type = event->response_type & 0x7F;
     const bool isInput =
         type == XCB_GE_GENERIC && as<xcb_ge_generic_event_t>(*event).extension == m_connection.xinputOpcode();
-    // Before anything is waited for: the guardian counts the time.
+    // This comes before any wait: the guardian measures the time.
     if (isInput && m_guardian)
         m_guardian->noteTaken(as<xcb_ge_generic_event_t>(*event));
     m_injector.awaitAnswer();
@@ -118,7 +118,7 @@ void TapEventReader::readKeyboardSettings(std::uint8_t kind)
         return;
     }
     m_injector.followLayout();
-    // At once, and not only when they are let go: after a crash nobody would do it.
+    // Done at once, and not only when they are let go: after a crash it would not be done.
     if (m_keyboards)
         m_keyboards->followKeymap();
 }

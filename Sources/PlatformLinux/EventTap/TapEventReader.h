@@ -1,5 +1,5 @@
-// Reads what the X server tells the tap's thread: keys of the grabbed keyboards, which go to the injector,
-// and what changes about keyboards and pointers. The tap's thread alone.
+// Reads the X server's events for the tap's thread: keys of the grabbed keyboards, which go to the injector,
+// and changes of keyboards and pointers. Used by the tap's thread alone.
 #pragma once
 
 #include "Platform/LogSink.h"
@@ -24,15 +24,15 @@ public:
     {
     }
 
-    /// Takes the keyboards and hears of all that belongs to them. False when none can be had; the log says
-    /// why. Round trips.
+    /// Grabs the keyboards and asks for the events that concern them. False when none can be had; the log
+    /// says why. Round trips.
     [[nodiscard]] bool grabKeyboards(FakedMotions& faked, TapGuardian& guardian);
-    /// Lets the keyboards go. What they did before can still be read.
+    /// Lets the keyboards go. Their earlier events can still be read.
     void letGo();
-    /// After letGo() and after the last key was injected.
+    /// To be called after letGo() and after the last key was injected.
     void restoreHeldKeys(const KeyInjector::Held& held);
 
-    /// Reads the next event and deals with it, after the answer that is awaited. False when there is none.
+    /// Reads and handles the next event, after the answer that is awaited. False when there is none.
     bool readNext();
 
 private:

@@ -66,7 +66,8 @@ std::optional<TapMailbox::Request> TapMailbox::take()
 {
     if (auto request = takeOffered())
         return request;
-    // Only now, or each key would wait for it; and what was offered just before is still to be found.
+    // It is cleared only here, or each key would wait for it; an event that was offered just before is still
+    // found.
     m_toMain.clear();
     return takeOffered();
 }
@@ -88,7 +89,7 @@ void TapMailbox::answer(std::uint64_t ticket, const Event& event, EventTapDecisi
     m_inject(event, decision);
     m_state = State::answered;
     const bool tapWaits = m_tapWaits;
-    lock.unlock(); // the thread that wakes would run into the lock
+    lock.unlock(); // the woken thread would block on the lock
     if (tapWaits)
         m_toTap.raise();
 }

@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Events are posted in bursts; a connection for each would be waste.
+/// Events are posted in bursts, which share one connection.
 constexpr auto postingIdleTime = 2s;
 
 } // namespace
@@ -20,14 +20,14 @@ constexpr auto postingIdleTime = 2s;
 void TapSource::NotifierDeleter::operator()(QSocketNotifier* notifier) const
 {
     notifier->setEnabled(false);
-    notifier->deleteLater(); // this may be its own signal
+    notifier->deleteLater(); // the call may come from its own signal
 }
 
 TapSource::TapSource(LogSink& log, std::function<CommandKeys()> commandKeys, Handlers handlers)
     : m_log(log), m_commandKeys(std::move(commandKeys)), m_handlers(std::move(handlers))
 {
-    // The main thread presses keys, and the guardian or the server may have cut the connection just before:
-    // that is an error to be noticed, and by default the end of the process.
+    // The main thread presses keys, and the guardian or the server may have ended the connection just before.
+    // That is an error to be noticed, but by default it would end the process.
     std::signal(SIGPIPE, SIG_IGN);
     m_postingEnd.setSingleShot(true);
     m_postingEnd.setInterval(postingIdleTime);
@@ -66,14 +66,14 @@ bool TapSource::have(Need need)
     case Need::nothing:
         return true;
     case Need::listening:
-        // The thread serves those who listen too, until it is tidied away.
+        // The thread serves those that listen too, until it is stopped.
         return isTapping() || startListener();
     case Need::filtering:
         break;
     }
     if (isTapping())
         return true;
-    stopThread(); // one that posts: what was posted goes out before
+    stopThread(); // a thread for posting: what was posted goes out before it ends
     if (!startThread(TapThread::Purpose::tap))
         return false;
     if (m_listener && !m_listenerIsEnding) {
@@ -104,7 +104,7 @@ void TapSource::stopThread()
     m_shortTurns.reset();
     if (!m_thread)
         return;
-    // Its place is empty before it is stopped: whatever is called meanwhile finds no thread.
+    // The member is cleared before the thread is stopped: code that is called meanwhile finds no thread.
     const auto thread = std::move(m_thread);
     const std::vector<Event> unseen = thread->stop();
     m_unseen.insert(m_unseen.end(), unseen.begin(), unseen.end());
@@ -126,7 +126,7 @@ bool TapSource::startListener()
     return m_listener != nullptr;
 }
 
-/// The keys from before the grab come before those that the thread offers.
+/// Reports the keys from before the grab ahead of those that the thread offers.
 void TapSource::finishListener()
 {
     if (!std::exchange(m_listenerIsEnding, false))
@@ -136,8 +136,8 @@ void TapSource::finishListener()
         listener->finish();
 }
 
-/// A tap is often taken away to be made anew at once: its source stays between the two, so no key that is
-/// held then is torn in half.
+/// A tap is often removed to be made anew at once: its source stays between the two, so a key that is held
+/// then isn't interrupted.
 void TapSource::tidySoon()
 {
     if (std::exchange(m_willTidy, true))
@@ -168,7 +168,7 @@ void TapSource::noticeEnding()
         return;
     const TapThread::Ending ending = m_thread->ending();
     stopThread();
-    tidySoon(); // which tells what was unseen
+    tidySoon(); // this reports what was unseen
     m_handlers.threadEnded(ending);
 }
 
@@ -209,7 +209,7 @@ void TapSource::press(const Event& event)
     if (!m_thread && !startThread(TapThread::Purpose::posting))
         return;
     m_postingEnd.start();
-    (void)m_thread->post(event); // if it has ended since, the server is gone, and nobody gets any key
+    (void)m_thread->post(event); // if it has ended since, the server is gone, and no program gets any key
 }
 
 } // namespace orvane

@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How long the X server may take to let the tap in.
+/// The time that the X server may take to open the tap's connection.
 constexpr auto longestOpening = 2s;
 
 } // namespace
@@ -121,7 +121,7 @@ void TapThread::work()
         injectPosts();
         noticeLateness();
         if (hasRead && m_injector->isAwaited() && m_reason == Ending::none && !m_isStopping) {
-            wait(); // at once, for the main thread may need this processor; the descriptor tells of more
+            wait(); // at once, since the main thread may need this processor; the descriptor announces more
             continue;
         }
         if (hasRead)

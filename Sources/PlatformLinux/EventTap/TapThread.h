@@ -1,6 +1,6 @@
-// The thread between the user's keyboards and the applications. It grabs the keyboards, waits for what the
-// X server and the main thread tell, has a TapEventReader read keys and a KeyInjector lead them on, and lets
-// all go in the end. Made, used and ended by the main thread.
+// The thread between the user's keyboards and the applications. It grabs the keyboards, waits for events of
+// the X server and messages of the main thread, has a TapEventReader read keys and a KeyInjector lead them
+// on, and lets everything go at the end. Made, used and ended by the main thread.
 #pragma once
 
 #include "Platform/LogSink.h"
@@ -50,8 +50,8 @@ public:
     /// Presses this event after those before it. False when the thread has ended.
     [[nodiscard]] bool post(const Event& event);
 
-    /// Lets everything go, after what was posted. Gives the events of the mask that went on without being
-    /// shown to the main thread, in order.
+    /// Lets everything go after pressing what was posted. Returns in order the events of the mask that went
+    /// on without being shown to the main thread.
     std::vector<Event> stop();
 
 private:
@@ -83,7 +83,7 @@ private:
     std::vector<Event> m_posts;
     bool m_takesPosts = true;
 
-    // Used by the thread alone, but for what an injection needs.
+    // Used by the thread alone, except what an injection needs.
     std::vector<Event> m_postsAtHand;
     std::unique_ptr<InputConnection> m_connection;
     std::unique_ptr<KeyInjector> m_injector;

@@ -32,7 +32,7 @@ void XInputEventTap::updateOrDisable()
     if (m_taps.update())
         return;
     m_isEnabled = false;
-    m_taps.update(); // those that only listen need less
+    m_taps.update(); // taps that only listen need less
 }
 
 bool XInputEventTap::isEnabled() const

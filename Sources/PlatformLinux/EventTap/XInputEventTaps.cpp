@@ -59,7 +59,7 @@ std::unique_ptr<EventTap> XInputEventTaps::tapCreate(Location location, Placemen
         return nullptr;
     }
     noticeEnding();
-    // Whether the server allows it shows when it is tried.
+    // Trying shows whether the server allows it.
     if (!m_source.canHave(needOf(options)))
         return nullptr;
     auto tap = std::make_unique<XInputEventTap>(*this, location, options, eventsOfInterest & supportedEvents,

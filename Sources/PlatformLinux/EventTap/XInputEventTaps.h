@@ -1,5 +1,5 @@
-// Event taps on X11: the chain of taps that each event passes. Where the events come from is TapSource's
-// business. Keys only: mouse events have no tap yet. Main thread.
+// Event taps on X11: the chain of taps that each event passes. TapSource provides the events. Keys only:
+// mouse events have no tap yet. Main thread.
 #pragma once
 
 #include "Platform/EventTaps.h"
@@ -38,7 +38,7 @@ private:
 
     void insert(XInputEventTap* tap, Placement placement);
     void remove(XInputEventTap* tap);
-    /// A tap began or ceased to want events. False when what the taps need can't be had.
+    /// To be called when a tap begins or ceases to want events. False when what the taps need can't be had.
     bool update();
     void noticeEnding() { m_source.noticeEnding(); }
 

@@ -21,7 +21,7 @@ using orvane::InputConnection;
 using orvane::KeySet;
 using orvane::KeyWatch;
 
-/// Another client may hold the server for a while; nobody waits for this process.
+/// Another client may hold the server for a while; nothing waits for this process.
 constexpr std::chrono::seconds longestOpening(60);
 
 enum class Farewell { goodbye, death, standstill, serverLost };
