@@ -17,7 +17,6 @@ namespace {
 
 using KeyboardShortcuts::getShortcut;
 using KeyboardShortcuts::isPaused;
-using KeyboardShortcuts::Key;
 using KeyboardShortcuts::Name;
 using KeyboardShortcuts::RecorderAlertPanel;
 using KeyboardShortcuts::RecorderCocoa;

@@ -22,8 +22,8 @@ using Manner = SelectionOwner::Manner;
 
 QByteArray entry(const QByteArray& number, const QByteArray& text)
 {
-    return "{\"id\":\"00000000-0000-0000-0000-" + number.rightJustified(12, '0') +
-           "\",\"kind\":\"text\",\"text\":\"" + text + "\",\"date\":700000000.5,\"pinned\":false}";
+    return R"({"id":"00000000-0000-0000-0000-)" + number.rightJustified(12, '0') +
+           R"(","kind":"text","text":")" + text + R"(","date":700000000.5,"pinned":false})";
 }
 
 /// Two entries, as an earlier run may have left them.
@@ -126,8 +126,8 @@ TEST_F(ClipboardFaultsDesktopTest, AFileOf50MegabytesIsReadWhole)
 
 TEST_F(ClipboardFaultsDesktopTest, HostileStringsAreTextsLikeOthers)
 {
-    const QByteArray json = "[" + entry("1", "\\u0000\\u202e<b>\\ud83d\\ude00</b>") + "," +
-                            entry("2", "../../etc/passwd") + "," + entry("3", "%s%n {\\\"a\\\":1}") + "]";
+    const QByteArray json = "[" + entry("1", R"(\u0000\u202e<b>\ud83d\ude00</b>)") + "," +
+                            entry("2", "../../etc/passwd") + "," + entry("3", R"(%s%n {\"a\":1})") + "]";
     startWith(json);
     copy(QStringLiteral("afterwards"));
     const QStringList entries = storedEntries();

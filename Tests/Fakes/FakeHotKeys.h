@@ -16,6 +16,8 @@ public:
     struct Combination {
         std::uint32_t keyCode = 0;
         std::uint32_t modifiers = 0;
+        // The check takes the 0 of the comparison for a pointer.
+        // NOLINTNEXTLINE(modernize-use-nullptr)
         friend auto operator<=>(const Combination&, const Combination&) = default;
     };
     struct Registered {

@@ -15,7 +15,6 @@
 #include "OrvaneCore/Capability/ControllerService.h"
 
 #include <memory>
-#include <ranges>
 #include <vector>
 
 namespace orvane {
@@ -41,9 +40,9 @@ public:
     /// Stops the services, last started first. The controller stays: its pane does, too.
     Task<> deactivate() override
     {
-        for (const std::shared_ptr<BackgroundService>& service : m_services | std::views::reverse) {
-            if (service->isRunning())
-                service->stop();
+        for (auto service = m_services.rbegin(); service != m_services.rend(); ++service) {
+            if ((*service)->isRunning())
+                (*service)->stop();
         }
         m_services.clear();
         co_return;

@@ -54,7 +54,7 @@ private:
         void operator()(xcb_connection_t* connection) const;
     };
     void collect(std::uint32_t parent, QList<ScreenWindow>& found) const;
-    [[nodiscard]] std::optional<ScreenWindow> describe(std::uint32_t window, std::uint32_t parent) const;
+    [[nodiscard]] std::optional<ScreenWindow> describe(std::uint32_t id, std::uint32_t parent) const;
 
     std::unique_ptr<xcb_connection_t, Closer> m_connection;
     std::uint32_t m_root = 0;

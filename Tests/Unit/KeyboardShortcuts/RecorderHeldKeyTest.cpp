@@ -6,9 +6,7 @@ namespace {
 
 using namespace orvane;
 using namespace orvane::tests;
-using KeyboardShortcuts::getShortcut;
 using KeyboardShortcuts::isPaused;
-using KeyboardShortcuts::Shortcut;
 
 namespace flag = orvane::eventFlag;
 

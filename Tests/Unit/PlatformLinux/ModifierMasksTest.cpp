@@ -15,7 +15,7 @@ namespace {
 using namespace carbonModifier;
 using ::testing::UnorderedElementsAre;
 
-constexpr std::uint8_t firstKey = 8, keyAlt = 8, keySuper = 9, keyNum = 10, keyMeta = 11, keyHyper = 12;
+constexpr std::uint8_t firstKey = 8, keyAlt = 8, keySuper = 9, keyNum = 10, keyMeta = 11;
 
 /// Returns masks of keys with one symbol each, and one key for each modifier.
 ModifierMasks masks(std::array<std::uint8_t, 8> modifierKeys,
