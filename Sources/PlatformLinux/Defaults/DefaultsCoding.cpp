@@ -96,7 +96,7 @@ QVariant fromJson(const QJsonValue& value)
     case QJsonValue::Array: {
         QVariantList list;
         const QJsonArray array = value.toArray();
-        for (const QJsonValue& item : array)
+        for (const QJsonValue item : array)
             list.append(fromJson(item));
         return list;
     }
