@@ -12,7 +12,8 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 add_library(orvane_options INTERFACE)
 target_compile_options(orvane_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion
-  -Wno-sign-conversion -Werror -fno-omit-frame-pointer)
+  -Wno-sign-conversion -Werror -fno-omit-frame-pointer
+  $<$<NOT:$<CONFIG:Debug>>:-ffunction-sections>) # for the linker to put those of the start together
 target_compile_definitions(orvane_options INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_USE_QSTRINGBUILDER
   ORVANE_VERSION="${PROJECT_VERSION}")
