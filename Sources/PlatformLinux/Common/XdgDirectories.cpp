@@ -50,7 +50,10 @@ XdgDirectories XdgDirectories::from(const QProcessEnvironment& environment, cons
 
 XdgDirectories XdgDirectories::ofThisProcess()
 {
-    return from(QProcessEnvironment::systemEnvironment(), homeOfAccount());
+    const QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // The user database may be on the network, so it is asked only when the environment names no home.
+    const bool hasHome = absolutePath(environment.value(QStringLiteral("HOME"))).has_value();
+    return from(environment, hasHome ? QString() : homeOfAccount());
 }
 
 } // namespace orvane

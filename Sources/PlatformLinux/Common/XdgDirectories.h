@@ -17,7 +17,7 @@ struct XdgDirectories {
     /// `accountHome` is the home for an environment that names none; it may be empty.
     static XdgDirectories from(const QProcessEnvironment& environment, const QString& accountHome);
 
-    /// Reads this process's environment, and the account's home from the user database.
+    /// Reads this process's environment, and where that names no home, the account's from the user database.
     static XdgDirectories ofThisProcess();
 };
 

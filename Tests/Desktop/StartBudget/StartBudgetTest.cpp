@@ -18,7 +18,7 @@ namespace {
 // What the shell itself takes beyond the bare program, with little room. No number of features that are off
 // may take more: raise one of these only for something that every user has from it.
 constexpr int furtherFilesMapped = 8;  // the program's own libraries of the X protocol, and QCoro
-constexpr int furtherFilesOpened = 24; // those, the settings, the account's home
+constexpr int furtherFilesOpened = 16; // those, the settings and their folder, a bus
 constexpr int furtherThreads = 1;      // one of the pool's
 constexpr double relocationsOfBare = 1.18;
 constexpr double writtenOfBare = 1.25;
@@ -94,6 +94,9 @@ TEST_F(StartBudget, WritesToLittleMemory)
 
 TEST_F(StartBudget, KeepsLittleOfItsOwnFileInMemory)
 {
+#ifndef NDEBUG
+    GTEST_SKIP() << "Only optimized builds put the functions of the start together";
+#endif
     ASSERT_GT(ours.ownFile, 0);
     EXPECT_TRUE(holds("kilobytes of its own file in memory", static_cast<double>(ours.ownFile),
                       kilobytesOfOwnFile, static_cast<double>(bare.ownFile)))
