@@ -26,12 +26,12 @@ public:
     class Body {
     public:
         virtual ~Body() = default;
-        virtual bool isEqual(const Body& other) const = 0;
+        [[nodiscard]] virtual bool isEqual(const Body& other) const = 0;
     };
 
     explicit AXUIElement(std::shared_ptr<Body> body) : m_body(std::move(body)) {}
 
-    Body& body() const { return *m_body; }
+    [[nodiscard]] Body& body() const { return *m_body; }
 
     friend bool operator==(const AXUIElement& one, const AXUIElement& other)
     {

@@ -31,16 +31,16 @@ public:
     /// The delegate must outlive the application's run.
     virtual void setDelegate(ApplicationDelegate* delegate) = 0;
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
-    virtual ActivationPolicy activationPolicy() const = 0;
+    [[nodiscard]] virtual ActivationPolicy activationPolicy() const = 0;
     /// Brings the program's windows to the front and makes one of them active, whichever program the user is
     /// working with. Meant for what the user has just asked for.
     virtual void activateIgnoringOtherApps() = 0;
     /// Sets the menu bar, whose items are the menus; the desktop decides where it is seen. Its key
     /// equivalents work in every window of the program. Null takes it away.
     virtual void setMainMenu(std::shared_ptr<Menu> menu) = 0;
-    virtual std::shared_ptr<const Menu> mainMenu() const = 0;
+    [[nodiscard]] virtual std::shared_ptr<const Menu> mainMenu() const = 0;
     /// Returns the modifiers of the key equivalent that the pressed ones choose in this desktop's menus.
-    virtual EventFlags keyEquivalentModifiers(EventFlags pressed) const = 0;
+    [[nodiscard]] virtual EventFlags keyEquivalentModifiers(EventFlags pressed) const = 0;
     /// Sets the menu that lists the program's windows; the platform keeps the list behind the items that the
     /// menu has.
     virtual void setWindowsMenu(std::shared_ptr<Menu> menu) = 0;

@@ -13,11 +13,11 @@ class Bundle {
 public:
     virtual ~Bundle() = default;
 
-    virtual std::optional<QString> identifier() const = 0;
+    [[nodiscard]] virtual std::optional<QString> identifier() const = 0;
     /// A value of the info dictionary, "CFBundleShortVersionString" among them; invalid when absent.
-    virtual QVariant infoValue(const QString& key) const = 0;
+    [[nodiscard]] virtual QVariant infoValue(const QString& key) const = 0;
     /// Absolute path of the file that has to be opened to start the program again.
-    virtual QString path() const = 0;
+    [[nodiscard]] virtual QString path() const = 0;
 };
 
 } // namespace orvane

@@ -13,8 +13,8 @@ public:
     using Uptime = std::chrono::nanoseconds;
 
     virtual ~Clock() = default;
-    virtual Uptime uptime() const = 0;
-    virtual Date date() const = 0;
+    [[nodiscard]] virtual Uptime uptime() const = 0;
+    [[nodiscard]] virtual Date date() const = 0;
 };
 
 } // namespace orvane

@@ -52,7 +52,7 @@ struct Event {
     /// Nanoseconds of the uptime clock.
     std::uint64_t timestamp = 0;
 
-    std::int64_t integerValueField(EventField field) const
+    [[nodiscard]] std::int64_t integerValueField(EventField field) const
     {
         switch (field) {
         case EventField::keyboardEventAutorepeat:

@@ -52,9 +52,9 @@ public:
 
     /// Returns where the pointer is, in the space of `Screens`; during a monitor's call, where it was at that
     /// event.
-    virtual Point mouseLocation() const = 0;
+    [[nodiscard]] virtual Point mouseLocation() const = 0;
     /// Returns the modifiers that are held, whichever program has the keyboard.
-    virtual EventFlags modifierFlags() const = 0;
+    [[nodiscard]] virtual EventFlags modifierFlags() const = 0;
 };
 
 } // namespace orvane

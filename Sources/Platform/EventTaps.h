@@ -26,7 +26,7 @@ public:
     virtual void addToMainRunLoop() = 0;
     virtual void removeFromMainRunLoop() = 0;
     virtual void enable(bool enabled) = 0;
-    virtual bool isEnabled() const = 0;
+    [[nodiscard]] virtual bool isEnabled() const = 0;
     /// Ends the tap for good; a tap that was invalidated can't be enabled again.
     virtual void invalidate() = 0;
 };

@@ -11,7 +11,7 @@ public:
 
     /// Absolute paths of the user's application support folders, the preferred one first. They need not
     /// exist yet. Empty when the user has no home at all.
-    virtual QStringList applicationSupportDirectories() const = 0;
+    [[nodiscard]] virtual QStringList applicationSupportDirectories() const = 0;
 };
 
 } // namespace orvane

@@ -20,17 +20,17 @@ struct Rect {
     Point origin;
     Size size;
 
-    double minX() const { return origin.x; }
-    double minY() const { return origin.y; }
-    double midX() const { return origin.x + size.width * 0.5; }
-    double midY() const { return origin.y + size.height * 0.5; }
-    double maxX() const { return origin.x + size.width; }
-    double maxY() const { return origin.y + size.height; }
-    double width() const { return size.width; }
-    double height() const { return size.height; }
+    [[nodiscard]] double minX() const { return origin.x; }
+    [[nodiscard]] double minY() const { return origin.y; }
+    [[nodiscard]] double midX() const { return origin.x + size.width * 0.5; }
+    [[nodiscard]] double midY() const { return origin.y + size.height * 0.5; }
+    [[nodiscard]] double maxX() const { return origin.x + size.width; }
+    [[nodiscard]] double maxY() const { return origin.y + size.height; }
+    [[nodiscard]] double width() const { return size.width; }
+    [[nodiscard]] double height() const { return size.height; }
 
     /// A point on one of the edges of greatest x and y is outside.
-    bool contains(Point point) const
+    [[nodiscard]] bool contains(Point point) const
     {
         return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();
     }

@@ -15,7 +15,7 @@ public:
     virtual ~KeyboardLayout() = default;
     /// Returns the text to show for a key without modifiers, at most four UTF-16 units; a dead key gives its
     /// accent. Nothing for a key that prints nothing.
-    virtual std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const = 0;
+    [[nodiscard]] virtual std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const = 0;
 };
 
 class InputSources {

@@ -9,7 +9,7 @@ public:
 
     virtual ~LoginItem() = default;
 
-    virtual Status status() const = 0;
+    [[nodiscard]] virtual Status status() const = 0;
     /// Both throw PlatformError; after a failure the status is what it was.
     virtual void registerItem() = 0;
     virtual void unregisterItem() = 0;

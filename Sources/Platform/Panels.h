@@ -20,7 +20,7 @@ public:
 
     /// True if a transparent part of a window shows what is behind it. The answer is a kept one; nobody is
     /// asked.
-    virtual bool isCompositing() const = 0;
+    [[nodiscard]] virtual bool isCompositing() const = 0;
 
     /// Puts the window, from its next showing on, on all desktops, above windows that fill the screen, and in
     /// no task bar and no pager. It holds for one showing.

@@ -39,8 +39,8 @@ struct PasteboardContents {
     /// All files, in order, when `pasteboardType::fileURL` was asked for.
     QList<QUrl> fileURLs = {};
 
-    std::optional<QString> stringForType(const QString& type) const;
-    std::optional<QByteArray> dataForType(const QString& type) const;
+    [[nodiscard]] std::optional<QString> stringForType(const QString& type) const;
+    [[nodiscard]] std::optional<QByteArray> dataForType(const QString& type) const;
 };
 
 /// The bytes of a PNG file.
@@ -63,7 +63,7 @@ public:
 
     /// A number that changes with each copy of any program. To ask costs the reading of an integer. A program
     /// that ends, and whose content goes with it, doesn't change it.
-    virtual int changeCount() const = 0;
+    [[nodiscard]] virtual int changeCount() const = 0;
 
     /// Asks for the types that are present and the data of those in `types`. Completes once, in a later turn
     /// of the run loop, with what is newest then; the completion may end its own read. Content that this

@@ -17,7 +17,7 @@ public:
     {
     }
 
-    Kind kind() const { return m_kind; }
+    [[nodiscard]] Kind kind() const { return m_kind; }
 
 private:
     Kind m_kind;

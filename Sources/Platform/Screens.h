@@ -44,15 +44,15 @@ public:
 
     /// Returns the displays, the primary one first. They are kept, so a call costs the copying of a list.
     /// Empty while there is no display.
-    virtual QList<Screen> screens() const = 0;
+    [[nodiscard]] virtual QList<Screen> screens() const = 0;
     /// Returns the display that has the window with the keyboard's focus; the primary one when no window has
     /// it.
-    virtual std::optional<Screen> mainScreen() const = 0;
+    [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
 
     /// Converts between `frame` and the place of a window of this program that covers it, in the coordinates
     /// of the user interface toolkit.
-    virtual QRectF windowGeometry(const Rect& frame) const = 0;
-    virtual Rect frameOfWindow(const QRectF& geometry) const = 0;
+    [[nodiscard]] virtual QRectF windowGeometry(const Rect& frame) const = 0;
+    [[nodiscard]] virtual Rect frameOfWindow(const QRectF& geometry) const = 0;
 };
 
 } // namespace orvane
