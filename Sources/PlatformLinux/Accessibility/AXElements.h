@@ -19,7 +19,7 @@ struct AXBody : AXUIElement::Body {
     {
     }
 
-    bool isEqual(const Body& other) const override
+    [[nodiscard]] bool isEqual(const Body& other) const override
     {
         const auto& body = static_cast<const AXBody&>(other);
         return kind == body.kind && program == body.program && window == body.window;

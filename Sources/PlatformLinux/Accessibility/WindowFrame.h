@@ -15,9 +15,9 @@ struct PixelEdges {
     int right = 0;
     int bottom = 0;
 
-    int width() const { return right - left; }
-    int height() const { return bottom - top; }
-    Rect rect() const;
+    [[nodiscard]] int width() const { return right - left; }
+    [[nodiscard]] int height() const { return bottom - top; }
+    [[nodiscard]] Rect rect() const;
     friend bool operator==(const PixelEdges&, const PixelEdges&) = default;
 };
 
@@ -28,8 +28,8 @@ struct PixelMargins {
     int right = 0;
     int bottom = 0;
 
-    int width() const { return left + right; }
-    int height() const { return top + bottom; }
+    [[nodiscard]] int width() const { return left + right; }
+    [[nodiscard]] int height() const { return top + bottom; }
     friend bool operator==(const PixelMargins&, const PixelMargins&) = default;
 };
 

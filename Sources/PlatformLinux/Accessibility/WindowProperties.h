@@ -39,7 +39,7 @@ public:
     SizeHints() = default;
     explicit SizeHints(const PropertyNumbers& numbers);
 
-    Gravity gravity() const { return m_gravity; }
+    [[nodiscard]] Gravity gravity() const { return m_gravity; }
 
     struct PixelSize {
         int width = 0;
@@ -47,7 +47,7 @@ public:
         friend bool operator==(const PixelSize&, const PixelSize&) = default;
     };
     /// The greatest allowed size that is no greater; when even the least allowed one is, that.
-    PixelSize nearest(PixelSize size) const;
+    [[nodiscard]] PixelSize nearest(PixelSize size) const;
 
 private:
     struct Range {
@@ -55,7 +55,7 @@ private:
         int greatest = 0x7FFF;
         int base = 0;
         int step = 1;
-        int nearest(int value) const;
+        [[nodiscard]] int nearest(int value) const;
     };
 
     Range m_width;

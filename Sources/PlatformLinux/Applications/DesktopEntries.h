@@ -60,9 +60,9 @@ private:
     struct Seen;
     void readDirectory(const QString& directory, const QString& idPrefix, Seen& seen);
     void readFile(const QString& path, const QString& id);
-    bool isForMenus(const DesktopEntry& file) const;
+    [[nodiscard]] bool isForMenus(const DesktopEntry& file) const;
     static bool isPartOfDesktop(const DesktopEntry& file);
-    QString localized(const DesktopEntry& file, const QString& key) const;
+    [[nodiscard]] QString localized(const DesktopEntry& file, const QString& key) const;
 
     Surroundings m_surroundings;
     QList<Entry> m_entries;

@@ -30,7 +30,7 @@ public:
     void commit();
 
     /// The path of the file itself, with links followed.
-    const QString& path() const { return m_path; }
+    [[nodiscard]] const QString& path() const { return m_path; }
 
     static void replace(const QString& path, const QByteArray& bytes, Readers readers);
 

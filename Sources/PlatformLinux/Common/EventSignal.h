@@ -19,7 +19,7 @@ public:
     }
 
     /// The descriptor is readable after raise() until the next clear().
-    int descriptor() const { return m_descriptor.get(); }
+    [[nodiscard]] int descriptor() const { return m_descriptor.get(); }
 
     void raise()
     {

@@ -22,7 +22,7 @@ public:
         return *this;
     }
 
-    int get() const { return m_descriptor; }
+    [[nodiscard]] int get() const { return m_descriptor; }
     explicit operator bool() const { return m_descriptor >= 0; }
 
     void reset()

@@ -44,7 +44,7 @@ public:
 
     explicit DefaultsFile(QString path) : m_path(std::move(path)) {}
 
-    const QString& path() const { return m_path; }
+    [[nodiscard]] const QString& path() const { return m_path; }
 
     /// A file that isn't there, or a link to none, is missing. Never blocks on what isn't a plain file.
     [[nodiscard]] Reading read() const;
@@ -59,7 +59,7 @@ private:
     Result mergeInTurn(const Changes& changes, const QJsonObject& known);
     void removeLeftovers();
     void write(const QJsonObject& values) const;
-    QString setAside() const;
+    [[nodiscard]] QString setAside() const;
 
     QString m_path;
     bool m_leftoversAreRemoved = false;

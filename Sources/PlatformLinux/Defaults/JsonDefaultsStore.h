@@ -45,10 +45,10 @@ public:
     static QString standardPath();
 
     void registerDefaults(const QVariantMap& defaults) override;
-    QVariant object(const QString& key) const override;
+    [[nodiscard]] QVariant object(const QString& key) const override;
     /// A value of a type that the file can't keep is logged and not stored.
     void set(const QString& key, const QVariant& value) override;
-    QVariantMap dictionaryRepresentation() const override;
+    [[nodiscard]] QVariantMap dictionaryRepresentation() const override;
 
 private:
     using Clock = std::chrono::steady_clock;

@@ -25,8 +25,8 @@ public:
         state->changed();
     }
 
-    EventMask mask() const { return m_mask; }
-    bool wants(EventType type) const { return (m_mask & eventMaskBit(type)) != 0; }
+    [[nodiscard]] EventMask mask() const { return m_mask; }
+    [[nodiscard]] bool wants(EventType type) const { return (m_mask & eventMaskBit(type)) != 0; }
 
     Disposition handle(const MonitoredEvent& event)
     {

@@ -40,7 +40,7 @@ public:
     }
 
     template <typename OwnerUnderPointer>
-    EventType motion(OwnerUnderPointer ownerUnderPointer) const
+    [[nodiscard]] EventType motion(OwnerUnderPointer ownerUnderPointer) const
     {
         return of(m_held ? m_owner : ownerUnderPointer(), typeOfMotion(m_held));
     }

@@ -28,10 +28,10 @@ public:
     /// Takes those that aren't taken yet, and hears of devices that come and go from now on. Gives a sentence
     /// for each one that can't be had. Round trips.
     std::vector<std::string> grab();
-    bool isEmpty() const { return m_keyboards.isEmpty(); }
-    bool has(DeviceId device) const { return m_keyboards.has(device); }
+    [[nodiscard]] bool isEmpty() const { return m_keyboards.isEmpty(); }
+    [[nodiscard]] bool has(DeviceId device) const { return m_keyboards.has(device); }
     /// What was down on those that were grabbed, at that time.
-    const KeySet& downAtFirst() const { return m_downAtFirst; }
+    [[nodiscard]] const KeySet& downAtFirst() const { return m_downAtFirst; }
 
     /// What an event of a device means for the one keyboard; nothing when the key is down elsewhere too.
     std::optional<HardwareKey> motion(const xcb_input_key_press_event_t& event, KeyMotion motion)

@@ -29,7 +29,7 @@ public:
     GuardianLink& operator=(const GuardianLink&) = delete;
 
     /// For poll(): in error when the guardian has died before its time. -1 when there is none.
-    int descriptor() const { return m_pipe.get(); }
+    [[nodiscard]] int descriptor() const { return m_pipe.get(); }
 
 private:
     pid_t m_process = -1;

@@ -26,24 +26,24 @@ void forEachKey(const KeySet& keys, Visit visit)
 class HeldKeys {
 public:
     void setRoles(const ModifierRoles& roles) { m_roles = roles; }
-    const ModifierRoles& roles() const { return m_roles; }
+    [[nodiscard]] const ModifierRoles& roles() const { return m_roles; }
     /// The server's word on Caps Lock, which rules over the expectation here.
     void setCapsLocked(bool locked) { m_capsLocked = locked; }
     /// The lock doesn't follow the press of Caps Lock that was observed last: it was consumed.
     void undoCapsLock();
 
-    const KeySet& keys() const { return m_keys; }
+    [[nodiscard]] const KeySet& keys() const { return m_keys; }
     void set(const KeySet& keys) { m_keys = keys; }
     /// Gives the event that a motion is. A key that goes up stays among the held ones until forget().
     Event observe(HardwareKey hardware, std::uint64_t timestamp);
     void forget(std::uint8_t key) { m_keys.reset(key); }
 
     /// The modifiers that the user holds, and the state of Caps Lock.
-    EventFlags flags() const { return flagsOf(m_keys); }
+    [[nodiscard]] EventFlags flags() const { return flagsOf(m_keys); }
 
 private:
     void observeCapsLock(KeyMotion motion);
-    EventFlags flagsOf(const KeySet& keys) const;
+    [[nodiscard]] EventFlags flagsOf(const KeySet& keys) const;
 
     ModifierRoles m_roles;
     KeySet m_keys;

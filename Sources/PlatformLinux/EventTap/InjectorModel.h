@@ -22,7 +22,7 @@ public:
     explicit InjectorModel(Devices devices) : m_devices(devices) {}
 
     void setRoles(const ModifierRoles& roles) { m_held.setRoles(roles); }
-    const ModifierRoles& roles() const { return m_held.roles(); }
+    [[nodiscard]] const ModifierRoles& roles() const { return m_held.roles(); }
     /// The server's word on Caps Lock, which rules over the model's expectation.
     void setCapsLocked(bool locked) { m_held.setCapsLocked(locked); }
     /// The keys that the user holds and the applications know of, at the beginning or between posted chords.
@@ -35,8 +35,8 @@ public:
         Event answer;
         EventTapDecision decision = EventTapDecision::pass;
 
-        bool isConsumed() const { return decision == EventTapDecision::consume; }
-        bool isRewritten() const;
+        [[nodiscard]] bool isConsumed() const { return decision == EventTapDecision::consume; }
+        [[nodiscard]] bool isRewritten() const;
     };
 
     /// Takes a motion in and gives the event that it is.
@@ -53,11 +53,11 @@ public:
     void releaseAll(KeyActions& actions);
 
     /// The modifiers that the user holds, and the state of Caps Lock.
-    EventFlags flags() const { return m_held.flags(); }
-    bool hasPostedKeysDown() const { return m_posted.any(); }
+    [[nodiscard]] EventFlags flags() const { return m_held.flags(); }
+    [[nodiscard]] bool hasPostedKeysDown() const { return m_posted.any(); }
     /// What the user holds, and of that what no application has seen.
-    const KeySet& held() const { return m_held.keys(); }
-    KeySet heldBack() const;
+    [[nodiscard]] const KeySet& held() const { return m_held.keys(); }
+    [[nodiscard]] KeySet heldBack() const;
 
 private:
     enum class Borrowing { rewritten, posted };
@@ -66,17 +66,17 @@ private:
     void released(const Passage& passage, CommandKeys command, KeyActions& actions);
     void stopRepeating(std::uint8_t key, KeyActions& actions);
 
-    KeySet physicalChord() const;
-    KeySet chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const;
-    KeySet chordAfter(const Passage& passage, CommandKeys command) const;
+    [[nodiscard]] KeySet physicalChord() const;
+    [[nodiscard]] KeySet chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const;
+    [[nodiscard]] KeySet chordAfter(const Passage& passage, CommandKeys command) const;
     void bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions);
     void endBorrowing(KeyActions& actions);
     void tapNeutralKey(KeyActions& actions);
 
     void press(std::uint8_t key, KeyActions& actions);
     void release(std::uint8_t key, KeyActions& actions);
-    KeySeat seatOf(std::uint8_t key) const;
-    bool standsForAHeldKey(std::uint8_t key) const;
+    [[nodiscard]] KeySeat seatOf(std::uint8_t key) const;
+    [[nodiscard]] bool standsForAHeldKey(std::uint8_t key) const;
 
     Devices m_devices;
     HeldKeys m_held;

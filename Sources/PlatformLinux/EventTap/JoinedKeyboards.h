@@ -16,11 +16,11 @@ public:
         KeySet down;
     };
 
-    bool isEmpty() const { return m_keyboards.empty(); }
-    bool has(DeviceId id) const;
-    const std::vector<Keyboard>& keyboards() const { return m_keyboards; }
+    [[nodiscard]] bool isEmpty() const { return m_keyboards.empty(); }
+    [[nodiscard]] bool has(DeviceId id) const;
+    [[nodiscard]] const std::vector<Keyboard>& keyboards() const { return m_keyboards; }
     /// The keys that are down on any of them.
-    KeySet down() const;
+    [[nodiscard]] KeySet down() const;
 
     void add(DeviceId id, const KeySet& down) { m_keyboards.push_back({id, down}); }
     /// Gives the keys that went down with it and aren't down elsewhere.

@@ -66,7 +66,10 @@ public:
     std::vector<Event> takeUnseen() { return std::move(m_unseen); }
 
 private:
-    bool isWanted(const Event& event) const { return (m_mask.load() & eventMaskBit(event.type)) != 0; }
+    [[nodiscard]] bool isWanted(const Event& event) const
+    {
+        return (m_mask.load() & eventMaskBit(event.type)) != 0;
+    }
     void afterCapsLock();
     void perform(const KeyActions& actions);
 

@@ -51,7 +51,7 @@ public:
             ::munmap(m_pulse, sizeof(TapPulse));
     }
 
-    int descriptor() const { return m_memory.get(); }
+    [[nodiscard]] int descriptor() const { return m_memory.get(); }
     explicit operator bool() const { return m_pulse != nullptr; }
     TapPulse* operator->() const { return m_pulse; }
 

@@ -32,10 +32,10 @@ public:
     void noteTaken(const xcb_ge_generic_event_t& event);
     void noteKeyboards(const GrabbedKeyboards& keyboards);
     /// Whether it has freed the keyboards, because nobody took the keys. Then the connection is lost.
-    bool hasFreed() const { return m_pulse && m_pulse->wasFreed(); }
+    [[nodiscard]] bool hasFreed() const { return m_pulse && m_pulse->wasFreed(); }
 
     /// For poll(); -1 when there is none.
-    int descriptor() const { return m_link ? m_link->descriptor() : -1; }
+    [[nodiscard]] int descriptor() const { return m_link ? m_link->descriptor() : -1; }
     /// What poll() said of the descriptor.
     void watch(short happened);
 

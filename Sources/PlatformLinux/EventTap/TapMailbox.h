@@ -38,12 +38,12 @@ public:
     /// the end of the patience.
     Outcome awaitAnswer();
     /// The tap's thread, after awaitAnswer(): whether the main thread has got to see that event.
-    bool wasTaken() const { return m_wasTaken; }
+    [[nodiscard]] bool wasTaken() const { return m_wasTaken; }
     /// The tap's thread: wakes the main thread though there is no event for it.
     void ring();
 
     /// Readable when there is something to take. Main thread, as all below.
-    int descriptor() const { return m_toMain.descriptor(); }
+    [[nodiscard]] int descriptor() const { return m_toMain.descriptor(); }
     /// The event that waits, if one still does. The descriptor is readable until this has given none.
     std::optional<Request> take();
     /// Injects the event as it is now, or what follows from its removal; unless it is too late.

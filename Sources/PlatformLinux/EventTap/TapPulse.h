@@ -27,16 +27,16 @@ public:
     }
     void setTaken(std::uint32_t time) { m_lastTaken.store(hasTaken | time); }
     /// Whether the guardian has freed the keyboards.
-    bool wasFreed() const { return m_wasFreed.load() != 0; }
+    [[nodiscard]] bool wasFreed() const { return m_wasFreed.load() != 0; }
 
     /// The guardian.
-    std::uint32_t thread() const { return m_thread.load(); }
-    bool takes(std::uint16_t keyboard) const
+    [[nodiscard]] std::uint32_t thread() const { return m_thread.load(); }
+    [[nodiscard]] bool takes(std::uint16_t keyboard) const
     {
         return keyboard < deviceLimit && (m_keyboards[keyboard / 64].load() >> (keyboard % 64) & 1) != 0;
     }
     /// Whether a key of this time was taken. The server's clock wraps around after 49 days.
-    bool hasTakenSince(std::uint32_t time) const
+    [[nodiscard]] bool hasTakenSince(std::uint32_t time) const
     {
         const std::uint64_t last = m_lastTaken.load();
         return (last & hasTaken) != 0 &&

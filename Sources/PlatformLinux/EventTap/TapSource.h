@@ -58,7 +58,10 @@ private:
     };
 
     bool have(Need need);
-    bool isTapping() const { return m_thread && m_thread->purpose() == TapThread::Purpose::tap; }
+    [[nodiscard]] bool isTapping() const
+    {
+        return m_thread && m_thread->purpose() == TapThread::Purpose::tap;
+    }
     bool startThread(TapThread::Purpose purpose);
     void stopThread();
     bool startListener();

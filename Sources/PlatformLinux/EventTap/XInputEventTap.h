@@ -22,20 +22,20 @@ public:
     void addToMainRunLoop() override;
     void removeFromMainRunLoop() override;
     void enable(bool enabled) override;
-    bool isEnabled() const override;
+    [[nodiscard]] bool isEnabled() const override;
     void invalidate() override;
 
-    bool wantsEvents() const { return m_isAttached && m_isEnabled && m_isValid; }
-    bool isAskedFor(EventType type, EventTaps::Location from) const
+    [[nodiscard]] bool wantsEvents() const { return m_isAttached && m_isEnabled && m_isValid; }
+    [[nodiscard]] bool isAskedFor(EventType type, EventTaps::Location from) const
     {
         return wantsEvents() && (m_mask & eventMaskBit(type)) != 0 && m_location >= from;
     }
-    EventMask mask() const { return m_mask; }
-    EventTaps::Options options() const { return m_options; }
+    [[nodiscard]] EventMask mask() const { return m_mask; }
+    [[nodiscard]] EventTaps::Options options() const { return m_options; }
     /// What the callback decides; of one that only listens, to let the event pass unchanged.
     EventTapDecision decide(Event& event);
     void hear(Event event) { m_callback(event.type, event, m_userInfo); }
-    bool isMarkedEnabled() const { return m_isEnabled; }
+    [[nodiscard]] bool isMarkedEnabled() const { return m_isEnabled; }
     void disable() { m_isEnabled = false; }
     void tellOfTimeout();
 

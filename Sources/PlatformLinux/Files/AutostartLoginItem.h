@@ -20,7 +20,7 @@ public:
     /// ($XDG_CURRENT_DESKTOP); with none of them, restrictions to desktops are not judged.
     AutostartLoginItem(const XdgDirectories& directories, QString executable, QStringList desktops);
 
-    Status status() const override;
+    [[nodiscard]] Status status() const override;
     /// Writes the entry anew, whatever it holds; an entry that was switched off is on again.
     void registerItem() override;
     /// Removes the entry; it is no failure if there is none.
@@ -30,7 +30,7 @@ public:
     static QStringList currentDesktops();
 
 private:
-    QByteArray entry() const;
+    [[nodiscard]] QByteArray entry() const;
     void throwIfHomeless() const;
 
     QString m_path; // empty without a config home

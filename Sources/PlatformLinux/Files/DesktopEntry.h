@@ -15,11 +15,11 @@ public:
     static DesktopEntry parse(const QByteArray& text);
 
     /// Returns the value with the escapes of a text resolved.
-    std::optional<QString> string(const QString& key) const;
+    [[nodiscard]] std::optional<QString> string(const QString& key) const;
     /// Nothing where the key is absent or not a boolean.
-    std::optional<bool> boolean(const QString& key) const;
+    [[nodiscard]] std::optional<bool> boolean(const QString& key) const;
     /// Returns the parts between semicolons.
-    QStringList list(const QString& key) const;
+    [[nodiscard]] QStringList list(const QString& key) const;
 
     /// Returns the first word of a command line, its quotes resolved; empty when the line is invalid.
     static QString programOf(const QString& commandLine);

@@ -10,9 +10,9 @@ public:
     /// Looks the path of the executable up; an update that replaces the file later changes nothing.
     ProgramBundle();
 
-    std::optional<QString> identifier() const override;
-    QVariant infoValue(const QString& key) const override;
-    QString path() const override;
+    [[nodiscard]] std::optional<QString> identifier() const override;
+    [[nodiscard]] QVariant infoValue(const QString& key) const override;
+    [[nodiscard]] QString path() const override;
 
     /// Returns the path behind a process's "exe" link. When the file was replaced since the start, as by an
     /// update, it is the name under which the new one lies. Empty when the link can't be read.

@@ -10,7 +10,7 @@ class XdgFileManager : public FileManager {
 public:
     explicit XdgFileManager(XdgDirectories directories = XdgDirectories::ofThisProcess());
 
-    QStringList applicationSupportDirectories() const override;
+    [[nodiscard]] QStringList applicationSupportDirectories() const override;
 
 private:
     XdgDirectories m_directories;

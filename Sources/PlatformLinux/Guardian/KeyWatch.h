@@ -26,7 +26,7 @@ public:
     /// An event of the connection.
     void take(const xcb_generic_event_t& event);
     /// For poll(): milliseconds until look() is due, or -1.
-    int timeout() const;
+    [[nodiscard]] int timeout() const;
     Finding look();
     void setFreed() { m_pulse->setFreed(); }
 
@@ -34,7 +34,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void listen(bool listens);
-    bool programStandsStill() const;
+    [[nodiscard]] bool programStandsStill() const;
     bool canBeFreed();
 
     InputConnection& m_connection;

@@ -78,7 +78,7 @@ public:
             m_kinds.erase(kind);
     }
 
-    bool wants(KeyboardEvent::Kind kind) const { return m_kinds.contains(kind); }
+    [[nodiscard]] bool wants(KeyboardEvent::Kind kind) const { return m_kinds.contains(kind); }
     OSStatus handle(const KeyboardEvent& event)
     {
         const auto handler = m_handler; // it may end itself

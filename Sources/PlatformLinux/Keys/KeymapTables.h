@@ -26,9 +26,9 @@ public:
 
     /// Reads the layout in use or, where that doesn't type Latin letters, the first one that does. Nothing
     /// for a key that prints nothing, or more than four UTF-16 units.
-    std::optional<QString> text(std::int64_t virtualKeyCode) const;
+    [[nodiscard]] std::optional<QString> text(std::int64_t virtualKeyCode) const;
     /// Returns the key that types a symbol; on the layout in use, if it is there.
-    std::optional<Place> placeOf(std::uint32_t keysym) const;
+    [[nodiscard]] std::optional<Place> placeOf(std::uint32_t keysym) const;
 
 private:
     static constexpr std::size_t virtualKeyCodeCount = 0x80;

@@ -21,11 +21,11 @@ public:
 
     /// Returns the state for modifiers in carbon bits, of which only the four count. Absent when the keyboard
     /// lacks one of them.
-    std::optional<std::uint16_t> stateOf(std::uint32_t carbonModifiers) const;
+    [[nodiscard]] std::optional<std::uint16_t> stateOf(std::uint32_t carbonModifiers) const;
     /// Returns the state with each combination of the locks, which must not matter for a hot key.
-    std::vector<std::uint16_t> withLocks(std::uint16_t state) const;
+    [[nodiscard]] std::vector<std::uint16_t> withLocks(std::uint16_t state) const;
     /// Returns the part of an event's state by which a hot key is found.
-    std::uint16_t withoutLocks(std::uint16_t state) const;
+    [[nodiscard]] std::uint16_t withoutLocks(std::uint16_t state) const;
 
     friend bool operator==(const ModifierMasks&, const ModifierMasks&) = default;
 

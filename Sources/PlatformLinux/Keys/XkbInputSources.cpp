@@ -12,7 +12,7 @@ class XkbKeyboardLayout : public KeyboardLayout {
 public:
     explicit XkbKeyboardLayout(std::shared_ptr<const KeymapTables> tables) : m_tables(std::move(tables)) {}
 
-    std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const override
+    [[nodiscard]] std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const override
     {
         return m_tables->text(virtualKeyCode);
     }

@@ -15,7 +15,7 @@ class PasteboardState {
 public:
     using Generation = std::uint64_t;
 
-    int changeCount() const { return m_count.load(); }
+    [[nodiscard]] int changeCount() const { return m_count.load(); }
 
     /// This program copies: counted here, before the server knows. Gives the new change count.
     int claim();
@@ -30,13 +30,13 @@ public:
     bool addFiles(const QList<QUrl>& fileURLs);
 
     /// All that is there when it is ours.
-    std::optional<PasteboardContents> ownContents() const;
+    [[nodiscard]] std::optional<PasteboardContents> ownContents() const;
 
     /// What was begun is whole, and others may see it.
     void finishWriting(Generation generation);
-    Generation generation() const;
+    [[nodiscard]] Generation generation() const;
     /// Whether more may be added in the present turn of the run loop.
-    bool isBeingWritten() const;
+    [[nodiscard]] bool isBeingWritten() const;
 
 private:
     bool addLocked(const QString& type, const QByteArray& data);

@@ -43,7 +43,7 @@ public:
     /// Content of our own is whole.
     void writingFinished();
 
-    std::optional<Time> deadline() const;
+    [[nodiscard]] std::optional<Time> deadline() const;
     void handleDeadline(Time now);
 
 private:
@@ -70,7 +70,7 @@ private:
     void complete();
     void drop();
     void noteProgress();
-    std::chrono::milliseconds patience() const;
+    [[nodiscard]] std::chrono::milliseconds patience() const;
 
     SelectionConnection& m_connection;
     const PasteboardState& m_state;

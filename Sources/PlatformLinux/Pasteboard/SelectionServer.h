@@ -39,7 +39,7 @@ public:
     /// The server tells when our ownership began.
     void noteOwnedSince(xcb_timestamp_t time) { m_ownedSince = time; }
 
-    std::optional<Time> deadline() const;
+    [[nodiscard]] std::optional<Time> deadline() const;
     void handleDeadline(Time now);
 
 private:
@@ -57,7 +57,7 @@ private:
     };
 
     void answer(const xcb_selection_request_event_t& event);
-    bool isStale(xcb_timestamp_t time) const;
+    [[nodiscard]] bool isStale(xcb_timestamp_t time) const;
     bool put(const PasteboardContents& contents, xcb_window_t requestor, xcb_atom_t property,
              xcb_atom_t target);
     bool putMultiple(const PasteboardContents& contents, xcb_window_t requestor, xcb_atom_t property);

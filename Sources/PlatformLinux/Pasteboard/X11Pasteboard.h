@@ -19,7 +19,7 @@ public:
     X11Pasteboard(LogSink& log, RunLoop& runLoop);
     ~X11Pasteboard() override;
 
-    int changeCount() const override;
+    [[nodiscard]] int changeCount() const override;
     std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
     int clearContents() override;
     bool setString(const QString& string, const QString& type) override;
@@ -30,7 +30,7 @@ public:
 private:
     class Read;
 
-    const std::shared_ptr<PasteboardThread>& thread() const;
+    [[nodiscard]] const std::shared_ptr<PasteboardThread>& thread() const;
 
     LogSink& m_log;
     RunLoop& m_runLoop;

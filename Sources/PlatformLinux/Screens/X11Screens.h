@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool isListening() const { return m_watch != nullptr; }
 
 private:
-    ScreenWatch& watch() const;
+    [[nodiscard]] ScreenWatch& watch() const;
 
     NotificationCenter& m_center;
     mutable std::unique_ptr<ScreenWatch> m_watch;

@@ -31,11 +31,11 @@ public:
 
     void setDelegate(ApplicationDelegate* delegate) override { m_delegate = delegate; }
     void setActivationPolicy(ActivationPolicy policy) override;
-    ActivationPolicy activationPolicy() const override { return m_policy; }
+    [[nodiscard]] ActivationPolicy activationPolicy() const override { return m_policy; }
     void activateIgnoringOtherApps() override;
     void setMainMenu(std::shared_ptr<Menu> menu) override;
-    std::shared_ptr<const Menu> mainMenu() const override;
-    EventFlags keyEquivalentModifiers(EventFlags pressed) const override;
+    [[nodiscard]] std::shared_ptr<const Menu> mainMenu() const override;
+    [[nodiscard]] EventFlags keyEquivalentModifiers(EventFlags pressed) const override;
     void setWindowsMenu(std::shared_ptr<Menu> menu) override;
     bool sendAction(QStringView selector) override;
     void hide() override;
@@ -53,9 +53,9 @@ protected:
 private:
     void launch();
     void unhide();
-    bool takesAction(QStringView selector) const;
+    [[nodiscard]] bool takesAction(QStringView selector) const;
     void endOnSignals();
-    TaskBarEntry taskBarEntry() const;
+    [[nodiscard]] TaskBarEntry taskBarEntry() const;
 
     LogSink& m_log;
     std::unique_ptr<QApplication> m_application;

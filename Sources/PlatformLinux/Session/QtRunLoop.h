@@ -21,8 +21,11 @@ public:
 /// Reads CLOCK_MONOTONIC and the calendar's clock.
 class SystemClock : public Clock {
 public:
-    Uptime uptime() const override { return std::chrono::steady_clock::now().time_since_epoch(); }
-    Date date() const override { return std::chrono::system_clock::now(); }
+    [[nodiscard]] Uptime uptime() const override
+    {
+        return std::chrono::steady_clock::now().time_since_epoch();
+    }
+    [[nodiscard]] Date date() const override { return std::chrono::system_clock::now(); }
 };
 
 } // namespace orvane

@@ -17,7 +17,7 @@ public:
     virtual void start(QDBusConnection* bus) = 0;
 
     /// Those that are known so far.
-    const QList<Accelerator>& accelerators() const { return m_accelerators; }
+    [[nodiscard]] const QList<Accelerator>& accelerators() const { return m_accelerators; }
 
 Q_SIGNALS:
     void changed();

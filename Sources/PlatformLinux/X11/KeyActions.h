@@ -28,10 +28,10 @@ public:
         assert(m_size < m_actions.size());
         m_actions[m_size++] = action;
     }
-    const KeyAction* begin() const { return m_actions.data(); }
-    const KeyAction* end() const { return m_actions.data() + m_size; }
-    std::size_t size() const { return m_size; }
-    bool empty() const { return m_size == 0; }
+    [[nodiscard]] const KeyAction* begin() const { return m_actions.data(); }
+    [[nodiscard]] const KeyAction* end() const { return m_actions.data() + m_size; }
+    [[nodiscard]] std::size_t size() const { return m_size; }
+    [[nodiscard]] bool empty() const { return m_size == 0; }
 
 private:
     // At worst every key of the keyboard is let go, and every modifier is pressed and let go besides.

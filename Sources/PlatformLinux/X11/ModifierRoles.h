@@ -29,14 +29,14 @@ public:
     static ModifierRoles fromKeysyms(std::uint8_t firstKey, unsigned perKey,
                                      std::span<const std::uint32_t> keysyms);
 
-    ModifierRole roleOf(std::uint8_t key) const { return m_roles[key]; }
+    [[nodiscard]] ModifierRole roleOf(std::uint8_t key) const { return m_roles[key]; }
     /// Whether events of this key are changes of flags, and not key-downs and key-ups.
-    bool isModifier(std::uint8_t key) const { return m_roles[key] != ModifierRole::none; }
+    [[nodiscard]] bool isModifier(std::uint8_t key) const { return m_roles[key] != ModifierRole::none; }
     /// The keys that a chord is made with: all modifiers but Caps Lock, which is a switch.
-    const KeySet& chordKeys() const { return m_chordKeys; }
+    [[nodiscard]] const KeySet& chordKeys() const { return m_chordKeys; }
     /// The key that stands for a role when none of it is held, the left one where there are two; 0 when the
     /// layout has none.
-    std::uint8_t representative(ModifierRole role) const
+    [[nodiscard]] std::uint8_t representative(ModifierRole role) const
     {
         return m_representatives[static_cast<std::size_t>(role)];
     }

@@ -22,14 +22,14 @@ class Server {
 public:
     Server() : m_connection(xcb_connect(nullptr, &m_screenNumber)) {}
 
-    xcb_connection_t* xcb() const { return m_connection.get(); }
-    bool answers() const { return xcb_connection_has_error(xcb()) == 0; }
-    bool has(xcb_extension_t& extension) const
+    [[nodiscard]] xcb_connection_t* xcb() const { return m_connection.get(); }
+    [[nodiscard]] bool answers() const { return xcb_connection_has_error(xcb()) == 0; }
+    [[nodiscard]] bool has(xcb_extension_t& extension) const
     {
         const auto* data = xcb_get_extension_data(xcb(), &extension);
         return data && data->present;
     }
-    xcb_window_t root() const
+    [[nodiscard]] xcb_window_t root() const
     {
         auto screens = xcb_setup_roots_iterator(xcb_get_setup(xcb()));
         for (int i = 0; i < m_screenNumber && screens.rem > 1; ++i)
