@@ -15,8 +15,8 @@ public:
     {
     }
 
-    const QString& subsystem() const { return m_subsystem; }
-    const QString& category() const { return m_category; }
+    [[nodiscard]] const QString& subsystem() const { return m_subsystem; }
+    [[nodiscard]] const QString& category() const { return m_category; }
 
     void info(const QString& message) const { write(LogLevel::info, message); }
     void notice(const QString& message) const { write(LogLevel::notice, message); }

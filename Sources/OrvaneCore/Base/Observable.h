@@ -57,7 +57,7 @@ public:
             std::erase_if(m_handlers, [](const auto& weak) { return weak.expired(); });
     }
 
-    std::size_t subscriberCount() const
+    [[nodiscard]] std::size_t subscriberCount() const
     {
         std::size_t count = 0;
         for (const auto& weak : m_handlers)
@@ -84,7 +84,7 @@ public:
         return m_changes.subscribe(std::move(handler));
     }
 
-    std::size_t observerCount() const { return m_changes.subscriberCount(); }
+    [[nodiscard]] std::size_t observerCount() const { return m_changes.subscriberCount(); }
 
 protected:
     void announceChange() { m_changes.announce(); }
@@ -99,7 +99,7 @@ class Observable : public ObservableObject {
 public:
     explicit Observable(T value = T{}) : m_value(std::move(value)) {}
 
-    const T& get() const { return m_value; }
+    [[nodiscard]] const T& get() const { return m_value; }
 
     /// Announces every set, an equal value too.
     void set(T value)

@@ -36,9 +36,9 @@ public:
     /// Keeps its sources alive.
     Live(std::function<T()> get, Sources sources) : m_get(std::move(get)), m_sources(std::move(sources)) {}
 
-    T get() const { return m_get(); }
-    const Sources& sources() const { return m_sources; }
-    bool isConstant() const { return m_sources.empty(); }
+    [[nodiscard]] T get() const { return m_get(); }
+    [[nodiscard]] const Sources& sources() const { return m_sources; }
+    [[nodiscard]] bool isConstant() const { return m_sources.empty(); }
 
     [[nodiscard]] Cancellables onChange(const std::function<void()>& handler) const
     {
@@ -85,9 +85,9 @@ class AnyView;
 class ViewNode {
 public:
     virtual ~ViewNode() = default;
-    virtual QList<AnyView> children() const = 0;
+    [[nodiscard]] virtual QList<AnyView> children() const = 0;
     /// A new widget without parent, bound for its life. Needs a GUI application.
-    virtual QWidget* makeWidget() const = 0;
+    [[nodiscard]] virtual QWidget* makeWidget() const = 0;
 };
 
 /// A type-erased view. Cheap to copy; a default one shows nothing.
@@ -101,14 +101,14 @@ public:
 
     /// The component inside, if it is one of this type.
     template <class Component>
-    const Component* as() const;
+    [[nodiscard]] const Component* as() const;
 
-    QList<AnyView> children() const { return m_node ? m_node->children() : QList<AnyView>{}; }
-    QWidget* makeWidget() const { return m_node ? m_node->makeWidget() : nullptr; }
+    [[nodiscard]] QList<AnyView> children() const { return m_node ? m_node->children() : QList<AnyView>{}; }
+    [[nodiscard]] QWidget* makeWidget() const { return m_node ? m_node->makeWidget() : nullptr; }
 
     /// Every component of this type in the tree, this view included, in the order that they are shown.
     template <class Component>
-    QList<std::shared_ptr<const Component>> all() const;
+    [[nodiscard]] QList<std::shared_ptr<const Component>> all() const;
 
 private:
     std::shared_ptr<const ViewNode> m_node;
@@ -121,8 +121,8 @@ class ComponentNode final : public ViewNode {
 public:
     explicit ComponentNode(Component component) : m_component(std::move(component)) {}
 
-    const Component& component() const { return m_component; }
-    QList<AnyView> children() const override
+    [[nodiscard]] const Component& component() const { return m_component; }
+    [[nodiscard]] QList<AnyView> children() const override
     {
         if constexpr (requires { m_component.children(); })
             return m_component.children();
@@ -130,7 +130,7 @@ public:
             return {};
     }
     /// The overload for the component is found beside it: `QWidget* makeOrvaWidget(const Component&)`.
-    QWidget* makeWidget() const override { return makeOrvaWidget(m_component); }
+    [[nodiscard]] QWidget* makeWidget() const override { return makeOrvaWidget(m_component); }
 
 private:
     Component m_component;

@@ -25,9 +25,9 @@ namespace orvane {
 class UnownedTask {
 public:
     struct promise_type {
-        UnownedTask get_return_object() const noexcept { return {}; }
-        std::suspend_never initial_suspend() const noexcept { return {}; }
-        std::suspend_never final_suspend() const noexcept { return {}; }
+        [[nodiscard]] UnownedTask get_return_object() const noexcept { return {}; }
+        [[nodiscard]] std::suspend_never initial_suspend() const noexcept { return {}; }
+        [[nodiscard]] std::suspend_never final_suspend() const noexcept { return {}; }
         void return_void() const noexcept {}
         void unhandled_exception() const noexcept;
     };
@@ -79,7 +79,7 @@ public:
     {
     }
 
-    bool await_ready() const noexcept { return false; }
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
 
     template <class Promise>
     void await_suspend(std::coroutine_handle<Promise> caller);

@@ -12,7 +12,7 @@ public:
     /// Throws an error with readable text when it can't start.
     virtual void start() = 0;
     virtual void stop() = 0;
-    virtual bool isRunning() const = 0;
+    [[nodiscard]] virtual bool isRunning() const = 0;
 };
 
 /// Holds the running services of one capability, first registered first.
@@ -23,7 +23,7 @@ public:
     /// Stops all in reverse order of registering, and forgets them.
     void stopAll();
     /// How many of the services held say that they run, at this moment.
-    int runningCount() const;
+    [[nodiscard]] int runningCount() const;
 
 private:
     std::vector<std::shared_ptr<BackgroundService>> m_services;

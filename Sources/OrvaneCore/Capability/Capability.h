@@ -26,7 +26,7 @@ struct PermissionRequirement {
     /// What this feature does with it, for the user to read.
     std::optional<QString> note = std::nullopt;
 
-    QString id() const { return rawValue(permission); }
+    [[nodiscard]] QString id() const { return rawValue(permission); }
 };
 
 struct HotkeyAction {
@@ -49,8 +49,8 @@ public:
     virtual ~Capability() = default;
 
     /// A constant of the class; every class offers it as `static const CapabilityMetadata& metadata()` too.
-    virtual const CapabilityMetadata& classMetadata() const = 0;
-    virtual QList<PermissionRequirement> permissionRequirements() const { return {}; }
+    [[nodiscard]] virtual const CapabilityMetadata& classMetadata() const = 0;
+    [[nodiscard]] virtual QList<PermissionRequirement> permissionRequirements() const { return {}; }
     virtual QList<HotkeyAction> hotkeyActions() { return {}; }
 
     /// Contexts are passed by value: a suspended operation keeps its own.
@@ -67,8 +67,8 @@ public:
     virtual QList<MenuBarItem> menuBarContributions() { return {}; }
 
     /// The permissions of one level, in declared order.
-    QList<SystemPermission> requiredPermissions() const;
-    QList<SystemPermission> optionalPermissions() const;
+    [[nodiscard]] QList<SystemPermission> requiredPermissions() const;
+    [[nodiscard]] QList<SystemPermission> optionalPermissions() const;
 };
 
 } // namespace orvane

@@ -21,8 +21,8 @@ public:
         std::shared_ptr<Capability> capability;
         CapabilityState state;
 
-        const CapabilityID& id() const { return metadata().id; }
-        const CapabilityMetadata& metadata() const { return capability->classMetadata(); }
+        [[nodiscard]] const CapabilityID& id() const { return metadata().id; }
+        [[nodiscard]] const CapabilityMetadata& metadata() const { return capability->classMetadata(); }
     };
     using MakeContext = std::function<CapabilityContext(const CapabilityID&)>;
 
@@ -32,13 +32,13 @@ public:
     void registerCapability(std::shared_ptr<Capability> capability);
 
     /// In order of registering: the order of lists and menus.
-    const QList<Entry>& entries() const { return m_entries; }
-    QList<Entry> activeEntries() const;
-    std::optional<CapabilityContext> context(const CapabilityID& id) const;
-    std::optional<Entry> entry(const CapabilityID& id) const;
+    [[nodiscard]] const QList<Entry>& entries() const { return m_entries; }
+    [[nodiscard]] QList<Entry> activeEntries() const;
+    [[nodiscard]] std::optional<CapabilityContext> context(const CapabilityID& id) const;
+    [[nodiscard]] std::optional<Entry> entry(const CapabilityID& id) const;
     /// `disabled` for an unknown id.
-    CapabilityState state(const CapabilityID& id) const;
-    bool isActive(const CapabilityID& id) const;
+    [[nodiscard]] CapabilityState state(const CapabilityID& id) const;
+    [[nodiscard]] bool isActive(const CapabilityID& id) const;
 
     /// Stores the wish, then brings it about. Neither throws nor reports: the state tells.
     /// An unknown id changes nothing and stores nothing.
@@ -50,11 +50,11 @@ public:
     /// Tries again each enabled capability that waits for a permission, whatever its start mode.
     Task<> reevaluatePermissionGated();
 
-    CapabilityStartMode startMode(const CapabilityID& id) const;
+    [[nodiscard]] CapabilityStartMode startMode(const CapabilityID& id) const;
     void setStartMode(CapabilityStartMode mode, const CapabilityID& id);
 
     /// By the permissions as last read; false for a capability that isn't registered.
-    bool permissionsSatisfied(const Capability& capability) const;
+    [[nodiscard]] bool permissionsSatisfied(const Capability& capability) const;
 
 private:
     void updateState(const CapabilityID& id, CapabilityState state);

@@ -26,16 +26,16 @@ public:
     /// The store must outlive this object.
     explicit CapabilityStore(DefaultsStore& defaults) : m_defaults(defaults) {}
 
-    bool isEnabled(const CapabilityID& id) const;
+    [[nodiscard]] bool isEnabled(const CapabilityID& id) const;
     void setEnabled(const CapabilityID& id, bool value);
-    QSet<QString> enabledIDs() const;
+    [[nodiscard]] QSet<QString> enabledIDs() const;
 
     /// `automatic` for an absent or unknown entry.
-    CapabilityStartMode startMode(const CapabilityID& id) const;
+    [[nodiscard]] CapabilityStartMode startMode(const CapabilityID& id) const;
     void setStartMode(const CapabilityID& id, CapabilityStartMode mode);
 
 private:
-    QVariantMap dictionary(const QString& key, QMetaType::Type valueType) const;
+    [[nodiscard]] QVariantMap dictionary(const QString& key, QMetaType::Type valueType) const;
 
     DefaultsStore& m_defaults;
 };

@@ -77,7 +77,7 @@ protected:
     }
 
     /// Null until it was needed.
-    const std::shared_ptr<Controller>& controller() const { return m_controller; }
+    [[nodiscard]] const std::shared_ptr<Controller>& controller() const { return m_controller; }
     /// Makes it when there is none.
     const std::shared_ptr<Controller>& controller(const CapabilityContext& context)
     {

@@ -33,7 +33,7 @@ public:
         m_isRunning = false;
     }
 
-    bool isRunning() const override { return m_isRunning; }
+    [[nodiscard]] bool isRunning() const override { return m_isRunning; }
 
 private:
     std::shared_ptr<Controller> m_controller;

@@ -25,8 +25,8 @@ enum class EventTapRank {
 class EventTapSubscriber {
 public:
     virtual ~EventTapSubscriber() = default;
-    virtual EventTapRank rank() const = 0;
-    virtual EventMask eventMask() const = 0;
+    [[nodiscard]] virtual EventTapRank rank() const = 0;
+    [[nodiscard]] virtual EventMask eventMask() const = 0;
     /// All input of the session waits for the answer. May be shown types that only others asked for, and
     /// must pass those; may change the event in place.
     virtual EventTapDecision handle(EventType type, Event& event) = 0;
@@ -37,7 +37,7 @@ public:
 class EventTapListener {
 public:
     virtual ~EventTapListener() = default;
-    virtual EventMask eventMask() const = 0;
+    [[nodiscard]] virtual EventMask eventMask() const = 0;
     /// May be shown types that only other listeners asked for.
     virtual void hear(EventType type, const Event& event) = 0;
 };

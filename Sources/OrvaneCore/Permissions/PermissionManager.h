@@ -22,9 +22,9 @@ public:
     /// Statuses as given, until the next refresh.
     static std::shared_ptr<PermissionManager> make(PermissionStatuses testStatuses);
 
-    const PermissionStatuses& statuses() const { return m_statuses; }
+    [[nodiscard]] const PermissionStatuses& statuses() const { return m_statuses; }
     /// `notDetermined` for a permission that isn't listed.
-    PermissionStatus status(SystemPermission permission) const;
+    [[nodiscard]] PermissionStatus status(SystemPermission permission) const;
 
     /// Reads all four; announces after each, also when nothing changed.
     void refresh();

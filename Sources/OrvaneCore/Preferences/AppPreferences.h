@@ -15,9 +15,9 @@ public:
     /// The store must outlive this object.
     explicit AppPreferences(DefaultsStore& defaults);
 
-    bool showDockIcon() const { return m_showDockIcon.get(); }
-    bool showMenuBarItem() const { return m_showMenuBarItem.get(); }
-    bool launchAtLogin() const { return m_launchAtLogin.get(); }
+    [[nodiscard]] bool showDockIcon() const { return m_showDockIcon.get(); }
+    [[nodiscard]] bool showMenuBarItem() const { return m_showMenuBarItem.get(); }
+    [[nodiscard]] bool launchAtLogin() const { return m_launchAtLogin.get(); }
 
     void setShowDockIcon(bool value);
     void setShowMenuBarItem(bool value);

@@ -17,16 +17,16 @@ public:
     /// The store must outlive this view.
     ScopedPreferences(DefaultsStore& defaults, QString prefix);
 
-    const QString& prefix() const { return m_prefix; }
+    [[nodiscard]] const QString& prefix() const { return m_prefix; }
 
     /// Defaults in force beneath stored values, for this process only.
     void registerDefaults(const QVariantMap& defaults) const;
 
-    std::optional<QString> string(const QString& key) const;
-    bool boolean(const QString& key) const;
-    qint64 integer(const QString& key) const;
-    std::optional<QByteArray> data(const QString& key) const;
-    QVariant object(const QString& key) const;
+    [[nodiscard]] std::optional<QString> string(const QString& key) const;
+    [[nodiscard]] bool boolean(const QString& key) const;
+    [[nodiscard]] qint64 integer(const QString& key) const;
+    [[nodiscard]] std::optional<QByteArray> data(const QString& key) const;
+    [[nodiscard]] QVariant object(const QString& key) const;
 
     /// An invalid value removes the key, after which a registered default shows again.
     void set(const QVariant& value, const QString& key) const;
@@ -34,7 +34,7 @@ public:
     void removeAll() const;
 
 private:
-    QString fullKey(const QString& key) const;
+    [[nodiscard]] QString fullKey(const QString& key) const;
 
     DefaultsStore* m_defaults;
     QString m_prefix;

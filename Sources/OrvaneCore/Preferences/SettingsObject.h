@@ -24,8 +24,8 @@ class SettingsObject;
 class AnySetting {
 public:
     virtual ~AnySetting() = default;
-    virtual const QString& key() const = 0;
-    virtual QVariant defaultValue() const = 0;
+    [[nodiscard]] virtual const QString& key() const = 0;
+    [[nodiscard]] virtual QVariant defaultValue() const = 0;
     virtual void read(const ScopedPreferences& prefs) = 0;
 };
 
@@ -34,7 +34,7 @@ class SettingsObject : public ObservableObject {
 public:
     explicit SettingsObject(ScopedPreferences prefs) : m_prefs(std::move(prefs)) {}
 
-    const ScopedPreferences& prefs() const { return m_prefs; }
+    [[nodiscard]] const ScopedPreferences& prefs() const { return m_prefs; }
 
 protected:
     /// Registers the defaults of all keys as one dictionary, then reads each property from the store.
@@ -101,8 +101,8 @@ public:
         m_owner.prefs().set(storedForm(this->get()), m_key);
     }
 
-    const QString& key() const override { return m_key; }
-    QVariant defaultValue() const override { return storedForm(m_default); }
+    [[nodiscard]] const QString& key() const override { return m_key; }
+    [[nodiscard]] QVariant defaultValue() const override { return storedForm(m_default); }
     void read(const ScopedPreferences& prefs) override
     {
         Observable<T>::set(readSetting<T>(prefs, m_key).value_or(m_default));
