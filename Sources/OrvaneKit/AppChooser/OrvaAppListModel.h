@@ -24,21 +24,21 @@ public:
     /// Leaves those whose name or identifier holds every word of the query, however it is written.
     void setQuery(const QString& query);
 
-    bool isEmptyWithoutQuery() const { return m_all.isEmpty(); }
-    const InstalledApplication& at(int row) const { return m_shown.at(row); }
+    [[nodiscard]] bool isEmptyWithoutQuery() const { return m_all.isEmpty(); }
+    [[nodiscard]] const InstalledApplication& at(int row) const { return m_shown.at(row); }
     /// A program without identifier can't be chosen, nor one that was chosen before.
-    bool isAcceptable(int row) const
+    [[nodiscard]] bool isAcceptable(int row) const
     {
         return m_shown.at(row).bundleIdentifier && !isPresent(m_shown.at(row));
     }
 
-    int rowCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
-    QIcon icon(const QString& name) const;
-    bool isPresent(const InstalledApplication& application) const
+    [[nodiscard]] QIcon icon(const QString& name) const;
+    [[nodiscard]] bool isPresent(const InstalledApplication& application) const
     {
         return application.bundleIdentifier && m_present.contains(*application.bundleIdentifier);
     }

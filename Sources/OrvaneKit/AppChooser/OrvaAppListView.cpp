@@ -23,7 +23,7 @@ class ProgramDelegate final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
     {
         return QSize(0, std::max(rowHeight, QFontMetrics(orvaFont(OrvaFont::body)).height() + 12));
     }

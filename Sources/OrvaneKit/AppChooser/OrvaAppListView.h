@@ -13,14 +13,14 @@ public:
     explicit OrvaAppListView(OrvaAppListModel& model);
 
     /// The program that is marked and may be accepted.
-    std::optional<InstalledApplication> chosen() const;
+    [[nodiscard]] std::optional<InstalledApplication> chosen() const;
     /// Marks the first program that may be accepted, or none.
     void chooseFirst();
     void chooseNone();
     bool choose(const InstalledApplication& application);
     /// Goes so many programs down, or up, past those that can't be accepted, and stops at the ends.
     void move(int steps);
-    int programsInSight() const;
+    [[nodiscard]] int programsInSight() const;
 
 protected:
     void themeChanged() override;

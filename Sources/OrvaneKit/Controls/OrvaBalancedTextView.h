@@ -14,9 +14,9 @@ public:
     /// At the leading edge or in the middle of the width that it gets.
     OrvaBalancedTextView(const OrvaText& text, Qt::Alignment alignment);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-    int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] int heightForWidth(int width) const override;
 
 protected:
     bool event(QEvent* event) override;
@@ -25,7 +25,7 @@ protected:
 private:
     void place();
     /// The narrowest that needs no more lines than `width`.
-    int balanced(int width) const;
+    [[nodiscard]] int balanced(int width) const;
 
     OrvaTextView* m_text;
     Qt::Alignment m_alignment;

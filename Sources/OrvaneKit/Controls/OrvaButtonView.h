@@ -12,15 +12,15 @@ class OrvaButtonView final : public OrvaControl<QPushButton> {
 public:
     explicit OrvaButtonView(const OrvaButton& button);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void themeChanged() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    double symbolWidth() const;
+    [[nodiscard]] double symbolWidth() const;
 
     QString m_title;
     std::optional<QString> m_symbol;

@@ -12,8 +12,8 @@ class OrvaChipButtonView final : public OrvaControl<QPushButton> {
 public:
     explicit OrvaChipButtonView(const OrvaChipButton& button);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void themeChanged() override;

@@ -15,11 +15,11 @@ public:
 
     explicit OrvaIconButtonView(const OrvaIconButton& button);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    bool hitButton(const QPoint& position) const override { return shape().contains(position); }
+    [[nodiscard]] bool hitButton(const QPoint& position) const override { return shape().contains(position); }
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -26,14 +26,14 @@ class AccessiblePicker final : public QAccessibleWidget {
 public:
     explicit AccessiblePicker(OrvaPickerView* picker) : QAccessibleWidget(picker, QAccessible::ComboBox) {}
 
-    QString text(QAccessible::Text kind) const override
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
         if (kind == QAccessible::Value || kind == QAccessible::Description)
             return picker().currentText();
         return QAccessibleWidget::text(kind);
     }
 
-    QAccessible::State state() const override
+    [[nodiscard]] QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
         state.expandable = true;
@@ -41,7 +41,7 @@ public:
         return state;
     }
 
-    QStringList actionNames() const override
+    [[nodiscard]] QStringList actionNames() const override
     {
         return QStringList{showMenuAction(), pressAction()} + QAccessibleWidget::actionNames();
     }
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    OrvaPickerView& picker() const { return static_cast<OrvaPickerView&>(*widget()); }
+    [[nodiscard]] OrvaPickerView& picker() const { return static_cast<OrvaPickerView&>(*widget()); }
 };
 
 QAccessibleInterface* makeAccessible(const QString&, QObject* object)

@@ -19,8 +19,8 @@ public:
                    const QString& name);
     ~OrvaPickerView() override;
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
     void showPopup() override;
     void hidePopup() override;

@@ -30,7 +30,7 @@ class AccessibleRadio final : public QAccessibleWidget {
 public:
     explicit AccessibleRadio(OrvaRadioView* radio) : QAccessibleWidget(radio, QAccessible::RadioButton) {}
 
-    QAccessible::State state() const override
+    [[nodiscard]] QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
         state.checkable = true;
@@ -39,7 +39,7 @@ public:
         return state;
     }
 
-    QStringList actionNames() const override
+    [[nodiscard]] QStringList actionNames() const override
     {
         return QStringList{pressAction()} + QAccessibleWidget::actionNames();
     }
@@ -53,7 +53,7 @@ public:
     }
 
 private:
-    OrvaRadioView& radio() const { return static_cast<OrvaRadioView&>(*widget()); }
+    [[nodiscard]] OrvaRadioView& radio() const { return static_cast<OrvaRadioView&>(*widget()); }
 };
 
 QAccessibleInterface* makeAccessible(const QString&, QObject* object)

@@ -20,20 +20,20 @@ public:
 
     OrvaRadioView(QString title, std::function<void(Wish)> wished);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-    bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
 
 protected:
-    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+    [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
     void nextCheckState() override;
     void keyPressEvent(QKeyEvent* event) override;
     void themeChanged() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    int textHeight(int width) const;
+    [[nodiscard]] int textHeight(int width) const;
     void paintMark(QPainter& painter, const QRectF& circle) const;
 
     QString m_title;
@@ -54,7 +54,7 @@ private:
     void addButton(const OrvaPickerOption& option);
     void choose(int index);
     void choosePast(int index, int step);
-    int chosenIndex() const;
+    [[nodiscard]] int chosenIndex() const;
 
     Binding<QString> m_selection;
     QList<OrvaPickerOption> m_options;

@@ -11,8 +11,8 @@ class OrvaSearchFieldView final : public OrvaControl<QLineEdit> {
 public:
     explicit OrvaSearchFieldView(const QString& name);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void themeChanged() override;
@@ -21,11 +21,11 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
-    QRectF symbolRect() const;
+    [[nodiscard]] QRectF symbolRect() const;
     /// Where a click empties the field; none while it is empty.
-    QRectF clearRect() const;
+    [[nodiscard]] QRectF clearRect() const;
 
-    bool isMirrored() const { return layoutDirection() == Qt::RightToLeft; }
+    [[nodiscard]] bool isMirrored() const { return layoutDirection() == Qt::RightToLeft; }
 };
 
 } // namespace orvane

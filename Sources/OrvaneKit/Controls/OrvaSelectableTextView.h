@@ -13,10 +13,10 @@ class OrvaSelectableTextView final : public OrvaControl<QLineEdit> {
 public:
     explicit OrvaSelectableTextView(const Live<QString>& text);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
-    bool isElided() const;
+    [[nodiscard]] bool isElided() const;
 
 protected:
     void themeChanged() override;
@@ -28,8 +28,8 @@ protected:
 
 private:
     void showText(const QString& text);
-    double lineWidth() const;
-    QRectF textRect() const;
+    [[nodiscard]] double lineWidth() const;
+    [[nodiscard]] QRectF textRect() const;
 
     Cancellables m_cancellables;
 };

@@ -14,8 +14,8 @@ public:
     OrvaSliderView(Binding<double> value, double lower, double upper, std::optional<double> step,
                    const QString& name, const Live<QString>& detail);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -28,8 +28,8 @@ private:
     void showValue();
     void positionChanged(int position);
     void dragTo(double x);
-    QRectF groove() const;
-    bool mirrored() const { return layoutDirection() == Qt::RightToLeft; }
+    [[nodiscard]] QRectF groove() const;
+    [[nodiscard]] bool mirrored() const { return layoutDirection() == Qt::RightToLeft; }
 
     Binding<double> m_value;
     double m_lower;

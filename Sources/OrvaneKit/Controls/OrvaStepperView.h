@@ -12,8 +12,8 @@ class OrvaStepperView final : public OrvaControl<QSpinBox> {
 public:
     OrvaStepperView(Binding<int> value, int lower, int upper, int step, const Live<QString>& name);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void themeChanged() override;
@@ -27,7 +27,7 @@ protected:
 private:
     void showValue();
     void valueEdited(int value);
-    QRectF arrows() const;
+    [[nodiscard]] QRectF arrows() const;
 
     Binding<int> m_value;
     bool m_showing = false;

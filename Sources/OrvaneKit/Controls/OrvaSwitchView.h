@@ -15,11 +15,11 @@ public:
     OrvaSwitchView(Binding<bool> isOn, const Live<QString>& name,
                    const std::optional<Live<QString>>& description = {}, const Live<bool>& enabled = true);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+    [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
     void nextCheckState() override { setValue(!isChecked()); }
     void paintEvent(QPaintEvent* event) override;
 

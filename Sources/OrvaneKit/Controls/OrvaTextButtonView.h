@@ -15,8 +15,8 @@ public:
 
     explicit OrvaTextButtonView(const OrvaTextButton& button);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void themeChanged() override;

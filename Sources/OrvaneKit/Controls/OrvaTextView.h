@@ -19,9 +19,9 @@ public:
 
     void setColor(OrvaColor color);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-    int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    [[nodiscard]] int heightForWidth(int width) const override;
 
 protected:
     void themeChanged() override;
@@ -29,8 +29,8 @@ protected:
 
 private:
     void show(const QString& text);
-    double lineWidth() const;
-    double digitWidth() const;
+    [[nodiscard]] double lineWidth() const;
+    [[nodiscard]] double digitWidth() const;
     void paintSingleLine(QPainter& painter) const;
 
     OrvaFont m_font;

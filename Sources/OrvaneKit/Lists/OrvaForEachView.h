@@ -40,11 +40,11 @@ private:
     std::vector<Row> rowsFor(const QList<OrvaForEach::Item>& items);
     void layOutRows();
     void orderTabs(QWidget* anchor) const;
-    QWidget* tabStopBefore() const;
+    [[nodiscard]] QWidget* tabStopBefore() const;
     void leave(const std::vector<Row>& before);
     void moveFocus(QWidget& leaving, std::size_t place);
     void drop(const Row& row);
-    bool keeps(const Row& row) const;
+    [[nodiscard]] bool keeps(const Row& row) const;
     void settleIn();
     void childrenChanged();
 

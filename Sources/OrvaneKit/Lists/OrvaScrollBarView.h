@@ -15,7 +15,7 @@ public:
     /// `ground` is what it stands on.
     explicit OrvaScrollBarView(OrvaColor ground = OrvaColor::window);
 
-    QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -25,7 +25,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    QRectF thumb() const;
+    [[nodiscard]] QRectF thumb() const;
 
     OrvaColor m_ground;
     double m_grip = 0; // where in the thumb the mouse holds it, points

@@ -31,7 +31,7 @@ public:
     {
     }
 
-    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override
     {
         if (m_model.isHeading(index.row())) {
             const int text = QFontMetrics(orvaFont(OrvaFont::smallCaptionSemibold)).height();

@@ -13,13 +13,13 @@ class OrvaSidebarView final : public OrvaControl<QListView> {
 public:
     explicit OrvaSidebarView(const OrvaSidebar& sidebar);
 
-    QSize minimumSizeHint() const override { return {0, 0}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {0, 0}; }
 
 protected:
     void themeChanged() override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
-    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
-                                                         const QEvent* event) const override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                                       const QEvent* event) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

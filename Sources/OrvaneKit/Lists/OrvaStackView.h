@@ -38,9 +38,9 @@ protected:
     /// By default a group without anything to show is left out itself.
     virtual void childrenChanged();
     virtual void insert(QWidget& child);
-    bool showsAny() const;
+    [[nodiscard]] bool showsAny() const;
     QVBoxLayout& stack() { return *m_stack; }
-    const QList<QWidget*>& members() const { return m_members; }
+    [[nodiscard]] const QList<QWidget*>& members() const { return m_members; }
 
 private:
     QVBoxLayout* m_stack;

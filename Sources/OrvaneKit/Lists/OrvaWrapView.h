@@ -18,24 +18,24 @@ public:
     ~OrvaWrapLayout() override;
 
     void addItem(QLayoutItem* item) override;
-    int count() const override { return static_cast<int>(m_items.size()); }
-    QLayoutItem* itemAt(int index) const override;
+    [[nodiscard]] int count() const override { return static_cast<int>(m_items.size()); }
+    [[nodiscard]] QLayoutItem* itemAt(int index) const override;
     QLayoutItem* takeAt(int index) override;
-    Qt::Orientations expandingDirections() const override { return Qt::Horizontal; }
-    bool hasHeightForWidth() const override { return true; }
-    int heightForWidth(int width) const override;
-    QSize sizeHint() const override;
-    QSize minimumSize() const override;
+    [[nodiscard]] Qt::Orientations expandingDirections() const override { return Qt::Horizontal; }
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSize() const override;
     void setGeometry(const QRect& rect) override;
 
 private:
     enum class Move { no, yes };
 
     /// The height that it takes.
-    int place(const QRect& rect, Move move) const;
+    [[nodiscard]] int place(const QRect& rect, Move move) const;
 
     /// 0 without columns.
-    int columnWidth() const;
+    [[nodiscard]] int columnWidth() const;
 
     int m_gap;
     OrvaWrapColumns m_columns;

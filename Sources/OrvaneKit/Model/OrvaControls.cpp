@@ -29,7 +29,7 @@ public:
         setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
 
-    QSize sizeHint() const override
+    [[nodiscard]] QSize sizeHint() const override
     {
         return QSize(captionSymbol, std::max(captionSymbol, QFontMetrics(orvaFont(m_font)).height()));
     }

@@ -45,7 +45,7 @@ struct OrvaForEach {
     };
     Live<QList<Item>> content;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const OrvaRadioGroup& group);

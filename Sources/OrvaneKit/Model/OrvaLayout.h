@@ -23,7 +23,7 @@ struct OrvaInset {
     double side = 0;
     AnyView content;
 
-    QList<AnyView> children() const { return {content}; }
+    [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
 /// A symbol of `side` points.
@@ -38,7 +38,7 @@ struct OrvaHStack {
     double spacing = 0;
     QList<AnyView> content;
 
-    QList<AnyView> children() const { return content; }
+    [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
 /// One below the other, at the leading edge; `spacing` in points.
@@ -46,7 +46,7 @@ struct OrvaVStack {
     double spacing = 0;
     QList<AnyView> content;
 
-    QList<AnyView> children() const { return content; }
+    [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
 /// Where the items of a line begin: right behind each other, or in columns as wide as the widest item.
@@ -58,7 +58,7 @@ struct OrvaWrap {
     QList<AnyView> content;
     OrvaWrapColumns columns = OrvaWrapColumns::none;
 
-    QList<AnyView> children() const { return content; }
+    [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
 /// A button that is text alone, in the colour of links. The symbol follows the title.
@@ -88,7 +88,7 @@ struct OrvaPopover {
     AnyView anchor;
     std::function<AnyView()> content;
 
-    QList<AnyView> children() const
+    [[nodiscard]] QList<AnyView> children() const
     {
         QList<AnyView> views{anchor};
         if (isPresented.get())

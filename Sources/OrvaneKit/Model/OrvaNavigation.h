@@ -59,7 +59,7 @@ struct OrvaSplit {
     AnyView sidebar;
     AnyView detail;
 
-    QList<AnyView> children() const { return {header, sidebar, detail}; }
+    [[nodiscard]] QList<AnyView> children() const { return {header, sidebar, detail}; }
 };
 
 /// Shows what `content` makes of the present key. An unequal key replaces it by a fresh view.
@@ -67,7 +67,7 @@ struct OrvaKeyed {
     Live<QString> key;
     std::function<AnyView(const QString& key)> content;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 /// Does something each time that its content comes into sight.
@@ -75,7 +75,7 @@ struct OrvaAppear {
     std::function<void()> onAppear;
     AnyView content;
 
-    QList<AnyView> children() const { return {content}; }
+    [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
 /// The same, and something else at each interval from then on until the content or its window is put away.
@@ -86,7 +86,7 @@ struct OrvaTicker {
     std::function<void()> onTick;
     AnyView content;
 
-    QList<AnyView> children() const { return {content}; }
+    [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
 /// A place that can be scrolled to.
@@ -94,7 +94,7 @@ struct OrvaAnchor {
     QString id;
     AnyView content;
 
-    QList<AnyView> children() const { return {content}; }
+    [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
 /// At each change of `requests` it scrolls the page in it until the anchor of this id stands at the top.
@@ -103,7 +103,7 @@ struct OrvaScrollReader {
     QString anchor;
     AnyView content;
 
-    QList<AnyView> children() const { return {content}; }
+    [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
 QWidget* makeOrvaWidget(const OrvaSidebar& sidebar);

@@ -18,7 +18,7 @@ struct OrvaPage {
     AnyView banner = {};
     AnyView content = {};
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 /// An icon tile, title and subtitle, `trailing` on the right; with `autoStart` a labelled switch, and
@@ -37,7 +37,7 @@ struct OrvaPageHeader {
     AccessoryPlace accessoryPlace = AccessoryPlace::besideAutoStart;
     AnyView trailing = {};
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 struct OrvaStatusBanner {
@@ -47,7 +47,7 @@ struct OrvaStatusBanner {
     Live<QString> message;
     AnyView trailing = {};
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 OrvaColor color(OrvaStatusBanner::Kind kind);

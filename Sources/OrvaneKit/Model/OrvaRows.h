@@ -14,7 +14,7 @@ struct OrvaRow {
     VerticalAlignment alignment = VerticalAlignment::center;
     QList<AnyView> content;
 
-    QList<AnyView> children() const { return content; }
+    [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
 /// A title, and under it a caption in a small secondary font.
@@ -95,7 +95,10 @@ struct OrvaIf {
     Live<bool> condition;
     AnyView content;
 
-    QList<AnyView> children() const { return content ? QList<AnyView>{content} : QList<AnyView>{}; }
+    [[nodiscard]] QList<AnyView> children() const
+    {
+        return content ? QList<AnyView>{content} : QList<AnyView>{};
+    }
 };
 
 /// The room for its focus ring, in points, that the view's widget has on every side: layouts take it off

@@ -12,13 +12,13 @@ namespace orvane {
 struct DividedVStack {
     QList<AnyView> content;
 
-    QList<AnyView> children() const { return content; }
+    [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
 struct OrvaCard {
     QList<AnyView> content;
 
-    QList<AnyView> children() const { return {DividedVStack{content}}; }
+    [[nodiscard]] QList<AnyView> children() const { return {DividedVStack{content}}; }
 };
 
 /// A heading of symbol and title above a card, and a footnote under it.
@@ -28,7 +28,7 @@ struct OrvaSection {
     std::optional<Live<QString>> footnote = std::nullopt;
     QList<AnyView> content;
 
-    QList<AnyView> children() const { return {OrvaCard{content}}; }
+    [[nodiscard]] QList<AnyView> children() const { return {OrvaCard{content}}; }
 };
 
 /// Helping text over several lines.
@@ -45,7 +45,7 @@ struct OrvaCaptionText {
 struct OrvaPane {
     QList<AnyView> content;
 
-    QList<AnyView> children() const { return content; }
+    [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
 QWidget* makeOrvaWidget(const DividedVStack& stack);

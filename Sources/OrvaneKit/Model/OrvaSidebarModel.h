@@ -16,14 +16,14 @@ public:
     void setSections(const QList<OrvaSidebarSection>& sections);
 
     /// Null for a heading.
-    const OrvaSidebarRow* at(int row) const;
-    bool isHeading(int row) const { return at(row) == nullptr; }
+    [[nodiscard]] const OrvaSidebarRow* at(int row) const;
+    [[nodiscard]] bool isHeading(int row) const { return at(row) == nullptr; }
     /// -1 when no row has it.
-    int rowOf(const QString& tag) const;
+    [[nodiscard]] int rowOf(const QString& tag) const;
 
-    int rowCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
     struct Line {
@@ -34,7 +34,7 @@ private:
     };
 
     static QList<Line> linesOf(const QList<OrvaSidebarSection>& sections);
-    bool hasShapeOf(const QList<Line>& lines) const;
+    [[nodiscard]] bool hasShapeOf(const QList<Line>& lines) const;
 
     QList<Line> m_lines;
 };

@@ -43,16 +43,16 @@ public:
 
     /// In the space of the screens; the shadow is outside of it.
     void setFrame(const Rect& frame);
-    const Rect& frame() const { return m_frame; }
+    [[nodiscard]] const Rect& frame() const { return m_frame; }
 
     /// Shows it above all others; the program with the keyboard keeps it.
     void orderFront();
     void orderOut();
     /// Between the two.
-    bool isVisible() const { return m_isOrderedIn; }
+    [[nodiscard]] bool isVisible() const { return m_isOrderedIn; }
 
     /// Whether a compositor runs.
-    const Observable<bool>& translucency() const { return m_translucency; }
+    [[nodiscard]] const Observable<bool>& translucency() const { return m_translucency; }
     Observable<bool>& translucency() { return m_translucency; }
 
     /// What closing means that comes from the desktop, such as Alt+F4. Without it nothing closes.
@@ -60,7 +60,7 @@ public:
 
 protected:
     /// The frame in the coordinates of this widget.
-    QRectF body() const;
+    [[nodiscard]] QRectF body() const;
     void themeChanged() override;
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -69,7 +69,7 @@ protected:
 
 private:
     void hideOrderedOut();
-    QMargins shadowMargins() const;
+    [[nodiscard]] QMargins shadowMargins() const;
     void place();
     void placeContent();
     void applyMargins();

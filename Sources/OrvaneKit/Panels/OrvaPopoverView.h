@@ -30,9 +30,9 @@ private:
     void place();
     void close();
     void focusChanged(QWidget* now);
-    bool holds(const QWidget& widget) const;
-    QRectF body() const;
-    QPainterPath outline() const;
+    [[nodiscard]] bool holds(const QWidget& widget) const;
+    [[nodiscard]] QRectF body() const;
+    [[nodiscard]] QPainterPath outline() const;
 
     Binding<bool> m_isPresented;
     QPointer<QWidget> m_anchor;

@@ -25,7 +25,7 @@ public:
     OrvaSymbolView(QString name, double side, OrvaColor color, QWidget* parent = nullptr);
 
     void setColor(OrvaColor color);
-    QSize sizeHint() const override { return QSize(m_side, m_side); }
+    [[nodiscard]] QSize sizeHint() const override { return QSize(m_side, m_side); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -42,7 +42,7 @@ protected:
     }
 
     /// A page that is disabled as a whole is dimmed as a whole: its parts must not fade a second time.
-    double ownOpacity() const
+    [[nodiscard]] double ownOpacity() const
     {
         return this->testAttribute(Qt::WA_ForceDisabled) ? orvaDisabledOpacity : 1.0;
     }
@@ -59,7 +59,7 @@ void paintOrvaDefaultBox(QPainter& painter, const QRectF& shape, double corner, 
 /// Whether a control was last used with the keyboard: where its focus goes on to, so does the ring.
 class OrvaKeyboardUse {
 public:
-    bool isUsedByKeyboard() const { return m_keyboardFocus; }
+    [[nodiscard]] bool isUsedByKeyboard() const { return m_keyboardFocus; }
 
 protected:
     ~OrvaKeyboardUse() = default;
@@ -72,9 +72,9 @@ public:
     using OrvaThemed<Base>::OrvaThemed;
 
 protected:
-    bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
+    [[nodiscard]] bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
     /// Where the control itself is drawn, the ring's margin left out.
-    QRectF shape() const
+    [[nodiscard]] QRectF shape() const
     {
         constexpr double m = orvaRingMargin;
         return QRectF(this->rect()).adjusted(m, m, -m, -m);

@@ -122,7 +122,7 @@ private:
         m_picture.m_shapes.push_back({style.transform.map(path), style.isFilled, style.isStroked});
     }
 
-    QString attribute(QStringView name) const
+    [[nodiscard]] QString attribute(QStringView name) const
     {
         return m_xml.attributes().value(QString(), name.toString()).toString();
     }
