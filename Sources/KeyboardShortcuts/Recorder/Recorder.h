@@ -25,10 +25,13 @@ struct Recorder {
     Recorder(AnyView theLabel, Name shortcutName, RecorderChange changed, QString theAccessibleName);
 
     /// The label, where there is one.
-    QList<AnyView> children() const { return hasLabel ? QList<AnyView>{label} : QList<AnyView>{}; }
+    [[nodiscard]] QList<AnyView> children() const
+    {
+        return hasLabel ? QList<AnyView>{label} : QList<AnyView>{};
+    }
 
     /// What the control shows.
-    QString text() const;
+    [[nodiscard]] QString text() const;
     /// What recording this shortcut does, or clearing with none; no check stands before it.
     void set(const std::optional<Shortcut>& shortcut) const;
 

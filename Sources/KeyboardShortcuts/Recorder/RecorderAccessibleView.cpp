@@ -15,7 +15,7 @@ class AccessibleRecorder final : public QAccessibleWidget {
 public:
     explicit AccessibleRecorder(RecorderCocoa* recorder) : QAccessibleWidget(recorder, QAccessible::Button) {}
 
-    QString text(QAccessible::Text kind) const override
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
         switch (kind) {
         case QAccessible::Value:
@@ -28,7 +28,7 @@ public:
         }
     }
 
-    QStringList actionNames() const override
+    [[nodiscard]] QStringList actionNames() const override
     {
         return QStringList{pressAction()} + QAccessibleWidget::actionNames();
     }
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    RecorderCocoa& recorder() const { return static_cast<RecorderCocoa&>(*widget()); }
+    [[nodiscard]] RecorderCocoa& recorder() const { return static_cast<RecorderCocoa&>(*widget()); }
 };
 
 QAccessibleInterface* makeAccessible(const QString&, QObject* object)

@@ -14,8 +14,8 @@ public:
     /// Without an informative text the message stands alone.
     RecorderAlertPanel(const QString& message, const QString& informativeText, QWidget* window);
 
-    const QString& messageText() const { return m_messageText; }
-    const QString& informativeText() const { return m_informativeText; }
+    [[nodiscard]] const QString& messageText() const { return m_messageText; }
+    [[nodiscard]] const QString& informativeText() const { return m_informativeText; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -16,7 +16,7 @@ public:
 
     explicit RecorderClearButton(QWidget* recorder);
 
-    QSize sizeHint() const override { return QSize(side, side); }
+    [[nodiscard]] QSize sizeHint() const override { return QSize(side, side); }
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

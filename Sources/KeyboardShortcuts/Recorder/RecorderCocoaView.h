@@ -25,14 +25,14 @@ public:
     explicit RecorderCocoa(Name name, RecorderChange onChange = {}, const QString& accessibleName = {});
     ~RecorderCocoa() override;
 
-    const Name& shortcutName() const { return m_shortcutName; }
+    [[nodiscard]] const Name& shortcutName() const { return m_shortcutName; }
     void setShortcutName(const Name& name);
     void setOnChange(RecorderChange onChange) { m_onChange = std::move(onChange); }
 
     /// The shortcut in words; without one, and while recording, what to do.
-    QString spokenValue() const;
-    bool isRecording() const { return m_recording != nullptr; }
-    bool canBecomeKeyView() const { return m_canBecomeKey; }
+    [[nodiscard]] QString spokenValue() const;
+    [[nodiscard]] bool isRecording() const { return m_recording != nullptr; }
+    [[nodiscard]] bool canBecomeKeyView() const { return m_canBecomeKey; }
 
     /// Takes the focus, at once or as soon as its window is the active one, and records.
     void makeFirstResponder();
@@ -71,7 +71,7 @@ private:
 
     bool windowTakesTab(const QKeyEvent& press);
     bool tabOnFromHere(bool next);
-    QRectF boundsOnScreens() const;
+    [[nodiscard]] QRectF boundsOnScreens() const;
     void announceValue();
 
     Name m_shortcutName;

@@ -16,12 +16,12 @@ public:
     static constexpr int leastWidth = 130;
 
     /// The description of a shortcut, empty without one.
-    const QString& stringValue() const { return m_stringValue; }
+    [[nodiscard]] const QString& stringValue() const { return m_stringValue; }
     /// What stands in the place of an empty text.
-    const QString& placeholder() const { return m_placeholder; }
+    [[nodiscard]] const QString& placeholder() const { return m_placeholder; }
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     enum class Highlight { none, ring };
@@ -42,7 +42,7 @@ protected:
 
 private:
     void placeCancelButton();
-    QRectF textRoom() const;
+    [[nodiscard]] QRectF textRoom() const;
 
     QStringList m_placeholders;
     QString m_stringValue;

@@ -16,7 +16,7 @@ public:
     explicit ResourceBundle(const QStringList& languages);
 
     /// The key itself when no table has it.
-    QString localizedString(const QString& key) const { return m_texts.value(key, key); }
+    [[nodiscard]] QString localizedString(const QString& key) const { return m_texts.value(key, key); }
 
 private:
     bool add(const QString& language);

@@ -15,13 +15,13 @@ public:
     RecorderText(const QString& text, const QFont& font);
 
     /// In points.
-    double width() const;
+    [[nodiscard]] double width() const;
     /// One line in the painter's pen, in the middle of `box` as far as `room` allows, which is a part of it.
     /// What finds no room is cut off at the end.
     void paint(QPainter& painter, const QRectF& box, const QRectF& room) const;
 
 private:
-    double keycapWidth() const;
+    [[nodiscard]] double keycapWidth() const;
     void paintKeycap(QPainter& painter, const QRectF& keycap) const;
 
     QString m_plain;

@@ -18,10 +18,10 @@ public:
     /// Stores `initial` if nothing is stored under the name, not even the mark of a cleared one.
     explicit Name(QString rawValue, const std::optional<Shortcut>& initial = std::nullopt);
 
-    const QString& rawValue() const { return m_rawValue; }
-    const std::optional<Shortcut>& defaultShortcut() const { return m_defaultShortcut; }
+    [[nodiscard]] const QString& rawValue() const { return m_rawValue; }
+    [[nodiscard]] const std::optional<Shortcut>& defaultShortcut() const { return m_defaultShortcut; }
 
-    std::optional<Shortcut> shortcut() const;
+    [[nodiscard]] std::optional<Shortcut> shortcut() const;
     void setShortcut(const std::optional<Shortcut>& shortcut) const;
 
     friend bool operator==(const Name& left, const Name& right)

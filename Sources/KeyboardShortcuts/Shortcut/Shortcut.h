@@ -34,15 +34,15 @@ struct Shortcut {
     static std::optional<Shortcut> fromEvent(const Event& event);
     static std::optional<Shortcut> fromName(const Name& name);
 
-    std::optional<Key> key() const { return Key{carbonKeyCode}; }
-    EventFlags modifiers() const;
+    [[nodiscard]] std::optional<Key> key() const { return Key{carbonKeyCode}; }
+    [[nodiscard]] EventFlags modifiers() const;
 
     /// Returns a text such as "⌃⌥Space"; it ends in U+FFFD for a key that prints nothing.
-    QString description() const;
+    [[nodiscard]] QString description() const;
     /// Returns the character that a menu item with this shortcut has, or an empty text where there is none.
-    QString keyEquivalent() const;
+    [[nodiscard]] QString keyEquivalent() const;
     /// Returns the first item with this shortcut, depth first, or null. The item belongs to `menu`.
-    const MenuItem* menuItemWithMatchingShortcut(const Menu& menu) const;
+    [[nodiscard]] const MenuItem* menuItemWithMatchingShortcut(const Menu& menu) const;
 
     friend constexpr bool operator==(const Shortcut&, const Shortcut&) = default;
 
@@ -51,7 +51,7 @@ struct Shortcut {
     std::int64_t carbonModifiers;
 
 private:
-    std::optional<QString> keyToCharacter() const;
+    [[nodiscard]] std::optional<QString> keyToCharacter() const;
 };
 
 } // namespace orvane::KeyboardShortcuts
