@@ -10,7 +10,7 @@ class AwakeCapability final : public ControllerCapability<AwakeController> {
 public:
     static const CapabilityMetadata& metadata();
 
-    const CapabilityMetadata& classMetadata() const override { return metadata(); }
+    [[nodiscard]] const CapabilityMetadata& classMetadata() const override { return metadata(); }
     QList<HotkeyAction> hotkeyActions() override;
     QList<MenuBarItem> menuBarContributions() override;
     Task<> uninstall(CapabilityContext context) override;

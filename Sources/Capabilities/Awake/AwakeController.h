@@ -27,7 +27,7 @@ public:
     AwakeController(const AwakeController&) = delete;
     AwakeController& operator=(const AwakeController&) = delete;
 
-    const std::shared_ptr<AwakeSettings>& settings() const { return m_settings; }
+    [[nodiscard]] const std::shared_ptr<AwakeSettings>& settings() const { return m_settings; }
 
     /// Starts a new period; one that runs ends first. While no assertion can be had, the failure is logged
     /// and the state is asleep.

@@ -28,10 +28,10 @@ public:
     static std::shared_ptr<ClipboardHistoryController>
     make(std::shared_ptr<ClipboardHistorySettings> settings, const QString& supportDirectory, Logger logger);
 
-    const std::shared_ptr<ClipboardHistorySettings>& settings() const { return m_settings; }
-    const ClipboardStore& store() const { return m_store; }
+    [[nodiscard]] const std::shared_ptr<ClipboardHistorySettings>& settings() const { return m_settings; }
+    [[nodiscard]] const ClipboardStore& store() const { return m_store; }
     HistoryPanelController& panel() { return m_panel; }
-    const HistoryPanelController& panel() const { return m_panel; }
+    [[nodiscard]] const HistoryPanelController& panel() const { return m_panel; }
 
     /// Asks for the list on the disk, which takes the place of the one in memory when it comes. Without
     /// `persist` the one in memory stays.
@@ -62,7 +62,7 @@ private:
         int maxItems = 0;
         std::vector<Change> changes = {};
 
-        ClipboardStore result() const;
+        [[nodiscard]] ClipboardStore result() const;
     };
 
     ClipboardHistoryController(std::shared_ptr<ClipboardHistorySettings> settings,

@@ -26,7 +26,7 @@ public:
     Setting<bool> ignoreConcealed{*this, u"ignoreConcealed", true};
 
     /// Bounds what the looks at the pasteboard cost, whatever was stored.
-    double flooredPollInterval() const { return std::max(pollInterval.get(), 0.15); }
+    [[nodiscard]] double flooredPollInterval() const { return std::max(pollInterval.get(), 0.15); }
 };
 
 } // namespace orvane

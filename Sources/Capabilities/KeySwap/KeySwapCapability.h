@@ -10,8 +10,8 @@ class KeySwapCapability final : public ControllerCapability<KeySwapController> {
 public:
     static const CapabilityMetadata& metadata();
 
-    const CapabilityMetadata& classMetadata() const override { return metadata(); }
-    QList<PermissionRequirement> permissionRequirements() const override;
+    [[nodiscard]] const CapabilityMetadata& classMetadata() const override { return metadata(); }
+    [[nodiscard]] QList<PermissionRequirement> permissionRequirements() const override;
 
 private:
     std::shared_ptr<KeySwapController> makeController(const CapabilityContext& context) override;

@@ -18,14 +18,14 @@ public:
     static std::shared_ptr<KeySwapController> make(std::shared_ptr<KeySwapSettings> settings,
                                                    std::shared_ptr<EventTapService> eventTap, Logger log);
 
-    const std::shared_ptr<KeySwapSettings>& settings() const { return m_settings; }
+    [[nodiscard]] const std::shared_ptr<KeySwapSettings>& settings() const { return m_settings; }
 
     void start();
     void stop();
 
     /// The new flags of a chord, or nothing when it stays as it is. Reads the settings afresh, so a change
     /// holds for the very next key. In the path of every key: allocates nothing.
-    std::optional<RemapFlags> remap(const KeyChord& chord) const;
+    [[nodiscard]] std::optional<RemapFlags> remap(const KeyChord& chord) const;
 
 private:
     KeySwapController(std::shared_ptr<KeySwapSettings> settings, std::shared_ptr<EventTapService> eventTap,

@@ -11,8 +11,8 @@ class KeySwapController;
 
 class KeySwapSubscriber : public EventTapSubscriber {
 public:
-    EventTapRank rank() const override { return EventTapRank::keyRemapping; }
-    EventMask eventMask() const override;
+    [[nodiscard]] EventTapRank rank() const override { return EventTapRank::keyRemapping; }
+    [[nodiscard]] EventMask eventMask() const override;
     EventTapDecision handle(EventType type, Event& event) override;
 
     std::weak_ptr<KeySwapController> controller;

@@ -53,24 +53,30 @@ public:
     /// whole word of flags: see `merged`.
     static constexpr RemapFlags fromEventFlags(EventFlags flags);
     /// `flags` with these five modifiers in place of its own, and all its other bits.
-    constexpr EventFlags merged(EventFlags flags) const;
+    [[nodiscard]] constexpr EventFlags merged(EventFlags flags) const;
 
-    constexpr std::int64_t rawValue() const { return m_rawValue; }
-    constexpr bool isEmpty() const { return m_rawValue == 0; }
-    constexpr bool contains(RemapFlags other) const { return isSubsetOf(other, *this); }
-    constexpr bool isSubset(RemapFlags other) const { return isSubsetOf(*this, other); }
-    constexpr bool isSuperset(RemapFlags other) const { return isSubsetOf(other, *this); }
-    constexpr bool isDisjoint(RemapFlags other) const { return (m_rawValue & other.m_rawValue) == 0; }
-    constexpr RemapFlags united(RemapFlags other) const { return RemapFlags(m_rawValue | other.m_rawValue); }
-    constexpr RemapFlags intersection(RemapFlags other) const
+    [[nodiscard]] constexpr std::int64_t rawValue() const { return m_rawValue; }
+    [[nodiscard]] constexpr bool isEmpty() const { return m_rawValue == 0; }
+    [[nodiscard]] constexpr bool contains(RemapFlags other) const { return isSubsetOf(other, *this); }
+    [[nodiscard]] constexpr bool isSubset(RemapFlags other) const { return isSubsetOf(*this, other); }
+    [[nodiscard]] constexpr bool isSuperset(RemapFlags other) const { return isSubsetOf(other, *this); }
+    [[nodiscard]] constexpr bool isDisjoint(RemapFlags other) const
+    {
+        return (m_rawValue & other.m_rawValue) == 0;
+    }
+    [[nodiscard]] constexpr RemapFlags united(RemapFlags other) const
+    {
+        return RemapFlags(m_rawValue | other.m_rawValue);
+    }
+    [[nodiscard]] constexpr RemapFlags intersection(RemapFlags other) const
     {
         return RemapFlags(m_rawValue & other.m_rawValue);
     }
-    constexpr RemapFlags symmetricDifference(RemapFlags other) const
+    [[nodiscard]] constexpr RemapFlags symmetricDifference(RemapFlags other) const
     {
         return RemapFlags(m_rawValue ^ other.m_rawValue);
     }
-    constexpr RemapFlags subtracting(RemapFlags other) const
+    [[nodiscard]] constexpr RemapFlags subtracting(RemapFlags other) const
     {
         return RemapFlags(m_rawValue & ~other.m_rawValue);
     }
@@ -143,7 +149,7 @@ public:
     static constexpr RemapOutcome rewrite(RemapFlags flags) { return RemapOutcome(flags); }
 
     /// The new flags of a rewrite.
-    constexpr const std::optional<RemapFlags>& flags() const { return m_flags; }
+    [[nodiscard]] constexpr const std::optional<RemapFlags>& flags() const { return m_flags; }
 
     friend constexpr bool operator==(const RemapOutcome&, const RemapOutcome&) = default;
 

@@ -10,8 +10,8 @@ class PlainPasteCapability final : public ControllerCapability<PlainPasteControl
 public:
     static const CapabilityMetadata& metadata();
 
-    const CapabilityMetadata& classMetadata() const override { return metadata(); }
-    QList<PermissionRequirement> permissionRequirements() const override;
+    [[nodiscard]] const CapabilityMetadata& classMetadata() const override { return metadata(); }
+    [[nodiscard]] QList<PermissionRequirement> permissionRequirements() const override;
     QList<HotkeyAction> hotkeyActions() override;
     QList<MenuBarItem> menuBarContributions() override;
 

@@ -18,7 +18,7 @@ public:
     static std::shared_ptr<PlainPasteController> make(std::shared_ptr<PlainPasteSettings> settings,
                                                       Logger logger);
 
-    const std::shared_ptr<PlainPasteSettings>& settings() const { return m_settings; }
+    [[nodiscard]] const std::shared_ptr<PlainPasteSettings>& settings() const { return m_settings; }
 
     /// Without a text to be had the pasteboard stays as it is, and presses that wait are dropped: nobody
     /// expects their effect seconds later.

@@ -30,12 +30,12 @@ public:
         Screen screen;
     };
 
-    State state() const;
+    [[nodiscard]] State state() const;
 
     /// The window that had the focus when the drag began. One whose position can't be read never moves.
     void arm(const AXUIElement& window, std::optional<Point> position);
-    const std::optional<AXUIElement>& window() const { return m_window; }
-    const std::optional<Point>& initialPosition() const { return m_initialPosition; }
+    [[nodiscard]] const std::optional<AXUIElement>& window() const { return m_window; }
+    [[nodiscard]] const std::optional<Point>& initialPosition() const { return m_initialPosition; }
 
     /// Where an armed drag's window is now. More than 6 points from where it was, it moves, and is taken to
     /// do so until the drag ends.
@@ -44,7 +44,7 @@ public:
     /// Where a moving drag's pointer is. Says what is to become of the preview.
     Preview pointerIsOn(const Screen& screen, std::optional<SnapZone> zone);
 
-    std::optional<Target> target() const;
+    [[nodiscard]] std::optional<Target> target() const;
     void reset() { *this = SnapDrag(); }
 
 private:

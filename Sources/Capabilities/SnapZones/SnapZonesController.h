@@ -21,10 +21,10 @@ class SnapZonesController : public std::enable_shared_from_this<SnapZonesControl
 public:
     static std::shared_ptr<SnapZonesController> make(std::shared_ptr<SnapZonesSettings> settings, Logger log);
 
-    const std::shared_ptr<SnapZonesSettings>& settings() const { return m_settings; }
-    const SnapDrag& drag() const { return m_drag; }
-    const SnapPreviewPanelController& preview() const { return m_preview; }
-    SnapLayoutFlyoutController& flyout() const { return *m_flyout; }
+    [[nodiscard]] const std::shared_ptr<SnapZonesSettings>& settings() const { return m_settings; }
+    [[nodiscard]] const SnapDrag& drag() const { return m_drag; }
+    [[nodiscard]] const SnapPreviewPanelController& preview() const { return m_preview; }
+    [[nodiscard]] SnapLayoutFlyoutController& flyout() const { return *m_flyout; }
 
     /// Without a window that can be snapped, nothing.
     void snap(SnapZone zone);
@@ -48,7 +48,7 @@ private:
     void resetDrag() { m_drag.reset(); }
     void chooseLayout(SnapZone zone);
 
-    Rect frame(SnapZone zone, const Screen& screen) const;
+    [[nodiscard]] Rect frame(SnapZone zone, const Screen& screen) const;
     void place(const AXUIElement& window, SnapZone zone, const Screen& screen) const;
     void placeOnItsScreen(const AXUIElement& window, SnapZone zone) const;
 

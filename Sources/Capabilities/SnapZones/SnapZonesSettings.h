@@ -21,7 +21,7 @@ public:
     /// How far a corner reaches along its edges.
     Setting<double> cornerSize{*this, u"cornerSize", 80};
 
-    SnapGaps gaps() const { return {.outer = outerGap.get(), .inner = innerGap.get()}; }
+    [[nodiscard]] SnapGaps gaps() const { return {.outer = outerGap.get(), .inner = innerGap.get()}; }
 };
 
 } // namespace orvane

@@ -151,7 +151,7 @@ public:
         state->removeUnlisted(m_fileName);
         state->add([state = state.get(), name = m_fileName] { state->archive.removeImage(name); });
     }
-    QString fileName() const override { return m_fileName; }
+    [[nodiscard]] QString fileName() const override { return m_fileName; }
     void keep() override
     {
         m_isKept = true;

@@ -17,7 +17,7 @@ namespace orvane {
 class UnlistedImage {
 public:
     virtual ~UnlistedImage() = default;
-    virtual QString fileName() const = 0;
+    [[nodiscard]] virtual QString fileName() const = 0;
     /// Its entry is in the list, and with it the saves that are asked for from now on.
     virtual void keep() = 0;
 };

@@ -19,18 +19,18 @@ struct HistoryArchive {
     /// The capability's own support directory.
     QString directory;
 
-    QString historyPath() const;
-    QString imagesPath() const;
+    [[nodiscard]] QString historyPath() const;
+    [[nodiscard]] QString imagesPath() const;
     /// Nothing for what isn't a bare name: the list may come from anywhere.
-    std::optional<QString> imagePath(const QString& fileName) const;
+    [[nodiscard]] std::optional<QString> imagePath(const QString& fileName) const;
 
     /// The list of the file; empty when it can't be read as one.
-    QList<ClipItem> load() const;
+    [[nodiscard]] QList<ClipItem> load() const;
 
     /// Replaces the file as a whole: it is never there in part.
     void save(const QList<ClipItem>& items) const;
     /// Writes a new file, not atomically. False, and nothing is left of it, when it can't be written whole.
-    bool writeImage(const QString& fileName, const QByteArray& png) const;
+    [[nodiscard]] bool writeImage(const QString& fileName, const QByteArray& png) const;
     void removeImage(const QString& fileName) const;
     /// Removes everything from the image folder that no entry names, whatever it is.
     void pruneImages(const QList<ClipItem>& keepingItems) const;
@@ -42,7 +42,7 @@ struct HistoryArchive {
     void ensureDirectories() const;
 
 private:
-    bool ensureDirectory() const;
+    [[nodiscard]] bool ensureDirectory() const;
 };
 
 } // namespace orvane

@@ -21,7 +21,7 @@ class Element {
 public:
     explicit Element(const QJsonValue& value) : m_isGood(value.isObject()), m_object(value.toObject()) {}
 
-    bool isGood() const { return m_isGood; }
+    [[nodiscard]] bool isGood() const { return m_isGood; }
 
     QJsonValue required(const char* name, QJsonValue::Type type)
     {

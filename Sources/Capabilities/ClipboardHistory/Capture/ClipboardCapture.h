@@ -26,9 +26,9 @@ public:
                                                    std::shared_ptr<ArchiveQueue> archive, int changeCount,
                                                    std::function<void()> completion);
 
-    bool isComplete() const { return m_isComplete; }
+    [[nodiscard]] bool isComplete() const { return m_isComplete; }
     /// What came of it; nothing for a copy that is passed over.
-    const std::optional<ClipItem>& item() const { return m_item; }
+    [[nodiscard]] const std::optional<ClipItem>& item() const { return m_item; }
     /// The item is in the list, so its picture stays.
     void keepImage();
 
@@ -39,7 +39,7 @@ private:
 
     void readTypes();
     void takeTypes(std::optional<PasteboardContents> contents);
-    QStringList wantedTypes(const QStringList& present) const;
+    [[nodiscard]] QStringList wantedTypes(const QStringList& present) const;
     void takeData(std::optional<PasteboardContents> contents);
     static UnownedTask makeItemOf(std::weak_ptr<ClipboardCapture> weak,
                                   std::function<std::optional<CapturedContent>()> classify);

@@ -14,7 +14,7 @@ public:
 
     void start() override;
     void stop() override;
-    bool isRunning() const override { return m_isRunning; }
+    [[nodiscard]] bool isRunning() const override { return m_isRunning; }
 
 private:
     std::shared_ptr<ClipboardHistoryController> m_controller;

@@ -16,12 +16,12 @@ public:
     virtual ~PasteboardReading() = default;
 
     /// The identifiers of the types that are present.
-    virtual QStringList types() const = 0;
-    virtual std::optional<QString> urlString() const = 0;
-    virtual std::optional<QString> plainString() const = 0;
+    [[nodiscard]] virtual QStringList types() const = 0;
+    [[nodiscard]] virtual std::optional<QString> urlString() const = 0;
+    [[nodiscard]] virtual std::optional<QString> plainString() const = 0;
     /// A picture as PNG, converted where the pasteboard has only another form of it.
-    virtual std::optional<QByteArray> pngData() const = 0;
-    virtual std::optional<QList<QUrl>> fileURLs() const = 0;
+    [[nodiscard]] virtual std::optional<QByteArray> pngData() const = 0;
+    [[nodiscard]] virtual std::optional<QList<QUrl>> fileURLs() const = 0;
 };
 
 } // namespace orvane

@@ -10,12 +10,12 @@ class SystemPasteboardReader : public PasteboardReading {
 public:
     explicit SystemPasteboardReader(PasteboardContents contents) : m_contents(std::move(contents)) {}
 
-    QStringList types() const override { return m_contents.types; }
-    std::optional<QString> urlString() const override;
-    std::optional<QString> plainString() const override;
+    [[nodiscard]] QStringList types() const override { return m_contents.types; }
+    [[nodiscard]] std::optional<QString> urlString() const override;
+    [[nodiscard]] std::optional<QString> plainString() const override;
     /// A PNG as it stands, whatever its bytes; only without one a TIFF is converted, which takes its time.
-    std::optional<QByteArray> pngData() const override;
-    std::optional<QList<QUrl>> fileURLs() const override;
+    [[nodiscard]] std::optional<QByteArray> pngData() const override;
+    [[nodiscard]] std::optional<QList<QUrl>> fileURLs() const override;
 
 private:
     PasteboardContents m_contents;

@@ -22,20 +22,20 @@ public:
 
     /// Keeps the place of the view, and the focus on the entry that has it.
     void setItems(const QList<ClipItem>& items);
-    const QList<ClipItem>& items() const { return m_items; }
+    [[nodiscard]] const QList<ClipItem>& items() const { return m_items; }
 
     /// For a new showing: the first row on top, no row with the focus, pictures read anew.
     void startAnew();
     void closeMenu();
 
-    int rowCount() const { return static_cast<int>(m_items.size()); }
+    [[nodiscard]] int rowCount() const { return static_cast<int>(m_items.size()); }
     /// In the viewport, whether in view or not. Of rows far from the view it is a guess.
-    QRect rowRect(int row) const;
+    [[nodiscard]] QRect rowRect(int row) const;
     /// -1 where there is none.
-    int rowAt(const QPoint& viewportPoint) const;
+    [[nodiscard]] int rowAt(const QPoint& viewportPoint) const;
     /// What is shown of an entry.
-    const HistoryRow& row(int row) const;
-    int focusedRow() const { return hasFocus() ? m_current : -1; }
+    [[nodiscard]] const HistoryRow& row(int row) const;
+    [[nodiscard]] int focusedRow() const { return hasFocus() ? m_current : -1; }
 
     void press(int row);
     void openMenu(int row, const QPoint& globalPoint);
@@ -66,14 +66,14 @@ private:
     void settle();
     bool measureInView();
     void fetchThumbnails();
-    int firstInView() const { return rowAtContent(verticalScrollBarValue()); }
-    int rowAtContent(int y) const { return m_heights.rowAt(y); }
-    int verticalScrollBarValue() const;
+    [[nodiscard]] int firstInView() const { return rowAtContent(verticalScrollBarValue()); }
+    [[nodiscard]] int rowAtContent(int y) const { return m_heights.rowAt(y); }
+    [[nodiscard]] int verticalScrollBarValue() const;
     void hover(int row);
     void paintRow(QPainter& painter, int each) const;
     void moveFocus(int row);
     void keepInView(int row);
-    HistoryRowLook::Icon icon(int row) const;
+    [[nodiscard]] HistoryRowLook::Icon icon(int row) const;
 
     HistoryViewModel& m_model;
     QList<ClipItem> m_items;

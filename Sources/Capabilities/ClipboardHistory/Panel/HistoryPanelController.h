@@ -24,7 +24,7 @@ public:
     /// With an empty query, and with the keyboard. A click into another program closes it.
     void show();
     void hide();
-    bool isVisible() const;
+    [[nodiscard]] bool isVisible() const;
 
 private:
     void makePanel();

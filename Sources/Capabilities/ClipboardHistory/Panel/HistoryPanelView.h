@@ -26,7 +26,7 @@ public:
 
     QLineEdit& field() { return *m_field; }
     HistoryListView& list() { return *m_list; }
-    bool showsEmptyText() const;
+    [[nodiscard]] bool showsEmptyText() const;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -43,20 +43,20 @@ public:
 
     HistoryRowLook();
 
-    int height(const HistoryRow& row, int width) const;
+    [[nodiscard]] int height(const HistoryRow& row, int width) const;
     /// The height without a look at the text's width: right for most.
-    int likelyHeight(const ClipItem& item) const;
+    [[nodiscard]] int likelyHeight(const ClipItem& item) const;
     void paint(QPainter& painter, const QRect& rect, Qt::LayoutDirection direction, const HistoryRow& row,
                const Icon& icon, State state, FocusRing ring) const;
 
     /// At most two lines of the preview, in `room` points; the second ends with an ellipsis where there is
     /// more.
-    QStringList lines(const HistoryRow& row, int room) const;
+    [[nodiscard]] QStringList lines(const HistoryRow& row, int room) const;
     /// What is left of a row's width for its text.
-    int textWidth(const HistoryRow& row, int width) const;
+    [[nodiscard]] int textWidth(const HistoryRow& row, int width) const;
 
 private:
-    int heightWith(int lineCount, bool hasSource) const;
+    [[nodiscard]] int heightWith(int lineCount, bool hasSource) const;
     void paintGround(QPainter& painter, const QRect& rect, State state, FocusRing ring) const;
     void paintIcon(QPainter& painter, const QRect& box, const HistoryRow& row, const Icon& icon) const;
     void paintText(QPainter& painter, const QRect& room, Qt::LayoutDirection direction,

@@ -14,20 +14,20 @@ class AccessibleRow final : public QAccessibleInterface, public QAccessibleActio
 public:
     AccessibleRow(HistoryListView& list, int row) : m_list(&list), m_row(row) {}
 
-    bool isValid() const override { return m_list && m_row < m_list->rowCount(); }
-    QObject* object() const override { return nullptr; }
-    QAccessibleInterface* parent() const override
+    [[nodiscard]] bool isValid() const override { return m_list && m_row < m_list->rowCount(); }
+    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* parent() const override
     {
         return QAccessible::queryAccessibleInterface(m_list.data());
     }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
-    QAccessible::Role role() const override { return QAccessible::ListItem; }
+    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    [[nodiscard]] QAccessible::Role role() const override { return QAccessible::ListItem; }
     void setText(QAccessible::Text, const QString&) override {}
 
-    QString text(QAccessible::Text kind) const override
+    [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
         if (!isValid())
             return {};
@@ -39,7 +39,7 @@ public:
         return {};
     }
 
-    QRect rect() const override
+    [[nodiscard]] QRect rect() const override
     {
         if (!isValid())
             return {};
@@ -47,7 +47,7 @@ public:
         return QRect(m_list->viewport()->mapToGlobal(rect.topLeft()), rect.size());
     }
 
-    QAccessible::State state() const override
+    [[nodiscard]] QAccessible::State state() const override
     {
         QAccessible::State state;
         state.invalid = !isValid();
@@ -66,8 +66,11 @@ public:
                                                     : nullptr;
     }
 
-    QStringList actionNames() const override { return {pressAction(), showMenuAction(), setFocusAction()}; }
-    QStringList keyBindingsForAction(const QString&) const override { return {}; }
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        return {pressAction(), showMenuAction(), setFocusAction()};
+    }
+    [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
     void doAction(const QString& name) override
     {
         if (!isValid())
@@ -94,8 +97,8 @@ public:
     }
     ~AccessibleList() override { forgetRows(); }
 
-    int childCount() const override { return m_list.rowCount(); }
-    QAccessibleInterface* child(int row) const override
+    [[nodiscard]] int childCount() const override { return m_list.rowCount(); }
+    [[nodiscard]] QAccessibleInterface* child(int row) const override
     {
         if (row < 0 || row >= m_list.rowCount())
             return nullptr;
@@ -105,7 +108,7 @@ public:
         m_rows.insert(row, QAccessible::registerAccessibleInterface(made));
         return made;
     }
-    int indexOfChild(const QAccessibleInterface* child) const override
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override
     {
         for (auto known = m_rows.constBegin(); known != m_rows.constEnd(); ++known) {
             if (QAccessible::accessibleInterface(known.value()) == child)
@@ -113,11 +116,11 @@ public:
         }
         return -1;
     }
-    QAccessibleInterface* childAt(int x, int y) const override
+    [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override
     {
         return child(m_list.rowAt(m_list.viewport()->mapFromGlobal(QPoint(x, y))));
     }
-    QAccessibleInterface* focusChild() const override { return child(m_list.focusedRow()); }
+    [[nodiscard]] QAccessibleInterface* focusChild() const override { return child(m_list.focusedRow()); }
 
     void forgetRows()
     {

@@ -13,12 +13,12 @@ public:
     /// Moves all rows below.
     void set(int row, int height);
 
-    int count() const { return static_cast<int>(m_tops.size()) - 1; }
-    int top(int row) const { return m_tops[static_cast<std::size_t>(row)]; }
-    int height(int row) const { return top(row + 1) - top(row); }
-    int total() const { return m_tops.back(); }
+    [[nodiscard]] int count() const { return static_cast<int>(m_tops.size()) - 1; }
+    [[nodiscard]] int top(int row) const { return m_tops[static_cast<std::size_t>(row)]; }
+    [[nodiscard]] int height(int row) const { return top(row + 1) - top(row); }
+    [[nodiscard]] int total() const { return m_tops.back(); }
     /// The row at `y`; the first or the last one beyond them, and -1 where there is none.
-    int rowAt(int y) const;
+    [[nodiscard]] int rowAt(int y) const;
 
 private:
     std::vector<int> m_tops{0}; // and the end of the last row

@@ -31,9 +31,9 @@ public:
     void clear();
 
     enum class State { loading, ready, missing };
-    State state(const QString& name) const;
+    [[nodiscard]] State state(const QString& name) const;
     /// Square, `side` points; null unless it is ready.
-    QImage image(const QString& name) const;
+    [[nodiscard]] QImage image(const QString& name) const;
 
     /// The middle square of a picture, scaled to so many pixels.
     static QImage squareOf(const QImage& image, int pixels);

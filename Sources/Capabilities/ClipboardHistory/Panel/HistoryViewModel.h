@@ -29,7 +29,7 @@ public:
 
     /// The entries whose preview contains the trimmed query, case aside, in the order of the list; all of
     /// them for an empty one. Goes through the whole list at each call.
-    QList<ClipItem> filtered() const;
+    [[nodiscard]] QList<ClipItem> filtered() const;
 };
 
 } // namespace orvane

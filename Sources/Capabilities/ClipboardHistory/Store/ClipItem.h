@@ -43,9 +43,9 @@ struct ClipItem {
 
     /// True if kind, text, paths and image name are those of `other`; strings are compared by canonical
     /// equivalence.
-    bool contentEquals(const ClipItem& other) const;
+    [[nodiscard]] bool contentEquals(const ClipItem& other) const;
     /// Returns the one line that stands for the entry, which is all that a search looks at.
-    QString preview() const;
+    [[nodiscard]] QString preview() const;
 
     friend bool operator==(const ClipItem&, const ClipItem&) = default;
 };

@@ -25,7 +25,7 @@ struct ClipboardStore {
     void clearUnpinned();
     /// Returns the entries whose preview contains the trimmed query, ignoring case, in the order of the list;
     /// all of them for an empty one.
-    QList<ClipItem> search(const QString& query, const QLocale& locale = QLocale()) const;
+    [[nodiscard]] QList<ClipItem> search(const QString& query, const QLocale& locale = QLocale()) const;
 };
 
 } // namespace orvane

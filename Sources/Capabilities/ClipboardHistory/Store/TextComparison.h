@@ -15,10 +15,10 @@ class Search {
 public:
     /// `query` isn't trimmed; an empty one is found in every text.
     Search(const QString& query, const QLocale& locale);
-    bool isFoundIn(const QString& text) const;
+    [[nodiscard]] bool isFoundIn(const QString& text) const;
 
 private:
-    QString folded(const QString& text) const;
+    [[nodiscard]] QString folded(const QString& text) const;
 
     enum class DottedI { common, turkic };
     DottedI m_dottedI;

@@ -16,7 +16,7 @@ struct Named {
     char name[longestName + 1];
     char16_t character;
 
-    constexpr std::string_view view() const { return name; }
+    [[nodiscard]] constexpr std::string_view view() const { return name; }
 };
 
 /// In the order of the names' bytes.

@@ -24,7 +24,7 @@ public:
     QString take();
 
 private:
-    bool isAtLineBegin() const;
+    [[nodiscard]] bool isAtLineBegin() const;
     void writeLineBreaks();
     void put(QChar character);
 

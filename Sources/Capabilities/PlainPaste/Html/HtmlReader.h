@@ -17,9 +17,9 @@ public:
     QString take();
 
     /// How many elements are open.
-    std::size_t depth() const { return m_elements.size(); }
+    [[nodiscard]] std::size_t depth() const { return m_elements.size(); }
     /// How many elements were looked at, in search of one to close.
-    qint64 cost() const { return m_cost; }
+    [[nodiscard]] qint64 cost() const { return m_cost; }
 
 private:
     struct Element {

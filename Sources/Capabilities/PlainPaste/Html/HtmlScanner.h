@@ -41,8 +41,8 @@ public:
     void beginRawText(const QByteArray& name) { m_rawTextName = name; }
 
 private:
-    bool atEnd() const { return m_at >= m_document.size(); }
-    char at(qsizetype offset) const;
+    [[nodiscard]] bool atEnd() const { return m_at >= m_document.size(); }
+    [[nodiscard]] char at(qsizetype offset) const;
     HtmlToken textUntil(qsizetype end);
     HtmlToken rawText();
     bool skipMarkup();

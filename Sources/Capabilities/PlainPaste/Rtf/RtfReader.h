@@ -39,7 +39,7 @@ private:
         bool isSymbols = false;
     };
 
-    bool isShown() const { return m_state.group == Group::text && !m_state.isHidden; }
+    [[nodiscard]] bool isShown() const { return m_state.group == Group::text && !m_state.isHidden; }
     void beginGroup();
     Progress endGroup();
     void word(const RtfToken& token);
@@ -53,7 +53,7 @@ private:
     void endLine();
     void writeCellEnd();
     void writeBytes();
-    Font font() const;
+    [[nodiscard]] Font font() const;
     const CodePage& codePage(int number);
 
     VisibleText m_text;

@@ -33,7 +33,7 @@ public:
     std::optional<RtfToken> next();
 
 private:
-    bool atEnd() const { return m_at >= m_document.size(); }
+    [[nodiscard]] bool atEnd() const { return m_at >= m_document.size(); }
     RtfToken control();
     RtfToken word();
     RtfToken hexadecimal();

@@ -20,7 +20,7 @@ public:
     static std::optional<CodePage> labelled(QByteArrayView label);
 
     /// Bytes that mean nothing become U+FFFD.
-    QString decode(QByteArrayView bytes) const;
+    [[nodiscard]] QString decode(QByteArrayView bytes) const;
 
 private:
     struct Closer {

@@ -9,9 +9,9 @@ namespace orvane {
 
 class VisibleText {
 public:
-    bool isEmpty() const { return m_text.isEmpty(); }
+    [[nodiscard]] bool isEmpty() const { return m_text.isEmpty(); }
     /// The last character; null of an empty text.
-    QChar last() const { return m_text.isEmpty() ? QChar() : m_text.back(); }
+    [[nodiscard]] QChar last() const { return m_text.isEmpty() ? QChar() : m_text.back(); }
 
     void append(QStringView text);
     void append(char16_t unit);

@@ -15,8 +15,11 @@ public:
 
     explicit SnapLayoutCellView(SnapZone zone);
 
-    SnapZone zone() const { return m_zone; }
-    QSize sizeHint() const override { return box + QSize(2 * orvaRingMargin, 2 * orvaRingMargin); }
+    [[nodiscard]] SnapZone zone() const { return m_zone; }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return box + QSize(2 * orvaRingMargin, 2 * orvaRingMargin);
+    }
 
 protected:
     void themeChanged() override;

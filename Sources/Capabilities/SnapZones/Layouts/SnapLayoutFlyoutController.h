@@ -22,15 +22,15 @@ public:
     SnapLayoutFlyoutController(const SnapLayoutFlyoutController&) = delete;
     SnapLayoutFlyoutController& operator=(const SnapLayoutFlyoutController&) = delete;
 
-    const std::shared_ptr<SnapLayoutModel>& model() const { return m_model; }
-    bool isVisible() const;
+    [[nodiscard]] const std::shared_ptr<SnapLayoutModel>& model() const { return m_model; }
+    [[nodiscard]] bool isVisible() const;
 
     /// In the middle of the main screen, whichever screen the window to be snapped is on.
     void show();
     void dismiss();
 
     /// Absent before the first use.
-    OrvaPanelWindow* panel() const { return m_panel.get(); }
+    [[nodiscard]] OrvaPanelWindow* panel() const { return m_panel.get(); }
 
 private:
     void makePanel();

@@ -21,7 +21,7 @@ public:
     void hide();
 
     /// Absent before the first use.
-    OrvaPanelWindow* panel() const { return m_panel.get(); }
+    [[nodiscard]] OrvaPanelWindow* panel() const { return m_panel.get(); }
 
 private:
     std::unique_ptr<OrvaPanelWindow> m_panel;
