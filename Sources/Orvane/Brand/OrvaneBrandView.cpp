@@ -24,7 +24,7 @@ public:
         themeChanged();
     }
 
-    QSize sizeHint() const override
+    [[nodiscard]] QSize sizeHint() const override
     {
         const QSizeF word = OrvaneBrand::wordmarkSize(m_wordmark.size, m_wordmark.lead);
         return QSize(static_cast<int>(std::ceil(word.width())) + 1,

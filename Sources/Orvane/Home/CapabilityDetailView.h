@@ -23,10 +23,10 @@ struct CapabilityDetailView {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<HomeNavigation> navigation;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 
     /// On means that the capability starts with the program.
-    Binding<bool> autoStart() const;
+    [[nodiscard]] Binding<bool> autoStart() const;
 };
 
 QWidget* makeOrvaWidget(const CapabilityDetailView& view);

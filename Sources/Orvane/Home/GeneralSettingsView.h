@@ -25,7 +25,7 @@ struct GeneralSettingsView {
     /// The section of whatever keeps the program up to date; none leaves it out.
     AnyView updates = {};
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 
     /// Which capabilities a permission is for: "Required by A, B · Optional for C", or the permission's own
     /// explanation when none lists it.

@@ -16,7 +16,7 @@ public:
     static HomeSelection general() { return HomeSelection(General{}); }
 
     /// Null for the general page.
-    const CapabilityID* capabilityID() const { return std::get_if<CapabilityID>(&m_page); }
+    [[nodiscard]] const CapabilityID* capabilityID() const { return std::get_if<CapabilityID>(&m_page); }
 
     friend bool operator==(const HomeSelection&, const HomeSelection&) = default;
 

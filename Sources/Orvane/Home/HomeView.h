@@ -21,12 +21,12 @@ struct HomeView {
     std::shared_ptr<AppPreferences> preferences;
     std::shared_ptr<HomeNavigation> navigation = std::make_shared<HomeNavigation>();
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 
     /// What is shown: the general page too where nothing or a capability that isn't there is selected.
-    HomeSelection shown() const;
-    AnyView detail() const;
-    QList<OrvaSidebarSection> sidebarSections() const;
+    [[nodiscard]] HomeSelection shown() const;
+    [[nodiscard]] AnyView detail() const;
+    [[nodiscard]] QList<OrvaSidebarSection> sidebarSections() const;
 
     /// In the order that they are met, each once.
     static QList<CapabilityCategory> groupedCategories(const QList<CapabilityRegistry::Entry>& entries);

@@ -21,7 +21,7 @@ public:
     void show();
 
     /// The window, or null before the first show.
-    QWidget* window() const { return m_window.get(); }
+    [[nodiscard]] QWidget* window() const { return m_window.get(); }
 
 private:
     void makeWindow();

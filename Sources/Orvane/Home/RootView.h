@@ -24,7 +24,7 @@ struct RootView {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<AppPreferences> preferences;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const RootView& view);

@@ -29,22 +29,28 @@ public:
     ~AppEnvironment() override;
 
     AppPreferences& appPreferences() { return *m_appPreferences; }
-    const std::shared_ptr<AppPreferences>& sharedAppPreferences() const { return m_appPreferences; }
+    [[nodiscard]] const std::shared_ptr<AppPreferences>& sharedAppPreferences() const
+    {
+        return m_appPreferences;
+    }
     PermissionManager& permissions() { return *m_permissions; }
-    const std::shared_ptr<PermissionManager>& sharedPermissions() const { return m_permissions; }
+    [[nodiscard]] const std::shared_ptr<PermissionManager>& sharedPermissions() const
+    {
+        return m_permissions;
+    }
     EventTapService& eventTap() { return *m_eventTap; }
     HotkeyManager& hotkeys() { return *m_hotkeys; }
     HomeWindowController& homeWindow() { return *m_homeWindow; }
     CapabilityRegistry& registry() { return *m_registry; }
-    const std::shared_ptr<CapabilityRegistry>& sharedRegistry() const { return m_registry; }
+    [[nodiscard]] const std::shared_ptr<CapabilityRegistry>& sharedRegistry() const { return m_registry; }
     CapabilityStore& store() { return *m_store; }
 
     /// False until the onboarding has been finished.
-    bool hasOnboarded() const;
+    [[nodiscard]] bool hasOnboarded() const;
 
 private:
     explicit AppEnvironment(const RegisterCapabilities& registerCapabilities);
-    CapabilityRegistry::MakeContext contextMaker() const;
+    [[nodiscard]] CapabilityRegistry::MakeContext contextMaker() const;
     void wireHomeWindow();
     void registerHotkeys();
 

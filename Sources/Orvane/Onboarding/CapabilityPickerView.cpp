@@ -27,7 +27,7 @@ constexpr int edge = 14;
 struct CapabilityGrid {
     QList<AnyView> cards;
 
-    QList<AnyView> children() const { return cards; }
+    [[nodiscard]] QList<AnyView> children() const { return cards; }
 };
 
 QWidget* makeOrvaWidget(const CapabilityGrid& grid)

@@ -12,13 +12,13 @@ struct CapabilityCard {
     CapabilityRegistry::Entry entry;
     std::shared_ptr<CapabilityRegistry> registry;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 struct CapabilityPickerView {
     std::shared_ptr<CapabilityRegistry> registry;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const CapabilityCard& card);

@@ -29,14 +29,14 @@ struct OnboardingFlow {
                         std::shared_ptr<PermissionManager> permissions);
 
     /// The present page, then the footer: back, dots, forward.
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 
-    AnyView content(Step shown) const;
+    [[nodiscard]] AnyView content(Step shown) const;
     /// Left out on the first page.
-    AnyView backButton() const;
-    AnyView dots() const;
+    [[nodiscard]] AnyView backButton() const;
+    [[nodiscard]] AnyView dots() const;
     /// "Continue" to the next page; "Get Started" on the last one.
-    AnyView forwardButton() const;
+    [[nodiscard]] AnyView forwardButton() const;
 };
 
 QWidget* makeOrvaWidget(const OnboardingFlow& flow);

@@ -24,8 +24,8 @@ public:
 
     /// Takes the page over and ends the one before.
     void show(QWidget* page, StageMove move);
-    QWidget* page() const { return m_page; }
-    bool isMoving() const { return m_motion.state() == QAbstractAnimation::Running; }
+    [[nodiscard]] QWidget* page() const { return m_page; }
+    [[nodiscard]] bool isMoving() const { return m_motion.state() == QAbstractAnimation::Running; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -33,7 +33,7 @@ protected:
 private:
     class Curtain;
 
-    QPixmap picture(QWidget& page) const;
+    [[nodiscard]] QPixmap picture(QWidget& page) const;
     void endTransition();
 
     QPointer<QWidget> m_page;

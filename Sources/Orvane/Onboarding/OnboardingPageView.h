@@ -14,7 +14,7 @@ struct OnboardingPage {
     double width; // of the content at most, points
     AnyView content;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const OnboardingPage& page);

@@ -6,7 +6,7 @@
 namespace orvane {
 
 struct WelcomeStep {
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const WelcomeStep& step);

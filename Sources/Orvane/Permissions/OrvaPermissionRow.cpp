@@ -32,7 +32,7 @@ class Parts {
 public:
     explicit Parts(const OrvaPermissionRow& row) : m_row(row) {}
 
-    AnyView statusSymbol() const
+    [[nodiscard]] AnyView statusSymbol() const
     {
         return OrvaRowSymbol{.systemImage =
                                  byStatus(QStringLiteral("checkmark.circle.fill"), QStringLiteral("circle")),
@@ -40,11 +40,14 @@ public:
                              .meaning = byStatus(QStringLiteral("Granted"), QStringLiteral("Not granted"))};
     }
 
-    AnyView name() const { return OrvaText{displayName(m_row.permission)}; }
-    OrvaText note() const { return OrvaText{m_row.note, OrvaFont::caption, OrvaColor::secondary}; }
+    [[nodiscard]] AnyView name() const { return OrvaText{displayName(m_row.permission)}; }
+    [[nodiscard]] OrvaText note() const
+    {
+        return OrvaText{m_row.note, OrvaFont::caption, OrvaColor::secondary};
+    }
 
     /// Empty without a level.
-    AnyView levelBadge() const
+    [[nodiscard]] AnyView levelBadge() const
     {
         if (!m_row.level)
             return {};
@@ -53,14 +56,14 @@ public:
         return OrvaBadge{.text = QStringLiteral("Optional")};
     }
 
-    AnyView grantedMark() const
+    [[nodiscard]] AnyView grantedMark() const
     {
         return OrvaIf{byStatus(true, false), OrvaBadge{.text = QStringLiteral("Granted"),
                                                        .systemImage = QStringLiteral("checkmark"),
                                                        .color = OrvaColor::green}};
     }
 
-    QList<AnyView> buttons() const
+    [[nodiscard]] QList<AnyView> buttons() const
     {
         const auto permissions = m_row.permissions;
         const SystemPermission permission = m_row.permission;
@@ -74,7 +77,7 @@ public:
 
 private:
     template <class T>
-    Live<T> byStatus(T granted, T otherwise) const
+    [[nodiscard]] Live<T> byStatus(T granted, T otherwise) const
     {
         const auto get = [permissions = m_row.permissions, permission = m_row.permission,
                           granted = std::move(granted), otherwise = std::move(otherwise)] {

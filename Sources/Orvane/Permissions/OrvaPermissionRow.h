@@ -22,7 +22,7 @@ struct OrvaPermissionRow {
     QString note;
     std::shared_ptr<PermissionManager> permissions;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const OrvaPermissionRow& row);

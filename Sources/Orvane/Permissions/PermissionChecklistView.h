@@ -12,7 +12,7 @@ class PermissionManager;
 struct PermissionChecklistView {
     std::shared_ptr<PermissionManager> permissions;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const PermissionChecklistView& view);

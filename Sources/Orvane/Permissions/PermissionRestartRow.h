@@ -7,7 +7,7 @@ namespace orvane {
 
 /// A row for cards, under those of permissions.
 struct PermissionRestartRow {
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const PermissionRestartRow& row);

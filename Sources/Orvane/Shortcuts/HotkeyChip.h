@@ -17,13 +17,13 @@ public:
     explicit HotkeyChip(HotkeyAction action);
 
     /// The chip, and while it is open its popover.
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 
     /// Reads the stored shortcut: what its coming into sight does.
     void appear() const;
 
-    QString text() const;
-    bool showsRecorder() const { return m_state->showRecorder.get(); }
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] bool showsRecorder() const { return m_state->showRecorder.get(); }
 
 private:
     struct State {
@@ -31,8 +31,8 @@ private:
         Observable<std::optional<QString>> shortcut;
     };
 
-    AnyView recorder() const;
-    AnyView popover() const;
+    [[nodiscard]] AnyView recorder() const;
+    [[nodiscard]] AnyView popover() const;
 
     HotkeyAction m_action;
     std::shared_ptr<State> m_state = std::make_shared<State>();
