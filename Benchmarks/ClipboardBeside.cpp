@@ -42,10 +42,10 @@ class Copy : public QMimeData {
 public:
     Copy(QString text, std::function<void()> read) : m_text(std::move(text)), m_read(std::move(read)) {}
 
-    QStringList formats() const override { return {QStringLiteral("text/plain")}; }
+    [[nodiscard]] QStringList formats() const override { return {QStringLiteral("text/plain")}; }
 
 protected:
-    QVariant retrieveData(const QString&, QMetaType) const override
+    [[nodiscard]] QVariant retrieveData(const QString&, QMetaType) const override
     {
         m_read();
         return m_text;
@@ -81,7 +81,7 @@ public:
     virtual ~History() = default;
     virtual void start() = 0;
     virtual void stop() = 0;
-    virtual qint64 pid() const = 0;
+    [[nodiscard]] virtual qint64 pid() const = 0;
     /// From here on hasEntry() can be asked.
     virtual void beginToWatch() = 0;
     virtual bool hasEntry(const QString& text) = 0;
@@ -92,7 +92,7 @@ class OurHistory : public History {
 public:
     void start() override { m_program.start(); }
     void stop() override { m_program.stop(); }
-    qint64 pid() const override { return m_program.pid(); }
+    [[nodiscard]] qint64 pid() const override { return m_program.pid(); }
     void beginToWatch() override {}
     bool hasEntry(const QString& text) override
     {
@@ -149,7 +149,7 @@ public:
             m_server.kill();
         m_server.waitForFinished();
     }
-    qint64 pid() const override { return m_server.processId(); }
+    [[nodiscard]] qint64 pid() const override { return m_server.processId(); }
     void beginToWatch() override
     {
         waitFor("CopyQ doesn't answer",
@@ -162,14 +162,14 @@ public:
 
 private:
     static QString program() { return QStandardPaths::findExecutable(QStringLiteral("copyq")); }
-    QProcessEnvironment environment() const
+    [[nodiscard]] QProcessEnvironment environment() const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("COPYQ_SETTINGS_PATH"), m_home.filePath(QStringLiteral("config")));
         environment.insert(QStringLiteral("COPYQ_ITEM_DATA_PATH"), m_home.filePath(QStringLiteral("data")));
         return environment;
     }
-    QByteArray run(const QStringList& arguments) const
+    [[nodiscard]] QByteArray run(const QStringList& arguments) const
     {
         QProcess client;
         client.setProcessEnvironment(environment());

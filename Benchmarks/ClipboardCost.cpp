@@ -64,13 +64,13 @@ private:
     static constexpr QPoint place{300, 200};
 
     /// The pixels of the list only: the search field above it has a blinking caret.
-    QByteArray pixels() const
+    [[nodiscard]] QByteArray pixels() const
     {
         const QImage list = m_screen.picture(QRect(place + QPoint(20, 60), QSize(320, 340)));
         return QByteArray(reinterpret_cast<const char*>(list.constBits()), list.sizeInBytes());
     }
     /// Returns when the pixels last changed, from now on.
-    double settled(QByteArray last) const
+    [[nodiscard]] double settled(QByteArray last) const
     {
         constexpr double still = 700;
         QElapsedTimer clock;

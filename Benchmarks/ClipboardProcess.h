@@ -105,14 +105,14 @@ public:
         m_process.waitForFinished();
     }
 
-    qint64 pid() const { return m_process.processId(); }
-    bool isRunning() const { return m_process.state() == QProcess::Running; }
-    QString folder() const
+    [[nodiscard]] qint64 pid() const { return m_process.processId(); }
+    [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
+    [[nodiscard]] QString folder() const
     {
         return m_home.filePath(QStringLiteral("data/Orvane/net.lindenrow.orvane.clipboardhistory"));
     }
-    QString historyFile() const { return m_home.filePath(historyPath()); }
-    QByteArray history() const
+    [[nodiscard]] QString historyFile() const { return m_home.filePath(historyPath()); }
+    [[nodiscard]] QByteArray history() const
     {
         QFile file(historyFile());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

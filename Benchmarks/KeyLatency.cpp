@@ -34,7 +34,7 @@ class Tap {
 public:
     virtual ~Tap() = default;
     /// Returns the microseconds of processor time that the tap has taken so far.
-    virtual double cost() const { return 0; }
+    [[nodiscard]] virtual double cost() const { return 0; }
 };
 
 /// Returns the processor time of all threads of a process, in microseconds.
@@ -83,7 +83,7 @@ public:
         m_process.waitForFinished();
     }
 
-    double cost() const override { return processorTime(m_process.processId()); }
+    [[nodiscard]] double cost() const override { return processorTime(m_process.processId()); }
 
 private:
     QTemporaryDir m_home;
@@ -105,7 +105,7 @@ public:
         m_process.waitForFinished();
     }
 
-    double cost() const override { return processorTime(m_process.processId()); }
+    [[nodiscard]] double cost() const override { return processorTime(m_process.processId()); }
 
 private:
     QProcess m_process;

@@ -13,7 +13,7 @@ namespace {
 /// Ignores all but the modifiers, as the double tap of a key does.
 class FlagsOnly : public EventTapListener {
 public:
-    EventMask eventMask() const override { return eventMaskBit(EventType::flagsChanged); }
+    [[nodiscard]] EventMask eventMask() const override { return eventMaskBit(EventType::flagsChanged); }
     void hear(EventType type, const Event& event) override
     {
         if (type == EventType::flagsChanged)
@@ -28,8 +28,8 @@ private:
 /// Looks at presses of two keys, as the interception of cut and paste does.
 class TwoKeys : public EventTapSubscriber {
 public:
-    EventTapRank rank() const override { return EventTapRank::clipboardKeys; }
-    EventMask eventMask() const override { return eventMaskBit(EventType::keyDown); }
+    [[nodiscard]] EventTapRank rank() const override { return EventTapRank::clipboardKeys; }
+    [[nodiscard]] EventMask eventMask() const override { return eventMaskBit(EventType::keyDown); }
     EventTapDecision handle(EventType type, Event& event) override
     {
         const bool matches = type == EventType::keyDown && (event.keycode == 7 || event.keycode == 9) &&

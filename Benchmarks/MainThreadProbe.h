@@ -70,7 +70,7 @@ private:
         double running = 0;
         double waiting = 0; // waiting for a processor
     };
-    Times times() const
+    [[nodiscard]] Times times() const
     {
         QFile file(QStringLiteral("/proc/%1/task/%1/schedstat").arg(m_pid));
         const auto numbers = file.open(QIODevice::ReadOnly) ? file.readAll().split(' ') : QByteArrayList();

@@ -78,13 +78,16 @@ public:
         m_process.waitForFinished();
     }
 
-    double startupMs() const { return m_startup; }
+    [[nodiscard]] double startupMs() const { return m_startup; }
 
-    double kilobytes(const char* field) const
+    [[nodiscard]] double kilobytes(const char* field) const
     {
         return processFigures::kilobytes(m_process.processId(), field);
     }
-    std::map<QByteArray, long> switches() const { return processFigures::switches(m_process.processId()); }
+    [[nodiscard]] std::map<QByteArray, long> switches() const
+    {
+        return processFigures::switches(m_process.processId());
+    }
 
 private:
     QTemporaryDir m_home;

@@ -142,7 +142,7 @@ public:
             QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
         return m_span;
     }
-    long allocated() const { return m_allocated; }
+    [[nodiscard]] long allocated() const { return m_allocated; }
 
 private:
     std::unique_ptr<EventMonitor> add(const std::function<void()>& stamp)

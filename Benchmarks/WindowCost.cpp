@@ -69,11 +69,14 @@ public:
     }
 
     /// Returns the visible window of this process; 0 when there is none.
-    xcb_window_t windowOf(qint64 pid) const { return search(m_root, static_cast<std::uint32_t>(pid)); }
+    [[nodiscard]] xcb_window_t windowOf(qint64 pid) const
+    {
+        return search(m_root, static_cast<std::uint32_t>(pid));
+    }
 
     /// Returns the pixels of two strips from top to bottom, one through the window's left part and one
     /// through its right. A toolkit brings a frame to the screen in one piece, so they represent all of it.
-    QByteArray strips(xcb_window_t window) const
+    [[nodiscard]] QByteArray strips(xcb_window_t window) const
     {
         constexpr int stripWidth = 12;
         QByteArray pixels;
@@ -104,9 +107,9 @@ public:
     }
 
 private:
-    xcb_connection_t* connection() const { return m_connection.get(); }
+    [[nodiscard]] xcb_connection_t* connection() const { return m_connection.get(); }
 
-    xcb_atom_t atom(const char* name) const
+    [[nodiscard]] xcb_atom_t atom(const char* name) const
     {
         const auto cookie =
             xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
@@ -114,7 +117,7 @@ private:
         return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
 
-    xcb_window_t search(xcb_window_t parent, std::uint32_t pid) const
+    [[nodiscard]] xcb_window_t search(xcb_window_t parent, std::uint32_t pid) const
     {
         const Reply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(connection(), xcb_query_tree(connection(), parent), nullptr));
@@ -130,7 +133,7 @@ private:
         return 0;
     }
 
-    bool isHomeOf(xcb_window_t window, std::uint32_t pid) const
+    [[nodiscard]] bool isHomeOf(xcb_window_t window, std::uint32_t pid) const
     {
         const auto pidCookie = xcb_get_property(connection(), 0, window, m_pid, XCB_ATOM_CARDINAL, 0, 1);
         const auto stateCookie = xcb_get_window_attributes(connection(), window);
@@ -181,7 +184,7 @@ public:
         m_process.waitForFinished();
     }
 
-    qint64 pid() const { return m_process.processId(); }
+    [[nodiscard]] qint64 pid() const { return m_process.processId(); }
 
     void requestWindow()
     {
@@ -198,8 +201,11 @@ public:
     }
 
     /// Returns megabytes.
-    double memory(const char* field) const { return processFigures::kilobytes(pid(), field) / 1024; }
-    std::map<QByteArray, long> switches() const { return processFigures::switches(pid()); }
+    [[nodiscard]] double memory(const char* field) const
+    {
+        return processFigures::kilobytes(pid(), field) / 1024;
+    }
+    [[nodiscard]] std::map<QByteArray, long> switches() const { return processFigures::switches(pid()); }
 
 private:
     bool isReady()

@@ -31,7 +31,7 @@ public:
         m_window = m_accessibility.focusNewWindow({200, 150}, {480, 320});
         m_accessibility.node(*m_window).actions.emplace(u"AXRaise"_qs, [] {});
     }
-    QRectF frame() const override
+    [[nodiscard]] QRectF frame() const override
     {
         const auto& attributes = FakeAccessibility::node(*m_window).attributes;
         const Point position = std::get<Point>(attributes.at(u"AXPosition"_qs));
@@ -59,7 +59,7 @@ public:
         const QString title = u"Window %1"_qs.arg(m_foreign.size());
         m_foreign.push_back(std::make_unique<ForeignWindow>(m_windows, WindowKind::qt, title));
     }
-    QRectF frame() const override { return m_foreign.back()->frame(); }
+    [[nodiscard]] QRectF frame() const override { return m_foreign.back()->frame(); }
     void endProgram() override
     {
         const WindowId window = m_foreign.back()->id;

@@ -103,7 +103,7 @@ private:
         }
     };
 
-    QStringList all() const { return m_window.edit.noted + m_menu.noted; }
+    [[nodiscard]] QStringList all() const { return m_window.edit.noted + m_menu.noted; }
 
     FakeLogSink m_log;
     NotificationCenter m_center;

@@ -28,7 +28,7 @@ protected:
         return eventually(deadline, [&] { return seen.size() >= count; });
     }
 
-    bool told(EventType type, QPoint where) const
+    [[nodiscard]] bool told(EventType type, QPoint where) const
     {
         return std::any_of(seen.begin(), seen.end(), [&](const MonitoredEvent& event) {
             return event.event.type == type && event.location.toPoint() == where;

@@ -21,7 +21,7 @@ protected:
             : tap(taps, {}, keyboardMask, EventTaps::Options::listenOnly, EventTaps::Placement::tailAppend)
         {
         }
-        int controlPresses() const
+        [[nodiscard]] int controlPresses() const
         {
             int presses = 0;
             bool wasDown = false;

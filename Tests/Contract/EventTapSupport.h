@@ -38,9 +38,9 @@ public:
     }
 
     EventTap* tap() { return m_tap.get(); }
-    const std::vector<Event>& seen() const { return m_seen; }
-    int timeouts() const { return m_timeouts; }
-    bool sawRepeat() const
+    [[nodiscard]] const std::vector<Event>& seen() const { return m_seen; }
+    [[nodiscard]] int timeouts() const { return m_timeouts; }
+    [[nodiscard]] bool sawRepeat() const
     {
         for (const Event& event : m_seen) {
             if (event.autorepeat != 0)

@@ -53,7 +53,10 @@ public:
     }
 
 private:
-    QString address() const { return QStringLiteral("unix:path=") + m_directory.filePath(u"socket"_qs); }
+    [[nodiscard]] QString address() const
+    {
+        return QStringLiteral("unix:path=") + m_directory.filePath(u"socket"_qs);
+    }
 
     void write(const QString& name, const QString& text)
     {

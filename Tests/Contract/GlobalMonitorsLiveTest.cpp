@@ -45,7 +45,7 @@ protected:
         return eventually(deadline, [&] { return std::ranges::count(types(), type) > 0; });
     }
 
-    std::vector<EventType> types() const
+    [[nodiscard]] std::vector<EventType> types() const
     {
         std::vector<EventType> list;
         for (const MonitoredEvent& event : seen)

@@ -162,7 +162,7 @@ protected:
     {
         return eventually(10s, [&] { return log.text() == QLatin1String(events); });
     }
-    std::string heard() const { return log.text().toStdString(); }
+    [[nodiscard]] std::string heard() const { return log.text().toStdString(); }
 
     FakeLogSink logSink;
     OtherClient other;

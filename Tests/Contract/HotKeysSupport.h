@@ -28,8 +28,8 @@ public:
     }
 
     EventHandler& handler() { return *m_handler; }
-    const QStringList& events() const { return m_events; }
-    QString text() const { return m_events.join(QLatin1Char(' ')); }
+    [[nodiscard]] const QStringList& events() const { return m_events; }
+    [[nodiscard]] QString text() const { return m_events.join(QLatin1Char(' ')); }
     /// Called after each event is recorded.
     std::function<void()> onEvent = [] {};
 

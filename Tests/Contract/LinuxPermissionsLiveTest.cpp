@@ -63,7 +63,7 @@ public:
         xcb_flush(m_x.xcb());
     }
 
-    xcb_window_t before() const { return m_before; }
+    [[nodiscard]] xcb_window_t before() const { return m_before; }
 
 private:
     X11Connection m_x = *X11Connection::ofApplication();

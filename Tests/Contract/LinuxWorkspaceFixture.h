@@ -35,7 +35,7 @@ public:
         xcb_flush(m_x.xcb());
     }
 
-    bool isHeard() const { return m_isHeard; }
+    [[nodiscard]] bool isHeard() const { return m_isHeard; }
 
 private:
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override

@@ -133,7 +133,7 @@ protected:
         script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     }
 
-    QString record() const { return m_home.filePath(u"record"_qs); }
+    [[nodiscard]] QString record() const { return m_home.filePath(u"record"_qs); }
 
     QByteArray opened()
     {

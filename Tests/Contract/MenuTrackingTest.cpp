@@ -157,7 +157,7 @@ protected:
     }
 
     /// Returns the item's place in the panel, where it is the only one.
-    std::optional<QRect> place() const
+    [[nodiscard]] std::optional<QRect> place() const
     {
         if (service().isEmpty())
             return std::nullopt;
@@ -170,7 +170,7 @@ protected:
         return std::nullopt;
     }
 
-    bool isDrawn() const
+    [[nodiscard]] bool isDrawn() const
     {
         const auto at = place();
         const QImage picture = at ? screen.picture(*at) : QImage();
@@ -350,7 +350,7 @@ public:
     }
 
 private:
-    QDBusMessage call(const QString& method) const
+    [[nodiscard]] QDBusMessage call(const QString& method) const
     {
         return QDBusMessage::createMethodCall(m_service, sni::menuPath,
                                               QStringLiteral("com.canonical.dbusmenu"), method);

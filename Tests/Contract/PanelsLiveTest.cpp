@@ -43,11 +43,12 @@ protected:
             std::memcpy(found.data(), bytes.constData(), found.size() * sizeof(std::uint32_t));
         return found;
     }
-    std::vector<std::uint32_t> property(const QWidget& window, const char* name, xcb_atom_t type) const
+    [[nodiscard]] std::vector<std::uint32_t> property(const QWidget& window, const char* name,
+                                                      xcb_atom_t type) const
     {
         return numbers(x11->property(static_cast<xcb_window_t>(window.winId()), x11->atom(name), type));
     }
-    bool isOnAllSpaces(const QWidget& window) const
+    [[nodiscard]] bool isOnAllSpaces(const QWidget& window) const
     {
         const auto states = property(window, "_NET_WM_STATE", XCB_ATOM_ATOM);
         const auto has = [&](const char* name) {

@@ -194,7 +194,7 @@ public:
         held.clear();
     }
 
-    QString introspect(const QString&) const override { return {}; }
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override
     {
         if (message.member() == u"Inhibit") {

@@ -85,7 +85,7 @@ protected:
         });
         return becomes([&] { return repeats >= 3; });
     }
-    RecorderAlertPanel* alert() const { return window.findChild<RecorderAlertPanel*>(); }
+    [[nodiscard]] RecorderAlertPanel* alert() const { return window.findChild<RecorderAlertPanel*>(); }
     bool alertComes()
     {
         return becomes([this] { return alert() && alert()->isActiveWindow(); });

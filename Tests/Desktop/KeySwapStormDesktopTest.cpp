@@ -92,7 +92,7 @@ protected:
                            QStringLiteral("pc105"), QStringLiteral("-layout"), QLatin1String(layout)});
     }
     /// Returns the guardian of this program, or 0.
-    pid_t guardian() const
+    [[nodiscard]] pid_t guardian() const
     {
         QProcess search;
         search.start(QStringLiteral("pgrep"), {QStringLiteral("-P"), QString::number(m_program->pid()),
@@ -120,7 +120,7 @@ public:
     KeyboardGrab(const KeyboardGrab&) = delete;
     KeyboardGrab& operator=(const KeyboardGrab&) = delete;
 
-    bool hasIt() const { return m_hasIt; }
+    [[nodiscard]] bool hasIt() const { return m_hasIt; }
     /// Returns the keys that came here since the last call: positive for a press.
     QList<int> keys()
     {

@@ -45,8 +45,8 @@ protected:
         return eventually(15s, [&] { return !find(name); });
     }
     /// Returns the visible element with this name; with any role and description where none is given.
-    std::optional<AccessibleNode> find(const QString& name, const QString& role = {},
-                                       const QString& description = {}) const
+    [[nodiscard]] std::optional<AccessibleNode> find(const QString& name, const QString& role = {},
+                                                     const QString& description = {}) const
     {
         for (const AccessibleNode& node : AccessibleTree(m_program->pid()).nodes()) {
             if (node.name == name && (role.isEmpty() || node.role == role) &&
@@ -79,14 +79,17 @@ protected:
         m_hardware.click(place->center());
     }
 
-    QJsonObject stored() const
+    [[nodiscard]] QJsonObject stored() const
     {
         QFile file(m_program->defaultsFile());
         return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
                                               : QJsonObject();
     }
-    bool hasOnboarded() const { return stored().value(QStringLiteral("hasOnboarded")).toBool(); }
-    bool awakeIsStored() const
+    [[nodiscard]] bool hasOnboarded() const
+    {
+        return stored().value(QStringLiteral("hasOnboarded")).toBool();
+    }
+    [[nodiscard]] bool awakeIsStored() const
     {
         return stored()
             .value(QStringLiteral("Orvane.enabledCapabilities"))

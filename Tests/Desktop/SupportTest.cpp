@@ -59,7 +59,7 @@ public:
     Typewriter& operator=(const Typewriter&) = delete;
 
     /// Returns the centre in the root window, wherever the window manager has put it.
-    QPoint centre() const
+    [[nodiscard]] QPoint centre() const
     {
         int x = 0;
         int y = 0;

@@ -16,7 +16,7 @@ class FakeAccessibility : public Accessibility {
 public:
     /// The state of an element that a test knows.
     struct Node : AXUIElement::Body {
-        bool isEqual(const Body& other) const override { return this == &other; }
+        [[nodiscard]] bool isEqual(const Body& other) const override { return this == &other; }
 
         std::map<QString, AXValue> attributes;
         /// Each may have an effect; an action that isn't here is unsupported.

@@ -13,12 +13,12 @@ class FakeApplication : public Application {
 public:
     void setDelegate(ApplicationDelegate* newDelegate) override { delegate = newDelegate; }
     void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
-    ActivationPolicy activationPolicy() const override { return policy; }
+    [[nodiscard]] ActivationPolicy activationPolicy() const override { return policy; }
     void activateIgnoringOtherApps() override { ++activations; }
     void setMainMenu(std::shared_ptr<Menu> newMenu) override { menu = std::move(newMenu); }
-    std::shared_ptr<const Menu> mainMenu() const override { return menu; }
+    [[nodiscard]] std::shared_ptr<const Menu> mainMenu() const override { return menu; }
     void setWindowsMenu(std::shared_ptr<Menu> newMenu) override { windowsMenu = std::move(newMenu); }
-    EventFlags keyEquivalentModifiers(EventFlags pressed) const override
+    [[nodiscard]] EventFlags keyEquivalentModifiers(EventFlags pressed) const override
     {
         return menuKeys ? menuKeys(pressed) : pressed;
     }

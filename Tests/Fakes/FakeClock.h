@@ -7,8 +7,8 @@ namespace orvane {
 
 class FakeClock : public Clock {
 public:
-    Uptime uptime() const override { return m_uptime; }
-    Date date() const override { return m_date; }
+    [[nodiscard]] Uptime uptime() const override { return m_uptime; }
+    [[nodiscard]] Date date() const override { return m_date; }
 
     /// Moves both clocks. It doesn't fire the timers of a run loop: FakeRunLoop::advance does, and moves the
     /// clock itself.

@@ -16,7 +16,7 @@ public:
             registered.insert(it.key(), it.value());
     }
 
-    QVariant object(const QString& key) const override
+    [[nodiscard]] QVariant object(const QString& key) const override
     {
         const auto it = stored.find(key);
         return it != stored.end() ? it.value() : registered.value(key);
@@ -32,7 +32,7 @@ public:
             stored.remove(key);
     }
 
-    QVariantMap dictionaryRepresentation() const override
+    [[nodiscard]] QVariantMap dictionaryRepresentation() const override
     {
         QVariantMap all = registered;
         for (auto it = stored.begin(); it != stored.end(); ++it)

@@ -13,7 +13,7 @@ public:
     }
     ~Monitor() override { std::erase(m_monitors, this); }
 
-    bool wants(EventType type) const { return (m_mask & eventMaskBit(type)) != 0; }
+    [[nodiscard]] bool wants(EventType type) const { return (m_mask & eventMaskBit(type)) != 0; }
     Disposition handle(const MonitoredEvent& event)
     {
         const auto handler = m_handler; // the handler may end its own monitor

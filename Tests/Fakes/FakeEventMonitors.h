@@ -13,8 +13,8 @@ public:
     std::unique_ptr<EventMonitor> addMenuTrackingMonitor(EventMask mask, Handler handler) override;
 
     std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask, Observer observer) override;
-    Point mouseLocation() const override { return pointer; }
-    EventFlags modifierFlags() const override { return modifiers; }
+    [[nodiscard]] Point mouseLocation() const override { return pointer; }
+    [[nodiscard]] EventFlags modifierFlags() const override { return modifiers; }
 
     /// Sends an event that another program gets.
     void sendToOthers(const MonitoredEvent& event) { send(m_global, event); }
@@ -23,9 +23,9 @@ public:
     /// Sends an event to an open menu of the program.
     Disposition sendToMenu(const MonitoredEvent& event) { return send(m_menuTracking, event); }
 
-    std::size_t localCount() const { return m_local.size(); }
-    std::size_t globalCount() const { return m_global.size(); }
-    std::size_t menuTrackingCount() const { return m_menuTracking.size(); }
+    [[nodiscard]] std::size_t localCount() const { return m_local.size(); }
+    [[nodiscard]] std::size_t globalCount() const { return m_global.size(); }
+    [[nodiscard]] std::size_t menuTrackingCount() const { return m_menuTracking.size(); }
 
     /// In the space of the screens.
     Point pointer;

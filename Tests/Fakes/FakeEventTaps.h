@@ -21,14 +21,14 @@ public:
     void addToMainRunLoop() override;
     void removeFromMainRunLoop() override;
     void enable(bool enabled) override;
-    bool isEnabled() const override { return m_isEnabled; }
+    [[nodiscard]] bool isEnabled() const override { return m_isEnabled; }
     void invalidate() override;
 
-    EventMask mask() const { return m_mask; }
-    EventTaps::Options options() const { return m_options; }
-    bool delivers() const { return m_isAttached && m_isEnabled && m_isValid; }
+    [[nodiscard]] EventMask mask() const { return m_mask; }
+    [[nodiscard]] EventTaps::Options options() const { return m_options; }
+    [[nodiscard]] bool delivers() const { return m_isAttached && m_isEnabled && m_isValid; }
     /// True if an event that enters the stream at a place comes by here.
-    bool isAskedFor(EventType type, EventTaps::Location from) const
+    [[nodiscard]] bool isAskedFor(EventType type, EventTaps::Location from) const
     {
         return delivers() && (m_mask & eventMaskBit(type)) != 0 && m_location >= from;
     }
@@ -59,7 +59,7 @@ public:
     /// Sends an event of the hardware through the taps whose mask has its type. Nothing when one consumed it.
     std::optional<Event> send(const Event& event) { return pass(event, Location::hid); }
     /// True while the keyboards are taken away from other programs.
-    bool holdsKeyboards() const;
+    [[nodiscard]] bool holdsKeyboards() const;
 
     /// True if the keyboards can't be had, neither by a new tap nor by one that is enabled again.
     bool refuses = false;

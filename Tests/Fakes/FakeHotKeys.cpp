@@ -55,7 +55,10 @@ public:
         }
     }
 
-    bool wants(const KeyboardEvent* event) const { return !event || m_kinds.contains(event->kind); }
+    [[nodiscard]] bool wants(const KeyboardEvent* event) const
+    {
+        return !event || m_kinds.contains(event->kind);
+    }
     OSStatus handle(const KeyboardEvent* event)
     {
         const auto handler = m_handler; // the handler may end itself

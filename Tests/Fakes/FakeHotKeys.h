@@ -42,7 +42,7 @@ public:
     /// all.
     OSStatus send(const KeyboardEvent* event);
 
-    bool isRegistered(Combination combination) const;
+    [[nodiscard]] bool isRegistered(Combination combination) const;
     /// Sets enabled shortcuts of the desktop.
     void setSymbolicHotKeys(std::initializer_list<Combination> combinations);
 

@@ -16,7 +16,7 @@ public:
     /// Has letters, digits, punctuation and the keypad, by virtual key codes.
     static std::shared_ptr<FakeKeyboardLayout> american();
 
-    std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const override
+    [[nodiscard]] std::optional<QString> keyTranslate(std::int64_t virtualKeyCode) const override
     {
         const auto text = texts.find(virtualKeyCode);
         return text == texts.end() ? std::nullopt : std::optional(*text);

@@ -27,13 +27,13 @@ public:
         m_entries.push_back({level, subsystem, category, message});
     }
 
-    std::vector<Entry> entries() const
+    [[nodiscard]] std::vector<Entry> entries() const
     {
         const std::scoped_lock lock(m_mutex);
         return m_entries;
     }
 
-    QStringList messages() const
+    [[nodiscard]] QStringList messages() const
     {
         QStringList list;
         for (const auto& entry : entries())

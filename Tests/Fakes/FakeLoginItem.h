@@ -10,7 +10,7 @@ namespace orvane {
 
 class FakeLoginItem : public LoginItem {
 public:
-    Status status() const override { return current; }
+    [[nodiscard]] Status status() const override { return current; }
 
     void registerItem() override
     {

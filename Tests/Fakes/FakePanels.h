@@ -10,7 +10,7 @@ class FakePanels : public Panels {
 public:
     explicit FakePanels(NotificationCenter& center) : m_center(center) {}
 
-    bool isCompositing() const override { return m_isCompositing; }
+    [[nodiscard]] bool isCompositing() const override { return m_isCompositing; }
     void joinAllSpaces(QWindow&) override { ++joins; }
     void setShadowMargins(QWindow&, const QMargins& margins) override { shadowMargins = margins; }
     void makeKey(QWindow& window) override

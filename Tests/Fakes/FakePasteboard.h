@@ -19,7 +19,7 @@ public:
 
     explicit FakePasteboard(RunLoop& runLoop) : m_runLoop(runLoop) {}
 
-    int changeCount() const override { return m_contents.changeCount; }
+    [[nodiscard]] int changeCount() const override { return m_contents.changeCount; }
     std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
     int clearContents() override;
     bool setString(const QString& string, const QString& type) override;
@@ -34,7 +34,7 @@ public:
     void setOwner(Owner owner);
 
     /// All that is on the pasteboard, from whichever program.
-    const PasteboardContents& contents() const { return m_contents; }
+    [[nodiscard]] const PasteboardContents& contents() const { return m_contents; }
     /// The number of reads that were begun.
     int reads = 0;
 

@@ -29,9 +29,9 @@ namespace orvane {
 
 class FakeBundle : public Bundle {
 public:
-    std::optional<QString> identifier() const override { return bundleIdentifier; }
-    QVariant infoValue(const QString& key) const override { return info.value(key); }
-    QString path() const override { return bundlePath; }
+    [[nodiscard]] std::optional<QString> identifier() const override { return bundleIdentifier; }
+    [[nodiscard]] QVariant infoValue(const QString& key) const override { return info.value(key); }
+    [[nodiscard]] QString path() const override { return bundlePath; }
 
     std::optional<QString> bundleIdentifier = QStringLiteral("net.lindenrow.orvane");
     QVariantMap info{{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("0.1.0")}};
@@ -40,7 +40,7 @@ public:
 
 class FakeFileManager : public FileManager {
 public:
-    QStringList applicationSupportDirectories() const override
+    [[nodiscard]] QStringList applicationSupportDirectories() const override
     {
         ++reads;
         return supportDirectories;

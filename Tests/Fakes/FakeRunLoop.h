@@ -28,9 +28,9 @@ public:
     /// Moves time on: drains, then fires each timer that comes due at its own time, draining after each.
     void advance(std::chrono::milliseconds by);
 
-    std::size_t timerCount() const;
+    [[nodiscard]] std::size_t timerCount() const;
     /// Returns the intervals of the existing timers, in the order in which they were made.
-    std::vector<std::chrono::milliseconds> timerIntervals() const;
+    [[nodiscard]] std::vector<std::chrono::milliseconds> timerIntervals() const;
 
 private:
     struct Entry;

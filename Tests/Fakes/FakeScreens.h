@@ -19,18 +19,18 @@ public:
                 .deviceDescription = {{Screen::screenNumberKey(), number}}};
     }
 
-    QList<Screen> screens() const override { return list; }
-    std::optional<Screen> mainScreen() const override
+    [[nodiscard]] QList<Screen> screens() const override { return list; }
+    [[nodiscard]] std::optional<Screen> mainScreen() const override
     {
         if (main)
             return main;
         return list.isEmpty() ? std::nullopt : std::optional(list.first());
     }
-    QRectF windowGeometry(const Rect& frame) const override
+    [[nodiscard]] QRectF windowGeometry(const Rect& frame) const override
     {
         return {frame.minX(), height() - frame.maxY(), frame.width(), frame.height()};
     }
-    Rect frameOfWindow(const QRectF& geometry) const override
+    [[nodiscard]] Rect frameOfWindow(const QRectF& geometry) const override
     {
         return {{geometry.x(), height() - geometry.bottom()}, {geometry.width(), geometry.height()}};
     }
@@ -47,7 +47,7 @@ public:
     std::optional<Screen> main;
 
 private:
-    double height() const { return list.isEmpty() ? 0 : list.first().frame.height(); }
+    [[nodiscard]] double height() const { return list.isEmpty() ? 0 : list.first().frame.height(); }
 
     NotificationCenter& m_center;
 };

@@ -20,13 +20,13 @@ public:
             waiting.resume();
     }
     void close() { m_isOpen = false; }
-    bool hasWaiter() const { return m_waiting != nullptr; }
+    [[nodiscard]] bool hasWaiter() const { return m_waiting != nullptr; }
 
     auto operator co_await() noexcept
     {
         struct Awaiter {
             Gate& gate;
-            bool await_ready() const noexcept { return gate.m_isOpen; }
+            [[nodiscard]] bool await_ready() const noexcept { return gate.m_isOpen; }
             void await_suspend(std::coroutine_handle<> handle) noexcept { gate.m_waiting = handle; }
             void await_resume() const noexcept {}
         };
@@ -50,8 +50,11 @@ public:
     {
     }
 
-    const CapabilityMetadata& classMetadata() const override { return m_metadata; }
-    QList<PermissionRequirement> permissionRequirements() const override { return requirements; }
+    [[nodiscard]] const CapabilityMetadata& classMetadata() const override { return m_metadata; }
+    [[nodiscard]] QList<PermissionRequirement> permissionRequirements() const override
+    {
+        return requirements;
+    }
 
     QList<HotkeyAction> hotkeyActions() override
     {
@@ -140,7 +143,7 @@ public:
         m_calls->append(QStringLiteral("stop ") + m_name);
         m_isRunning = staysRunning;
     }
-    bool isRunning() const override { return m_isRunning; }
+    [[nodiscard]] bool isRunning() const override { return m_isRunning; }
 
     QString error;
     bool staysRunning = false;

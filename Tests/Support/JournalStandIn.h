@@ -30,7 +30,10 @@ public:
             qFatal("No socket can be made at %s", name.constData());
     }
 
-    QByteArray path() const { return m_directory.filePath(QStringLiteral("socket")).toLocal8Bit(); }
+    [[nodiscard]] QByteArray path() const
+    {
+        return m_directory.filePath(QStringLiteral("socket")).toLocal8Bit();
+    }
 
     /// Returns the next entry that has arrived; nothing when there is none, or when it breaks the protocol.
     std::optional<Entry> next()

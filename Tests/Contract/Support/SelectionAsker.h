@@ -35,7 +35,7 @@ public:
     /// Returns what comes after isAnswered().
     std::optional<QByteArray> rest();
     /// True if the last answer came in pieces.
-    bool cameInPieces() const { return m_pieces > 0; }
+    [[nodiscard]] bool cameInPieces() const { return m_pieces > 0; }
 
 private:
     XcbReply<xcb_generic_event_t> nextEvent();

@@ -35,7 +35,7 @@ struct SelectionOwner::Client {
             xcb_get_selection_owner_reply(x(), xcb_get_selection_owner(x(), atom("CLIPBOARD")), nullptr));
     }
 
-    xcb_connection_t* x() const { return connection.get(); }
+    [[nodiscard]] xcb_connection_t* x() const { return connection.get(); }
 
     xcb_atom_t atom(const QByteArray& name)
     {
@@ -45,7 +45,7 @@ struct SelectionOwner::Client {
         return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
 
-    QByteArray name(xcb_atom_t atom) const
+    [[nodiscard]] QByteArray name(xcb_atom_t atom) const
     {
         const XcbReply<xcb_get_atom_name_reply_t> reply(
             xcb_get_atom_name_reply(x(), xcb_get_atom_name(x(), atom), nullptr));

@@ -30,8 +30,8 @@ public:
     SelectionOwner(const SelectionOwner&) = delete;
     SelectionOwner& operator=(const SelectionOwner&) = delete;
 
-    int requests() const { return m_requests; }
-    int piecesSent() const { return m_pieces; }
+    [[nodiscard]] int requests() const { return m_requests; }
+    [[nodiscard]] int piecesSent() const { return m_pieces; }
 
 private:
     struct Client;

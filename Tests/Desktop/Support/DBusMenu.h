@@ -39,9 +39,9 @@ public:
     [[nodiscard]] std::optional<MenuNode> layout(int parent = 0) const;
     /// Announces that a node's children are about to be shown. True if the layout must be asked for again;
     /// nothing when the menu doesn't answer.
-    std::optional<bool> aboutToShow(int id = 0) const;
+    [[nodiscard]] std::optional<bool> aboutToShow(int id = 0) const;
     /// True if the event was taken.
-    bool click(int id) const;
+    [[nodiscard]] bool click(int id) const;
 
 private:
     QString m_service;

@@ -14,7 +14,7 @@ struct ScreenSaver::Server {
     std::unique_ptr<Display, Closer> display{XOpenDisplay(nullptr)};
     int timeout = 0, interval = 0, blanking = 0, exposures = 0; // as they were before
 
-    XScreenSaverInfo info() const
+    [[nodiscard]] XScreenSaverInfo info() const
     {
         XScreenSaverInfo info{};
         if (!XScreenSaverQueryInfo(display.get(), DefaultRootWindow(display.get()), &info))

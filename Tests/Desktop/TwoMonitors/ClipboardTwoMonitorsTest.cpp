@@ -19,7 +19,7 @@ protected:
         return panelFrame().value_or(QRect());
     }
     /// Returns the part of a monitor that panels leave free, without the margin.
-    QRect room(QRect monitor) const
+    [[nodiscard]] QRect room(QRect monitor) const
     {
         return m_windows.workArea(monitor).adjusted(margin, margin, -margin, -margin);
     }

@@ -73,8 +73,8 @@ protected:
         return send(type, 0, Key::a, recorder->mapToGlobal(at + QPointF(orvaRingMargin, orvaRingMargin)));
     }
 
-    RecorderAlertPanel* alert() const { return window.findChild<RecorderAlertPanel*>(); }
-    QAbstractButton* cancelButton(RecorderCocoa* recorder) const
+    [[nodiscard]] RecorderAlertPanel* alert() const { return window.findChild<RecorderAlertPanel*>(); }
+    [[nodiscard]] QAbstractButton* cancelButton(RecorderCocoa* recorder) const
     {
         return recorder->findChild<QAbstractButton*>();
     }
@@ -89,7 +89,10 @@ protected:
         fake.application.menu->items.append(item);
     }
     /// True if no recorder records, no event is watched and every shortcut fires.
-    bool isQuiet() const { return !KeyboardShortcuts::isPaused() && fake.eventMonitors.localCount() == 0; }
+    [[nodiscard]] bool isQuiet() const
+    {
+        return !KeyboardShortcuts::isPaused() && fake.eventMonitors.localCount() == 0;
+    }
 
     QWidget window;
     QVBoxLayout* lines = new QVBoxLayout(&window);

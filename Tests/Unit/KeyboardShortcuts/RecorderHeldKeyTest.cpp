@@ -27,7 +27,7 @@ protected:
     }
 
     /// True if the desktop's shortcuts and the window have the keys again.
-    bool isLetGo() const { return isQuiet() && !QWidget::keyboardGrabber(); }
+    [[nodiscard]] bool isLetGo() const { return isQuiet() && !QWidget::keyboardGrabber(); }
 
     QPointer<RecorderCocoa> recorder;
 };

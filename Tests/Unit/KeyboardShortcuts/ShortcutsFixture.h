@@ -58,7 +58,7 @@ protected:
     void press(const Shortcut& shortcut) { fake.hotKeys.press(combination(shortcut)); }
     void release(const Shortcut& shortcut) { fake.hotKeys.release(combination(shortcut).keyCode); }
     void tap(const Shortcut& shortcut) { fake.hotKeys.tap(combination(shortcut)); }
-    bool isRegistered(const Shortcut& shortcut) const
+    [[nodiscard]] bool isRegistered(const Shortcut& shortcut) const
     {
         return fake.hotKeys.isRegistered(combination(shortcut));
     }

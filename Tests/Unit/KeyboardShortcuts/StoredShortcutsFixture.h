@@ -15,8 +15,8 @@ protected:
     {
         return KeyboardShortcuts::state().registeredShortcuts.contains(shortcut);
     }
-    QVariant stored(const char* name) const { return fake.defaults.stored.value(key(name)); }
-    bool isStored(const char* name) const { return fake.defaults.stored.contains(key(name)); }
+    [[nodiscard]] QVariant stored(const char* name) const { return fake.defaults.stored.value(key(name)); }
+    [[nodiscard]] bool isStored(const char* name) const { return fake.defaults.stored.contains(key(name)); }
 };
 
 } // namespace orvane::tests

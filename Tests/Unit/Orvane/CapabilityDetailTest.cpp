@@ -18,19 +18,19 @@ using Level = PermissionRequirement::Level;
 using State = CapabilityState::Kind;
 
 struct CapabilityDetailTest : HomeFixture {
-    AnyView page(const char* raw) const
+    [[nodiscard]] AnyView page(const char* raw) const
     {
         return CapabilityDetailView{*registry->entry(id(raw)), registry, permissions, navigation};
     }
-    std::shared_ptr<const OrvaPage> orvaPage(const char* raw) const
+    [[nodiscard]] std::shared_ptr<const OrvaPage> orvaPage(const char* raw) const
     {
         return page(raw).all<OrvaPage>().constFirst();
     }
-    std::shared_ptr<const OrvaPageHeader> header(const char* raw) const
+    [[nodiscard]] std::shared_ptr<const OrvaPageHeader> header(const char* raw) const
     {
         return page(raw).all<OrvaPageHeader>().constFirst();
     }
-    const OrvaSwitch& toggle(const char* raw) const
+    [[nodiscard]] const OrvaSwitch& toggle(const char* raw) const
     {
         m_header = header(raw);
         return *m_header->trailing.as<OrvaSwitch>();
@@ -41,7 +41,7 @@ struct CapabilityDetailTest : HomeFixture {
         fake.runLoop.drain();
     }
     void tick(const char* raw) const { page(raw).all<OrvaTicker>().constFirst()->onTick(); }
-    State state(const char* raw) const { return registry->state(id(raw)).kind; }
+    [[nodiscard]] State state(const char* raw) const { return registry->state(id(raw)).kind; }
 
 private:
     mutable std::shared_ptr<const OrvaPageHeader> m_header;

@@ -16,8 +16,11 @@ using Level = PermissionRequirement::Level;
 using testing::ElementsAre;
 
 struct GeneralSettingsTest : HomeFixture {
-    AnyView page() const { return GeneralSettingsView{preferences, permissions, registry, navigation}; }
-    QStringList titles() const { return titlesOf(page()); }
+    [[nodiscard]] AnyView page() const
+    {
+        return GeneralSettingsView{preferences, permissions, registry, navigation};
+    }
+    [[nodiscard]] QStringList titles() const { return titlesOf(page()); }
     static QStringList titlesOf(const AnyView& view)
     {
         QStringList list;
@@ -25,7 +28,7 @@ struct GeneralSettingsTest : HomeFixture {
             list.append(section->title.value_or(QString()));
         return list;
     }
-    std::shared_ptr<const OrvaSection> section(const char* title) const
+    [[nodiscard]] std::shared_ptr<const OrvaSection> section(const char* title) const
     {
         for (const auto& found : page().all<OrvaSection>()) {
             if (found->title == QString::fromLatin1(title))
@@ -33,7 +36,7 @@ struct GeneralSettingsTest : HomeFixture {
         }
         return nullptr;
     }
-    std::shared_ptr<const OrvaToggleRow> toggle(const char* title) const
+    [[nodiscard]] std::shared_ptr<const OrvaToggleRow> toggle(const char* title) const
     {
         for (const auto& row : page().all<OrvaToggleRow>()) {
             if (row->title.get() == QString::fromLatin1(title))
@@ -41,11 +44,11 @@ struct GeneralSettingsTest : HomeFixture {
         }
         return nullptr;
     }
-    QString usage(SystemPermission permission) const
+    [[nodiscard]] QString usage(SystemPermission permission) const
     {
         return GeneralSettingsView::usageText(permission, registry->entries());
     }
-    QStringList texts() const
+    [[nodiscard]] QStringList texts() const
     {
         QStringList list;
         for (const auto& text : page().all<OrvaText>())

@@ -30,7 +30,7 @@ public:
     {
     }
 
-    const CapabilityMetadata& classMetadata() const override { return m_metadata; }
+    [[nodiscard]] const CapabilityMetadata& classMetadata() const override { return m_metadata; }
     QList<HotkeyAction> hotkeyActions() override { return hotkeys; }
     AnyView makeSettingsPane(CapabilityContext) override
     {
@@ -55,8 +55,8 @@ struct HomeFixture : testing::Test {
         registry->registerCapability(capability);
         return capability;
     }
-    HomeView home() const { return {registry, permissions, preferences, navigation}; }
-    CapabilityID id(const char* raw) const { return {QString::fromLatin1(raw)}; }
+    [[nodiscard]] HomeView home() const { return {registry, permissions, preferences, navigation}; }
+    [[nodiscard]] CapabilityID id(const char* raw) const { return {QString::fromLatin1(raw)}; }
     void select(const char* raw) { navigation->selection.set(HomeSelection::capability(id(raw))); }
     void switchOn(const char* raw)
     {

@@ -12,12 +12,15 @@ using State = CapabilityState::Kind;
 using Fill = OrvaStatusDot::Fill;
 
 struct HomeViewTest : HomeFixture {
-    AnyView tree() const { return home(); }
-    std::shared_ptr<const OrvaSidebar> sidebar() const { return tree().all<OrvaSidebar>().constFirst(); }
-    QList<OrvaSidebarSection> sections() const { return sidebar()->content.get(); }
-    bool showsGeneral() const { return !tree().all<GeneralSettingsView>().isEmpty(); }
+    [[nodiscard]] AnyView tree() const { return home(); }
+    [[nodiscard]] std::shared_ptr<const OrvaSidebar> sidebar() const
+    {
+        return tree().all<OrvaSidebar>().constFirst();
+    }
+    [[nodiscard]] QList<OrvaSidebarSection> sections() const { return sidebar()->content.get(); }
+    [[nodiscard]] bool showsGeneral() const { return !tree().all<GeneralSettingsView>().isEmpty(); }
     /// Returns the id of the capability whose page is shown.
-    QString shownPage() const
+    [[nodiscard]] QString shownPage() const
     {
         const auto pages = tree().all<CapabilityDetailView>();
         return pages.isEmpty() ? QString() : pages.constFirst()->entry.id().rawValue;

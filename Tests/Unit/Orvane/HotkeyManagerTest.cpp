@@ -46,7 +46,10 @@ struct HotkeyTest : testing::Test {
                 registry.registerCapability(each);
         });
     }
-    QStringList registrations() const { return fake.hotKeys.calls.filter(QStringLiteral("register ")); }
+    [[nodiscard]] QStringList registrations() const
+    {
+        return fake.hotKeys.calls.filter(QStringLiteral("register "));
+    }
 
     FakePlatform fake;
     KeyboardShortcuts::StateScope shortcuts;

@@ -24,8 +24,8 @@ namespace {
 class MotionStyle : public QProxyStyle {
 public:
     explicit MotionStyle(int milliseconds) : m_milliseconds(milliseconds) {}
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* data) const override
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                                QStyleHintReturn* data) const override
     {
         return hint == SH_Widget_Animation_Duration ? m_milliseconds
                                                     : QProxyStyle::styleHint(hint, option, widget, data);

@@ -22,8 +22,8 @@ using namespace orvane::tests;
 
 class OrvaPermissionRowTest : public testing::Test {
 protected:
-    AnyView row(SystemPermission permission,
-                std::optional<PermissionRequirement::Level> level = std::nullopt) const
+    [[nodiscard]] AnyView row(SystemPermission permission,
+                              std::optional<PermissionRequirement::Level> level = std::nullopt) const
     {
         return OrvaPermissionRow{.permission = permission,
                                  .level = level,

@@ -48,7 +48,7 @@ struct CapabilityRegistryTest : testing::Test {
 
     void addOne() { one = add(id.rawValue); }
 
-    Kind kind() const { return registry->state(id).kind; }
+    [[nodiscard]] Kind kind() const { return registry->state(id).kind; }
     void enable() { registry->setEnabled(true, id); }
     void disable() { registry->setEnabled(false, id); }
     void grantAccessibility(bool granted)
@@ -56,7 +56,7 @@ struct CapabilityRegistryTest : testing::Test {
         fake.permissions.accessibility = granted;
         permissions->refresh();
     }
-    bool storedFlag() const { return store->isEnabled(id); }
+    [[nodiscard]] bool storedFlag() const { return store->isEnabled(id); }
 
     FakePlatform fake;
     CapabilityID id{QStringLiteral("net.lindenrow.orvane.one")};

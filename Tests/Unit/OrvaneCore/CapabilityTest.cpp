@@ -10,7 +10,7 @@ namespace {
 /// Declares only what it must.
 class PlainCapability : public Capability {
 public:
-    const CapabilityMetadata& classMetadata() const override
+    [[nodiscard]] const CapabilityMetadata& classMetadata() const override
     {
         static const CapabilityMetadata metadata{
             {QStringLiteral("plain")}, QStringLiteral("Plain"), {}, {}, CapabilityCategory::system};
@@ -23,7 +23,7 @@ public:
 
 class DemandingCapability : public PlainCapability {
 public:
-    QList<PermissionRequirement> permissionRequirements() const override
+    [[nodiscard]] QList<PermissionRequirement> permissionRequirements() const override
     {
         return {{SystemPermission::screenRecording, PermissionRequirement::Level::optional},
                 {SystemPermission::inputMonitoring, PermissionRequirement::Level::required},

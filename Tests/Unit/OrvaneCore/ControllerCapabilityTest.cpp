@@ -30,7 +30,7 @@ public:
     using ControllerCapability<Controller>::withController;
     using typename ControllerCapability<Controller>::Services;
 
-    const CapabilityMetadata& classMetadata() const override
+    [[nodiscard]] const CapabilityMetadata& classMetadata() const override
     {
         static const CapabilityMetadata metadata{
             {QStringLiteral("test")}, QStringLiteral("Test"), {}, {}, CapabilityCategory::system};
@@ -79,7 +79,7 @@ struct ControllerCapabilityTest : testing::Test {
     {
         return std::make_shared<RecordingService>(QLatin1String(name), lamp->journal);
     }
-    int stored() const { return static_cast<int>(fake.defaults.stored.size()); }
+    [[nodiscard]] int stored() const { return static_cast<int>(fake.defaults.stored.size()); }
 
     FakePlatform fake;
     CapabilityContext context{.id = {QStringLiteral("test")},

@@ -19,8 +19,8 @@ public:
         : name(std::move(subscriberName)), calls(journal), m_mask(mask), m_rank(rank)
     {
     }
-    EventTapRank rank() const override { return m_rank; }
-    EventMask eventMask() const override { return m_mask; }
+    [[nodiscard]] EventTapRank rank() const override { return m_rank; }
+    [[nodiscard]] EventMask eventMask() const override { return m_mask; }
     EventTapDecision handle(EventType type, Event& event) override
     {
         if (calls)
@@ -53,7 +53,7 @@ public:
         : name(std::move(listenerName)), calls(journal), m_mask(mask)
     {
     }
-    EventMask eventMask() const override { return m_mask; }
+    [[nodiscard]] EventMask eventMask() const override { return m_mask; }
     void hear(EventType, const Event& event) override
     {
         calls.append(name);
@@ -98,8 +98,8 @@ struct EventTapServiceTest : testing::Test {
         return event;
     }
     FakeEventTap& tap() { return *fake.eventTaps.taps.at(0); }
-    std::size_t tapCount() const { return fake.eventTaps.taps.size(); }
-    std::vector<FakeLogSink::Entry> logged() const { return fake.log.entries(); }
+    [[nodiscard]] std::size_t tapCount() const { return fake.eventTaps.taps.size(); }
+    [[nodiscard]] std::vector<FakeLogSink::Entry> logged() const { return fake.log.entries(); }
 
     FakePlatform fake;
     QStringList walked;

@@ -58,7 +58,7 @@ TEST(Task, KeepsTheCapturesOfItsBodyWhileItIsSuspended)
     FakePlatform fake;
     struct Pause {
         std::coroutine_handle<>& waiting;
-        bool await_ready() const noexcept { return false; }
+        [[nodiscard]] bool await_ready() const noexcept { return false; }
         void await_suspend(std::coroutine_handle<> handle) noexcept { waiting = handle; }
         void await_resume() const noexcept {}
     };

@@ -33,7 +33,7 @@ protected:
         std::make_shared<Observable<QStringList>>(QStringLiteral("a,b,c,d").split(u','));
 
     /// Returns a list in which each item has a text and a button that removes the first item with its key.
-    OrvaForEach list() const
+    [[nodiscard]] OrvaForEach list() const
     {
         return {Live<QList<OrvaForEach::Item>>(
             [kept = keys] {

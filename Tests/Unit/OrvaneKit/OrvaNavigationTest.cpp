@@ -42,8 +42,8 @@ struct OrvaSidebarTest : testing::Test {
                              Live<QList<OrvaSidebarSection>>(bind(pages, &Pages::sections))});
     OrvaSidebarView& list = static_cast<OrvaSidebarView&>(*widget);
 
-    QString current() const { return list.currentIndex().data().toString(); }
-    QStringList lines() const
+    [[nodiscard]] QString current() const { return list.currentIndex().data().toString(); }
+    [[nodiscard]] QStringList lines() const
     {
         QStringList texts;
         for (int line = 0; line < list.model()->rowCount(); ++line)

@@ -45,7 +45,7 @@ QColor over(const QColor& top, const QColor& ground)
 
 class OrvaTextContrast : public testing::TestWithParam<OrvaScheme> {
 protected:
-    QColor token(OrvaColor color) const { return orvaColor(color, GetParam()); }
+    [[nodiscard]] QColor token(OrvaColor color) const { return orvaColor(color, GetParam()); }
     void expectReadable(const QColor& text, const QColor& ground, const char* where) const
     {
         EXPECT_GE(contrast(text, ground), 4.5) << where;

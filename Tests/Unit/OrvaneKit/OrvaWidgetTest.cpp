@@ -36,24 +36,27 @@ class OrvaWidget : public testing::Test {
 protected:
     std::shared_ptr<Lamp> lamp = std::make_shared<Lamp>();
 
-    OrvaToggleRow litRow() const
+    [[nodiscard]] OrvaToggleRow litRow() const
     {
         return OrvaToggleRow(QStringLiteral("Lit"), bind(lamp, &Lamp::lit),
                              Live<QString>(QStringLiteral("Gives light.")));
     }
-    Live<QString> note() const { return bind(lamp, &Lamp::note); }
-    OrvaPickerRow colourRow() const
+    [[nodiscard]] Live<QString> note() const { return bind(lamp, &Lamp::note); }
+    [[nodiscard]] OrvaPickerRow colourRow() const
     {
         return {QStringLiteral("Colour"), bind(lamp, &Lamp::colour),
                 QList<OrvaPickerOption>{{QStringLiteral("Warm"), QStringLiteral("warm")},
                                         {QStringLiteral("Cold"), QStringLiteral("cold")}}};
     }
-    OrvaSliderRow glowRow() const
+    [[nodiscard]] OrvaSliderRow glowRow() const
     {
         return {QStringLiteral("Glow"), bind(lamp, &Lamp::glow), {0, 1}, 0.1, QStringLiteral("50 %")};
     }
-    OrvaStepperRow bulbsRow() const { return {QStringLiteral("Bulbs"), bind(lamp, &Lamp::bulbs), {1, 9}}; }
-    OrvaIf spareRow() const
+    [[nodiscard]] OrvaStepperRow bulbsRow() const
+    {
+        return {QStringLiteral("Bulbs"), bind(lamp, &Lamp::bulbs), {1, 9}};
+    }
+    [[nodiscard]] OrvaIf spareRow() const
     {
         return {Live<bool>(bind(lamp, &Lamp::spare)),
                 OrvaValueRow{QStringLiteral("Spares"), QStringLiteral("3")}};

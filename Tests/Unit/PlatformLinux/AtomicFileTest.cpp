@@ -22,17 +22,17 @@ using Readers = AtomicFile::Readers;
 
 class AtomicFileTest : public ::testing::Test {
 protected:
-    QByteArray content(const QString& name) const
+    [[nodiscard]] QByteArray content(const QString& name) const
     {
         QFile file(directory.filePath(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
     }
-    QStringList names() const
+    [[nodiscard]] QStringList names() const
     {
         return QDir(directory.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
-    mode_t mode(const QString& name) const
+    [[nodiscard]] mode_t mode(const QString& name) const
     {
         struct stat status = {};
         return ::stat(QFile::encodeName(directory.filePath(name)).constData(), &status) == 0

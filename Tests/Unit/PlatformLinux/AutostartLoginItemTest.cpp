@@ -26,11 +26,11 @@ protected:
     {
         return {XdgDirectories{directory.path(), directory.path()}, program, desktops};
     }
-    QString path() const
+    [[nodiscard]] QString path() const
     {
         return directory.filePath(QStringLiteral("autostart/net.lindenrow.orvane.desktop"));
     }
-    QByteArray content() const
+    [[nodiscard]] QByteArray content() const
     {
         QFile file(path());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -19,13 +19,13 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    pid_t id() const { return m_id; }
-    int fromChild() const { return m_fromChild.get(); }
+    [[nodiscard]] pid_t id() const { return m_id; }
+    [[nodiscard]] int fromChild() const { return m_fromChild.get(); }
     void signal(int number) const;
     /// Returns all that the child writes until it closes its end.
-    std::string readAll() const;
+    [[nodiscard]] std::string readAll() const;
     /// Waits for the next byte of the child; false when it ended without one.
-    bool readByte() const;
+    [[nodiscard]] bool readByte() const;
     /// Returns the status of waitpid.
     int wait();
 

@@ -28,7 +28,7 @@ protected:
         QFile reading(file);
         return reading.open(QIODevice::ReadOnly) ? reading.readAll() : QByteArray();
     }
-    QByteArray content() const { return contentOf(path); }
+    [[nodiscard]] QByteArray content() const { return contentOf(path); }
 
     static void write(const QString& file, const QByteArray& bytes)
     {
@@ -40,7 +40,7 @@ protected:
     void writeFile(const QByteArray& bytes) { write(path, bytes); }
 
     /// Returns the names beside the file that begin with its name and `ending`.
-    QStringList beside(const QString& ending) const
+    [[nodiscard]] QStringList beside(const QString& ending) const
     {
         const QFileInfo info(path);
         QStringList names;
@@ -52,13 +52,13 @@ protected:
         }
         return names;
     }
-    QStringList setAside() const { return beside(QStringLiteral(".corrupt-")); }
-    bool isLogged(const char* text) const
+    [[nodiscard]] QStringList setAside() const { return beside(QStringLiteral(".corrupt-")); }
+    [[nodiscard]] bool isLogged(const char* text) const
     {
         return log.messages().join(u'\n').contains(QString::fromUtf8(text));
     }
     /// Waits until the file contains the text.
-    bool isWritten(const char* text) const
+    [[nodiscard]] bool isWritten(const char* text) const
     {
         return eventually(10s, [&] { return content().contains(text); });
     }
@@ -77,7 +77,7 @@ protected:
         return ::chmod(QFile::encodeName(file).constData(), mode) == 0;
     }
 
-    QString inFolder(const QString& name) const { return QFileInfo(path).path() + u'/' + name; }
+    [[nodiscard]] QString inFolder(const QString& name) const { return QFileInfo(path).path() + u'/' + name; }
 
     QTemporaryDir directory;
     QString path = directory.path() + QLatin1String("/orvane/defaults.json");

@@ -44,10 +44,10 @@ public:
         return {master, slave};
     }
 
-    int writer() const { return m_writer.get(); }
+    [[nodiscard]] int writer() const { return m_writer.get(); }
     void closeReader() { m_reader.reset(); }
     /// Returns what can be read now.
-    QByteArray arrived() const
+    [[nodiscard]] QByteArray arrived() const
     {
         QByteArray text;
         pollfd request = {m_reader.get(), POLLIN, 0};

@@ -55,7 +55,7 @@ protected:
     }
 
     /// Locks the file as another process does in its turn.
-    FileDescriptor takeTurn() const
+    [[nodiscard]] FileDescriptor takeTurn() const
     {
         const QString folder = QFileInfo(path).path();
         QDir().mkpath(folder);

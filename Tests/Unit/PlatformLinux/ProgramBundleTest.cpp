@@ -33,7 +33,7 @@ public:
         m_process.kill();
         m_process.waitForFinished();
     }
-    QString link() const { return QStringLiteral("/proc/%1/exe").arg(m_process.processId()); }
+    [[nodiscard]] QString link() const { return QStringLiteral("/proc/%1/exe").arg(m_process.processId()); }
 
 private:
     QProcess m_process;
@@ -80,7 +80,7 @@ class XdgDirectoriesTest : public ::testing::Test {
 protected:
     void setHome(const QString& value) { environment.insert(QStringLiteral("HOME"), value); }
     void setData(const QString& value) { environment.insert(QStringLiteral("XDG_DATA_HOME"), value); }
-    std::optional<QString> data(const QString& accountHome = {}) const
+    [[nodiscard]] std::optional<QString> data(const QString& accountHome = {}) const
     {
         return XdgDirectories::from(environment, accountHome).data;
     }

@@ -25,7 +25,7 @@ struct AwakeTest : testing::Test {
     {
         fake.defaults.stored[awakeID + QLatin1Char('.') + QLatin1String(key)] = value;
     }
-    QVariant stored(const char* key) const
+    [[nodiscard]] QVariant stored(const char* key) const
     {
         return fake.defaults.stored.value(awakeID + QLatin1Char('.') + QLatin1String(key));
     }
@@ -44,13 +44,13 @@ struct AwakeTest : testing::Test {
         return m_controller;
     }
     FakeStatusItem& item() { return *fake.statusBar.items.at(0); }
-    std::size_t itemCount() const { return fake.statusBar.items.size(); }
+    [[nodiscard]] std::size_t itemCount() const { return fake.statusBar.items.size(); }
     const Menu& openMenu()
     {
         item().click(rightClick);
         return item().openedMenus.back();
     }
-    std::vector<FakePowerAssertions::Held> held() const
+    [[nodiscard]] std::vector<FakePowerAssertions::Held> held() const
     {
         std::vector<FakePowerAssertions::Held> list;
         for (const auto& [id, assertion] : fake.powerAssertions.held)

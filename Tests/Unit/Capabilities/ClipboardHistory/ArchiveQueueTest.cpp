@@ -25,7 +25,7 @@ protected:
         fake.runLoop.drain();
         return written;
     }
-    QStringList imageFiles() const { return QDir(archive.imagesPath()).entryList(QDir::Files); }
+    [[nodiscard]] QStringList imageFiles() const { return QDir(archive.imagesPath()).entryList(QDir::Files); }
 
     FakePlatform fake;
     QTemporaryDir home;

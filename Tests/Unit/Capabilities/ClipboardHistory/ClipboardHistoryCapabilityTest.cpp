@@ -46,7 +46,7 @@ protected:
         fake.runLoop.advance(1s);
         settle();
     }
-    QStringList saved() const { return texts(archive.load()); }
+    [[nodiscard]] QStringList saved() const { return texts(archive.load()); }
     void press() { capability->hotkeyActions().first().handler(); }
 
     FakePlatform fake;

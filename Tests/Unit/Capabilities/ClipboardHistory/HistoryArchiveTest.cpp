@@ -54,7 +54,7 @@ std::optional<QList<ClipItem>> decodedWith(const char* key, const QJsonValue& va
 
 class HistoryArchiveTest : public ::testing::Test {
 protected:
-    QByteArray content() const
+    [[nodiscard]] QByteArray content() const
     {
         QFile file(archive.historyPath());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
@@ -65,7 +65,7 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("x");
     }
-    QStringList images() const
+    [[nodiscard]] QStringList images() const
     {
         return QDir(archive.imagesPath())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);

@@ -83,31 +83,31 @@ protected:
     }
 
     HistoryViewModel& model() { return controller->panel().model; }
-    const QList<ClipItem>& items() const { return controller->store().items; }
-    const QList<ClipItem>& shown() const { return controller->panel().model.items.get(); }
-    QStringList itemTexts() const { return texts(items()); }
+    [[nodiscard]] const QList<ClipItem>& items() const { return controller->store().items; }
+    [[nodiscard]] const QList<ClipItem>& shown() const { return controller->panel().model.items.get(); }
+    [[nodiscard]] QStringList itemTexts() const { return texts(items()); }
     /// Returns nothing when there is no file.
-    std::optional<QByteArray> fileContent() const
+    [[nodiscard]] std::optional<QByteArray> fileContent() const
     {
         QFile file(archive.historyPath());
         return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
     }
-    std::optional<QList<ClipItem>> savedItems() const
+    [[nodiscard]] std::optional<QList<ClipItem>> savedItems() const
     {
         const auto content = fileContent();
         return content ? HistoryCodec::decode(*content) : std::nullopt;
     }
-    QStringList imageFiles() const
+    [[nodiscard]] QStringList imageFiles() const
     {
         return QDir(archive.imagesPath())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
-    QStringList pasteboardTypes() const { return fake.generalPasteboard.contents().types; }
-    std::optional<QString> pasteboardText() const
+    [[nodiscard]] QStringList pasteboardTypes() const { return fake.generalPasteboard.contents().types; }
+    [[nodiscard]] std::optional<QString> pasteboardText() const
     {
         return fake.generalPasteboard.contents().stringForType(pasteboardType::string);
     }
-    std::size_t pastes() const { return fake.eventTaps.delivered.size() / 2; }
+    [[nodiscard]] std::size_t pastes() const { return fake.eventTaps.delivered.size() / 2; }
 
     FakePlatform fake;
     QTemporaryDir home;

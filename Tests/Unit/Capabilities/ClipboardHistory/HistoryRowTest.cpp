@@ -74,7 +74,7 @@ class HistoryRowLookTest : public testing::Test {
 protected:
     HistoryRowLook look;
 
-    QStringList lines(const QString& text) const
+    [[nodiscard]] QStringList lines(const QString& text) const
     {
         const HistoryRow row{textClip(text)};
         return look.lines(row, look.textWidth(row, width));

@@ -14,7 +14,7 @@ protected:
     {
         return PastebackEngine::place(item, image);
     }
-    const PasteboardContents& contents() const { return fake.generalPasteboard.contents(); }
+    [[nodiscard]] const PasteboardContents& contents() const { return fake.generalPasteboard.contents(); }
 
     FakePlatform fake;
 };

@@ -8,11 +8,11 @@ namespace orvane::tests {
 namespace {
 
 struct Pasteboard : PasteboardReading {
-    QStringList types() const override { return {}; }
-    std::optional<QString> urlString() const override { return url; }
-    std::optional<QString> plainString() const override { return plain; }
-    std::optional<QByteArray> pngData() const override { return png; }
-    std::optional<QList<QUrl>> fileURLs() const override { return files; }
+    [[nodiscard]] QStringList types() const override { return {}; }
+    [[nodiscard]] std::optional<QString> urlString() const override { return url; }
+    [[nodiscard]] std::optional<QString> plainString() const override { return plain; }
+    [[nodiscard]] std::optional<QByteArray> pngData() const override { return png; }
+    [[nodiscard]] std::optional<QList<QUrl>> fileURLs() const override { return files; }
 
     std::optional<QString> url;
     std::optional<QString> plain;

@@ -62,7 +62,7 @@ struct KeySwapTest : testing::Test {
     {
         fake.defaults.stored[keySwapID + QLatin1Char('.') + QLatin1String(key)] = value;
     }
-    QVariant stored(const char* key) const
+    [[nodiscard]] QVariant stored(const char* key) const
     {
         return fake.defaults.stored.value(keySwapID + QLatin1Char('.') + QLatin1String(key));
     }
@@ -383,7 +383,7 @@ struct KeySwapPaneTest : KeySwapTest {
         controller();
         pane = KeySwapSettingsPane::make(settings);
     }
-    QStringList listedApps() const
+    [[nodiscard]] QStringList listedApps() const
     {
         QStringList apps;
         for (const auto& text : pane.all<OrvaSelectableText>())

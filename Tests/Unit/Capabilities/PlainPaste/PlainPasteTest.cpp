@@ -28,15 +28,15 @@ struct PlainPasteTest : testing::Test {
         fake.runLoop.drain();
     }
     void copy(const QMap<QString, QByteArray>& data) { fake.generalPasteboard.copy({.data = data}); }
-    const PasteboardContents& contents() const { return fake.generalPasteboard.contents(); }
+    [[nodiscard]] const PasteboardContents& contents() const { return fake.generalPasteboard.contents(); }
     /// Returns nothing unless the pasteboard holds a text and nothing else.
-    std::optional<QString> onlyText() const
+    [[nodiscard]] std::optional<QString> onlyText() const
     {
         if (contents().types != QStringList{pasteboardType::string})
             return std::nullopt;
         return contents().stringForType(pasteboardType::string);
     }
-    std::size_t pastes() const { return fake.eventTaps.delivered.size() / 2; }
+    [[nodiscard]] std::size_t pastes() const { return fake.eventTaps.delivered.size() / 2; }
 
     FakePlatform fake;
     std::shared_ptr<PlainPasteSettings> settings =

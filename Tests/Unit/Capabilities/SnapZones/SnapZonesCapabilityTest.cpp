@@ -14,8 +14,8 @@ using namespace orvane::tests;
 namespace {
 
 struct SnapZonesCapabilityTest : SnapZonesFixture {
-    bool isWatching() const { return fake.eventMonitors.globalCount() == 1; }
-    bool isMaximized() const { return windowFrame() == Rect{{0, 24}, {1440, 806}}; }
+    [[nodiscard]] bool isWatching() const { return fake.eventMonitors.globalCount() == 1; }
+    [[nodiscard]] bool isMaximized() const { return windowFrame() == Rect{{0, 24}, {1440, 806}}; }
 
     CapabilityContext context{.id = {snapZonesID},
                               .preferences = ScopedPreferences(fake.defaults, snapZonesID),

@@ -43,7 +43,7 @@ struct SnapZonesFixture : testing::Test {
     {
         fake.defaults.stored[snapZonesID + QLatin1Char('.') + QLatin1String(key)] = value;
     }
-    QVariant stored(const char* key) const
+    [[nodiscard]] QVariant stored(const char* key) const
     {
         return fake.defaults.stored.value(snapZonesID + QLatin1Char('.') + QLatin1String(key));
     }
@@ -73,7 +73,7 @@ struct SnapZonesFixture : testing::Test {
         node(element).attributes.insert_or_assign(AXAttr::position, position);
     }
     /// In coordinates from the upper left of the primary display.
-    Rect windowFrame() const
+    [[nodiscard]] Rect windowFrame() const
     {
         const auto& attributes = node(window).attributes;
         return {std::get<Point>(attributes.at(AXAttr::position)),
@@ -110,7 +110,7 @@ struct SnapZonesFixture : testing::Test {
 
     using Kind = FakeAccessibility::Call::Kind;
     /// Returns the values that were set since `first`, in order.
-    std::vector<std::pair<QString, AXValue>> written(std::size_t first = 0) const
+    [[nodiscard]] std::vector<std::pair<QString, AXValue>> written(std::size_t first = 0) const
     {
         std::vector<std::pair<QString, AXValue>> list;
         for (std::size_t i = first; i < fake.accessibility.calls.size(); ++i) {
@@ -120,7 +120,7 @@ struct SnapZonesFixture : testing::Test {
         }
         return list;
     }
-    std::size_t callCount() const { return fake.accessibility.calls.size(); }
+    [[nodiscard]] std::size_t callCount() const { return fake.accessibility.calls.size(); }
 
     static constexpr Point middle{700, 450};
     static constexpr Point leftEdge{3, 450};
