@@ -21,6 +21,8 @@ struct XSelectionPlace {
 
     xcb_window_t window = XCB_WINDOW_NONE;
     std::uint32_t device = core;
+    // The check takes the 0 of the comparison for a pointer.
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     friend auto operator<=>(const XSelectionPlace&, const XSelectionPlace&) = default;
 };
 

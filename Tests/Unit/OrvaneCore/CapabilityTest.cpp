@@ -70,7 +70,7 @@ TEST(Capability, PermissionsAreListedByLevelInDeclaredOrder)
 TEST(Capability, OnlyOptionalRequirementsMeanNoRequiredPermission)
 {
     class OptionalOnly : public PlainCapability {
-        QList<PermissionRequirement> permissionRequirements() const override
+        [[nodiscard]] QList<PermissionRequirement> permissionRequirements() const override
         {
             return {{SystemPermission::accessibility, PermissionRequirement::Level::optional}};
         }
