@@ -32,17 +32,17 @@ public:
     /// Starts a new period; one that runs ends first. While no assertion can be had, the failure is logged
     /// and the state is asleep.
     void activate(AwakeDuration duration);
-    /// For the duration of the settings.
+    /// Begins a period of the length in the settings.
     void activateDefault();
     void deactivate();
     void toggleDefault();
 
-    /// The capability is on, and off.
+    /// Called when the capability is switched on and off.
     void start();
     void stop();
 
     Observable<bool> isAwake{false};
-    /// The end of a timed period.
+    /// When a timed period ends.
     Observable<std::optional<Clock::Date>> expiresAt;
 
 private:
