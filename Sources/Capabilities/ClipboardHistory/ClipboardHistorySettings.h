@@ -20,12 +20,12 @@ public:
     Setting<bool> captureText{*this, u"captureText", true};
     Setting<bool> captureImages{*this, u"captureImages", true};
     Setting<bool> captureFiles{*this, u"captureFiles", true};
-    /// Seconds. Read when the capability is turned on.
+    /// In seconds. Read when the capability is turned on.
     Setting<double> pollInterval{*this, u"pollInterval", 0.4};
     Setting<bool> autoPaste{*this, u"autoPaste", false};
     Setting<bool> ignoreConcealed{*this, u"ignoreConcealed", true};
 
-    /// Bounds what the looks at the pasteboard cost, whatever was stored.
+    /// Limits the cost of the looks at the pasteboard, whatever was stored.
     [[nodiscard]] double flooredPollInterval() const { return std::max(pollInterval.get(), 0.15); }
 };
 

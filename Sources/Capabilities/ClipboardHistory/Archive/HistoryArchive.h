@@ -1,7 +1,7 @@
-// The history on the disk: the list in `history.json`, the pictures in `images/`, for their owner's eyes
-// alone.
+// The history on the disk: the list in `history.json`, the pictures in `images/`, readable only by their
+// owner.
 //
-// Every failure is swallowed: the list in memory stays the truth, and the next change tries again. The calls
+// Every failure is ignored: the list in memory is the valid one, and the next change tries again. The calls
 // block on the disk.
 #pragma once
 
@@ -21,24 +21,24 @@ struct HistoryArchive {
 
     [[nodiscard]] QString historyPath() const;
     [[nodiscard]] QString imagesPath() const;
-    /// Nothing for what isn't a bare name: the list may come from anywhere.
+    /// Returns nothing unless the name is a bare one: the list may have been written by anybody.
     [[nodiscard]] std::optional<QString> imagePath(const QString& fileName) const;
 
-    /// The list of the file; empty when it can't be read as one.
+    /// Returns the list of the file; empty when the file isn't a valid list.
     [[nodiscard]] QList<ClipItem> load() const;
 
-    /// Replaces the file as a whole: it is never there in part.
+    /// Replaces the file as a whole: a reader never sees a part of it.
     void save(const QList<ClipItem>& items) const;
-    /// Writes a new file, not atomically. False, and nothing is left of it, when it can't be written whole.
+    /// Writes a new file, not atomically. False when it can't be written whole; nothing is left of it then.
     [[nodiscard]] bool writeImage(const QString& fileName, const QByteArray& png) const;
     void removeImage(const QString& fileName) const;
     /// Removes everything from the image folder that no entry names, whatever it is.
     void pruneImages(const QList<ClipItem>& keepingItems) const;
-    /// Removes the directory with all that is in it.
+    /// Removes the directory with everything in it.
     void purge() const;
-    /// The directory alone. Throws an error with readable text when it can't be had.
+    /// Makes the directory alone. Throws an error with readable text when that fails.
     void requireDirectory() const;
-    /// The image folder, and all above it.
+    /// Makes the image folder and everything above it.
     void ensureDirectories() const;
 
 private:

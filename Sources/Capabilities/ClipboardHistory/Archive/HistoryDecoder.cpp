@@ -16,7 +16,7 @@ constexpr QLatin1StringView key(const char* name)
     return QLatin1StringView(name);
 }
 
-/// An element of the array, read field by field; a wrong one is remembered.
+/// An element of the array, read field by field; it remembers if one was wrong.
 class Element {
 public:
     explicit Element(const QJsonValue& value) : m_isGood(value.isObject()), m_object(value.toObject()) {}
@@ -57,7 +57,7 @@ private:
     QJsonObject m_object;
 };
 
-/// Only the plain form of 36 characters; the toolkit would take braces and less.
+/// Accepts only the plain form of 36 characters; the toolkit would also accept braces and shorter forms.
 std::optional<QUuid> uuid(const QString& text)
 {
     if (text.size() != 36)

@@ -1,5 +1,5 @@
-// Looks at the pasteboard's change count again and again, for as long as the capability is on. The desktop's
-// notice of a copy would do on this one, but not on every platform; idle, it costs the reading of an integer.
+// Looks at the pasteboard's change count at intervals, for as long as the capability is on. This desktop
+// announces each copy, but not every platform does; an idle look costs the reading of an integer.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/ClipboardHistoryController.h"
@@ -9,7 +9,7 @@ namespace orvane {
 
 class ClipboardWatcherService : public BackgroundService {
 public:
-    /// `interval` in seconds.
+    /// `interval` is in seconds.
     ClipboardWatcherService(std::shared_ptr<ClipboardHistoryController> controller, double interval);
 
     void start() override;

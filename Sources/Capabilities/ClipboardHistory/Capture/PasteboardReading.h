@@ -1,4 +1,4 @@
-// A pasteboard as the classification of a copy sees it: read-only.
+// The pasteboard as the classification of a copy sees it: read-only.
 #pragma once
 
 #include <QByteArray>
@@ -15,11 +15,11 @@ class PasteboardReading {
 public:
     virtual ~PasteboardReading() = default;
 
-    /// The identifiers of the types that are present.
+    /// Returns the identifiers of the types that are present.
     [[nodiscard]] virtual QStringList types() const = 0;
     [[nodiscard]] virtual std::optional<QString> urlString() const = 0;
     [[nodiscard]] virtual std::optional<QString> plainString() const = 0;
-    /// A picture as PNG, converted where the pasteboard has only another form of it.
+    /// Returns a picture as PNG, converted where the pasteboard has only another format.
     [[nodiscard]] virtual std::optional<QByteArray> pngData() const = 0;
     [[nodiscard]] virtual std::optional<QList<QUrl>> fileURLs() const = 0;
 };

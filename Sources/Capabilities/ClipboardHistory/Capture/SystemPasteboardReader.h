@@ -1,4 +1,5 @@
-// What was read of the platform's pasteboard, as the classification of a copy sees it. A value; any thread.
+// The content that was read from the platform's pasteboard, as the classification of a copy sees it. A value;
+// any thread.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Capture/PasteboardReading.h"
@@ -13,7 +14,7 @@ public:
     [[nodiscard]] QStringList types() const override { return m_contents.types; }
     [[nodiscard]] std::optional<QString> urlString() const override;
     [[nodiscard]] std::optional<QString> plainString() const override;
-    /// A PNG as it stands, whatever its bytes; only without one a TIFF is converted, which takes its time.
+    /// A PNG is returned unchanged, whatever its bytes; only without one a TIFF is converted, which is slow.
     [[nodiscard]] std::optional<QByteArray> pngData() const override;
     [[nodiscard]] std::optional<QList<QUrl>> fileURLs() const override;
 

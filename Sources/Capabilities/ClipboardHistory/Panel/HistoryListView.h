@@ -20,20 +20,21 @@ public:
     explicit HistoryListView(HistoryViewModel& model);
     ~HistoryListView() override;
 
-    /// Keeps the place of the view, and the focus on the entry that has it.
+    /// Keeps the view's place, and the focus on the entry that has it.
     void setItems(const QList<ClipItem>& items);
     [[nodiscard]] const QList<ClipItem>& items() const { return m_items; }
 
-    /// For a new showing: the first row on top, no row with the focus, pictures read anew.
+    /// Prepares a new showing: the first row on top, no row with the focus, pictures read anew.
     void startAnew();
     void closeMenu();
 
     [[nodiscard]] int rowCount() const { return static_cast<int>(m_items.size()); }
-    /// In the viewport, whether in view or not. Of rows far from the view it is a guess.
+    /// Returns the row's place in the viewport, whether it is in view or not. Far from the view it is a
+    /// guess.
     [[nodiscard]] QRect rowRect(int row) const;
-    /// -1 where there is none.
+    /// Returns -1 where there is no row.
     [[nodiscard]] int rowAt(const QPoint& viewportPoint) const;
-    /// What is shown of an entry.
+    /// Returns what is shown of an entry.
     [[nodiscard]] const HistoryRow& row(int row) const;
     [[nodiscard]] int focusedRow() const { return hasFocus() ? m_current : -1; }
 
@@ -42,7 +43,7 @@ public:
     /// Gives the row the keyboard and brings it into view.
     void focusRow(int row);
 
-    /// What is typed while a row has the focus.
+    /// Called for keys typed while a row has the focus.
     std::function<void(QKeyEvent*)> onTyping;
 
 protected:
@@ -79,7 +80,7 @@ private:
     QList<ClipItem> m_items;
     HistoryRowLook m_look;
     HistoryRowHeights m_heights;
-    mutable QHash<int, HistoryRow> m_rows; // of rows in view and a few more
+    mutable QHash<int, HistoryRow> m_rows; // of the rows in view and a few more
     HistoryThumbnails m_thumbnails;
     QPointer<QMenu> m_menu;
     int m_hovered = -1;

@@ -13,7 +13,7 @@ class KeyablePanel;
 
 class HistoryPanelController {
 public:
-    /// Costs nothing: the window is made at the first showing, and kept.
+    /// Costs nothing: the window is made at the first showing and kept.
     HistoryPanelController();
     ~HistoryPanelController();
     HistoryPanelController(const HistoryPanelController&) = delete;
@@ -21,7 +21,7 @@ public:
 
     HistoryViewModel model;
 
-    /// With an empty query, and with the keyboard. A click into another program closes it.
+    /// Shows the panel with an empty query and the keyboard. A click into another program closes it.
     void show();
     void hide();
     [[nodiscard]] bool isVisible() const;
@@ -31,7 +31,7 @@ private:
     void watchClicks();
 
     std::unique_ptr<KeyablePanel> m_panel;
-    HistoryPanelView* m_view = nullptr; // the panel's
+    HistoryPanelView* m_view = nullptr; // owned by the panel
     std::unique_ptr<EventMonitor> m_clickMonitor;
     std::shared_ptr<HistoryPanelController*> m_self; // for tasks that may outlive it
 };

@@ -1,4 +1,4 @@
-// The content of the history's panel: a search field, and under it the entries that it leaves. Main thread.
+// The content of the history's panel: a search field, and under it the entries that match. Main thread.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Panel/HistoryViewModel.h"
@@ -20,8 +20,8 @@ public:
     explicit HistoryPanelView(HistoryViewModel& model);
     ~HistoryPanelView() override;
 
-    /// Brings the list up to date, its first row on top, and puts the focus into the field. While the panel
-    /// is out of sight the list is left as it is.
+    /// Brings the list up to date with its first row on top, and puts the focus into the field. While the
+    /// panel is hidden the list isn't updated.
     void prepareForShowing();
 
     QLineEdit& field() { return *m_field; }

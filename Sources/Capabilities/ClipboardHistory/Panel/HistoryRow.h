@@ -1,4 +1,4 @@
-// One row of the history's panel: what it says, how high it is, and its look.
+// One row of the history's panel: its content, its height and its look.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Store/ClipItem.h"
@@ -12,21 +12,21 @@ class QPainter;
 
 namespace orvane {
 
-/// What a row shows of an entry. Small, however long the entry is.
+/// The part of an entry that a row shows. Small, however long the entry is.
 struct HistoryRow {
     explicit HistoryRow(const ClipItem& item);
 
     QString symbol;
-    /// Lines parted by QChar::LineSeparator, without empty ones; no more of it than two lines can hold.
+    /// Lines separated by QChar::LineSeparator, without empty ones; no more of it than fits in two lines.
     QString preview;
     QString source; // empty where it isn't known
     bool isPinned;
 };
 
-/// Fonts and measures of all rows, for the application's font at the time of making.
+/// Fonts and measures of all rows, for the application's font at the time when this is made.
 class HistoryRowLook {
 public:
-    /// Points.
+    /// In points.
     static constexpr int paddingH = 10;
     static constexpr int paddingV = 8;
     static constexpr int iconSide = 28;
@@ -35,24 +35,24 @@ public:
     enum class State { plain, hovered, pressed };
     enum class FocusRing { hidden, shown };
     struct Icon {
-        /// Null for the symbol.
+        /// Null where the symbol is shown.
         QImage thumbnail;
-        /// A picture that is on its way: neither of them.
+        /// True while a picture is being read: neither it nor the symbol is shown.
         bool isLoading = false;
     };
 
     HistoryRowLook();
 
     [[nodiscard]] int height(const HistoryRow& row, int width) const;
-    /// The height without a look at the text's width: right for most.
+    /// Returns the height without measuring the text's width: right for most rows.
     [[nodiscard]] int likelyHeight(const ClipItem& item) const;
     void paint(QPainter& painter, const QRect& rect, Qt::LayoutDirection direction, const HistoryRow& row,
                const Icon& icon, State state, FocusRing ring) const;
 
-    /// At most two lines of the preview, in `room` points; the second ends with an ellipsis where there is
-    /// more.
+    /// Returns at most two lines of the preview, `room` points wide; the second ends with an ellipsis where
+    /// there is more.
     [[nodiscard]] QStringList lines(const HistoryRow& row, int room) const;
-    /// What is left of a row's width for its text.
+    /// Returns the width that is left for a row's text.
     [[nodiscard]] int textWidth(const HistoryRow& row, int width) const;
 
 private:

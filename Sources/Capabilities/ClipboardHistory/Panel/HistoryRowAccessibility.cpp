@@ -9,7 +9,7 @@ namespace orvane {
 
 namespace {
 
-/// A row by its place; a change of the list ends it.
+/// A row, known by its index; a change of the list ends it.
 class AccessibleRow final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     AccessibleRow(HistoryListView& list, int row) : m_list(&list), m_row(row) {}
@@ -75,7 +75,7 @@ public:
     {
         if (!isValid())
             return;
-        const QPointer<HistoryListView> list = m_list; // this object may end with what is done
+        const QPointer<HistoryListView> list = m_list; // the call may end this object
         const int row = m_row;
         if (name == pressAction())
             list->press(row);
@@ -131,7 +131,7 @@ public:
 
 private:
     HistoryListView& m_list;
-    mutable QHash<int, QAccessible::Id> m_rows; // those that somebody has asked for
+    mutable QHash<int, QAccessible::Id> m_rows; // those that were asked for
 };
 
 QAccessibleInterface* makeAccessible(const QString&, QObject* object)

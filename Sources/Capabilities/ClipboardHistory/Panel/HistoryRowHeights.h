@@ -1,4 +1,4 @@
-// Where rows of unlike heights stand, one below the other. A value.
+// The places of rows of different heights, one below the other. A value.
 //
 // A list of thousands guesses them first and measures those that come into view.
 #pragma once
@@ -10,14 +10,14 @@ namespace orvane {
 class HistoryRowHeights {
 public:
     void reset(const std::vector<int>& heights);
-    /// Moves all rows below.
+    /// Sets a height, which moves all rows below.
     void set(int row, int height);
 
     [[nodiscard]] int count() const { return static_cast<int>(m_tops.size()) - 1; }
     [[nodiscard]] int top(int row) const { return m_tops[static_cast<std::size_t>(row)]; }
     [[nodiscard]] int height(int row) const { return top(row + 1) - top(row); }
     [[nodiscard]] int total() const { return m_tops.back(); }
-    /// The row at `y`; the first or the last one beyond them, and -1 where there is none.
+    /// Returns the row at `y`; the first or the last one beyond them, and -1 where there is none.
     [[nodiscard]] int rowAt(int y) const;
 
 private:

@@ -1,4 +1,4 @@
-// What the history's panel shows, and whom it tells of what the user does there. Main thread.
+// The model of the history's panel, and the callbacks for what the user does there. Main thread.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Store/ClipItem.h"
@@ -24,11 +24,11 @@ public:
     std::function<void(const ClipItem&)> onTogglePin;
     std::function<void()> onClose;
     /// Reads and decodes the whole file, so it blocks: a copy of the callback may be called on any thread.
-    /// Nothing when the file can't be read, or its owner has gone.
+    /// Nothing when the file can't be read, or its owner is gone.
     std::function<std::optional<QImage>(const QString& name)> imageProvider;
 
-    /// The entries whose preview contains the trimmed query, case aside, in the order of the list; all of
-    /// them for an empty one. Goes through the whole list at each call.
+    /// Returns the entries whose preview contains the trimmed query, ignoring case, in the order of the list;
+    /// all of them for an empty one. Goes through the whole list at each call.
     [[nodiscard]] QList<ClipItem> filtered() const;
 };
 
