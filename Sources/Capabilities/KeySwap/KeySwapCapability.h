@@ -1,4 +1,4 @@
-// Ctrl+C, Ctrl+V and their like become Command shortcuts.
+// Turns Ctrl+C, Ctrl+V and similar chords into Command shortcuts.
 #pragma once
 
 #include "Capabilities/KeySwap/KeySwapController.h"

@@ -1,4 +1,4 @@
-// Judges each key chord by the settings and the program in front. Main thread.
+// Decides about each key chord by the settings and the program in front. Main thread.
 #pragma once
 
 #include "Capabilities/KeySwap/KeySwapSettings.h"
@@ -23,8 +23,8 @@ public:
     void start();
     void stop();
 
-    /// The new flags of a chord, or nothing when it stays as it is. Reads the settings afresh, so a change
-    /// holds for the very next key. In the path of every key: allocates nothing.
+    /// Returns the new flags of a chord, or nothing when it stays unchanged. Reads the settings each time, so
+    /// a change holds for the very next key. Runs for every key, so it allocates nothing.
     [[nodiscard]] std::optional<RemapFlags> remap(const KeyChord& chord) const;
 
 private:
