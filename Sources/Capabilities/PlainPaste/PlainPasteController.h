@@ -1,6 +1,6 @@
-// Replaces what is on the general pasteboard by its plain text, and pastes it. Main thread.
+// Replaces the content of the general pasteboard by its plain text, and pastes it. Main thread.
 //
-// Other programs are asked and large documents decoded without waiting. Presses keep their order: each runs
+// Other programs are asked, and large documents decoded, without waiting. Presses keep their order: each runs
 // whole before the next one begins.
 #pragma once
 
@@ -20,8 +20,8 @@ public:
 
     [[nodiscard]] const std::shared_ptr<PlainPasteSettings>& settings() const { return m_settings; }
 
-    /// Without a text to be had the pasteboard stays as it is, and presses that wait are dropped: nobody
-    /// expects their effect seconds later.
+    /// When there is no text the pasteboard stays as it is, and presses that wait are dropped: their effect
+    /// would come seconds later.
     void pasteAsPlainText();
 
 private:

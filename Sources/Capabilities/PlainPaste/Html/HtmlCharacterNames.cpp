@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::size_t longestName = 8;
 
-/// The name is kept in place and not pointed at: a table of pointers would be written to at every start, when
-/// the program's addresses become known, whether anybody pastes or not.
+/// The name is stored in place and not by a pointer: a table of pointers would be written at every start,
+/// when the program's addresses become known, even if the feature is off.
 struct Named {
     char name[longestName + 1];
     char16_t character;
@@ -19,7 +19,7 @@ struct Named {
     [[nodiscard]] constexpr std::string_view view() const { return name; }
 };
 
-/// In the order of the names' bytes.
+/// Sorted by the bytes of the names.
 constexpr std::array names{
     Named{"AElig", 0x00C6},   Named{"Aacute", 0x00C1},  Named{"Acirc", 0x00C2},    Named{"Agrave", 0x00C0},
     Named{"Alpha", 0x0391},   Named{"Aring", 0x00C5},   Named{"Atilde", 0x00C3},   Named{"Auml", 0x00C4},

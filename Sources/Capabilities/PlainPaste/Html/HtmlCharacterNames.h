@@ -7,7 +7,7 @@
 
 namespace orvane::HtmlCharacterNames {
 
-/// The character of a name such as "eacute"; capitals count. Nothing for an unknown name.
+/// Returns the character of a name such as "eacute"; case counts. Nothing for an unknown name.
 [[nodiscard]] std::optional<char16_t> character(QByteArrayView name);
 
 } // namespace orvane::HtmlCharacterNames

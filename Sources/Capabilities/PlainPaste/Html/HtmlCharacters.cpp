@@ -12,10 +12,10 @@ namespace orvane::HtmlCharacters {
 namespace {
 
 constexpr int windowsLatin = 1252;
-/// No name is longer, nor a number that means anything.
+/// No name and no meaningful number is longer.
 constexpr qsizetype longestReference = 32;
 
-/// Numbers of control characters are meant as those of windows-1252, which once wrote them.
+/// Numbers of control characters mean those of windows-1252, in which pages once wrote them.
 char32_t meant(char32_t number)
 {
     if (number >= 0x80 && number < 0xA0) {

@@ -1,5 +1,5 @@
-// Lays the text of an HTML document out in lines, as far as a plain text can: white space, line breaks,
-// cells and the marks of lists.
+// Lays out the text of an HTML document in lines, as far as a plain text can: white space, line breaks, cells
+// and the marks of lists.
 #pragma once
 
 #include "Capabilities/PlainPaste/Html/HtmlElements.h"
@@ -11,16 +11,16 @@ class HtmlFlow {
 public:
     void text(QStringView text, HtmlWhiteSpace whiteSpace);
     void lineBreak();
-    /// The begin or end of a block: what follows stands in a line of its own.
+    /// Marks the begin or end of a block: what follows stands in a line of its own.
     void boundary();
     void beginRow();
     void endRow();
-    /// Between two cells of a row; the lines of a cell before it end there.
+    /// Comes between two cells of a row; the lines of the cell before it end there.
     void nextCell();
-    /// Stands before the first text of a list's item; an item without text has none.
+    /// Sets the mark before the first text of a list's item; an item without text has none.
     void setMarker(const QString& marker) { m_marker = marker; }
     void dropMarker() { m_marker.clear(); }
-    /// The text, without the line breaks at its end.
+    /// Returns the text without the line breaks at its end.
     QString take();
 
 private:
@@ -30,10 +30,10 @@ private:
 
     VisibleText m_text;
     QString m_marker;
-    int m_lineBreaks = 0; // that come before the next text
+    int m_lineBreaks = 0; // to be written before the next text
     bool m_hasLineText = false;
     bool m_hasCells = false; // in the present line, with text or without
-    bool m_hasSpace = false; // that comes before the next text, unless its line ends
+    bool m_hasSpace = false; // to be written before the next text, unless its line ends
 };
 
 } // namespace orvane

@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// The attributes of an element that matter here. Views into the document; null for an absent one.
+/// The attributes of an element that matter here: views into the document, null for an absent one.
 struct HtmlAttributes {
     QByteArrayView style = {};
     QByteArrayView start = {};
@@ -22,9 +22,9 @@ struct HtmlToken {
     enum class Kind { text, beginTag, endTag };
 
     Kind kind;
-    /// Of a text, with its character references.
+    /// Set for a text, with its character references.
     QByteArrayView text = {};
-    /// Of a tag, in lower case.
+    /// Set for a tag, in lower case.
     QByteArray name = {};
     HtmlAttributes attributes = {};
     bool isSelfClosing = false;
@@ -32,12 +32,12 @@ struct HtmlToken {
 
 class HtmlScanner {
 public:
-    /// Without carriage returns and zeros, in UTF-8.
+    /// `document` is in UTF-8, without carriage returns and zeros.
     explicit HtmlScanner(QByteArrayView document) : m_document(document) {}
 
-    /// Nothing at the end. Comments, declarations and a tag that breaks off are left out.
+    /// Returns nothing at the end. Comments, declarations and an unfinished tag are left out.
     std::optional<HtmlToken> next();
-    /// All up to the end tag of this name is text; it comes next.
+    /// Everything up to the end tag of this name is one text, which comes next.
     void beginRawText(const QByteArray& name) { m_rawTextName = name; }
 
 private:

@@ -1,4 +1,4 @@
-// Text of the encodings that documents name: Windows code page numbers, and labels of the web.
+// Decodes text in the encodings that documents name: Windows code page numbers, and labels of the web.
 #pragma once
 
 #include <QByteArrayView>
@@ -11,15 +11,15 @@ struct UConverter;
 
 namespace orvane {
 
-/// Any thread, one at a time.
+/// Any thread, but one at a time.
 class CodePage {
 public:
-    /// The encoding of a Windows code page; windows-1252 for a number that isn't known.
+    /// Returns the encoding of a Windows code page; windows-1252 for an unknown number.
     static CodePage numbered(int number);
-    /// The encoding that a page means by a label such as "iso-8859-1". Nothing for an unknown one.
+    /// Returns the encoding that pages mean by a label such as "iso-8859-1". Nothing for an unknown one.
     static std::optional<CodePage> labelled(QByteArrayView label);
 
-    /// Bytes that mean nothing become U+FFFD.
+    /// Bytes without a meaning become U+FFFD.
     [[nodiscard]] QString decode(QByteArrayView bytes) const;
 
 private:

@@ -1,5 +1,5 @@
-// Collects the text of a document as it may stand in a plain one: whole characters, no control characters
-// but tabs and line feeds, nothing that is only a hint for a layout.
+// Collects the text of a document as a plain one: whole characters, no control characters but tabs and line
+// feeds, and no characters that are only hints for a layout.
 #pragma once
 
 #include <QString>
@@ -10,12 +10,12 @@ namespace orvane {
 class VisibleText {
 public:
     [[nodiscard]] bool isEmpty() const { return m_text.isEmpty(); }
-    /// The last character; null of an empty text.
+    /// Returns the last character; null for an empty text.
     [[nodiscard]] QChar last() const { return m_text.isEmpty() ? QChar() : m_text.back(); }
 
     void append(QStringView text);
     void append(char16_t unit);
-    /// The text; half a surrogate pair in it has become U+FFFD.
+    /// Returns the text; half a surrogate pair in it has become U+FFFD.
     QString take();
 
 private:
