@@ -1,4 +1,4 @@
-// One drag with the left button: whether a window goes along with it, and which zone it is over. Pure.
+// One drag with the left button: if a window moves with it, and which zone it is over. Pure.
 #pragma once
 
 #include "Capabilities/SnapZones/Geometry/SnapZone.h"
@@ -15,33 +15,34 @@ public:
         idle,
         /// There is a window, which hasn't moved so far.
         armed,
-        /// The window has moved, so it is what the drag drags.
+        /// The window has moved, so the drag moves it.
         moving,
-        /// The same, with the pointer in a zone.
+        /// The window moves, and the pointer is in a zone.
         zoned,
     };
     enum class Preview { unchanged, shown, hidden };
 
-    /// Where the window goes if the button is let go now.
+    /// The place of the window if the button is released now.
     struct Target {
         AXUIElement window;
         SnapZone zone;
-        /// As it stood at the last motion.
+        /// The screen at the last motion.
         Screen screen;
     };
 
     [[nodiscard]] State state() const;
 
-    /// The window that had the focus when the drag began. One whose position can't be read never moves.
+    /// Takes the window that had the focus when the drag began. A window whose position can't be read never
+    /// counts as moving.
     void arm(const AXUIElement& window, std::optional<Point> position);
     [[nodiscard]] const std::optional<AXUIElement>& window() const { return m_window; }
     [[nodiscard]] const std::optional<Point>& initialPosition() const { return m_initialPosition; }
 
-    /// Where an armed drag's window is now. More than 6 points from where it was, it moves, and is taken to
-    /// do so until the drag ends.
+    /// Takes the present place of an armed drag's window. More than 6 points from where it was, it counts as
+    /// moving until the drag ends.
     void windowIsAt(Point position);
 
-    /// Where a moving drag's pointer is. Says what is to become of the preview.
+    /// Takes the place of a moving drag's pointer, and returns what has to be done with the preview.
     Preview pointerIsOn(const Screen& screen, std::optional<SnapZone> zone);
 
     [[nodiscard]] std::optional<Target> target() const;

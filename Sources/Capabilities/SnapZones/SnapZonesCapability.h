@@ -1,4 +1,4 @@
-// Windows snap into halves, quarters and more: by drag, by shortcut, from a panel of layouts.
+// Snaps windows into halves, quarters and more: by drag, by shortcut, from a panel of layouts.
 #pragma once
 
 #include "Capabilities/SnapZones/SnapZonesController.h"

@@ -1,7 +1,7 @@
 // Snaps windows: the dragged one at the end of its drag, the focused one at once, or the one that had the
 // focus when the panel of layouts opened. Main thread.
 //
-// A drag is watched, never held up: only before its window has moved are other programs asked anything.
+// A drag is watched and never delayed: other programs are asked only until its window has moved.
 #pragma once
 
 #include "Capabilities/SnapZones/Layouts/SnapLayoutFlyoutController.h"
@@ -26,16 +26,16 @@ public:
     [[nodiscard]] const SnapPreviewPanelController& preview() const { return m_preview; }
     [[nodiscard]] SnapLayoutFlyoutController& flyout() const { return *m_flyout; }
 
-    /// Without a window that can be snapped, nothing.
+    /// Does nothing without a window that can be snapped.
     void snap(SnapZone zone);
     /// Opens the panel of layouts, or closes it when it's open.
     void showFlyout();
 
-    /// The service's. Without it shortcuts and the panel work all the same.
+    /// Called by the service. Shortcuts and the panel work without it too.
     void start();
     void stop();
 
-    /// The left button's.
+    /// Events of the left button.
     void dragMoved();
     void dragEnded();
 

@@ -1,4 +1,5 @@
-// Settings of Snap Zones. Lengths in points; the sliders' ranges are the pane's, nothing is clamped here.
+// Settings of Snap Zones. Lengths are in points; the pane sets the sliders' ranges, and nothing is clamped
+// here.
 #pragma once
 
 #include "Capabilities/SnapZones/Geometry/SnapZoneCalculator.h"
@@ -16,9 +17,9 @@ public:
     Setting<bool> dragToSnap{*this, u"dragToSnap", true};
     Setting<double> outerGap{*this, u"outerGap", 0};
     Setting<double> innerGap{*this, u"innerGap", 0};
-    /// How near to an edge the pointer has to come.
+    /// The distance from an edge within which the pointer has to come.
     Setting<double> edgeThreshold{*this, u"edgeThreshold", 8};
-    /// How far a corner reaches along its edges.
+    /// The length of a corner along its edges.
     Setting<double> cornerSize{*this, u"cornerSize", 80};
 
     [[nodiscard]] SnapGaps gaps() const { return {.outer = outerGap.get(), .inner = innerGap.get()}; }

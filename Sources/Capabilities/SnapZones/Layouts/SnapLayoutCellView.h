@@ -1,4 +1,4 @@
-// One layout to choose: its picture over its name.
+// One layout to choose: its picture above its name.
 #pragma once
 
 #include "Capabilities/SnapZones/Geometry/SnapZone.h"
@@ -10,7 +10,7 @@ namespace orvane {
 
 class SnapLayoutCellView final : public OrvaControl<QPushButton> {
 public:
-    /// Of what is drawn, in points; the room for the focus ring lies around it.
+    /// The size of what is drawn, in points; the focus ring lies around it.
     static constexpr QSize box{70, 56};
 
     explicit SnapLayoutCellView(SnapZone zone);

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] const std::shared_ptr<SnapLayoutModel>& model() const { return m_model; }
     [[nodiscard]] bool isVisible() const;
 
-    /// In the middle of the main screen, whichever screen the window to be snapped is on.
+    /// Shows the panel in the middle of the main screen, whichever screen the window is on.
     void show();
     void dismiss();
 
@@ -36,12 +36,12 @@ private:
     void makePanel();
     void installMonitors();
     void removeMonitors();
-    /// Monitors are called while an event is on its way; what they close is closed in a turn of its own.
+    /// Monitors are called while an event is being delivered, so the panel is closed in a later turn.
     void dismissLater();
 
     std::shared_ptr<SnapLayoutModel> m_model;
     std::unique_ptr<OrvaPanelWindow> m_panel;
-    QWidget* m_grid = nullptr; // the panel's
+    QWidget* m_grid = nullptr; // owned by the panel
     std::unique_ptr<EventMonitor> m_clickMonitor;
     std::unique_ptr<EventMonitor> m_keyMonitor;
 };

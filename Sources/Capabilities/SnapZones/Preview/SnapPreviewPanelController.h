@@ -1,4 +1,4 @@
-// Shows where a dragged window is going to be. Main thread.
+// Shows the place where a dragged window is going to be. Main thread.
 #pragma once
 
 #include "Platform/Geometry.h"
@@ -16,7 +16,7 @@ public:
     SnapPreviewPanelController(const SnapPreviewPanelController&) = delete;
     SnapPreviewPanelController& operator=(const SnapPreviewPanelController&) = delete;
 
-    /// In the space of the screens. Brings up the panel, or moves it.
+    /// Shows the panel, or moves it. The frame is in the space of the screens.
     void show(const Rect& frame);
     void hide();
 
