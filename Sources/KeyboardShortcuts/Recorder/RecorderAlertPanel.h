@@ -1,4 +1,4 @@
-// The warning that a shortcut can't be had: a sheet on the recorder's window, which waits for its one button
+// The warning that a shortcut can't be used: a sheet on the recorder's window, which waits for its one button
 // while the rest of the program goes on.
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Ends itself when it is dismissed. Show it with `open()`.
+/// Deletes itself when it is dismissed. Show it with `open()`.
 class RecorderAlertPanel final : public OrvaThemed<QDialog> {
 public:
     /// Without an informative text the message stands alone.
