@@ -19,11 +19,10 @@ class HotkeyManager;
 
 class AppEnvironment : public ObservableObject, public std::enable_shared_from_this<AppEnvironment> {
 public:
-    /// Made on first use and never released: it must not outlive its platform's end of service, so it has
-    /// no end at all.
+    /// Made on first use and never released: it would otherwise be destroyed after the platform that it uses.
     static std::shared_ptr<AppEnvironment> shared();
     using RegisterCapabilities = std::function<void(CapabilityRegistry&)>;
-    /// An environment of one's own, on the installed platform; with the suite's capabilities, or others.
+    /// Makes a separate environment on the installed platform, with the suite's capabilities or others.
     static std::shared_ptr<AppEnvironment>
     make(const RegisterCapabilities& registerCapabilities = &CapabilityBootstrap::registerInto);
     ~AppEnvironment() override;
