@@ -1,7 +1,7 @@
 // Observable values: a property that tells its subscribers of each set. Main thread.
 //
-// Subscribers are called in order of subscribing, within the set. One that is removed while a value is
-// being announced isn't called any more; one that is added meanwhile hears of the next value.
+// Subscribers are called in the order in which they subscribed, within the set. One that is removed while a
+// value is being announced isn't called any more; one that is added meanwhile is told of the next value.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@
 
 namespace orvane {
 
-/// Keeps a subscriber in place; its end removes it. May outlive what was subscribed to.
+/// Keeps a subscriber in place; its end removes it. May outlive the object that was subscribed to.
 class Subscription {
 public:
     Subscription() = default;
@@ -24,7 +24,7 @@ private:
 
 using Cancellables = std::vector<Subscription>;
 
-/// A list of handlers that are told something. The base of everything that can be observed.
+/// A list of handlers that are called together: the base of everything that can be observed.
 template <class... Args>
 class Announcer {
 public:
@@ -43,7 +43,8 @@ public:
 
     void announce(Args... args)
     {
-        // On a snapshot of weak references: handlers may subscribe, unsubscribe, or end this object.
+        // The loop runs over a snapshot of weak references: handlers may subscribe, unsubscribe, or end this
+        // object.
         const auto handlers = m_handlers;
         bool anyGone = false;
         const std::weak_ptr<int> alive = m_alive;
@@ -70,7 +71,7 @@ private:
     std::shared_ptr<int> m_alive = std::make_shared<int>(0);
 };
 
-/// Something that may change in ways a view has to redraw for.
+/// An object that may change in ways for which a view has to be redrawn.
 class ObservableObject {
 public:
     virtual ~ObservableObject() = default;
@@ -78,7 +79,7 @@ public:
     ObservableObject(const ObservableObject&) = delete;
     ObservableObject& operator=(const ObservableObject&) = delete;
 
-    /// Tells `handler` of each change, after it; doesn't say which.
+    /// Calls `handler` after each change, without saying which.
     [[nodiscard]] Subscription onChange(std::function<void()> handler)
     {
         return m_changes.subscribe(std::move(handler));
@@ -101,21 +102,21 @@ public:
 
     [[nodiscard]] const T& get() const { return m_value; }
 
-    /// Announces every set, an equal value too.
+    /// Announces every set, also of an equal value.
     void set(T value)
     {
         m_value = std::move(value);
         announceChange();
     }
 
-    /// The present value at once, then each new one.
+    /// Calls the handler with the present value at once, then with each new one.
     [[nodiscard]] Subscription subscribe(std::function<void(const T&)> handler)
     {
         handler(T(m_value));
         return subscribeToChanges(std::move(handler));
     }
 
-    /// Each new value; not the present one.
+    /// Calls the handler with each new value, but not with the present one.
     [[nodiscard]] Subscription subscribeToChanges(std::function<void(const T&)> handler)
     {
         return onChange([this, handler = std::move(handler)] { handler(T(m_value)); });

@@ -1,7 +1,7 @@
-// A view as a value: a tree of components, which says what is shown and which values it is bound to.
+// A view as a value: a tree of components that says what is shown and which values it is bound to.
 //
-// A tree can be read and driven without a display; rendering one gives a widget that follows its
-// observables. Main thread.
+// A tree can be read and driven without a display; rendering one gives a widget that follows its observables.
+// Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
@@ -17,7 +17,7 @@ class QWidget;
 
 namespace orvane {
 
-/// A value to show that may change: read anew whenever one of its sources announces a change.
+/// A shown value that may change: it is read anew whenever one of its sources announces a change.
 template <class T>
 class Live {
 public:
@@ -81,12 +81,12 @@ auto bind(std::shared_ptr<Owner> owner, Property Owner::*member)
 
 class AnyView;
 
-/// What a view is made of. Every component is a plain struct; `AnyView` wraps it.
+/// A part of a view. Every component is a plain struct; `AnyView` wraps it.
 class ViewNode {
 public:
     virtual ~ViewNode() = default;
     [[nodiscard]] virtual QList<AnyView> children() const = 0;
-    /// A new widget without parent, bound for its life. Needs a GUI application.
+    /// Makes a new widget without parent, bound for its life. Needs a GUI application.
     [[nodiscard]] virtual QWidget* makeWidget() const = 0;
 };
 
@@ -106,7 +106,8 @@ public:
     [[nodiscard]] QList<AnyView> children() const { return m_node ? m_node->children() : QList<AnyView>{}; }
     [[nodiscard]] QWidget* makeWidget() const { return m_node ? m_node->makeWidget() : nullptr; }
 
-    /// Every component of this type in the tree, this view included, in the order that they are shown.
+    /// Returns every component of this type in the tree, this view included, in the order in which they are
+    /// shown.
     template <class Component>
     [[nodiscard]] QList<std::shared_ptr<const Component>> all() const;
 

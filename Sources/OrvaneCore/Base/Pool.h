@@ -19,9 +19,9 @@
 
 namespace orvane {
 
-/// A coroutine that nobody waits for. It runs from its call on, and an error that leaves it is logged as a
-/// fault. One that awaits the pool is destroyed when the run loop ends without resuming it. As its owner may
-/// end while it waits, it is a static function whose parameters are values and weak pointers. Main thread.
+/// A coroutine whose end nobody awaits. It runs from its call on, and an error that leaves it is logged as a
+/// fault. If the run loop ends before it was resumed from the pool, it is destroyed. As its owner may end
+/// while it waits, it is a static function whose parameters are values and weak pointers. Main thread.
 class UnownedTask {
 public:
     struct promise_type {
@@ -35,7 +35,7 @@ public:
 
 namespace detail {
 
-/// A coroutine that is to be resumed once.
+/// A coroutine that has to be resumed once.
 class Continuation {
 public:
     enum class IfDropped { leave, destroy };
@@ -70,7 +70,7 @@ struct PoolResult<void> {
 /// Takes a piece of work to a thread that may block, and returns before it is done.
 using Executor = std::function<void(std::function<void()> work)>;
 
-/// What `onPool` and `onExecutor` give: to be awaited once, on the main thread.
+/// The result of `onPool` and `onExecutor`: to be awaited once, on the main thread.
 template <class T>
 class PoolWork {
 public:
@@ -99,17 +99,17 @@ private:
 };
 
 /// Work that may be handed over inside a `co_await`. GCC 12 destroys a closure twice that is a temporary
-/// there, so one with captures has a name.
+/// there, so one with captures must have a name.
 template <class Work>
 concept NamedWork = std::is_lvalue_reference_v<Work> || std::is_trivially_copyable_v<Work>;
 
-/// Runs `work`, which is moved from, on a thread of the pool; `co_await` gives its result, or throws what it
-/// threw, in a later turn of the main run loop. `work` must touch nothing that belongs to the main thread;
-/// what it holds is released before the result comes.
+/// Runs `work`, which is moved from, on a thread of the pool; `co_await` returns its result, or throws its
+/// error, in a later turn of the main run loop. `work` must not touch anything that belongs to the main
+/// thread; what it holds is released before the result comes.
 template <NamedWork Work>
 [[nodiscard]] PoolWork<std::invoke_result_t<Work>> onPool(Work&& work);
 
-/// The same for an executor other than the pool itself, such as one that keeps an order.
+/// Does the same with an executor other than the pool itself, such as one that keeps an order.
 template <NamedWork Work>
 [[nodiscard]] PoolWork<std::invoke_result_t<Work>> onExecutor(Executor executor, Work&& work)
 {
@@ -135,7 +135,7 @@ template <class Promise>
 void PoolWork<T>::await_suspend(std::coroutine_handle<Promise> caller)
 {
     using enum detail::Continuation::IfDropped;
-    // A task of another kind belongs to whoever holds it.
+    // A task of another kind belongs to its holder.
     constexpr auto ifDropped = std::is_same_v<Promise, UnownedTask::promise_type> ? destroy : leave;
     detail::hand(
         m_executor,

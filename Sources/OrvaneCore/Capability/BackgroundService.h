@@ -1,4 +1,4 @@
-// The one way for a capability to run something for as long as it is on. Main thread.
+// The one way for a capability to run something while it is on. Main thread.
 #pragma once
 
 #include <memory>
@@ -15,14 +15,15 @@ public:
     [[nodiscard]] virtual bool isRunning() const = 0;
 };
 
-/// Holds the running services of one capability, first registered first.
+/// Holds the running services of one capability, in the order in which they were registered.
 class ServiceHost {
 public:
-    /// Starts the service and keeps it. What its `start` throws goes to the caller, and then it isn't kept.
+    /// Starts the service and keeps it. An error of its `start` goes to the caller, and the service isn't
+    /// kept then.
     void registerService(std::shared_ptr<BackgroundService> service);
-    /// Stops all in reverse order of registering, and forgets them.
+    /// Stops all services, the last registered first, and drops them.
     void stopAll();
-    /// How many of the services held say that they run, at this moment.
+    /// Returns how many of its services report at this moment that they run.
     [[nodiscard]] int runningCount() const;
 
 private:

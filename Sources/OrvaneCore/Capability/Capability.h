@@ -18,12 +18,12 @@
 namespace orvane {
 
 struct PermissionRequirement {
-    /// Only a required permission gates activation; an optional one is shown.
+    /// Activation depends on required permissions only; an optional one is merely shown.
     enum class Level { required, optional };
 
     SystemPermission permission;
     Level level = Level::required;
-    /// What this feature does with it, for the user to read.
+    /// Tells the user what this feature does with the permission.
     std::optional<QString> note = std::nullopt;
 
     [[nodiscard]] QString id() const { return rawValue(permission); }
@@ -53,20 +53,20 @@ public:
     [[nodiscard]] virtual QList<PermissionRequirement> permissionRequirements() const { return {}; }
     virtual QList<HotkeyAction> hotkeyActions() { return {}; }
 
-    /// Contexts are passed by value: a suspended operation keeps its own.
-    /// Runs once at most before the first activation, and may never run: rely on `activate` alone.
+    /// Contexts are passed by value, so a suspended operation keeps its own. Runs at most once before the
+    /// first activation, and may never run: rely on `activate` alone.
     virtual Task<> install(CapabilityContext context);
-    /// Throws an error whose text is readable: it is what the user may get to see.
+    /// Throws an error with readable text, which the user may get to see.
     virtual Task<> activate(CapabilityContext context) = 0;
     virtual Task<> deactivate() = 0;
     virtual Task<> uninstall(CapabilityContext context);
 
-    /// Also called while the capability is off; must activate nothing.
+    /// Also called while the capability is off, so it must not activate anything.
     virtual AnyView makeSettingsPane(CapabilityContext context) = 0;
     /// Read at each opening of the status menu, so titles may follow the state.
     virtual QList<MenuBarItem> menuBarContributions() { return {}; }
 
-    /// The permissions of one level, in declared order.
+    /// Returns the permissions of one level, in the order of declaration.
     [[nodiscard]] QList<SystemPermission> requiredPermissions() const;
     [[nodiscard]] QList<SystemPermission> optionalPermissions() const;
 };

@@ -1,7 +1,7 @@
-// Owns every capability, its context and its state, and alone calls its lifecycle operations. Main thread.
+// Owns every capability, its context and its state; nothing else calls its lifecycle operations. Main thread.
 //
-// Each asynchronous operation suspends only inside a capability's own. Nothing serialises two of them for
-// one id: what a step reads, it reads at that step.
+// An asynchronous operation suspends only inside a capability's own. Two operations on one id aren't
+// serialised: each step reads the state at that step.
 #pragma once
 
 #include "OrvaneCore/Base/CapabilityState.h"
@@ -31,21 +31,21 @@ public:
     /// Appends in state `disabled`. An id registered twice gets a new context and a second entry.
     void registerCapability(std::shared_ptr<Capability> capability);
 
-    /// In order of registering: the order of lists and menus.
+    /// Returns the entries in the order of registration, which is that of lists and menus.
     [[nodiscard]] const QList<Entry>& entries() const { return m_entries; }
     [[nodiscard]] QList<Entry> activeEntries() const;
     [[nodiscard]] std::optional<CapabilityContext> context(const CapabilityID& id) const;
     [[nodiscard]] std::optional<Entry> entry(const CapabilityID& id) const;
-    /// `disabled` for an unknown id.
+    /// Returns `disabled` for an unknown id.
     [[nodiscard]] CapabilityState state(const CapabilityID& id) const;
     [[nodiscard]] bool isActive(const CapabilityID& id) const;
 
-    /// Stores the wish, then brings it about. Neither throws nor reports: the state tells.
-    /// An unknown id changes nothing and stores nothing.
+    /// Stores the wish, then carries it out. Neither throws nor reports: the state shows the result. An
+    /// unknown id changes nothing and stores nothing.
     Task<> setEnabled(bool value, CapabilityID id);
     Task<> uninstall(CapabilityID id);
 
-    /// At launch: starts what is enabled and starts automatically, strictly one after the other.
+    /// Called at launch: starts what is enabled and starts automatically, strictly one after the other.
     Task<> restorePersistedState();
     /// Tries again each enabled capability that waits for a permission, whatever its start mode.
     Task<> reevaluatePermissionGated();
@@ -53,7 +53,7 @@ public:
     [[nodiscard]] CapabilityStartMode startMode(const CapabilityID& id) const;
     void setStartMode(CapabilityStartMode mode, const CapabilityID& id);
 
-    /// By the permissions as last read; false for a capability that isn't registered.
+    /// Uses the permissions as last read; false for a capability that isn't registered.
     [[nodiscard]] bool permissionsSatisfied(const Capability& capability) const;
 
 private:

@@ -1,4 +1,4 @@
-// Which capabilities the user has enabled, and how each starts. Main thread.
+// Stores which capabilities the user has enabled, and how each starts. Main thread.
 #pragma once
 
 #include "OrvaneCore/Capability/CapabilityMetadata.h"
@@ -20,7 +20,7 @@ inline constexpr std::array allCapabilityStartModes{CapabilityStartMode::automat
 QString rawValue(CapabilityStartMode mode);
 QString displayName(CapabilityStartMode mode);
 
-/// Two whole dictionaries in the store; one of another shape counts as absent.
+/// Kept as two whole dictionaries in the store; one of another shape counts as absent.
 class CapabilityStore {
 public:
     /// The store must outlive this object.
@@ -30,7 +30,7 @@ public:
     void setEnabled(const CapabilityID& id, bool value);
     [[nodiscard]] QSet<QString> enabledIDs() const;
 
-    /// `automatic` for an absent or unknown entry.
+    /// Returns `automatic` for an absent or unknown entry.
     [[nodiscard]] CapabilityStartMode startMode(const CapabilityID& id) const;
     void setStartMode(const CapabilityID& id, CapabilityStartMode mode);
 

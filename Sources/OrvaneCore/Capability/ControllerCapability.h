@@ -27,8 +27,8 @@ class ControllerCapability : public Capability,
     static_assert(sizeof(Controller) > 0, "include its header: `makeServices` asks what it has");
 
 public:
-    /// Starts the services. When one of them can't, the error goes on, and those before it run until the
-    /// capability is switched off.
+    /// Starts the services. When one of them can't start, its error is thrown, and those before it run until
+    /// the capability is switched off.
     Task<> activate(CapabilityContext context) override
     {
         m_services = makeServices(controller(context));
@@ -37,7 +37,7 @@ public:
         co_return;
     }
 
-    /// Stops the services, last started first. The controller stays: its pane does, too.
+    /// Stops the services, the last started first. The controller stays, because its pane may still be open.
     Task<> deactivate() override
     {
         for (auto service = m_services.rbegin(); service != m_services.rend(); ++service) {
@@ -48,7 +48,7 @@ public:
         co_return;
     }
 
-    /// Everything of it goes; the next use begins with the defaults.
+    /// Removes the settings and the controller; the next use begins with the defaults.
     Task<> uninstall(CapabilityContext context) override
     {
         context.preferences.removeAll();
@@ -64,7 +64,8 @@ protected:
     /// Called once, at the first need. Makes the settings too; starts nothing.
     virtual std::shared_ptr<Controller> makeController(const CapabilityContext& context) = 0;
     virtual AnyView makePane(const std::shared_ptr<Controller>& controller) = 0;
-    /// In the order of their start. A controller that has `start` and `stop` is one service by itself.
+    /// Returns the services in the order of their start. A controller that has `start` and `stop` is one
+    /// service by itself.
     virtual Services makeServices(const std::shared_ptr<Controller>& controller)
     {
         if constexpr (requires {
@@ -76,9 +77,9 @@ protected:
             return {};
     }
 
-    /// Null until it was needed.
+    /// Returns the controller; null before the first need.
     [[nodiscard]] const std::shared_ptr<Controller>& controller() const { return m_controller; }
-    /// Makes it when there is none.
+    /// Returns the controller and makes it if there is none.
     const std::shared_ptr<Controller>& controller(const CapabilityContext& context)
     {
         if (!m_controller)
@@ -86,13 +87,13 @@ protected:
         return m_controller;
     }
 
-    /// The handler of a shortcut or a menu item. It may outlive the capability and come before the
-    /// controller, and does nothing then.
+    /// Makes the handler of a shortcut or a menu item. It may outlive the capability and exist before the
+    /// controller; it does nothing then.
     [[nodiscard]] std::function<void()> withController(std::function<void(Controller&)> use)
     {
         return [weak = this->weak_from_this(), use = std::move(use)] {
             const auto self = weak.lock();
-            // A hold of its own: what is done may take the controller away from the capability.
+            // A reference of its own: the action may take the controller away from the capability.
             if (const auto controller = self ? self->m_controller : nullptr)
                 use(*controller);
         };

@@ -1,5 +1,5 @@
-// A service that consists in its controller's running. The controller is told each start and each stop once,
-// however often they are called. Main thread.
+// A service that only starts and stops its controller. The controller is called once for each start and each
+// stop, however often these are repeated. Main thread.
 #pragma once
 
 #include "OrvaneCore/Capability/BackgroundService.h"

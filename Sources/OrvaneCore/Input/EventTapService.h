@@ -1,7 +1,7 @@
-// The suite's taps on the session's input, shared by all who subscribe: one for those who may change or
-// consume events, one for those who only listen. Main thread.
+// The suite's taps on the session's input, shared by all subscribers: one for those that may change or
+// consume events, one for those that only listen. Main thread.
 //
-// Without subscribers there is no tap, no timer, and the process sees no input at all.
+// Without subscribers there is no tap and no timer, and the process sees no input at all.
 #pragma once
 
 #include "OrvaneCore/Base/Log.h"
@@ -15,7 +15,7 @@ namespace orvane {
 
 class Timer;
 
-/// The order in which subscribers are asked, whenever they came.
+/// The order in which subscribers are asked, however they were added.
 enum class EventTapRank {
     clipboardKeys, // take chords as the user has pressed them
     keyRemapping,
@@ -27,8 +27,8 @@ public:
     virtual ~EventTapSubscriber() = default;
     [[nodiscard]] virtual EventTapRank rank() const = 0;
     [[nodiscard]] virtual EventMask eventMask() const = 0;
-    /// All input of the session waits for the answer. May be shown types that only others asked for, and
-    /// must pass those; may change the event in place.
+    /// All input of the session waits for the answer. May be called with types that only others asked for,
+    /// and must pass those; may change the event in place.
     virtual EventTapDecision handle(EventType type, Event& event) = 0;
 };
 
@@ -38,7 +38,7 @@ class EventTapListener {
 public:
     virtual ~EventTapListener() = default;
     [[nodiscard]] virtual EventMask eventMask() const = 0;
-    /// May be shown types that only other listeners asked for.
+    /// May be called with types that only other listeners asked for.
     virtual void hear(EventType type, const Event& event) = 0;
 };
 
@@ -49,20 +49,20 @@ public:
     EventTapService(const EventTapService&) = delete;
     EventTapService& operator=(const EventTapService&) = delete;
 
-    /// Subscribers are asked by rank, and within one rank in order of adding. Each arrival and each leaving
-    /// makes their tap anew.
+    /// Subscribers are asked by rank, and within one rank in the order in which they were added. Each
+    /// addition and each removal makes their tap anew.
     void addSubscriber(std::shared_ptr<EventTapSubscriber> subscriber);
-    /// Removes every entry that is this object.
+    /// Removes every entry for this object.
     void removeSubscriber(const std::shared_ptr<EventTapSubscriber>& subscriber);
 
-    /// The same for those who only listen; they are told in order of adding.
+    /// Does the same for those that only listen; they are called in the order in which they were added.
     void addListener(std::shared_ptr<EventTapListener> listener);
     void removeListener(const std::shared_ptr<EventTapListener>& listener);
 
-    /// Arms the service: from now on subscribers and listeners get their taps.
+    /// Arms the service: from now on there are taps for the subscribers and listeners.
     void start();
     void stop();
-    /// Enables what the system has disabled.
+    /// Enables taps that the system has disabled.
     void reenableIfNeeded();
 
 private:
@@ -84,7 +84,7 @@ private:
     void installWakeObserver();
 
     Logger m_log;
-    /// Never changed in place: a walk goes over the list that it began with, without copying it.
+    /// Never changed in place: a loop runs over the list with which it began, without copying it.
     std::shared_ptr<const Subscribers> m_subscribers = std::make_shared<Subscribers>();
     std::shared_ptr<const Listeners> m_listeners = std::make_shared<Listeners>();
     std::unique_ptr<EventTap> m_machPort;

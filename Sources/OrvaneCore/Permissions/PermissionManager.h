@@ -1,6 +1,6 @@
-// How the suite's permissions stand, and the asking for them. Main thread; one shared instance.
+// The suite's permissions and the requests for them. Main thread; one shared instance.
 //
-// It has no timer of its own: whoever shows a permission refreshes.
+// It has no timer: the code that shows a permission refreshes it.
 #pragma once
 
 #include "OrvaneCore/Base/Log.h"
@@ -19,19 +19,19 @@ class PermissionManager : public ObservableObject, public std::enable_shared_fro
 public:
     /// Reads all statuses once.
     static std::shared_ptr<PermissionManager> make();
-    /// Statuses as given, until the next refresh.
+    /// Uses the given statuses until the next refresh.
     static std::shared_ptr<PermissionManager> make(PermissionStatuses testStatuses);
 
     [[nodiscard]] const PermissionStatuses& statuses() const { return m_statuses; }
-    /// `notDetermined` for a permission that isn't listed.
+    /// Returns `notDetermined` for a permission that isn't listed.
     [[nodiscard]] PermissionStatus status(SystemPermission permission) const;
 
-    /// Reads all four; announces after each, also when nothing changed.
+    /// Reads all four; announces after each, even when nothing has changed.
     void refresh();
-    /// Has the system ask the user. Returns at once; the answer shows in a refresh.
+    /// Makes the system ask the user. Returns at once; a later refresh shows the answer.
     void request(SystemPermission permission);
     void openSettings(SystemPermission permission);
-    /// What is no URL opens nothing.
+    /// A text that isn't a URL opens nothing.
     static void openSettings(const QString& url);
 
 private:

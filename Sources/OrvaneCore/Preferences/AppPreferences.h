@@ -1,7 +1,7 @@
 // Settings of the application itself. Main thread.
 //
-// The user must never lose the last way to reach the program: of the Dock icon and the menu bar item, one
-// is always shown.
+// The user must never lose the last way to reach the program: of the Dock icon and the menu bar item, one is
+// always shown.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
@@ -21,7 +21,7 @@ public:
 
     void setShowDockIcon(bool value);
     void setShowMenuBarItem(bool value);
-    /// Springs back to the system's state when the system refuses.
+    /// Goes back to the system's state when the system refuses.
     void setLaunchAtLogin(bool value);
 
     Observable<bool>& showDockIconValue() { return m_showDockIcon; }

@@ -1,4 +1,4 @@
-// One capability's view of the defaults store: its keys carry the capability's id and a full stop in front.
+// One capability's part of the defaults store: its keys begin with the capability's id and a full stop.
 //
 // Holds no mutable state of its own; readers on other threads may use it freely.
 #pragma once
@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] const QString& prefix() const { return m_prefix; }
 
-    /// Defaults in force beneath stored values, for this process only.
+    /// Registers defaults beneath the stored values, for this process only.
     void registerDefaults(const QVariantMap& defaults) const;
 
     [[nodiscard]] std::optional<QString> string(const QString& key) const;
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] std::optional<QByteArray> data(const QString& key) const;
     [[nodiscard]] QVariant object(const QString& key) const;
 
-    /// An invalid value removes the key, after which a registered default shows again.
+    /// An invalid value removes the key; a registered default is in force again then.
     void set(const QVariant& value, const QString& key) const;
     /// Removes every stored key of this scope; registered defaults stay in force.
     void removeAll() const;

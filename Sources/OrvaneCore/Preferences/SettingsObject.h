@@ -20,7 +20,7 @@ namespace orvane {
 
 class SettingsObject;
 
-/// What a Setting looks like to the object that holds it.
+/// The interface of a Setting for the object that holds it.
 class AnySetting {
 public:
     virtual ~AnySetting() = default;
@@ -48,7 +48,7 @@ private:
     std::vector<AnySetting*> m_settings;
 };
 
-/// Reading a typed value: nothing when the store has none or one of another type.
+/// Reads a typed value: nothing when the store has none or one of another type.
 template <class T>
 std::optional<T> readSetting(const ScopedPreferences& prefs, const QString& key) = delete;
 template <>
@@ -62,14 +62,14 @@ std::optional<int> readSetting(const ScopedPreferences& prefs, const QString& ke
 template <>
 std::optional<QStringList> readSetting(const ScopedPreferences& prefs, const QString& key);
 
-/// Nothing for an unknown name too.
+/// Returns nothing for an unknown name too.
 template <NamedEnum Enum>
 std::optional<Enum> readSetting(const ScopedPreferences& prefs, const QString& key)
 {
     return fromRawValue<Enum>(readSetting<QString>(prefs, key).value_or(QString()));
 }
 
-/// A value as the store keeps it.
+/// Returns a value in the form in which the store keeps it.
 template <class T>
 QVariant storedForm(const T& value)
 {
@@ -79,8 +79,8 @@ QVariant storedForm(const T& value)
         return QVariant::fromValue(value);
 }
 
-/// One property: observable, and written through to the store at each set. Nothing is clamped. What can't be
-/// read falls to the default; the store keeps it until the next set.
+/// One property: observable, and written through to the store at each set. Nothing is clamped. A value that
+/// can't be read gives the default; the store keeps it until the next set.
 template <class T>
 class Setting : public Observable<T>, public AnySetting {
 public:
@@ -97,7 +97,7 @@ public:
     {
         Observable<T>::set(std::move(value));
         m_owner.announceChange();
-        // The present value, not the argument: an observer may have set another one meanwhile.
+        // The present value is stored and not the argument: an observer may have set another one meanwhile.
         m_owner.prefs().set(storedForm(this->get()), m_key);
     }
 
