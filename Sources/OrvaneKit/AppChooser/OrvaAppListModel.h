@@ -1,4 +1,4 @@
-// Installed programs to choose from, by name, narrowed by what is searched for. Main thread.
+// Installed programs to choose from, by name, narrowed by a query. Main thread.
 #pragma once
 
 #include "Platform/RunningApplication.h"
@@ -14,19 +14,20 @@ namespace orvane {
 class OrvaAppListModel final : public QAbstractListModel {
 public:
     enum Role {
-        /// That it was chosen before; or the identifier, where it has to tell programs of one name apart.
+        /// The note that it was chosen before; or the identifier, where two programs have one name.
         detailRole = Qt::UserRole,
     };
 
     /// `present` are the identifiers of programs that were chosen before.
     explicit OrvaAppListModel(QList<InstalledApplication> applications, QStringList present = {});
 
-    /// Leaves those whose name or identifier holds every word of the query, however it is written.
+    /// Keeps the programs whose name or identifier contains every word of the query, ignoring case and
+    /// accents.
     void setQuery(const QString& query);
 
     [[nodiscard]] bool isEmptyWithoutQuery() const { return m_all.isEmpty(); }
     [[nodiscard]] const InstalledApplication& at(int row) const { return m_shown.at(row); }
-    /// A program without identifier can't be chosen, nor one that was chosen before.
+    /// A program without an identifier can't be chosen, and neither can one that was chosen before.
     [[nodiscard]] bool isAcceptable(int row) const
     {
         return m_shown.at(row).bundleIdentifier && !isPresent(m_shown.at(row));

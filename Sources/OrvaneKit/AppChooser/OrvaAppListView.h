@@ -12,13 +12,13 @@ class OrvaAppListView final : public OrvaThemed<QListView> {
 public:
     explicit OrvaAppListView(OrvaAppListModel& model);
 
-    /// The program that is marked and may be accepted.
+    /// Returns the marked program if it may be accepted.
     [[nodiscard]] std::optional<InstalledApplication> chosen() const;
     /// Marks the first program that may be accepted, or none.
     void chooseFirst();
     void chooseNone();
     bool choose(const InstalledApplication& application);
-    /// Goes so many programs down, or up, past those that can't be accepted, and stops at the ends.
+    /// Moves by this many programs down, or up, skipping those that can't be accepted, and stops at the ends.
     void move(int steps);
     [[nodiscard]] int programsInSight() const;
 

@@ -1,4 +1,4 @@
-// A text whose lines are about equally long, so that no word is left alone on the last one.
+// A text whose lines are about equally long, so that no single word is left on the last one.
 #pragma once
 
 #include "OrvaneKit/Model/OrvaLayout.h"
@@ -11,7 +11,7 @@ class OrvaTextView;
 
 class OrvaBalancedTextView final : public QWidget {
 public:
-    /// At the leading edge or in the middle of the width that it gets.
+    /// The text is at the leading edge or in the middle of its width.
     OrvaBalancedTextView(const OrvaText& text, Qt::Alignment alignment);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -24,7 +24,7 @@ protected:
 
 private:
     void place();
-    /// The narrowest that needs no more lines than `width`.
+    /// Returns the smallest width that needs no more lines than `width`.
     [[nodiscard]] int balanced(int width) const;
 
     OrvaTextView* m_text;

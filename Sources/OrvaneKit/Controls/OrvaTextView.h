@@ -1,4 +1,4 @@
-// A line or paragraph of text in one of the kit's roles and colours, which wraps to the width it gets.
+// A line or paragraph of text in one of the kit's roles and colours, which wraps at its width.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -10,7 +10,7 @@ namespace orvane {
 
 class OrvaTextView : public OrvaThemed<QLabel> {
 public:
-    /// A single line keeps its width, and its digits are all equally wide: for short values that change.
+    /// A single line keeps its width, and its digits are equally wide: for short values that change.
     enum class Wrapping { paragraph, singleLine };
 
     /// Empty text takes no room: the view hides itself.

@@ -1,4 +1,4 @@
-// A slim scroll bar for pages: a thumb, and nothing else.
+// A slim scroll bar for pages: only a thumb.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaThemed.h"
@@ -9,10 +9,10 @@ namespace orvane {
 
 class OrvaScrollBarView final : public OrvaThemed<QScrollBar> {
 public:
-    /// Points; always the same.
+    /// In points; always the same.
     static constexpr int thickness = 12;
 
-    /// `ground` is what it stands on.
+    /// `ground` is the colour behind it.
     explicit OrvaScrollBarView(OrvaColor ground = OrvaColor::window);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -28,7 +28,7 @@ private:
     [[nodiscard]] QRectF thumb() const;
 
     OrvaColor m_ground;
-    double m_grip = 0; // where in the thumb the mouse holds it, points
+    double m_grip = 0; // the place in the thumb where the mouse holds it, in points
 };
 
 } // namespace orvane

@@ -23,7 +23,7 @@ constexpr double corner = 7;
 constexpr double dotSide = 8;
 constexpr double dotStroke = 1.5;
 constexpr double hollowOpacity = 0.4;
-constexpr double hoveredShare = 0.45; // of the strength of a chosen row
+constexpr double hoveredShare = 0.45; // share of the strength of a chosen row
 
 class RowDelegate final : public QStyledItemDelegate {
 public:
@@ -133,7 +133,7 @@ OrvaSidebarView::OrvaSidebarView(const OrvaSidebar& sidebar) : m_selection(sideb
     viewport()->setAttribute(Qt::WA_Hover);
     setAccessibleName(sidebar.label);
     themeChanged();
-    // The row of the page that is shown for want of a choice can be chosen too.
+    // The row whose page is shown by default, without a choice, can be chosen too.
     connect(this, &QListView::clicked, this, &OrvaSidebarView::choose);
     follow(m_cancellables, sidebar.content, [this](const QList<OrvaSidebarSection>& sections) {
         m_model.setSections(sections);

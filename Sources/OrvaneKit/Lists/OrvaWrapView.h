@@ -1,4 +1,4 @@
-// Widgets side by side in as many lines as the width asks for.
+// Widgets side by side in as many lines as the width requires.
 #pragma once
 
 #include "OrvaneKit/Model/OrvaLayout.h"
@@ -11,7 +11,7 @@
 
 namespace orvane {
 
-/// Each item keeps the size that it wants; lines begin at the leading edge.
+/// Each item keeps its own size; lines begin at the leading edge.
 class OrvaWrapLayout final : public QLayout {
 public:
     OrvaWrapLayout(int spacing, OrvaWrapColumns columns);
@@ -31,10 +31,10 @@ public:
 private:
     enum class Move { no, yes };
 
-    /// The height that it takes.
+    /// Places the items and returns the height that they take.
     [[nodiscard]] int place(const QRect& rect, Move move) const;
 
-    /// 0 without columns.
+    /// Returns 0 without columns.
     [[nodiscard]] int columnWidth() const;
 
     int m_gap;

@@ -6,7 +6,8 @@
 
 namespace orvane {
 
-/// One choice of a few, all in sight, in one row of a section. `label` is for assistive technology alone.
+/// A choice of a few, all of them visible, in one row of a section. `label` is for assistive technology
+/// alone.
 struct OrvaRadioGroup {
     QString label;
     Binding<QString> selection;
@@ -20,12 +21,12 @@ struct OrvaCaptionRow {
     OrvaColor color = OrvaColor::secondary;
 };
 
-/// A single line that can be marked and copied; the middle gives way where room is short.
+/// A single line that can be marked and copied; the middle is left out where room is short.
 struct OrvaSelectableText {
     Live<QString> text;
 };
 
-/// A button of a symbol alone, without a border. `help` is its tool tip.
+/// A button with a symbol alone and no border. `help` is its tool tip.
 struct OrvaIconButton {
     QString systemImage;
     QString help;
@@ -33,11 +34,10 @@ struct OrvaIconButton {
     std::function<void()> action;
 };
 
-/// Takes what room its row has left.
+/// Takes the room that is left in its row.
 struct OrvaSpacer {};
 
-/// A list of views made anew from its value. Views that come again under an equal key are kept, with the
-/// focus on them.
+/// A list of views made anew from its value. Views whose keys occur again are kept, with the focus on them.
 struct OrvaForEach {
     struct Item {
         QString key;

@@ -1,5 +1,4 @@
-// What a window of pages is made of: a sidebar beside a page, the pages' coming and going, their ticking and
-// scrolling.
+// The parts of a window with pages: a sidebar beside a page, and views that replace, tick and scroll a page.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -13,7 +12,7 @@
 
 namespace orvane {
 
-/// A small round light; `text` is what assistive technology says of it.
+/// A small round light; assistive technology reads `text`.
 struct OrvaStatusDot {
     enum class Fill { hollow, filled };
 
@@ -53,7 +52,7 @@ struct OrvaSidebar {
 
 /// Two columns. `header` stands above the sidebar's list and doesn't scroll with it.
 struct OrvaSplit {
-    double minimumWidth; // of the sidebar, points
+    double minimumWidth; // of the sidebar, in points
     double idealWidth;
     AnyView header;
     AnyView sidebar;
@@ -62,7 +61,7 @@ struct OrvaSplit {
     [[nodiscard]] QList<AnyView> children() const { return {header, sidebar, detail}; }
 };
 
-/// Shows what `content` makes of the present key. An unequal key replaces it by a fresh view.
+/// Shows the result of `content` for the present key. An unequal key replaces it by a fresh view.
 struct OrvaKeyed {
     Live<QString> key;
     std::function<AnyView(const QString& key)> content;
@@ -70,7 +69,7 @@ struct OrvaKeyed {
     [[nodiscard]] QList<AnyView> children() const;
 };
 
-/// Does something each time that its content comes into sight.
+/// Calls an action each time that its content becomes visible.
 struct OrvaAppear {
     std::function<void()> onAppear;
     AnyView content;
@@ -78,8 +77,8 @@ struct OrvaAppear {
     [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
-/// The same, and something else at each interval from then on until the content or its window is put away.
-/// A minimized window isn't put away.
+/// The same, and calls another action at each interval from then on until the content or its window is
+/// hidden. A minimized window doesn't count as hidden.
 struct OrvaTicker {
     std::chrono::milliseconds interval;
     std::function<void()> onAppear;
@@ -97,7 +96,7 @@ struct OrvaAnchor {
     [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
-/// At each change of `requests` it scrolls the page in it until the anchor of this id stands at the top.
+/// At each change of `requests` it scrolls its page until the anchor of this id stands at the top.
 struct OrvaScrollReader {
     Live<int> requests;
     QString anchor;

@@ -12,13 +12,13 @@ class OrvaSidebarModel final : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
 
-    /// Rows that stay what they are keep their place in views, and only their changes are announced.
+    /// Rows that stay keep their place in views, and only their changes are announced.
     void setSections(const QList<OrvaSidebarSection>& sections);
 
-    /// Null for a heading.
+    /// Returns null for a heading.
     [[nodiscard]] const OrvaSidebarRow* at(int row) const;
     [[nodiscard]] bool isHeading(int row) const { return at(row) == nullptr; }
-    /// -1 when no row has it.
+    /// Returns -1 when no row has the tag.
     [[nodiscard]] int rowOf(const QString& tag) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

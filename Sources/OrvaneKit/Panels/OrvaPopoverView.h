@@ -1,4 +1,4 @@
-// A panel that hangs on a view, inside the same window: the window keeps the keyboard.
+// A panel at a view, inside the same window, which keeps the keyboard.
 #pragma once
 
 #include "OrvaneKit/Model/OrvaLayout.h"
@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-/// The open panel. Tab goes round in it, itself among its stops.
+/// The open panel. Tab goes round in it, and it is one of the stops itself.
 class OrvaPopoverPanelView final : public OrvaThemed<QWidget> {
 public:
     OrvaPopoverPanelView(const OrvaPopover& popover, QWidget& anchor);
@@ -36,9 +36,9 @@ private:
 
     Binding<bool> m_isPresented;
     QPointer<QWidget> m_anchor;
-    QPointer<QWidget> m_lastStop; // where Tab goes on from
+    QPointer<QWidget> m_lastStop; // the stop from which Tab goes on
     Side m_side = Side::below;
-    double m_tip = 0; // of the arrow, x in this widget
+    double m_tip = 0; // x of the arrow's tip in this widget
 };
 
 /// Shows the anchor, and opens and closes the panel.

@@ -1,4 +1,4 @@
-// System symbols on widgets: tinted when painted, on whole pixels of whatever screen they are on.
+// System symbols on widgets: tinted when painted, on whole pixels of the screen.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaTheme.h"
@@ -12,7 +12,7 @@ class QPainter;
 
 namespace orvane {
 
-/// A symbol of `side` points in one colour.
+/// Returns a symbol of `side` points in one colour.
 QPixmap orvaSymbolPixmap(const QString& name, double side, const QColor& color, double devicePixelRatio,
                          SystemSymbol::Weight weight = SystemSymbol::Weight::regular);
 

@@ -30,7 +30,7 @@ QPointF onUnitCircle(double angle)
     return {std::cos(angle), std::sin(angle)};
 }
 
-/// A cubic curve comes near enough to a circle for no more than a quarter of it.
+/// A cubic curve is close enough to a circle for at most a quarter of it.
 void addCurves(QPainterPath& path, QPointF middle, double radius, double from, double turn)
 {
     const int pieces = static_cast<int>(std::ceil(std::abs(turn) / (pi / 2 + 0.001)));
@@ -46,7 +46,7 @@ void addCurves(QPainterPath& path, QPointF middle, double radius, double from, d
     }
 }
 
-/// The two places and the radius leave two circles with two arcs each; the flags choose one of the four.
+/// Two points and a radius give two circles with two arcs each; the flags choose one of the four.
 void addArc(QPainterPath& path, const Arc& arc)
 {
     const QPointF begin = path.currentPosition();
@@ -54,7 +54,7 @@ void addArc(QPainterPath& path, const Arc& arc)
     const double halfSquared = QPointF::dotProduct(half, half);
     if (halfSquared == 0)
         return;
-    // A circle that is too small to reach both places grows until it does.
+    // A circle that is too small to reach both points is enlarged until it does.
     const double radius = std::max(arc.radius, std::sqrt(halfSquared));
     const double distance = std::sqrt(std::max(0.0, radius * radius / halfSquared - 1));
     const double side = arc.isLarge != arc.isClockwise ? distance : -distance;
@@ -79,7 +79,8 @@ public:
         for (char command = 0; skipSeparators(), m_next != m_end;) {
             if (*m_next >= 'A' && *m_next <= 'Z')
                 command = *m_next++;
-            // The first command places the pen, and only one with numbers can be repeated without its letter.
+            // The first command sets the position, and only a command with numbers can be repeated without
+            // its letter.
             else if (command == 0 || command == 'Z')
                 return std::nullopt;
             if (path.elementCount() == 0 && command != 'M')
@@ -88,7 +89,7 @@ public:
             if (m_failed)
                 return std::nullopt;
             if (command == 'M')
-                command = 'L'; // further places after a move are lines
+                command = 'L'; // further points after a move are lines
         }
         return path;
     }

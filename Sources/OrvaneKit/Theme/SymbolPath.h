@@ -1,4 +1,4 @@
-// The outlines of symbols as their files write them.
+// Reads the outlines of symbols from their files.
 #pragma once
 
 #include <QByteArrayView>
@@ -8,8 +8,8 @@
 
 namespace orvane {
 
-/// Reads the path data of an SVG file: the commands M, L, H, V, C, Z with places counted from the corner, and
-/// A for arcs of circles. Nothing for any other data.
+/// Reads the path data of an SVG file: the commands M, L, H, V, C, Z in absolute coordinates, and A for arcs
+/// of circles. Nothing for any other data.
 [[nodiscard]] std::optional<QPainterPath> symbolPath(QByteArrayView data);
 
 } // namespace orvane

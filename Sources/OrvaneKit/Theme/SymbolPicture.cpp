@@ -15,7 +15,8 @@ namespace orvane {
 
 namespace {
 
-/// What an element hands down to those within it. The width of strokes isn't among it: it is the family's.
+/// The properties that an element gives to those inside it. The width of strokes isn't one: it is the same
+/// for the family.
 struct Style {
     bool isFilled = true;
     bool isStroked = false;

@@ -14,11 +14,11 @@ namespace orvane {
 
 class SymbolPicture {
 public:
-    /// The side of the square that every symbol is drawn in.
+    /// The side of the square in which every symbol is drawn.
     static constexpr double side = 24;
 
-    /// Reads the elements of SVG that the family is made of: groups, paths, circles and rectangles, in black
-    /// on a square of 24. Nothing for a file with anything else, which couldn't be drawn as it was meant.
+    /// Reads the elements of SVG that the family uses: groups, paths, circles and rectangles, in black on a
+    /// square of 24. Nothing for a file with anything else, which couldn't be drawn correctly.
     [[nodiscard]] static std::optional<SymbolPicture> read(const QByteArray& svg);
 
     /// Fills `rect`. The width of the strokes is in the units of the symbol.

@@ -10,7 +10,7 @@
 #include <memory>
 #include <utility>
 
-// The pictures live in a static library: this reference keeps the linker from leaving them out.
+// The pictures are in a static library: this reference keeps the linker from leaving them out.
 static void initResources()
 {
     Q_INIT_RESOURCE(resources);
@@ -53,7 +53,7 @@ Picture load(const QString& name)
     return std::make_shared<const SymbolPicture>(*std::move(picture));
 }
 
-/// Reads each symbol once. A name that is missing is remembered too, so it is logged once.
+/// Reads each symbol once. A missing name is kept too, so it is logged once.
 Picture picture(const QString& name)
 {
     static std::map<QString, Picture> cache;
@@ -66,7 +66,7 @@ Picture picture(const QString& name)
 
 } // namespace
 
-// The file is read when the symbol is drawn for the first time: most of a menu's are never seen.
+// The file is read when the symbol is drawn for the first time: most symbols of a menu are never seen.
 TemplateImage SystemSymbol::image(const QString& name, const QString& accessibilityDescription, double side,
                                   Weight weight)
 {

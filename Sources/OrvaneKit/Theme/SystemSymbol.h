@@ -10,9 +10,8 @@ public:
     /// The width of the strokes. Filled shapes look the same in both.
     enum class Weight { regular, semibold };
 
-    /// A template picture of the named symbol in a square of `side` points. A name that the family doesn't
-    /// have gives a picture that draws nothing and puts a line into the log when it is drawn for the first
-    /// time.
+    /// Returns a template picture of the named symbol in a square of `side` points. An unknown name gives a
+    /// picture that draws nothing and logs a line when it is drawn for the first time.
     static TemplateImage image(const QString& name, const QString& accessibilityDescription = {},
                                double side = 18, Weight weight = Weight::regular);
     static bool exists(const QString& name);
