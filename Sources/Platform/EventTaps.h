@@ -37,9 +37,9 @@ public:
     enum class Placement { headInsert = 0, tailAppend = 1 };
     enum class Options {
         defaultTap = 0, // may change and consume events
-        /// Sees a copy of each event and decides nothing; its callback's answer is ignored. Nobody waits for
-        /// it, and it takes no device away from other programs. It hears of a held key's repeats only while
-        /// a default tap is in place too. It is never disabled by a time-out.
+        /// Sees a copy of each event and decides nothing; its callback's answer is ignored. No event waits
+        /// for it, and it takes no device away from other programs. It gets a held key's repeats only while a
+        /// default tap is in place too. It is never disabled by a time-out.
         listenOnly = 1,
     };
 
