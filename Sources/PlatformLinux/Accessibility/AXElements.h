@@ -1,4 +1,4 @@
-// What stands behind the handles of accessibility elements on an X11 desktop. Main thread.
+// The objects behind the handles of accessibility elements on an X11 desktop. Main thread.
 #pragma once
 
 #include "Platform/Accessibility.h"
@@ -35,9 +35,9 @@ struct AXBody : AXUIElement::Body {
     static AXBody& of(const AXUIElement& element) { return static_cast<AXBody&>(element.body()); }
 
     const Kind kind;
-    /// Of an application.
+    /// Set for an application.
     const ProgramId program;
-    /// Of a window, or that a button belongs to.
+    /// Set for a window, or for the window of a button.
     const xcb_window_t window;
     std::chrono::duration<float> timeout = defaultTimeout;
 

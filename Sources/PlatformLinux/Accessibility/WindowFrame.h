@@ -1,5 +1,5 @@
-// Where a person sees a window to be, from what the X server and the window's properties tell; and back.
-// Native pixels of the root window. Pure; any thread.
+// The place where a person sees a window, computed from what the X server and the window's properties say;
+// and back. Native pixels of the root window. Pure; any thread.
 #pragma once
 
 #include "Platform/Geometry.h"
@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// The pixels from `left` on up to, and without, `right`; `top` and `bottom` likewise.
+/// The pixels from `left` on up to `right`, which is excluded; `top` and `bottom` likewise.
 struct PixelEdges {
     int left = 0;
     int top = 0;
@@ -21,7 +21,7 @@ struct PixelEdges {
     friend bool operator==(const PixelEdges&, const PixelEdges&) = default;
 };
 
-/// How far something reaches beyond something else; negative where it ends inside.
+/// The distances by which one thing reaches beyond another; negative where it ends inside.
 struct PixelMargins {
     int left = 0;
     int top = 0;
@@ -39,23 +39,24 @@ PixelEdges shrunk(const PixelEdges& edges, const PixelMargins& margins);
 struct WindowPlace {
     /// The window itself, inside its border.
     PixelEdges client;
-    /// The child of the root window that holds it, or it itself; with the border.
+    /// The child of the root window that holds it, or the window itself; with the border.
     PixelEdges outer;
-    /// Then the window manager hides the client and shows what it adds on top of it.
+    /// True if the window manager hides the client and shows only what it adds above it.
     bool isRolledUp = false;
-    /// What the window manager says that it adds; absent when it doesn't say.
+    /// The margins that the window manager says it adds; absent when it doesn't say.
     std::optional<PixelMargins> decoration;
-    /// What the program says that it draws no part of the window in: shadows of its own.
+    /// The margins in which the program says it draws no part of the window: its own shadows.
     PixelMargins invisible;
 
     friend bool operator==(const WindowPlace&, const WindowPlace&) = default;
 };
 
-/// How far what a person sees reaches beyond the client window.
+/// Returns how far the visible frame reaches beyond the client window.
 PixelMargins visibleMargins(const WindowPlace& place);
 PixelEdges visibleFrame(const WindowPlace& place);
 
-/// Edges are rounded and not sizes, so that neighbours that share an edge meet in one pixel. A half goes up.
+/// Rounds the edges and not the size, so that neighbours that share an edge meet in one pixel. A half goes
+/// up.
 PixelEdges rounded(const Rect& rect);
 
 } // namespace orvane

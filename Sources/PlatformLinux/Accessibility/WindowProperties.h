@@ -1,5 +1,5 @@
-// What the properties that windows carry mean, by ICCCM, EWMH and Motif; from the numbers of 32 bits that the
-// server gives. Whoever wrote them may have written anything. Pure; any thread.
+// The meaning of the properties that windows carry, by ICCCM, EWMH and Motif; from the numbers of 32 bits
+// that the server gives. Any program may have written anything there. Pure; any thread.
 #pragma once
 
 #include "PlatformLinux/Accessibility/WindowFrame.h"
@@ -12,14 +12,14 @@ namespace orvane {
 
 using PropertyNumbers = std::vector<std::uint32_t>;
 
-/// _NET_FRAME_EXTENTS and _GTK_FRAME_EXTENTS; absent for what can't be such.
+/// Reads _NET_FRAME_EXTENTS and _GTK_FRAME_EXTENTS; absent for invalid values.
 std::optional<PixelMargins> frameExtents(const PropertyNumbers& numbers);
 
-/// WM_STATE: what the window manager does with a window.
+/// WM_STATE: how the window manager treats a window.
 enum class ManagedState { withdrawn, normal, iconic };
 ManagedState managedState(const PropertyNumbers& numbers);
 
-/// Where of a frame the place of a window is measured: win_gravity of ICCCM.
+/// The point of a frame that a window's place is measured at: win_gravity of ICCCM.
 enum class Gravity {
     northWest = 1,
     north,
@@ -46,7 +46,8 @@ public:
         int height = 0;
         friend bool operator==(const PixelSize&, const PixelSize&) = default;
     };
-    /// The greatest allowed size that is no greater; when even the least allowed one is, that.
+    /// Returns the greatest allowed size that is no greater; when even the least allowed one is greater,
+    /// that.
     [[nodiscard]] PixelSize nearest(PixelSize size) const;
 
 private:
@@ -63,8 +64,8 @@ private:
     Gravity m_gravity = Gravity::northWest;
 };
 
-/// Of a request to move, so that the frame and the margins that it keeps end up around `outer`: with them,
-/// but without what the program itself draws nothing in.
+/// The position of a request to move, computed so that the frame ends up around `outer` with the margins that
+/// it keeps, but without those in which the program draws nothing.
 struct PixelPoint {
     int x = 0;
     int y = 0;
@@ -72,7 +73,7 @@ struct PixelPoint {
 };
 PixelPoint requestedOrigin(const PixelEdges& outer, const PixelMargins& decoration, Gravity gravity);
 
-/// _MOTIF_WM_HINTS: what a window wants to be possible with it. All of it, when it doesn't say.
+/// _MOTIF_WM_HINTS: the operations that a window allows. All of them when it doesn't say.
 struct MotifFunctions {
     bool canClose = true;
     bool canMaximize = true;

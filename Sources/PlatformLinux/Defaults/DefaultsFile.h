@@ -1,6 +1,5 @@
-// The defaults file on the disk: reading it as it is, whoever wrote it, and merging changes into it. Several
-// processes may share it: they take turns by a lock (flock) on its folder. Knows no log. One thread at a
-// time.
+// The defaults file on the disk: reads it in whatever state it is, and merges changes into it. Several
+// processes may share it: they take turns by a lock (flock) on its folder. Has no log. One thread at a time.
 #pragma once
 
 #include <QJsonObject>
@@ -11,8 +10,8 @@ namespace orvane {
 
 class DefaultsFile {
 public:
-    /// Invalid is what was read in full and is no defaults file, or can't ever be one, as a folder.
-    /// Unreachable is what couldn't be opened or read now and may be good.
+    /// Invalid content was read in full and is no defaults file, or can never be one, such as a folder.
+    /// Unreachable content couldn't be opened or read now and may be good.
     enum class Content { missing, valid, invalid, unreachable };
 
     struct Reading {
@@ -31,8 +30,8 @@ public:
     enum class Outcome {
         done,
         busy,   // another process has its turn; nothing was done
-        failed, // by what may pass: a full disk, too many open files
-        refused // by somebody's decision: a read-only file, a folder without permission
+        failed, // for a cause that may pass: a full disk, too many open files
+        refused // by a person's decision: a read-only file, a folder without permission
     };
 
     struct Result {
@@ -49,10 +48,9 @@ public:
     /// A file that isn't there, or a link to none, is missing. Never blocks on what isn't a plain file.
     [[nodiscard]] Reading read() const;
 
-    /// Applies the changes to the file as it is now and replaces it, unless that changes nothing. In place of
-    /// a missing file one with `known` and the changes is written, and so in place of an invalid one, which
-    /// is renamed to "<path>.corrupt-<UTC time>" before. Never throws, never writes over what it couldn't
-    /// read.
+    /// Applies the changes to the file as it is now and replaces it, unless that changes nothing. A missing
+    /// file is replaced by one with `known` and the changes, and so is an invalid one, which is first renamed
+    /// to "<path>.corrupt-<UTC time>". Never throws, never writes over content that it couldn't read.
     [[nodiscard]] Result merge(const Changes& changes, const QJsonObject& known, Turn turn);
 
 private:

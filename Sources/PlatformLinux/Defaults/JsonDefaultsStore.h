@@ -1,6 +1,6 @@
 // The defaults store in memory, with one JSON file behind it that several processes may share.
 //
-// The main thread reads the file once, at the start. After that a thread of the store's own, which is there
+// The main thread reads the file once, at the start. After that a thread of the store's own, which exists
 // while there is something to write, merges what changed into the file: within a tenth of a second after the
 // first change, and at the store's end. What can't be written is kept in memory and tried again.
 #pragma once
@@ -26,7 +26,7 @@ public:
         std::chrono::milliseconds firstRetry{250};
         /// The pause after a refusal, such as a read-only file.
         std::chrono::milliseconds rareRetry{60'000};
-        /// The time for which another process's turn is respected; who has it for longer is stuck.
+        /// The time for which another process's turn is respected; one that takes longer is stuck.
         std::chrono::milliseconds patience{1'000};
         /// The time after which the thread ends when nothing more has changed.
         std::chrono::milliseconds lingering{5'000};
@@ -67,19 +67,19 @@ private:
     LogSink& m_log;
     const Pace m_pace;
 
-    // The writer's alone while it runs.
+    // Used only by the writer while it runs.
     DefaultsFile m_file;
     QJsonObject m_known; // the file's values as last seen or written
     bool m_failureIsLogged = false;
     std::chrono::milliseconds m_pause;
     Clock::time_point m_busySince = Clock::time_point::max();
 
-    mutable std::mutex m_mutex; // guards all below; never held during access to the disk
+    mutable std::mutex m_mutex; // guards the following members; never held during access to the disk
     std::condition_variable m_wake;
     QVariantMap m_registered;
     QVariantMap m_stored;
     DefaultsFile::Changes m_unsaved;
-    /// When the writer has to begin; far away when there is nothing to do.
+    /// The time at which the writer has to begin; far in the future when there is nothing to do.
     Clock::time_point m_due = Clock::time_point::max();
     bool m_writerRuns = false;
     bool m_isEnding = false;

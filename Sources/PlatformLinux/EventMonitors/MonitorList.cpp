@@ -30,7 +30,7 @@ public:
 
     Disposition handle(const MonitoredEvent& event)
     {
-        const auto handler = m_handler; // it may end its own monitor
+        const auto handler = m_handler; // the handler may end its own monitor
         return (*handler)(event);
     }
 

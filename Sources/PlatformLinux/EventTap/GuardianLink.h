@@ -1,5 +1,5 @@
-// The tie to the guardian, a process of its own that lets go of the keys on the XTEST keyboard when this one
-// dies, and frees the keyboards when it stands still. It lives as long as the link.
+// The link to the guardian, a separate process that releases the keys on the XTEST keyboard when this one
+// dies, and frees the keyboards when this one stands still. It lives as long as the link.
 #pragma once
 
 #include "PlatformLinux/Common/FileDescriptor.h"
@@ -16,19 +16,19 @@ namespace orvane {
 
 class GuardianLink {
 public:
-    /// Where the guardian's program is; empty when it is missing. Main thread.
+    /// Returns the path of the guardian's program; empty when it is missing. Main thread.
     static QByteArray program();
 
-    /// The guardian knows by the end of `window`, one of the client's that presses the keys, that the last of
-    /// them has arrived, and by the pulse whether keys are taken. `problem` stays empty or is a sentence for
-    /// the log. On a thread whose signals are blocked, or the guardian's death could end this process by
-    /// SIGPIPE.
+    /// The end of `window`, which belongs to the client that presses the keys, shows the guardian that the
+    /// last key has arrived, and the pulse shows it whether keys are taken. `problem` stays empty or becomes
+    /// a sentence for the log. The calling thread must have its signals blocked, or the guardian's death
+    /// could end this process by SIGPIPE.
     GuardianLink(QByteArray program, std::uint32_t window, const SharedPulse& pulse, std::string& problem);
     ~GuardianLink();
     GuardianLink(const GuardianLink&) = delete;
     GuardianLink& operator=(const GuardianLink&) = delete;
 
-    /// For poll(): in error when the guardian has died before its time. -1 when there is none.
+    /// For poll(): in error when the guardian has died too early. -1 when there is none.
     [[nodiscard]] int descriptor() const { return m_pipe.get(); }
 
 private:

@@ -1,4 +1,4 @@
-// The keys that the user holds, and the event that each motion of a key is. Pure; one thread at a time.
+// The keys that the user holds, and the event for each motion of a key. Pure; one thread at a time.
 #pragma once
 
 #include "Platform/Event.h"
@@ -27,18 +27,18 @@ class HeldKeys {
 public:
     void setRoles(const ModifierRoles& roles) { m_roles = roles; }
     [[nodiscard]] const ModifierRoles& roles() const { return m_roles; }
-    /// The server's word on Caps Lock, which rules over the expectation here.
+    /// Sets the server's state of Caps Lock, which overrides the one expected here.
     void setCapsLocked(bool locked) { m_capsLocked = locked; }
-    /// The lock doesn't follow the press of Caps Lock that was observed last: it was consumed.
+    /// Takes back the effect of the last press of Caps Lock, because it was consumed.
     void undoCapsLock();
 
     [[nodiscard]] const KeySet& keys() const { return m_keys; }
     void set(const KeySet& keys) { m_keys = keys; }
-    /// Gives the event that a motion is. A key that goes up stays among the held ones until forget().
+    /// Returns the event for a motion. A key that goes up stays among the held ones until forget().
     Event observe(HardwareKey hardware, std::uint64_t timestamp);
     void forget(std::uint8_t key) { m_keys.reset(key); }
 
-    /// The modifiers that the user holds, and the state of Caps Lock.
+    /// Returns the modifiers that the user holds, and the state of Caps Lock.
     [[nodiscard]] EventFlags flags() const { return flagsOf(m_keys); }
 
 private:

@@ -1,7 +1,7 @@
 // Decides what is pressed on the XTEST keyboard: the keys of events that may go on, with the modifiers that
-// the event says. Knows what the user holds and what the applications believe to be held, and sees to it that
-// a key that went down for them comes up. Pure; one thread at a time. Docs/decisions/0004-event-tap.md
-// tells why it presses what it presses.
+// the event asks for. Knows what the user holds and what the applications see as held, and makes sure that a
+// key that went down for them comes up. Pure; one thread at a time. Docs/decisions/0004-event-tap.md explains
+// its choices.
 #pragma once
 
 #include "Platform/EventTaps.h"
@@ -17,15 +17,16 @@ class InjectorModel {
 public:
     enum class Devices { grabbed, free };
 
-    /// Of grabbed devices it is told every motion. Of free ones it only knows what setHeld() said, and what
-    /// it lifts there it lifts on the hardware's own seat.
+    /// For grabbed devices it is told of every motion. For free ones it only knows what setHeld() said, and
+    /// keys that it lifts there it lifts on the hardware's own seat.
     explicit InjectorModel(Devices devices) : m_devices(devices) {}
 
     void setRoles(const ModifierRoles& roles) { m_held.setRoles(roles); }
     [[nodiscard]] const ModifierRoles& roles() const { return m_held.roles(); }
-    /// The server's word on Caps Lock, which rules over the model's expectation.
+    /// Sets the server's state of Caps Lock, which overrides the model's.
     void setCapsLocked(bool locked) { m_held.setCapsLocked(locked); }
-    /// The keys that the user holds and the applications know of, at the beginning or between posted chords.
+    /// Sets the keys that the user holds and the applications know of, at the beginning or between posted
+    /// chords.
     void setHeld(const KeySet& keys);
 
     /// An event on its way through the taps: as it was observed, as it came out, and what they decided.
@@ -39,23 +40,23 @@ public:
         [[nodiscard]] bool isRewritten() const;
     };
 
-    /// Takes a motion in and gives the event that it is.
+    /// Takes a motion in and returns it as an event.
     Event observe(HardwareKey hardware, std::uint64_t timestamp)
     {
         return m_held.observe(hardware, timestamp);
     }
-    /// What is to be pressed when an event has passed the taps.
+    /// Adds what has to be pressed when an event has passed the taps.
     void inject(const Passage& passage, CommandKeys command, KeyActions& actions);
     void post(const Event& event, CommandKeys command, KeyActions& actions);
     /// The user clicked or turned the wheel: no modifier that is held now is a lone one.
     void pointerPressed() { m_loneRewritten = 0; }
-    /// Lets go of all that was pressed; afterwards nothing is held.
+    /// Releases everything that was pressed; afterwards nothing is held.
     void releaseAll(KeyActions& actions);
 
-    /// The modifiers that the user holds, and the state of Caps Lock.
+    /// Returns the modifiers that the user holds, and the state of Caps Lock.
     [[nodiscard]] EventFlags flags() const { return m_held.flags(); }
     [[nodiscard]] bool hasPostedKeysDown() const { return m_posted.any(); }
-    /// What the user holds, and of that what no application has seen.
+    /// The keys that the user holds, and those of them that no application has seen.
     [[nodiscard]] const KeySet& held() const { return m_held.keys(); }
     [[nodiscard]] KeySet heldBack() const;
 
@@ -83,7 +84,7 @@ private:
     /// For a held key the key that went to the applications in its place, mostly itself; 0 for none.
     std::array<std::uint8_t, 256> m_injected{};
     KeySet m_posted;
-    /// What the applications believe to be down.
+    /// The keys that the applications see as down.
     KeySet m_down;
     /// The Super or Alt key after whose press no other has been pressed; its release would open a menu.
     std::uint8_t m_lone = 0;

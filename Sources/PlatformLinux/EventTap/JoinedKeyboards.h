@@ -1,4 +1,5 @@
-// Several keyboards taken for one: a key is down when it is on any of them. Pure; one thread at a time.
+// Several keyboards that count as one: a key is down when it is down on any of them. Pure; one thread at a
+// time.
 #pragma once
 
 #include "PlatformLinux/EventTap/HeldKeys.h"
@@ -19,14 +20,14 @@ public:
     [[nodiscard]] bool isEmpty() const { return m_keyboards.empty(); }
     [[nodiscard]] bool has(DeviceId id) const;
     [[nodiscard]] const std::vector<Keyboard>& keyboards() const { return m_keyboards; }
-    /// The keys that are down on any of them.
+    /// Returns the keys that are down on any of them.
     [[nodiscard]] KeySet down() const;
 
     void add(DeviceId id, const KeySet& down) { m_keyboards.push_back({id, down}); }
-    /// Gives the keys that went down with it and aren't down elsewhere.
+    /// Returns the keys that were down on it and aren't down elsewhere.
     KeySet remove(DeviceId id);
-    /// What a motion on one of them means for all together; nothing when the key is down elsewhere too, or
-    /// the keyboard isn't one of them.
+    /// Returns what a motion on one of them is for all together; nothing when the key is down elsewhere too,
+    /// or the keyboard isn't one of them.
     std::optional<HardwareKey> motion(DeviceId id, std::uint32_t key, KeyMotion motion);
 
 private:

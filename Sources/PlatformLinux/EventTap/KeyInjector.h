@@ -1,6 +1,6 @@
-// Leads each key from the user's keyboards to the XTEST keyboard: observes what event it is, offers it to the
-// main thread, awaits the answer, and injects what comes out. Used by the tap's thread; the injection itself
-// happens on whichever thread has the answer. Docs/Architecture.md names the steps.
+// Leads each key from the user's keyboards to the XTEST keyboard: observes which event it is, offers it to
+// the main thread, awaits the answer, and injects the result. Used by the tap's thread; the injection itself
+// happens on the thread that has the answer. Docs/Architecture.md names the steps.
 #pragma once
 
 #include "PlatformLinux/EventTap/FakedMotions.h"
@@ -18,7 +18,7 @@ namespace orvane {
 
 class KeyInjector {
 public:
-    /// How long the main thread may let an event wait.
+    /// The time that the main thread may take for an event.
     static constexpr std::chrono::seconds patience{1};
 
     struct Parts {
@@ -31,38 +31,39 @@ public:
     };
     KeyInjector(const Parts& parts, InjectorModel::Devices devices);
 
-    /// What the applications are to believe at first: round trips.
+    /// Sets the keys that the applications see as down at first. Round trips.
     void begin(const KeySet& downAtFirst);
-    /// Observes a motion and offers it, or injects it at once when nobody is to be asked.
+    /// Observes a motion and offers it, or injects it at once when the main thread isn't asked.
     void take(HardwareKey key);
-    /// Returns when the key that was offered has been injected: before whatever else uses what is here.
+    /// Returns when the offered key has been injected: to be called before anything else uses this object's
+    /// state.
     void awaitAnswer();
     [[nodiscard]] bool isAwaited() const { return m_isAwaited; }
-    /// Whether the main thread has let a key wait for too long. From then on it is asked no more.
+    /// True if the main thread has let a key wait for too long. It isn't asked any more then.
     [[nodiscard]] bool isLate() const { return m_isLate; }
-    /// From now on keys are injected as they are, and nobody is asked.
+    /// From now on keys are injected as they are, without asking.
     void askNobody() { m_asksMain = false; }
-    /// On the thread that has the answer, called by the mailbox.
+    /// Called by the mailbox, on the thread that has the answer.
     void inject(const Event& answer, EventTapDecision decision);
 
-    /// Presses what was posted, after the key before it.
+    /// Presses a posted event, after the key before it.
     void post(const Event& event);
     void pointerPressed() { m_model.pointerPressed(); }
-    /// The layout has changed: round trip.
+    /// To be called when the layout has changed. Round trip.
     void followLayout() { m_model.setRoles(m_connection.modifierRoles()); }
-    /// Caps Lock has changed: round trip.
+    /// To be called when Caps Lock has changed. Round trip.
     void followCapsLock() { m_model.setCapsLocked(m_connection.capsIsLocked()); }
-    /// An event of the connection that tells what became of a lifted key.
+    /// Takes an event of the connection that concerns a lifted key.
     void noteRaw(const xcb_generic_event_t& event) { (void)m_lifted.take(event); }
 
-    /// The keys that the user holds and for which the applications count on the XTEST keyboard.
+    /// The keys that the user holds, whose state for the applications is that of the XTEST keyboard.
     struct Held {
         KeySet modifiers;
         KeySet heldBack; // no application has seen these
     };
-    /// Lets go of all that was pressed; gives what the user still holds.
+    /// Releases everything that was pressed; returns what the user still holds.
     Held releaseAll();
-    /// The events that were offered to nobody, or taken by nobody, though they are of the mask; in order.
+    /// Returns in order the events of the mask that were not offered, or offered and not taken.
     std::vector<Event> takeUnseen() { return std::move(m_unseen); }
 
 private:

@@ -15,23 +15,23 @@ namespace orvane {
 
 class SharedPulse {
 public:
-    /// Where the guardian finds it.
+    /// The descriptor under which the guardian finds it.
     static constexpr int descriptorInGuardian = 3;
 
-    /// A new one; empty when the system has no memory for it.
+    /// Makes a new one; empty when the system has no memory for it.
     static SharedPulse make()
     {
         const FileDescriptor memory(::memfd_create("orvane-pulse", MFD_CLOEXEC));
         if (!memory || ::ftruncate(memory.get(), sizeof(TapPulse)) != 0)
             return {};
-        // Out of the way of the numbers that a child's descriptors are put at.
+        // Beyond the numbers to which a child's descriptors are moved.
         constexpr int firstFree = 16;
         SharedPulse made(FileDescriptor(::fcntl(memory.get(), F_DUPFD_CLOEXEC, firstFree)));
         if (made.m_pulse)
             new (made.m_pulse) TapPulse;
         return made;
     }
-    /// The one that another process has made.
+    /// Opens the one that another process has made.
     static SharedPulse ofDescriptor(int descriptor) { return SharedPulse(FileDescriptor(descriptor)); }
 
     SharedPulse() = default;

@@ -1,5 +1,5 @@
-// What the tap's thread and the guardian tell each other, in memory that both processes have: by it the
-// guardian sees that keys are typed which nobody takes, because the program stands still. Any thread.
+// The messages between the tap's thread and the guardian, in memory that both processes have: they show the
+// guardian when keys are typed but not taken, because the program stands still. Any thread.
 #pragma once
 
 #include <array>
@@ -10,10 +10,11 @@ namespace orvane {
 
 class TapPulse {
 public:
-    /// Of device numbers; one above is never looked at.
+    /// The limit of device numbers; higher ones are ignored.
     static constexpr std::uint16_t deviceLimit = 256;
 
-    /// The tap's thread: who it is, whose keys it takes, and the server's time of each that it has taken.
+    /// Set by the tap's thread: its own id, the keyboards whose keys it takes, and the server's time of each
+    /// key that it has taken.
     void setThread(std::uint32_t thread) { m_thread.store(thread); }
     void setTakes(std::uint16_t keyboard, bool takes)
     {
@@ -26,16 +27,16 @@ public:
             m_keyboards[keyboard / 64].fetch_and(~bit);
     }
     void setTaken(std::uint32_t time) { m_lastTaken.store(hasTaken | time); }
-    /// Whether the guardian has freed the keyboards.
+    /// True if the guardian has freed the keyboards.
     [[nodiscard]] bool wasFreed() const { return m_wasFreed.load() != 0; }
 
-    /// The guardian.
+    /// Used by the guardian.
     [[nodiscard]] std::uint32_t thread() const { return m_thread.load(); }
     [[nodiscard]] bool takes(std::uint16_t keyboard) const
     {
         return keyboard < deviceLimit && (m_keyboards[keyboard / 64].load() >> (keyboard % 64) & 1) != 0;
     }
-    /// Whether a key of this time was taken. The server's clock wraps around after 49 days.
+    /// True if a key of this time was taken. The server's clock wraps around after 49 days.
     [[nodiscard]] bool hasTakenSince(std::uint32_t time) const
     {
         const std::uint64_t last = m_lastTaken.load();
@@ -52,7 +53,7 @@ private:
     std::atomic<std::uint64_t> m_lastTaken{0};
     std::array<std::atomic<std::uint64_t>, deviceLimit / 64> m_keyboards{};
 
-    // Or two processes couldn't share it.
+    // Otherwise two processes couldn't share it.
     static_assert(std::atomic<std::uint64_t>::is_always_lock_free);
 };
 

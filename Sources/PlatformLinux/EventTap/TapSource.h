@@ -1,6 +1,6 @@
-// Where the events of taps come from: a thread that has grabbed the keyboards while somebody may change
-// events, a listener while taps only listen, and else nothing. Changes from one to the other without losing a
-// key or telling of one twice. Also presses what is posted. Main thread.
+// The source of the taps' events: a thread that has grabbed the keyboards while some tap may change events, a
+// listener while taps only listen, and otherwise nothing. Changes between them without losing a key or
+// reporting one twice. Also presses what is posted. Main thread.
 #pragma once
 
 #include "Platform/EventTaps.h"
@@ -28,11 +28,12 @@ class TapSource {
 public:
     enum class Need { nothing, listening, filtering };
     struct Handlers {
-        /// A key that waits for the decision.
+        /// Called for a key that waits for the decision.
         std::function<EventTapDecision(Event&)> decide;
-        /// A key that has gone its way already.
+        /// Called for a key that has been delivered already.
         std::function<void(const Event&)> hear;
-        /// Whoever was served by the thread, or by the listener, is served no more until need() is said anew.
+        /// Called when the thread, or the listener, has ended: its taps get nothing more until setNeed() is
+        /// called again.
         std::function<void(TapThread::Ending)> threadEnded;
         std::function<void()> listenerEnded;
     };
@@ -42,11 +43,11 @@ public:
     TapSource(const TapSource&) = delete;
     TapSource& operator=(const TapSource&) = delete;
 
-    /// What the taps in place want from now on. False when it can't be had; the log says why.
+    /// Sets what the taps in place want from now on. False when it can't be had; the log says why.
     [[nodiscard]] bool setNeed(Need need, EventMask mask);
-    /// Whether it could be had. If nobody needs it, it ends with this turn of the event loop.
+    /// True if it could be had. If nothing needs it, it ends with this turn of the event loop.
     [[nodiscard]] bool canHave(Need need);
-    /// Calls threadEnded() when the thread has ended and it wasn't told yet.
+    /// Calls threadEnded() if the thread has ended and that wasn't reported yet.
     void noticeEnding();
 
     /// Presses a key; it passes no tap.
@@ -81,11 +82,11 @@ private:
     std::unique_ptr<TapThread> m_thread;
     std::unique_ptr<QSocketNotifier, NotifierDeleter> m_notifier;
     std::shared_ptr<KeyListener> m_listener;
-    /// The keyboards are grabbed, and what the listener heard before isn't told yet.
+    /// True while the keyboards are grabbed and what the listener heard before isn't reported yet.
     bool m_listenerIsEnding = false;
-    /// What the thread took when nobody could be asked any more; to be heard before anything else is.
+    /// The events that the thread took when it couldn't ask any more; to be reported before anything else.
     std::vector<Event> m_unseen;
-    /// Each key waits for this thread.
+    /// Each key waits for the main thread.
     std::optional<ShortTurns> m_shortTurns;
     QTimer m_postingEnd;
     bool m_willTidy = false;

@@ -32,7 +32,7 @@ public:
     }
     [[nodiscard]] EventMask mask() const { return m_mask; }
     [[nodiscard]] EventTaps::Options options() const { return m_options; }
-    /// What the callback decides; of one that only listens, to let the event pass unchanged.
+    /// Returns the callback's decision; for a tap that only listens, to let the event pass unchanged.
     EventTapDecision decide(Event& event);
     void hear(Event event) { m_callback(event.type, event, m_userInfo); }
     [[nodiscard]] bool isMarkedEnabled() const { return m_isEnabled; }

@@ -1,6 +1,6 @@
-// Sees whether the keys that the user types are taken by the program's tap, which they aren't when the
-// program stands still. Sleeps while no key moves. While keys do, it looks a few times a second: it hears of
-// one key, then of no more until it has looked. One thread.
+// Checks that the program's tap takes the keys that the user types, which it doesn't when the program stands
+// still. Sleeps while no key moves. While keys do, it looks a few times a second: it listens for one key,
+// then for none until it has looked. One thread.
 #pragma once
 
 #include "PlatformLinux/EventTap/SharedPulse.h"
@@ -20,10 +20,10 @@ public:
         stuck, // the keys go nowhere
     };
 
-    /// Without a pulse it never hears of a key.
+    /// Without a pulse it never listens for a key.
     KeyWatch(InputConnection& connection, SharedPulse pulse, pid_t program);
 
-    /// An event of the connection.
+    /// Takes an event of the connection.
     void take(const xcb_generic_event_t& event);
     /// For poll(): milliseconds until look() is due, or -1.
     [[nodiscard]] int timeout() const;
@@ -43,7 +43,8 @@ private:
     XSelection m_rawKeys;
     struct Typed {
         Clock::time_point seen;
-        std::optional<std::uint32_t> time; // the server's; none for what was typed before we were there
+        std::optional<std::uint32_t> time; // the server's time; none for a key typed before this process
+                                           // listened
         DeviceId keyboard;
     };
     std::optional<Typed> m_typed;

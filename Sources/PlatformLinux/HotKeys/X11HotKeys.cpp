@@ -81,7 +81,7 @@ public:
     [[nodiscard]] bool wants(KeyboardEvent::Kind kind) const { return m_kinds.contains(kind); }
     OSStatus handle(const KeyboardEvent& event)
     {
-        const auto handler = m_handler; // it may end itself
+        const auto handler = m_handler; // the handler may end itself
         return (*handler)(&event);
     }
 

@@ -1,5 +1,5 @@
-// What the main thread and the thread of the pasteboard share: the change count and what this program has put
-// there. Any thread; no lock is held over anything that waits.
+// The state that the main thread and the thread of the pasteboard share: the change count and what this
+// program has put there. Any thread; no lock is held during a wait.
 #pragma once
 
 #include "Platform/Pasteboard.h"
@@ -17,25 +17,25 @@ public:
 
     [[nodiscard]] int changeCount() const { return m_count.load(); }
 
-    /// This program copies: counted here, before the server knows. Gives the new change count.
+    /// Counts a copy of this program, before the server knows of it. Returns the new change count.
     int claim();
-    /// The server has told of one of the claims.
+    /// To be called when the server has announced one of the claims.
     void claimTold();
-    /// The server has told of another owner. Without effect while a claim of ours is on its way, which takes
-    /// the pasteboard from that owner. True when it counted.
+    /// To be called when the server has announced another owner. Has no effect while a claim of ours is on
+    /// its way, which takes the pasteboard from that owner. True when it counted.
     bool foreignCopyTold();
 
-    /// False when the pasteboard isn't ours any more.
+    /// Returns false when the pasteboard isn't ours any more.
     bool add(const QString& type, const QByteArray& data);
     bool addFiles(const QList<QUrl>& fileURLs);
 
-    /// All that is there when it is ours.
+    /// Returns all the content when it is ours.
     [[nodiscard]] std::optional<PasteboardContents> ownContents() const;
 
-    /// What was begun is whole, and others may see it.
+    /// To be called when the content is complete, so that others may see it.
     void finishWriting(Generation generation);
     [[nodiscard]] Generation generation() const;
-    /// Whether more may be added in the present turn of the run loop.
+    /// True if more may be added in the present turn of the run loop.
     [[nodiscard]] bool isBeingWritten() const;
 
 private:

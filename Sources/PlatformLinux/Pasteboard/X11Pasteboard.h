@@ -1,6 +1,6 @@
-// The clipboard of an X display. Owning it, serving it and reading it are work of a thread with a connection
-// of its own; here is the main thread's side, which only changes what the two share and leaves messages. The
-// thread begins with the first question: changes are counted from there on.
+// The clipboard of an X display. A thread with its own connection owns, serves and reads it; this is the main
+// thread's side, which only changes what the two share and leaves messages. The thread begins with the first
+// question: changes are counted from there on.
 #pragma once
 
 #include "Platform/LogSink.h"

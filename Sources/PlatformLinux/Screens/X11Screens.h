@@ -1,5 +1,5 @@
-// The displays of an X server, kept up to date by its events: the monitors, and what panels and docks keep of
-// them. Nothing is listened to until somebody asks the first time. Main thread.
+// The displays of an X server, kept up to date by its events: the monitors, and the space that panels and
+// docks reserve. Nothing is listened to before the first question. Main thread.
 #pragma once
 
 #include "Platform/Screens.h"
@@ -23,7 +23,7 @@ public:
     [[nodiscard]] QRectF windowGeometry(const Rect& frame) const override;
     [[nodiscard]] Rect frameOfWindow(const QRectF& geometry) const override;
 
-    /// Between the server's pixels and the points of the displays as they stand.
+    /// Converts between the server's pixels and the points of the displays at the present moment.
     [[nodiscard]] const ScreenSpace& space() const;
     [[nodiscard]] bool isListening() const { return m_watch != nullptr; }
 

@@ -14,7 +14,7 @@ QByteArray bigEndian(quint32 number)
     return bytes;
 }
 
-/// CRC-32 with the polynomial of ISO 3309, as each chunk ends with.
+/// Computes the CRC-32 with the polynomial of ISO 3309, with which each chunk ends.
 quint32 checksum(QByteArrayView bytes)
 {
     quint32 remainder = 0xFFFFFFFF;
@@ -32,7 +32,7 @@ QByteArray chunk(QByteArrayView type, const QByteArray& data)
     return bigEndian(static_cast<quint32>(data.size())) + body + bigEndian(checksum(body));
 }
 
-/// The rows from above, each behind the number of its filter, which is none.
+/// Returns the rows from the top, each after the number of its filter, which is none.
 QByteArray rows(const QImage& image)
 {
     const qsizetype rowSize = qsizetype{4} * image.width();
@@ -53,7 +53,7 @@ QByteArray pngPicture(const QImage& image)
     const QByteArray header = bigEndian(static_cast<quint32>(pixels.width())) +
                               bigEndian(static_cast<quint32>(pixels.height())) +
                               QByteArray("\x08\x06\0\0\0", 5); // eight bits, with alpha, not interlaced
-    constexpr qsizetype lengthPrefix = 4;                      // put before the stream by qCompress
+    constexpr qsizetype lengthPrefix = 4;                      // qCompress puts it before the stream
     return QByteArray("\x89PNG\r\n\x1A\n") + chunk("IHDR", header) +
            chunk("IDAT", qCompress(rows(pixels)).mid(lengthPrefix)) + chunk("IEND", {});
 }

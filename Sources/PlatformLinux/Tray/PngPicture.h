@@ -1,4 +1,4 @@
-// Small pictures in the form that hosts of menus take.
+// Small pictures in the format that hosts of menus take.
 #pragma once
 
 #include <QByteArray>
@@ -6,8 +6,8 @@
 
 namespace orvane {
 
-/// A PNG file of eight bits a channel. The toolkit's writer would load every plugin for pictures that is
-/// installed, and the libraries behind them, to ask each whether PNG is its job.
+/// Returns a PNG file of eight bits a channel. The toolkit's writer would load every installed plugin for
+/// pictures, with its libraries, to ask each whether it writes PNG.
 [[nodiscard]] QByteArray pngPicture(const QImage& image);
 
 } // namespace orvane

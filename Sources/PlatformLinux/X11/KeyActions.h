@@ -1,4 +1,5 @@
-// What the injector is to do, in order: a list in a buffer of its own, for it is made anew for each event.
+// The actions of the injector in their order: a list in a buffer of its own, since it is made anew for each
+// event.
 #pragma once
 
 #include <array>
@@ -34,7 +35,7 @@ public:
     [[nodiscard]] bool empty() const { return m_size == 0; }
 
 private:
-    // At worst every key of the keyboard is let go, and every modifier is pressed and let go besides.
+    // At worst every key of the keyboard is released, and every modifier is pressed and released besides.
     std::array<KeyAction, 512> m_actions;
     std::size_t m_size = 0;
 };
