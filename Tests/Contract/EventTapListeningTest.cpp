@@ -15,7 +15,7 @@ constexpr const char* keyboard = "testkbd";
 
 class EventTapListeningTest : public EventTapFixture {
 protected:
-    /// A tap that listens, and how often it has heard Control go down.
+    /// A tap that listens, and the number of times that it has heard Control go down.
     struct Listening {
         explicit Listening(EventTaps& taps)
             : tap(taps, {}, keyboardMask, EventTaps::Options::listenOnly, EventTaps::Placement::tailAppend)
