@@ -22,8 +22,8 @@ struct Inhibitor {
 /// Returns those that are held now; nothing when nobody answers for logind on the system bus.
 [[nodiscard]] std::optional<QList<Inhibitor>> inhibitors();
 
-/// Holds up whoever answers for logind, so that every question to it runs into its time limit, until the end
-/// of the object. Throws std::runtime_error when nobody does.
+/// Stops the program that answers for logind, so that every question to it runs into its time limit, until
+/// the end of the object. Throws std::runtime_error when there is none.
 class StuckLogind {
 public:
     StuckLogind();
