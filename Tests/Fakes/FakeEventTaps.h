@@ -27,7 +27,7 @@ public:
     [[nodiscard]] EventMask mask() const { return m_mask; }
     [[nodiscard]] EventTaps::Options options() const { return m_options; }
     [[nodiscard]] bool delivers() const { return m_isAttached && m_isEnabled && m_isValid; }
-    /// True if an event that enters the stream at a place comes by here.
+    /// True if an event that enters the stream at this place passes this tap.
     [[nodiscard]] bool isAskedFor(EventType type, EventTaps::Location from) const
     {
         return delivers() && (m_mask & eventMaskBit(type)) != 0 && m_location >= from;
