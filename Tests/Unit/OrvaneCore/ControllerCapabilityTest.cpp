@@ -18,7 +18,7 @@ struct Lamp {
     void stop() { journal->append(QStringLiteral("stop lamp")); }
 };
 
-/// Has nothing that runs.
+/// A controller without anything that runs.
 struct Bell {
     int rings = 0;
 };

@@ -162,7 +162,7 @@ TEST_F(JsonDefaultsStoreRetriesTest, AReadOnlyFileIsReadAndLeftAloneUntilItMayBe
     store->remove(QStringLiteral("gone"));
     ASSERT_TRUE(eventually(10s, [&] { return log.entries().size() == 2; }));
     changeMode(path, 0600);
-    store->set(other, 3LL); // isn't held up by the long pause
+    store->set(other, 3LL); // isn't delayed by the long pause
     EXPECT_TRUE(isWritten("other"));
     EXPECT_EQ(content(), QByteArray("{\n    \"key\": 2,\n    \"other\": 3\n}\n"));
 }

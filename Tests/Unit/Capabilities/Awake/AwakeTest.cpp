@@ -255,7 +255,7 @@ TEST_F(AwakeTest, TurningItOffEndsTheRetries)
 TEST_F(AwakeTest, APeriodThatEndsDuringASuspendEndsAtTheWake)
 {
     controller().activate(AwakeDuration::minutes30);
-    fake.clock.advance(2h); // the run loop's timers stand still
+    fake.clock.advance(2h); // only the clock moves, the run loop's timers don't
     EXPECT_TRUE(controller().isAwake.get());
     fake.workspace.notificationCenter().post(Workspace::didWakeNotification());
     EXPECT_FALSE(controller().isAwake.get());
