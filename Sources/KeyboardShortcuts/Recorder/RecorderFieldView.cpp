@@ -100,7 +100,7 @@ void RecorderField::paintEvent(QPaintEvent*)
     painter.setOpacity(ownOpacity());
     const QRectF box = shape();
     paintOrvaControlBox(painter, box, corner, false);
-    if (underMouse() && isEnabled() && m_highlight == Highlight::none) {
+    if (isHovered() && m_highlight == Highlight::none) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(faded(orvaColor(OrvaColor::primary), hoverTint));

@@ -1,4 +1,5 @@
 #include "Orvane/Brand/OrvaneBrand.h"
+#include "OrvaneKit/Theme/OrvaSoftShadow.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
@@ -48,7 +49,15 @@ private:
 class BadgeView final : public OrvaThemed<QWidget> {
 public:
     explicit BadgeView(const AppIconBadge& badge)
-        : m_badge(badge), m_room(badge.shadow == BadgeShadow::soft ? qRound(badge.size * 0.28) : 0)
+        : m_badge(badge),
+          m_room(badge.shadow == BadgeShadow::soft ? qRound(badge.size * 0.28) : 0),
+          m_shadow({.corner = OrvaneBrand::badgeCorner * badge.size,
+                    .room = static_cast<double>(m_room),
+                    .fall = 0.36 * m_room,
+                    .inset = 0.27 * m_room,
+                    .power = 1.7,
+                    .strengthOnLight = 0.2,
+                    .strengthOnDark = 0.4})
     {
         const int side = qRound(badge.size) + 2 * m_room;
         setFixedSize(side, side);
@@ -60,37 +69,14 @@ protected:
         QPainter painter(this);
         const QRectF box = QRectF(rect()).adjusted(m_room, m_room, -m_room, -m_room);
         if (m_room > 0)
-            paintShadow(painter, box);
+            m_shadow.paint(painter, box);
         OrvaneBrand::paintAppIconBadge(painter, box);
     }
 
 private:
-    /// Rings of growing size, each a breath of colour and closer together further in: they fall off like a
-    /// blurred square.
-    void paintShadow(QPainter& painter, const QRectF& box) const
-    {
-        const bool dark = orvaScheme() == OrvaScheme::dark;
-        const int rings = dark ? 12 : 56;
-        const double fall = m_room * 0.36;
-        const double reach = m_room - fall;
-        const double corner = OrvaneBrand::badgeCorner * box.width();
-        painter.save();
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        // Black: so little of any other colour would be rounded to another hue. On a dark ground so little of
-        // black would be rounded to nothing.
-        painter.setBrush(QColor(0, 0, 0, dark ? 12 : 1));
-        for (int ring = 1; ring <= rings; ++ring) {
-            const double share = static_cast<double>(ring) / rings;
-            const double grow = reach * (1.35 * share * share - 0.35);
-            const QRectF shape = box.adjusted(-grow, -grow + fall, grow, grow + fall);
-            painter.drawRoundedRect(shape, corner + grow, corner + grow);
-        }
-        painter.restore();
-    }
-
     AppIconBadge m_badge;
     int m_room;
+    OrvaSoftShadow m_shadow;
 };
 
 constexpr double bridgeSymbol = 18;

@@ -1,5 +1,7 @@
 #include "Orvane/Onboarding/OnboardingFlowView.h"
 
+#include "OrvaneKit/Theme/OrvaFocus.h"
+
 #include <QApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -24,15 +26,9 @@ protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
-        painter.setPen(QPen(orvaColor(OrvaColor::divider), 0));
-        painter.drawLine(QPointF(0, 0.5), QPointF(width(), 0.5));
+        paintOrvaDivider(painter, QPointF(0, 0.5), QPointF(width(), 0.5));
     }
 };
-
-bool isTabStop(const QWidget& widget)
-{
-    return widget.focusPolicy() & Qt::TabFocus;
-}
 
 bool isReturn(const QKeyEvent& event)
 {
@@ -40,12 +36,6 @@ bool isReturn(const QKeyEvent& event)
         Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
     return (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
            !(event.modifiers() & otherModifiers);
-}
-
-bool usesKeyboard(const QWidget* widget)
-{
-    const auto* use = dynamic_cast<const OrvaKeyboardUse*>(widget);
-    return use && use->isUsedByKeyboard();
 }
 
 } // namespace
@@ -200,7 +190,7 @@ QWidget* OnboardingFlowView::makeFooter()
 void OnboardingFlowView::showStep(OnboardingFlow::Step step)
 {
     const QWidget* focus = QApplication::focusWidget();
-    const bool byKeyboard = usesKeyboard(focus);
+    const bool byKeyboard = isUsedByKeyboard(focus);
     const bool focusStays = focus == m_forward || (focus == m_back && step != OnboardingFlow::Step::welcome);
     m_stage->show(m_flow.content(step).makeWidget(),
                   step > m_shown ? StageMove::onward : StageMove::backward);
@@ -213,17 +203,7 @@ void OnboardingFlowView::showStep(OnboardingFlow::Step step)
 /// The page first, then the footer, though each page is made after the footer.
 void OnboardingFlowView::orderTabs()
 {
-    QWidget* last = nullptr;
-    for (QWidget* child : m_stage->page()->findChildren<QWidget*>()) {
-        if (!isTabStop(*child))
-            continue;
-        if (last)
-            setTabOrder(last, child);
-        last = child;
-    }
-    if (last)
-        setTabOrder(last, m_back);
-    setTabOrder(m_back, m_forward);
+    chainTabs(nullptr, focusPlaces(*m_stage->page()) + QList<QWidget*>{m_back, m_forward});
 }
 
 void OnboardingFlowView::paintEvent(QPaintEvent*)

@@ -4,6 +4,7 @@
 #include "OrvaneKit/Controls/OrvaButtonView.h"
 #include "OrvaneKit/Controls/OrvaSearchFieldView.h"
 #include "OrvaneKit/Controls/OrvaTextView.h"
+#include "OrvaneKit/Lists/OrvaStackView.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -18,20 +19,6 @@ constexpr QSize panelSize(420, 520);
 constexpr QSize minimumPanelSize(320, 320);
 constexpr int edge = 16;
 constexpr int gap = 12;
-
-/// A line across the panel.
-class EdgeLineView final : public OrvaThemed<QWidget> {
-public:
-    EdgeLineView() { setFixedHeight(1); }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.setPen(QPen(orvaColor(OrvaColor::divider), 0));
-        painter.drawLine(QPointF(0, 0.5), QPointF(width(), 0.5));
-    }
-};
 
 } // namespace
 
@@ -59,9 +46,9 @@ OrvaAppChooserPanel::OrvaAppChooserPanel(Programs programs, std::function<void(c
     head->setContentsMargins(headEdge, headEdge, headEdge, gap - orvaRingMargin);
     head->addWidget(m_field);
     lines->addLayout(head);
-    lines->addWidget(new EdgeLineView);
+    lines->addWidget(new OrvaDividerView(OrvaDividerView::Reach::edgeToEdge));
     lines->addWidget(makeList(), 1);
-    lines->addWidget(new EdgeLineView);
+    lines->addWidget(new OrvaDividerView(OrvaDividerView::Reach::edgeToEdge));
     lines->addWidget(makeButtons());
 
     connect(m_field, &QLineEdit::textChanged, this, &OrvaAppChooserPanel::search);

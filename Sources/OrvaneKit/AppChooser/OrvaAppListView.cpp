@@ -1,6 +1,6 @@
 #include "OrvaneKit/AppChooser/OrvaAppListView.h"
 
-#include "OrvaneKit/Lists/OrvaScrollBarView.h"
+#include "OrvaneKit/Lists/OrvaListSetup.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 
 #include <QStyledItemDelegate>
@@ -72,8 +72,6 @@ private:
     static void paintText(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
                           bool chosen)
     {
-        const Qt::Alignment leading =
-            QStyle::visualAlignment(option.direction, Qt::AlignLeft | Qt::AlignVCenter);
         const Qt::Alignment trailing =
             QStyle::visualAlignment(option.direction, Qt::AlignRight | Qt::AlignVCenter);
         const int left = option.rect.left() + sideGap + inset + iconSide + iconGap;
@@ -87,8 +85,7 @@ private:
         const int nameWidth = std::min(metrics.horizontalAdvance(name) + 1, most);
         painter.setFont(font);
         painter.setPen(orvaColor(chosen ? OrvaColor::onAccent : OrvaColor::primary));
-        painter.drawText(placed(option, left, nameWidth), leading,
-                         metrics.elidedText(name, Qt::ElideRight, nameWidth));
+        paintOrvaElidedText(painter, placed(option, left, nameWidth), option.direction, name);
         if (detail.isEmpty())
             return;
         const QFont small = orvaFont(OrvaFont::caption);
@@ -106,26 +103,16 @@ OrvaAppListView::OrvaAppListView(OrvaAppListModel& model) : m_model(model)
 {
     setModel(&model);
     setItemDelegate(new ProgramDelegate(this));
-    setVerticalScrollBar(new OrvaScrollBarView);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollMode(ScrollPerPixel);
-    setFrameShape(QFrame::NoFrame);
+    setUpOrvaList(*this, OrvaColor::window);
     setViewportMargins(0, endGap, 0, endGap);
     setUniformItemSizes(true);
-    setEditTriggers(NoEditTriggers);
-    setSelectionMode(SingleSelection);
-    setMouseTracking(true);
-    viewport()->setAttribute(Qt::WA_Hover);
     setAccessibleName(QStringLiteral("Applications"));
     themeChanged();
 }
 
 void OrvaAppListView::themeChanged()
 {
-    QPalette colors = palette();
-    colors.setColor(QPalette::Base, orvaColor(OrvaColor::window));
-    if (colors != palette())
-        setPalette(colors);
+    setOrvaGround(*this, OrvaColor::window);
     scheduleDelayedItemsLayout();
 }
 

@@ -18,24 +18,12 @@ constexpr double corner = 7;
 
 } // namespace
 
-OrvaButtonView::OrvaButtonView(const OrvaButton& button) : m_symbol(button.systemImage), m_role(button.role)
+OrvaButtonView::OrvaButtonView(const OrvaButton& button)
+    : OrvaPushButtonView(button.action), m_symbol(button.systemImage), m_role(button.role)
 {
-    setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     themeChanged();
-    follow(m_cancellables, button.title, [this](const QString& title) {
-        m_title = title;
-        setText(QString(title).replace(u'&', QStringLiteral("&&")));
-        setAccessibleName(title);
-        updateGeometry();
-    });
+    follow(m_cancellables, button.title, [this](const QString& title) { setTitle(title); });
     follow(m_cancellables, button.enabled, [this](bool enabled) { setEnabled(enabled); });
-    // The action may end this view: it runs on a copy.
-    connect(this, &QPushButton::clicked, this, [action = button.action] {
-        const auto own = action;
-        if (own)
-            own();
-    });
 }
 
 void OrvaButtonView::themeChanged()
@@ -46,13 +34,13 @@ void OrvaButtonView::themeChanged()
 
 double OrvaButtonView::symbolWidth() const
 {
-    return m_symbol ? symbolSide + (m_title.isEmpty() ? 0 : symbolGap) : 0;
+    return m_symbol ? symbolSide + (title().isEmpty() ? 0 : symbolGap) : 0;
 }
 
 QSize OrvaButtonView::sizeHint() const
 {
     const QFontMetricsF metrics(font());
-    const double width = 2 * inset + symbolWidth() + metrics.horizontalAdvance(m_title);
+    const double width = 2 * inset + symbolWidth() + metrics.horizontalAdvance(title());
     const int height = std::max(boxHeight, static_cast<int>(metrics.height()) + 10);
     return QSize(static_cast<int>(std::ceil(width)) + 2 * orvaRingMargin, height + 2 * orvaRingMargin);
 }
@@ -67,7 +55,7 @@ void OrvaButtonView::paintEvent(QPaintEvent*)
     else
         paintOrvaControlBox(painter, box, corner, isDown());
 
-    const double textWidth = QFontMetricsF(font()).horizontalAdvance(m_title);
+    const double textWidth = QFontMetricsF(font()).horizontalAdvance(title());
     double x = box.center().x() - (symbolWidth() + textWidth) / 2;
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     const OrvaColor plain = m_role == OrvaButton::Role::destructive ? OrvaColor::red : OrvaColor::primary;
@@ -80,7 +68,7 @@ void OrvaButtonView::paintEvent(QPaintEvent*)
     x += mirrored ? 0 : symbolWidth();
     painter.setPen(ink);
     painter.drawText(QRectF(x, box.top(), textWidth + 1, box.height()), Qt::AlignLeft | Qt::AlignVCenter,
-                     m_title);
+                     title());
     if (showsFocusRing())
         paintOrvaFocusRing(painter, box, corner);
 }

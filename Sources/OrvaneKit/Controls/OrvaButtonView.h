@@ -1,19 +1,16 @@
 // A push button.
 #pragma once
 
+#include "OrvaneKit/Controls/OrvaPushButtonView.h"
 #include "OrvaneKit/Model/OrvaRows.h"
-#include "OrvaneKit/Theme/OrvaThemed.h"
-
-#include <QPushButton>
 
 namespace orvane {
 
-class OrvaButtonView final : public OrvaControl<QPushButton> {
+class OrvaButtonView final : public OrvaPushButtonView {
 public:
     explicit OrvaButtonView(const OrvaButton& button);
 
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize sizeHint() const override;
 
 protected:
     void themeChanged() override;
@@ -22,7 +19,6 @@ protected:
 private:
     [[nodiscard]] double symbolWidth() const;
 
-    QString m_title;
     std::optional<QString> m_symbol;
     OrvaButton::Role m_role;
     Cancellables m_cancellables;

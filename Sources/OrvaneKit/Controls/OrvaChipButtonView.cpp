@@ -18,29 +18,19 @@ constexpr double corner = 6;
 
 } // namespace
 
-OrvaChipButtonView::OrvaChipButtonView(const OrvaChipButton& button) : m_symbol(button.chip.systemImage)
+OrvaChipButtonView::OrvaChipButtonView(const OrvaChipButton& button)
+    : OrvaPushButtonView(button.action), m_symbol(button.chip.systemImage)
 {
-    setAttribute(Qt::WA_Hover);
-    setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setToolTip(button.help);
     themeChanged();
     follow(m_cancellables, button.chip.text, [this, help = button.help](const QString& text) {
-        m_text = text;
-        setText(QString(text).replace(u'&', QStringLiteral("&&")));
-        setAccessibleName(help.isEmpty() ? text : QStringLiteral("%1: %2").arg(help, text));
-        updateGeometry();
-        update();
+        setTitle(text);
+        if (!help.isEmpty())
+            setAccessibleName(QStringLiteral("%1: %2").arg(help, text));
     });
     follow(m_cancellables, button.chip.prominent, [this](bool prominent) {
         m_prominent = prominent;
         update();
-    });
-    // The action may end this view, so a copy is called.
-    connect(this, &QPushButton::clicked, this, [action = button.action] {
-        const auto own = action;
-        if (own)
-            own();
     });
 }
 
@@ -53,7 +43,7 @@ void OrvaChipButtonView::themeChanged()
 QSize OrvaChipButtonView::sizeHint() const
 {
     const QFontMetricsF metrics(font());
-    const int text = static_cast<int>(std::ceil(metrics.horizontalAdvance(m_text)));
+    const int text = static_cast<int>(std::ceil(metrics.horizontalAdvance(title())));
     const int symbol = m_symbol ? symbolSide + gap : 0;
     const int height = std::max(boxHeight, static_cast<int>(std::ceil(metrics.height())) + 6);
     return QSize(text + symbol + 2 * (inset + orvaRingMargin), height + 2 * orvaRingMargin);
@@ -65,7 +55,7 @@ void OrvaChipButtonView::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(ownOpacity());
     const QRectF box = shape();
-    const double strength = isDown() ? 0.13 : underMouse() && isEnabled() ? 0.09 : 0.06;
+    const double strength = isDown() ? 0.13 : isHovered() ? 0.09 : 0.06;
     painter.setPen(Qt::NoPen);
     painter.setBrush(faded(orvaColor(OrvaColor::primary), strength));
     painter.drawRoundedRect(box, corner, corner);
@@ -82,7 +72,7 @@ void OrvaChipButtonView::paintEvent(QPaintEvent*)
             mirrored ? room.adjusted(0, 0, -symbolSide - gap, 0) : room.adjusted(symbolSide + gap, 0, 0, 0);
     }
     painter.setPen(ink);
-    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter, m_text);
+    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter, title());
     if (showsFocusRing())
         paintOrvaFocusRing(painter, box, corner);
 }

@@ -1,26 +1,22 @@
 // A chip that is a button.
 #pragma once
 
+#include "OrvaneKit/Controls/OrvaPushButtonView.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
-#include "OrvaneKit/Theme/OrvaThemed.h"
-
-#include <QPushButton>
 
 namespace orvane {
 
-class OrvaChipButtonView final : public OrvaControl<QPushButton> {
+class OrvaChipButtonView final : public OrvaPushButtonView {
 public:
     explicit OrvaChipButtonView(const OrvaChipButton& button);
 
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize sizeHint() const override;
 
 protected:
     void themeChanged() override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QString m_text;
     std::optional<QString> m_symbol;
     bool m_prominent = false;
     Cancellables m_cancellables;

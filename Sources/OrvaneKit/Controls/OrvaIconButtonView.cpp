@@ -14,19 +14,11 @@ static_assert(2 * OrvaIconButtonView::margin + symbolSide == hitSide + 2 * orvaR
 
 } // namespace
 
-OrvaIconButtonView::OrvaIconButtonView(const OrvaIconButton& button) : m_symbol(button.systemImage)
+OrvaIconButtonView::OrvaIconButtonView(const OrvaIconButton& button)
+    : OrvaPushButtonView(button.action), m_symbol(button.systemImage)
 {
-    setAttribute(Qt::WA_Hover);
-    setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setToolTip(button.help);
     setAccessibleName(button.accessibleName.isEmpty() ? button.help : button.accessibleName);
-    // The action may end this view: it runs on a copy.
-    connect(this, &QPushButton::clicked, this, [action = button.action] {
-        const auto own = action;
-        if (own)
-            own();
-    });
 }
 
 QSize OrvaIconButtonView::sizeHint() const
@@ -40,7 +32,7 @@ void OrvaIconButtonView::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(ownOpacity());
     const QRectF box = shape();
-    const bool hovered = underMouse() && isEnabled();
+    const bool hovered = isHovered();
     if (hovered || isDown()) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(faded(orvaColor(OrvaColor::primary), isDown() ? 0.14 : 0.07));

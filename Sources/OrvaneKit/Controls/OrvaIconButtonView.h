@@ -1,22 +1,19 @@
 // A button of a symbol alone, without a border.
 #pragma once
 
+#include "OrvaneKit/Controls/OrvaPushButtonView.h"
 #include "OrvaneKit/Model/OrvaControls.h"
-#include "OrvaneKit/Theme/OrvaThemed.h"
-
-#include <QPushButton>
 
 namespace orvane {
 
-class OrvaIconButtonView final : public OrvaControl<QPushButton> {
+class OrvaIconButtonView final : public OrvaPushButtonView {
 public:
     /// Space around the symbol on every side, points: that of its hit area and that of the focus ring.
     static constexpr int margin = 4 + orvaRingMargin;
 
     explicit OrvaIconButtonView(const OrvaIconButton& button);
 
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize sizeHint() const override;
 
 protected:
     [[nodiscard]] bool hitButton(const QPoint& position) const override { return shape().contains(position); }

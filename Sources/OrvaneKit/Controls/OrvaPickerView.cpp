@@ -1,7 +1,7 @@
 #include "OrvaneKit/Controls/OrvaPickerView.h"
 
 #include "OrvaneKit/Controls/OrvaMenuView.h"
-#include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Theme/OrvaAccessible.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 
 #include <QAccessibleWidget>
@@ -58,32 +58,19 @@ private:
     [[nodiscard]] OrvaPickerView& picker() const { return static_cast<OrvaPickerView&>(*widget()); }
 };
 
-QAccessibleInterface* makeAccessible(const QString&, QObject* object)
-{
-    auto* picker = qobject_cast<OrvaPickerView*>(object);
-    return picker ? new AccessiblePicker(picker) : nullptr;
-}
-
-void installAccessibility()
-{
-    static const bool installed = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(installed)
-}
-
 } // namespace
 
 OrvaPickerView::OrvaPickerView(Binding<QString> selection, const Live<QList<OrvaPickerOption>>& options,
                                const QString& name)
     : m_selection(std::move(selection))
 {
-    installAccessibility();
+    describeWith<OrvaPickerView, AccessiblePicker>();
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     setAccessibleName(name);
     themeChanged();
+    m_selection.follow(*this, [this](const QString& tag) { showSelection(tag); });
     follow(m_cancellables, options, [this](const QList<OrvaPickerOption>& list) { showOptions(list); });
-    follow(m_cancellables, static_cast<const Live<QString>&>(m_selection),
-           [this](const QString&) { showSelection(); });
     connect(this, &QComboBox::currentIndexChanged, this, [this] {
         QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
         QAccessible::updateAccessibility(&changed);
@@ -110,25 +97,20 @@ void OrvaPickerView::showOptions(const QList<OrvaPickerOption>& options)
         for (const OrvaPickerOption& option : options)
             addItem(option.title, option.tag);
     }
-    showSelection();
+    m_selection.show();
     updateGeometry();
 }
 
-void OrvaPickerView::showSelection()
+void OrvaPickerView::showSelection(const QString& tag)
 {
-    setCurrentIndex(findData(m_selection.get()));
+    setCurrentIndex(findData(tag));
     update();
 }
 
 void OrvaPickerView::choose(int index)
 {
-    if (index < 0)
-        return;
-    const QPointer<QObject> alive(this);
-    const Binding<QString> binding = m_selection;
-    binding.set(itemData(index).toString());
-    if (alive)
-        showSelection();
+    if (index >= 0)
+        m_selection.set(itemData(index).toString());
 }
 
 void OrvaPickerView::showPopup()
@@ -140,7 +122,7 @@ void OrvaPickerView::showPopup()
     m_menu->setMinimumWidth(width() - 2 * orvaRingMargin + menuOverhang);
     QAction* present = nullptr;
     for (int index = 0; index < count(); ++index) {
-        QAction* action = m_menu->addAction(QString(itemText(index)).replace(u'&', QStringLiteral("&&")));
+        QAction* action = m_menu->addAction(escapedMnemonics(itemText(index)));
         action->setCheckable(true);
         action->setChecked(index == currentIndex());
         if (index == currentIndex())

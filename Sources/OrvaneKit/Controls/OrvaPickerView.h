@@ -1,6 +1,7 @@
 // A pop-up picker: the present choice, and a menu of all of them.
 #pragma once
 
+#include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
@@ -32,10 +33,10 @@ protected:
 
 private:
     void showOptions(const QList<OrvaPickerOption>& options);
-    void showSelection();
+    void showSelection(const QString& tag);
     void choose(int index);
 
-    Binding<QString> m_selection;
+    OrvaBoundValue<QString> m_selection;
     QPointer<QMenu> m_menu;
     Cancellables m_cancellables;
 };

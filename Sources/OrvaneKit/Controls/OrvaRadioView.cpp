@@ -1,11 +1,10 @@
 #include "OrvaneKit/Controls/OrvaRadioView.h"
 
 #include "OrvaneKit/Lists/OrvaStackView.h"
-#include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Theme/OrvaAccessible.h"
 
 #include <QAccessibleWidget>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -56,20 +55,11 @@ private:
     [[nodiscard]] OrvaRadioView& radio() const { return static_cast<OrvaRadioView&>(*widget()); }
 };
 
-QAccessibleInterface* makeAccessible(const QString&, QObject* object)
-{
-    if (auto* radio = qobject_cast<OrvaRadioView*>(object))
-        return new AccessibleRadio(radio);
-    // A plain widget would be a nameless pane to assistive technology.
-    auto* group = qobject_cast<OrvaRadioGroupView*>(object);
-    return group ? new QAccessibleWidget(group, QAccessible::Grouping) : nullptr;
-}
-
-void installAccessibility()
-{
-    static const bool installed = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(installed)
-}
+/// A plain widget would be a nameless pane to assistive technology.
+class AccessibleGroup final : public QAccessibleWidget {
+public:
+    explicit AccessibleGroup(OrvaRadioGroupView* group) : QAccessibleWidget(group, QAccessible::Grouping) {}
+};
 
 } // namespace
 
@@ -188,16 +178,16 @@ void OrvaRadioView::paintMark(QPainter& painter, const QRectF& circle) const
 OrvaRadioGroupView::OrvaRadioGroupView(const OrvaRadioGroup& group)
     : m_selection(group.selection), m_lines(new QVBoxLayout(this))
 {
-    installAccessibility();
+    describeWith<OrvaRadioView, AccessibleRadio>();
+    describeWith<OrvaRadioGroupView, AccessibleGroup>();
     constexpr int h = static_cast<int>(Orva::rowH) - ring;
     constexpr int v = static_cast<int>(Orva::rowV) - ring;
     m_lines->setContentsMargins(h, v, h, v);
     m_lines->setSpacing(optionGap);
     setAccessibleName(group.label);
+    m_selection.follow(*this, [this](const QString&) { showSelection(); });
     follow(m_cancellables, group.content,
            [this](const QList<OrvaPickerOption>& options) { showOptions(options); });
-    follow(m_cancellables, static_cast<const Live<QString>&>(m_selection),
-           [this](const QString&) { showSelection(); });
 }
 
 void OrvaRadioGroupView::showOptions(const QList<OrvaPickerOption>& options)
@@ -227,7 +217,8 @@ void OrvaRadioGroupView::addButton(const OrvaPickerOption& option)
     auto* button = new OrvaRadioView(option.title, [this, index](OrvaRadioView::Wish wish) {
         switch (wish) {
         case OrvaRadioView::Wish::chosen:
-            return choose(index);
+            choose(index);
+            return;
         case OrvaRadioView::Wish::before:
             return choosePast(index, -1);
         case OrvaRadioView::Wish::after:
@@ -256,23 +247,16 @@ void OrvaRadioGroupView::showSelection()
     }
 }
 
-void OrvaRadioGroupView::choose(int index)
+bool OrvaRadioGroupView::choose(int index)
 {
-    // Setting may end this view, and a refused choice has to spring back.
-    const QPointer<QObject> alive(this);
-    const Binding<QString> binding = m_selection;
-    binding.set(m_options.at(index).tag);
-    if (alive)
-        showSelection();
+    return m_selection.set(m_options.at(index).tag);
 }
 
 void OrvaRadioGroupView::choosePast(int index, int step)
 {
     const int count = static_cast<int>(m_buttons.size());
     const int next = (index + step + count) % count;
-    const QPointer<QObject> alive(this);
-    choose(next);
-    if (!alive || m_buttons.isEmpty())
+    if (!choose(next) || m_buttons.isEmpty())
         return;
     const int chosen = chosenIndex();
     m_buttons.at(chosen < 0 ? std::min(next, static_cast<int>(m_buttons.size()) - 1) : chosen)

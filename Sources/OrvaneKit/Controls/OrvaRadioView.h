@@ -1,6 +1,7 @@
 // A group of radio buttons: one choice of a few, all in sight.
 #pragma once
 
+#include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Model/OrvaControls.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
@@ -52,11 +53,12 @@ private:
     void showOptions(const QList<OrvaPickerOption>& options);
     void showSelection();
     void addButton(const OrvaPickerOption& option);
-    void choose(int index);
+    /// False when that has ended this view.
+    bool choose(int index);
     void choosePast(int index, int step);
     [[nodiscard]] int chosenIndex() const;
 
-    Binding<QString> m_selection;
+    OrvaBoundValue<QString> m_selection;
     QList<OrvaPickerOption> m_options;
     QList<OrvaRadioView*> m_buttons;
     QVBoxLayout* m_lines;

@@ -33,14 +33,7 @@ OrvaSearchFieldView::OrvaSearchFieldView(const QString& name)
 void OrvaSearchFieldView::themeChanged()
 {
     setFont(orvaFont(OrvaFont::body));
-    QPalette colors = palette();
-    colors.setColor(QPalette::Base, Qt::transparent);
-    colors.setColor(QPalette::Text, orvaColor(OrvaColor::primary));
-    colors.setColor(QPalette::PlaceholderText, orvaColor(OrvaColor::secondary));
-    colors.setColor(QPalette::Highlight, orvaColor(OrvaColor::accent));
-    colors.setColor(QPalette::HighlightedText, orvaColor(OrvaColor::onAccent));
-    if (colors != palette())
-        setPalette(colors);
+    setOrvaFieldColors(*this);
     updateGeometry();
 }
 

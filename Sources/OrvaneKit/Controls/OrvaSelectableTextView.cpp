@@ -6,7 +6,6 @@
 
 #include <QAction>
 #include <QContextMenuEvent>
-#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -48,13 +47,7 @@ void OrvaSelectableTextView::showText(const QString& text)
 void OrvaSelectableTextView::themeChanged()
 {
     setFont(orvaFont(OrvaFont::body));
-    QPalette colors = palette();
-    colors.setColor(QPalette::Base, Qt::transparent);
-    colors.setColor(QPalette::Text, orvaColor(OrvaColor::primary));
-    colors.setColor(QPalette::Highlight, orvaColor(OrvaColor::accent));
-    colors.setColor(QPalette::HighlightedText, orvaColor(OrvaColor::onAccent));
-    if (colors != palette())
-        setPalette(colors);
+    setOrvaFieldColors(*this);
     updateGeometry();
 }
 
@@ -127,9 +120,7 @@ void OrvaSelectableTextView::paintEvent(QPaintEvent* event)
         QPainter painter(this);
         painter.setOpacity(ownOpacity());
         painter.setPen(orvaColor(OrvaColor::primary));
-        const QRectF room = textRect();
-        painter.drawText(room, QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter),
-                         fontMetrics().elidedText(text(), Qt::ElideMiddle, static_cast<int>(room.width())));
+        paintOrvaElidedText(painter, textRect(), layoutDirection(), text(), Qt::ElideMiddle);
         return;
     }
     QLineEdit::paintEvent(event);

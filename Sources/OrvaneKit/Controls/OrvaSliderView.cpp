@@ -1,10 +1,6 @@
 #include "OrvaneKit/Controls/OrvaSliderView.h"
 
-#include "OrvaneKit/Model/OrvaBindings.h"
-
 #include <QMouseEvent>
-#include <QPointer>
-#include <QScopedValueRollback>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -42,31 +38,25 @@ OrvaSliderView::OrvaSliderView(Binding<double> value, double lower, double upper
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(name);
     follow(m_cancellables, detail, [this](const QString& text) { setAccessibleDescription(text); });
-    follow(m_cancellables, static_cast<const Live<double>&>(m_value), [this](double) { showValue(); });
+    m_value.follow(*this, [this](double shown) { showValue(shown); });
     connect(this, &QSlider::valueChanged, this, &OrvaSliderView::positionChanged);
 }
 
-void OrvaSliderView::showValue()
+void OrvaSliderView::showValue(double value)
 {
-    const double value = m_value.get();
     const double share = m_upper > m_lower ? (value - m_lower) / (m_upper - m_lower) : 0;
     const double position = m_step && *m_step > 0 ? (value - m_lower) / *m_step : share * maximum();
-    const QScopedValueRollback showing(m_showing, true);
     setValue(std::isfinite(position) ? qRound(std::clamp<double>(position, 0, maximum())) : 0);
 }
 
 void OrvaSliderView::positionChanged(int position)
 {
-    if (m_showing)
+    if (m_value.isShowing())
         return;
     const double value = m_step && *m_step > 0
                              ? m_lower + position * *m_step
                              : m_lower + (m_upper - m_lower) * position / std::max(1, maximum());
-    const QPointer<QObject> alive(this);
-    const Binding<double> binding = m_value;
-    binding.set(std::min(value, m_upper));
-    if (alive)
-        showValue();
+    m_value.set(std::min(value, m_upper));
 }
 
 QSize OrvaSliderView::sizeHint() const

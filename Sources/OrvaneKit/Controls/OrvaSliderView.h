@@ -1,7 +1,7 @@
 // A slider over a range of doubles, with or without steps.
 #pragma once
 
-#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 #include <QSlider>
@@ -25,17 +25,16 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    void showValue();
+    void showValue(double value);
     void positionChanged(int position);
     void dragTo(double x);
     [[nodiscard]] QRectF groove() const;
     [[nodiscard]] bool mirrored() const { return layoutDirection() == Qt::RightToLeft; }
 
-    Binding<double> m_value;
+    OrvaBoundValue<double> m_value;
     double m_lower;
     double m_upper;
     std::optional<double> m_step;
-    bool m_showing = false;
     Cancellables m_cancellables;
 };
 

@@ -1,12 +1,9 @@
 #include "OrvaneKit/Controls/OrvaStepperView.h"
 
-#include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QPointer>
-#include <QScopedValueRollback>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -36,37 +33,20 @@ OrvaStepperView::OrvaStepperView(Binding<int> value, int lower, int upper, int s
     lineEdit()->setFrame(false);
     lineEdit()->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     themeChanged();
-    follow(m_cancellables, static_cast<const Live<int>&>(m_value), [this](int) { showValue(); });
+    m_value.follow(*this, [this](int shown) { setValue(shown); });
     follow(m_cancellables, name, [this](const QString& text) { setAccessibleName(text); });
     connect(this, &QSpinBox::valueChanged, this, &OrvaStepperView::valueEdited);
 }
 
 void OrvaStepperView::themeChanged()
 {
-    QPalette colors = lineEdit()->palette();
-    colors.setColor(QPalette::Base, Qt::transparent);
-    colors.setColor(QPalette::Text, orvaColor(OrvaColor::primary));
-    colors.setColor(QPalette::Highlight, orvaColor(OrvaColor::accent));
-    colors.setColor(QPalette::HighlightedText, orvaColor(OrvaColor::onAccent));
-    if (colors != lineEdit()->palette())
-        lineEdit()->setPalette(colors);
-}
-
-void OrvaStepperView::showValue()
-{
-    const QScopedValueRollback showing(m_showing, true);
-    setValue(m_value.get());
+    setOrvaFieldColors(*lineEdit());
 }
 
 void OrvaStepperView::valueEdited(int value)
 {
-    if (m_showing)
-        return;
-    const QPointer<QObject> alive(this);
-    const Binding<int> binding = m_value;
-    binding.set(value);
-    if (alive)
-        showValue();
+    if (!m_value.isShowing())
+        m_value.set(value);
 }
 
 QSize OrvaStepperView::sizeHint() const

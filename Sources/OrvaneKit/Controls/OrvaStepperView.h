@@ -1,7 +1,7 @@
 // A whole number that can be typed and stepped through.
 #pragma once
 
-#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 #include <QSpinBox>
@@ -25,12 +25,10 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    void showValue();
     void valueEdited(int value);
     [[nodiscard]] QRectF arrows() const;
 
-    Binding<int> m_value;
-    bool m_showing = false;
+    OrvaBoundValue<int> m_value;
     Cancellables m_cancellables;
 };
 

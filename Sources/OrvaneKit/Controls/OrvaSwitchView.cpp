@@ -1,10 +1,5 @@
 #include "OrvaneKit/Controls/OrvaSwitchView.h"
 
-#include "OrvaneKit/Model/OrvaBindings.h"
-
-#include <QPointer>
-#include <QScopedValueRollback>
-
 #include <chrono>
 
 namespace orvane {
@@ -41,31 +36,15 @@ OrvaSwitchView::OrvaSwitchView(Binding<bool> isOn, const Live<QString>& name,
     if (description)
         follow(m_cancellables, *description, [this](const QString& text) { setAccessibleDescription(text); });
     follow(m_cancellables, enabled, [this](bool on) { setEnabled(on); });
-    follow(m_cancellables, static_cast<const Live<bool>&>(m_isOn), [this](bool) { showValue(); });
-}
-
-void OrvaSwitchView::showValue()
-{
-    const QScopedValueRollback showing(m_showing, true);
-    setChecked(m_isOn.get());
-}
-
-void OrvaSwitchView::setValue(bool on)
-{
-    // Setting may end this view, and a refused value has to spring back.
-    const QPointer<QObject> alive(this);
-    const Binding<bool> binding = m_isOn;
-    binding.set(on);
-    if (alive)
-        showValue();
+    m_isOn.follow(*this, [this](bool on) { setChecked(on); });
 }
 
 void OrvaSwitchView::shownChanged(bool on)
 {
     moveKnob(on);
     // Assistive technology toggles the button itself.
-    if (!m_showing)
-        setValue(on);
+    if (!m_isOn.isShowing())
+        m_isOn.set(on);
 }
 
 void OrvaSwitchView::moveKnob(bool on)

@@ -1,7 +1,7 @@
 // A switch that shows and sets a value.
 #pragma once
 
-#include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 #include <QCheckBox>
@@ -19,18 +19,15 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
-    void nextCheckState() override { setValue(!isChecked()); }
+    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+    void nextCheckState() override { m_isOn.set(!isChecked()); }
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void showValue();
-    void setValue(bool on);
     void shownChanged(bool on);
     void moveKnob(bool on);
 
-    Binding<bool> m_isOn;
-    bool m_showing = false;
+    OrvaBoundValue<bool> m_isOn;
     double m_knob = 0; // 0 is off, 1 on
     QVariantAnimation m_motion;
     Cancellables m_cancellables;

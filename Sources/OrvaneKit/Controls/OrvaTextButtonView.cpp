@@ -17,22 +17,12 @@ constexpr double corner = 4;
 } // namespace
 
 OrvaTextButtonView::OrvaTextButtonView(const OrvaTextButton& button)
-    : m_title(button.title), m_symbol(button.systemImage)
+    : OrvaPushButtonView(button.action), m_symbol(button.systemImage)
 {
-    setAttribute(Qt::WA_Hover);
-    setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setText(QString(m_title).replace(u'&', QStringLiteral("&&")));
-    setAccessibleName(m_title);
+    setTitle(button.title);
     setAccessibleDescription(button.help);
     setToolTip(button.help);
     themeChanged();
-    // The action may end this view: it runs on a copy.
-    connect(this, &QPushButton::clicked, this, [action = button.action] {
-        const auto own = action;
-        if (own)
-            own();
-    });
 }
 
 void OrvaTextButtonView::themeChanged()
@@ -44,7 +34,7 @@ void OrvaTextButtonView::themeChanged()
 QSize OrvaTextButtonView::sizeHint() const
 {
     const QFontMetricsF metrics(font());
-    const int text = static_cast<int>(std::ceil(metrics.horizontalAdvance(m_title)));
+    const int text = static_cast<int>(std::ceil(metrics.horizontalAdvance(title())));
     const int symbol = m_symbol ? symbolGap + symbolSide : 0;
     return QSize(text + symbol + 2 * margin,
                  static_cast<int>(std::ceil(metrics.height())) + 2 * (rise + orvaRingMargin));
@@ -57,7 +47,7 @@ void OrvaTextButtonView::paintEvent(QPaintEvent*)
     painter.setOpacity(ownOpacity());
     const QRectF box = shape();
     const QColor ink = faded(orvaColor(OrvaColor::link), isDown() ? 0.7 : 1);
-    if (underMouse() && isEnabled()) {
+    if (isHovered()) {
         QFont underlined = font();
         underlined.setUnderline(true);
         painter.setFont(underlined);
@@ -67,7 +57,7 @@ void OrvaTextButtonView::paintEvent(QPaintEvent*)
     const QRectF room = box.adjusted(inset, 0, -inset, 0);
     const QRectF text = mirrored ? room.adjusted(symbol, 0, 0, 0) : room.adjusted(0, 0, -symbol, 0);
     painter.setPen(ink);
-    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter, m_title);
+    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter, title());
     if (m_symbol) {
         const double x = mirrored ? room.left() : room.right() - symbolSide;
         paintOrvaSymbol(painter, *m_symbol,

@@ -2,6 +2,7 @@
 
 #include "OrvaneKit/Lists/OrvaStackView.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Theme/OrvaFocus.h"
 
 #include <QApplication>
 #include <QHash>
@@ -14,46 +15,21 @@ namespace orvane {
 
 namespace {
 
-bool isTabStop(const QWidget& widget)
-{
-    return widget.focusPolicy() != Qt::NoFocus && !widget.focusProxy();
-}
-
-bool canTakeFocus(const QWidget& widget)
-{
-    return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && widget.isVisible();
-}
-
-/// What focus can be on in a widget, in the order of Tab. The parts of one widget may stand apart in the
-/// window's chain, so all of it is read.
-QList<QWidget*> tabStops(const QWidget& root)
-{
-    QList<QWidget*> stops;
-    QWidget* const start = root.window();
-    QWidget* step = start;
-    do {
-        if (isTabStop(*step) && (step == &root || root.isAncestorOf(step)))
-            stops.append(step);
-        step = step->nextInFocusChain();
-    } while (step != start);
-    return stops;
-}
-
 /// The part of `to` that is what `stop` is in `from`, or the nearest that takes focus.
 QWidget* counterpart(const QWidget& from, QWidget* stop, const QWidget& to)
 {
-    QList<QWidget*> targets = tabStops(to);
-    targets.removeIf([](const QWidget* target) { return !canTakeFocus(*target); });
+    QList<QWidget*> targets = focusPlaces(to);
+    targets.removeIf([](const QWidget* target) { return !canTakeTab(*target); });
     if (targets.isEmpty())
         return nullptr;
-    const qsizetype index = std::max<qsizetype>(0, tabStops(from).indexOf(stop));
+    const qsizetype index = std::max<qsizetype>(0, focusPlaces(from).indexOf(stop));
     return targets.at(std::min(index, targets.size() - 1));
 }
 
 QWidget* nextOutside(const QWidget& view)
 {
     for (QWidget* step = view.nextInFocusChain(); step != &view; step = step->nextInFocusChain()) {
-        if (!view.isAncestorOf(step) && canTakeFocus(*step))
+        if (!view.isAncestorOf(step) && canTakeTab(*step))
             return step;
     }
     return nullptr;
@@ -109,7 +85,8 @@ std::vector<OrvaForEachView::Row> OrvaForEachView::rowsFor(const QList<OrvaForEa
             rows.push_back(m_rows.at(static_cast<std::size_t>(kept.at(index))));
         } else if (QWidget* widget = items.at(index).view.makeWidget()) {
             widget->installEventFilter(this);
-            rows.push_back({items.at(index).key, widget, new OrvaDividerView(this)});
+            rows.push_back({items.at(index).key, widget,
+                            new OrvaDividerView(OrvaDividerView::Reach::insetToLabels, this)});
         }
     }
     return rows;
@@ -130,22 +107,17 @@ void OrvaForEachView::layOutRows()
 // New widgets stand at the end of the window's chain at first.
 void OrvaForEachView::orderTabs(QWidget* anchor) const
 {
-    for (const Row& row : m_rows) {
-        for (QWidget* stop : tabStops(*row.widget)) {
-            if (anchor)
-                QWidget::setTabOrder(anchor, stop);
-            anchor = stop;
-        }
-    }
+    for (const Row& row : m_rows)
+        anchor = chainTabs(anchor, focusPlaces(*row.widget));
 }
 
 QWidget* OrvaForEachView::tabStopBefore() const
 {
-    const QList<QWidget*> own = tabStops(*this);
+    const QList<QWidget*> own = focusPlaces(*this);
     const QWidget* const first = own.isEmpty() ? this : own.constFirst();
     for (QWidget* step = first->previousInFocusChain(); step != first && !step->isWindow();
          step = step->previousInFocusChain()) {
-        if (isTabStop(*step) && !isAncestorOf(step))
+        if (step->focusPolicy() != Qt::NoFocus && !step->focusProxy() && !isAncestorOf(step))
             return step;
     }
     return nullptr;
@@ -181,10 +153,8 @@ void OrvaForEachView::moveFocus(QWidget& leaving, std::size_t place)
         target = counterpart(leaving, focus, *m_rows.at(std::min(place, m_rows.size() - 1)).widget);
     if (!target)
         target = nextOutside(*this);
-    if (!target)
-        return;
-    const auto* use = dynamic_cast<const OrvaKeyboardUse*>(focus);
-    target->setFocus(use && use->isUsedByKeyboard() ? Qt::TabFocusReason : Qt::OtherFocusReason);
+    if (target)
+        handFocusOn(focus, *target);
 }
 
 // What removes a row is often a button in it, whose events aren't over yet.

@@ -1,6 +1,7 @@
 #include "OrvaneKit/Lists/OrvaPagesView.h"
 
 #include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Theme/OrvaFocus.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 #include "Platform/Platform.h"
 #include "Platform/RunLoop.h"
@@ -23,17 +24,6 @@ QVBoxLayout* makeFrame(QWidget& frame, QWidget* content)
     if (content)
         layout->addWidget(content);
     return layout;
-}
-
-QWidget* firstTabStop(const QWidget& root)
-{
-    QWidget* step = root.nextInFocusChain();
-    for (; step != &root; step = step->nextInFocusChain()) {
-        if (root.isAncestorOf(step) && (step->focusPolicy() & Qt::TabFocus) && step->isEnabled() &&
-            step->isVisible())
-            return step;
-    }
-    return nullptr;
 }
 
 /// Brings the sizes of a widget that was just made up to date, from the outside in.
@@ -81,10 +71,8 @@ void OrvaKeyedView::show(const QString& key)
 
 void OrvaKeyedView::moveFocus() const
 {
-    const auto* use = dynamic_cast<const OrvaKeyboardUse*>(QApplication::focusWidget());
-    QWidget* const target = m_page ? firstTabStop(*m_page) : nullptr;
-    if (target)
-        target->setFocus(use && use->isUsedByKeyboard() ? Qt::TabFocusReason : Qt::OtherFocusReason);
+    if (QWidget* const target = m_page ? firstTabStop(*m_page) : nullptr)
+        handFocusOn(QApplication::focusWidget(), *target);
 }
 
 OrvaAppearView::OrvaAppearView(std::function<void()> onAppear, const AnyView& content)
@@ -151,11 +139,9 @@ void OrvaScrollReaderView::scroll()
     layOut(*window());
     page->verticalScrollBar()->setValue(anchor->mapTo(page->widget(), QPoint()).y() -
                                         static_cast<int>(Orva::pagePadding));
-    if (QWidget* const stop = firstTabStop(*anchor)) {
-        const auto* use = dynamic_cast<const OrvaKeyboardUse*>(QApplication::focusWidget());
-        if (use && use->isUsedByKeyboard())
-            stop->setFocus(Qt::TabFocusReason);
-    }
+    QWidget* const stop = firstTabStop(*anchor);
+    if (stop && isUsedByKeyboard(QApplication::focusWidget()))
+        stop->setFocus(Qt::TabFocusReason);
 }
 
 } // namespace orvane

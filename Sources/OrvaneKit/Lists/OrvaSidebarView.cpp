@@ -1,7 +1,7 @@
 #include "OrvaneKit/Lists/OrvaSidebarView.h"
 
 #include "OrvaneKit/Controls/OrvaPillView.h"
-#include "OrvaneKit/Lists/OrvaScrollBarView.h"
+#include "OrvaneKit/Lists/OrvaListSetup.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
 
 #include <QScopedValueRollback>
@@ -82,9 +82,7 @@ private:
         const int width = right - textLeft - (row.status ? dotRoom : 0);
         painter.setFont(orvaFont(OrvaFont::body));
         painter.setPen(orvaColor(OrvaColor::primary));
-        painter.drawText(placed(textLeft, width),
-                         QStyle::visualAlignment(option.direction, Qt::AlignLeft | Qt::AlignVCenter),
-                         painter.fontMetrics().elidedText(row.title, Qt::ElideRight, width));
+        paintOrvaElidedText(painter, placed(textLeft, width), option.direction, row.title);
         if (row.status) {
             constexpr int side = static_cast<int>(dotSide);
             paintDot(painter, QRectF(placed(right - side, side)).center(), *row.status);
@@ -123,14 +121,7 @@ OrvaSidebarView::OrvaSidebarView(const OrvaSidebar& sidebar) : m_selection(sideb
 {
     setModel(&m_model);
     setItemDelegate(new RowDelegate(m_model, this));
-    setVerticalScrollBar(new OrvaScrollBarView(OrvaColor::sidebar));
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setVerticalScrollMode(ScrollPerPixel);
-    setFrameShape(QFrame::NoFrame);
-    setEditTriggers(NoEditTriggers);
-    setSelectionMode(SingleSelection);
-    setMouseTracking(true);
-    viewport()->setAttribute(Qt::WA_Hover);
+    setUpOrvaList(*this, OrvaColor::sidebar);
     setAccessibleName(sidebar.label);
     themeChanged();
     // The row whose page is shown by default, without a choice, can be chosen too.
@@ -145,10 +136,7 @@ OrvaSidebarView::OrvaSidebarView(const OrvaSidebar& sidebar) : m_selection(sideb
 
 void OrvaSidebarView::themeChanged()
 {
-    QPalette colors = palette();
-    colors.setColor(QPalette::Base, orvaColor(OrvaColor::sidebar));
-    if (colors != palette())
-        setPalette(colors);
+    setOrvaGround(*this, OrvaColor::sidebar);
     scheduleDelayedItemsLayout();
 }
 

@@ -25,7 +25,8 @@ void setLeftOut(QWidget& widget, bool leftOut)
         widget.show();
 }
 
-OrvaDividerView::OrvaDividerView(QWidget* parent) : OrvaThemed(parent)
+OrvaDividerView::OrvaDividerView(Reach reach, QWidget* parent)
+    : OrvaThemed(parent), m_inset(reach == Reach::insetToLabels ? Orva::rowH : 0)
 {
     setFixedHeight(1);
 }
@@ -33,9 +34,7 @@ OrvaDividerView::OrvaDividerView(QWidget* parent) : OrvaThemed(parent)
 void OrvaDividerView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    // A pen of width 0 is one pixel of the screen at any scale.
-    painter.setPen(QPen(orvaColor(OrvaColor::divider), 0));
-    painter.drawLine(QPointF(Orva::rowH, 0.5), QPointF(width() - Orva::rowH, 0.5));
+    paintOrvaDivider(painter, QPointF(m_inset, 0.5), QPointF(width() - m_inset, 0.5));
 }
 
 OrvaGroupView::OrvaGroupView(int spacing) : m_stack(new QVBoxLayout(this))
@@ -88,7 +87,8 @@ OrvaDividedStackView::OrvaDividedStackView(const QList<AnyView>& content)
 
 void OrvaDividedStackView::insert(QWidget& child)
 {
-    auto* divider = members().isEmpty() ? nullptr : new OrvaDividerView(this);
+    auto* divider =
+        members().isEmpty() ? nullptr : new OrvaDividerView(OrvaDividerView::Reach::insetToLabels, this);
     m_dividers.append(divider);
     if (divider)
         stack().addWidget(divider);

@@ -15,13 +15,19 @@ bool isLeftOut(const QWidget& widget);
 /// Hides or shows a part of a view. Never makes a window of one that has no parent yet.
 void setLeftOut(QWidget& widget, bool leftOut);
 
-/// The line between two rows, inset to their labels.
+/// The line between two parts of a view.
 class OrvaDividerView final : public OrvaThemed<QWidget> {
 public:
-    explicit OrvaDividerView(QWidget* parent = nullptr);
+    /// Between two rows it begins where their labels do.
+    enum class Reach { insetToLabels, edgeToEdge };
+
+    explicit OrvaDividerView(Reach reach, QWidget* parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    double m_inset;
 };
 
 /// A vertical stack of views that is told when one of them is left out or comes back.

@@ -1,8 +1,12 @@
-// Ties live values to what shows them.
+// Ties live values to what shows and sets them. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
 
+#include <QPointer>
+#include <QScopedValueRollback>
+
+#include <functional>
 #include <utility>
 
 namespace orvane {
@@ -15,5 +19,61 @@ void follow(Cancellables& subscriptions, const Live<T>& value, Show show)
     for (Subscription& subscription : value.onChange([value, show] { show(value.get()); }))
         subscriptions.push_back(std::move(subscription));
 }
+
+/// A value made of an observable member of an object, which it keeps alive:
+/// `mapped(lamp, &Lamp::glow, [](double glow) { return glow > 0; })`.
+template <class Owner, class Property, class Make>
+[[nodiscard]] auto mapped(const std::shared_ptr<Owner>& owner, Property Owner::*member, Make make)
+{
+    const auto bound = bind(owner, member);
+    using T = std::invoke_result_t<Make, decltype(bound.get())>;
+    return Live<T>([bound, make] { return make(bound.get()); }, bound.sources());
+}
+
+/// A binding as one control shows it. The control shows every value that the binding takes, and after each
+/// set the one that it then has, so a value that was refused springs back.
+template <class T>
+class OrvaBoundValue {
+public:
+    explicit OrvaBoundValue(Binding<T> binding) : m_binding(std::move(binding)) {}
+
+    /// Shows the present value at once. Called once, by the control that this is a part of.
+    void follow(QObject& control, std::function<void(const T&)> show)
+    {
+        m_control = &control;
+        m_show = std::move(show);
+        orvane::follow(m_cancellables, static_cast<const Live<T>&>(m_binding),
+                       [this](const T&) { this->show(); });
+    }
+
+    T get() const { return m_binding.get(); }
+
+    /// False when setting has ended the control, and this with it.
+    bool set(T value)
+    {
+        const QPointer<QObject> alive(m_control);
+        const Binding<T> binding = m_binding;
+        binding.set(std::move(value));
+        if (alive)
+            show();
+        return !alive.isNull();
+    }
+
+    void show()
+    {
+        const QScopedValueRollback showing(m_isShowing, true);
+        m_show(m_binding.get());
+    }
+
+    /// While it does, changes of the control are none of the person's.
+    bool isShowing() const { return m_isShowing; }
+
+private:
+    Binding<T> m_binding;
+    QObject* m_control = nullptr;
+    std::function<void(const T&)> m_show;
+    bool m_isShowing = false;
+    Cancellables m_cancellables;
+};
 
 } // namespace orvane

@@ -8,16 +8,11 @@
 #include <QPainterPath>
 #include <QWindow>
 
-#include <algorithm>
-#include <array>
-#include <cmath>
-
 namespace orvane {
 
 namespace {
 
 constexpr int shadowRoom = 22; // on each side of the frame
-constexpr double shadowFall = 5;
 
 Qt::WindowFlags flagsOf(const OrvaPanelWindow::Style& style)
 {
@@ -29,36 +24,24 @@ Qt::WindowFlags flagsOf(const OrvaPanelWindow::Style& style)
     return flags;
 }
 
-/// The shadow of a square with round corners, just large enough to be cut into nine: corners, sides and a
-/// middle that is stretched. It begins to fade inside of the shape that falls, and reaches the edge with
-/// nothing left.
-QPixmap shadowPixmap(double corner, double devicePixelRatio)
+OrvaSoftShadow::Shape shadowOf(const OrvaPanelWindow::Style& style)
 {
-    const double strength = orvaScheme() == OrvaScheme::dark ? 0.55 : 0.32;
-    const double half = shadowRoom + corner + 1; // points, from the middle to the outer edge
-    const int side = qRound(2 * half * devicePixelRatio);
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    const double straight =
-        half - shadowRoom - corner; // from the middle to where a corner's circle has its own
-    for (int y = 0; y < side; ++y) {
-        const double down = (y + 0.5) / devicePixelRatio - half - shadowFall;
-        for (int x = 0; x < side; ++x) {
-            const double right = (x + 0.5) / devicePixelRatio - half;
-            const double distance = std::hypot(std::max(0.0, std::abs(right) - straight),
-                                               std::max(0.0, std::abs(down) - straight)) -
-                                    corner;
-            const double rest = 1 - std::clamp((distance + shadowFall) / shadowRoom, 0.0, 1.0);
-            image.setPixel(x, y, qRgba(0, 0, 0, qRound(255 * strength * rest * rest * rest)));
-        }
-    }
-    image.setDevicePixelRatio(devicePixelRatio);
-    return QPixmap::fromImage(image);
+    return {.corner = style.corner,
+            .room = shadowRoom,
+            .fall = 5,
+            .inset = 5,
+            .power = 3,
+            .strengthOnLight = 0.32,
+            .strengthOnDark = 0.55};
 }
 
 } // namespace
 
 OrvaPanelWindow::OrvaPanelWindow(Style style)
-    : OrvaThemed(nullptr, flagsOf(style)), m_style(style), m_translucency(platform().panels.isCompositing())
+    : OrvaThemed(nullptr, flagsOf(style)),
+      m_style(style),
+      m_shadow(shadowOf(style)),
+      m_translucency(platform().panels.isCompositing())
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating, style.keyboard == Keyboard::never);
@@ -181,33 +164,6 @@ void OrvaPanelWindow::closeEvent(QCloseEvent* event)
         request();
 }
 
-/// By nine parts of one small picture: whatever the panel's size, a shadow costs the same.
-void OrvaPanelWindow::paintShadow(QPainter& painter)
-{
-    if (m_shadow.isNull() || m_shadow.devicePixelRatio() != devicePixelRatioF())
-        m_shadow = shadowPixmap(m_style.corner, devicePixelRatioF());
-    const double edge = shadowRoom + m_style.corner; // of a corner's part, points
-    const double scale = m_shadow.devicePixelRatio();
-    const double whole = m_shadow.width();
-    const QRectF to = rect();
-    const std::array<double, 4> source{0, edge * scale, whole - edge * scale, whole};
-    const std::array<double, 4> x{to.left(), to.left() + edge, to.right() - edge, to.right()};
-    const std::array<double, 4> y{to.top(), to.top() + edge, to.bottom() - edge, to.bottom()};
-    for (std::size_t row = 0; row < 3; ++row) {
-        for (std::size_t column = 0; column < 3; ++column) {
-            const QRectF part(QPointF(x[column], y[row]), QPointF(x[column + 1], y[row + 1]));
-            const QRectF piece(QPointF(source[column], source[row]),
-                               QPointF(source[column + 1], source[row + 1]));
-            painter.drawPixmap(part, m_shadow, piece);
-        }
-    }
-}
-
-void OrvaPanelWindow::themeChanged()
-{
-    m_shadow = QPixmap();
-}
-
 void OrvaPanelWindow::paintEvent(QPaintEvent*)
 {
     if (m_style.ground == Ground::clear && m_style.shadow == Shadow::none)
@@ -222,7 +178,7 @@ void OrvaPanelWindow::paintEvent(QPaintEvent*)
     }
     painter.setRenderHint(QPainter::Antialiasing);
     if (m_style.shadow == Shadow::cast)
-        paintShadow(painter);
+        m_shadow.paint(painter, body());
     if (m_style.ground == Ground::clear)
         return;
     // The ground goes over the shadow that would otherwise darken it from below.

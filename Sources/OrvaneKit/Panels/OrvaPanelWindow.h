@@ -6,11 +6,11 @@
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
+#include "OrvaneKit/Theme/OrvaSoftShadow.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 #include "Platform/Geometry.h"
 #include "Platform/NotificationCenter.h"
 
-#include <QPixmap>
 #include <QPointer>
 #include <QWidget>
 
@@ -60,8 +60,7 @@ public:
 
 protected:
     /// The frame in the coordinates of this widget.
-    [[nodiscard]] QRectF body() const;
-    void themeChanged() override;
+    QRectF body() const;
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -73,12 +72,11 @@ private:
     void place();
     void placeContent();
     void applyMargins();
-    void paintShadow(QPainter& painter);
 
     Style m_style;
     bool m_isOrderedIn = false;
     Rect m_frame;
-    QPixmap m_shadow; // made when first painted
+    OrvaSoftShadow m_shadow;
     QPointer<QWidget> m_content;
     Observable<bool> m_translucency;
     std::unique_ptr<NotificationCenter::Token> m_compositing;

@@ -1,6 +1,8 @@
 #include "OrvaneKit/Panels/OrvaPopoverView.h"
 
 #include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Theme/OrvaAccessible.h"
+#include "OrvaneKit/Theme/OrvaFocus.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -10,7 +12,6 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <cmath>
 
 namespace orvane {
 
@@ -21,66 +22,25 @@ constexpr int arrowHeight = 7;
 constexpr int arrowHalf = 8; // half of its width
 constexpr int frameGap = 8;  // from the window's edge
 constexpr double corner = 10;
+constexpr OrvaSoftShadow::Shape shadow{.corner = corner,
+                                       .room = shadowRoom,
+                                       .fall = 3,
+                                       .inset = 0,
+                                       .power = 1.1,
+                                       .strengthOnLight = 0.11,
+                                       .strengthOnDark = 0.53};
 
 class AccessiblePanel final : public QAccessibleWidget {
 public:
-    explicit AccessiblePanel(QWidget* panel) : QAccessibleWidget(panel, QAccessible::Dialog) {}
+    explicit AccessiblePanel(OrvaPopoverPanelView* panel) : QAccessibleWidget(panel, QAccessible::Dialog) {}
 };
-
-QAccessibleInterface* makeAccessible(const QString&, QObject* object)
-{
-    auto* panel = dynamic_cast<OrvaPopoverPanelView*>(object);
-    return panel ? new AccessiblePanel(panel) : nullptr;
-}
-
-void installAccessibility()
-{
-    static const bool installed = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(installed)
-}
-
-/// Returns the widgets in `root` that take the focus, in the order of Tab.
-QList<QWidget*> tabStops(QWidget& root)
-{
-    QList<QWidget*> stops;
-    for (QWidget* step = root.nextInFocusChain(); step != &root; step = step->nextInFocusChain()) {
-        if (root.isAncestorOf(step) && (step->focusPolicy() & Qt::TabFocus) && step->isEnabled() &&
-            step->isVisible())
-            stops.append(step);
-    }
-    return stops;
-}
-
-/// Returns the darkness of a blurred edge at a share of its width: flat at both ends.
-double blurred(double share)
-{
-    return 0.5 - std::sin(std::asin(1 - 2 * share) / 3);
-}
-
-/// Paints rings of growing size, each nearly transparent: together they look like a blur. On light grounds a
-/// ring is one step of the screen's colours, so that no edge shows between two; on dark ones so little would
-/// be rounded to nothing.
-void paintShadow(QPainter& painter, const QRectF& body)
-{
-    const bool dark = orvaScheme() == OrvaScheme::dark;
-    const int rings = dark ? 10 : 28;
-    constexpr double fall = 3;
-    constexpr double reach = shadowRoom - fall;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0, 0, 0, dark ? 16 : 1));
-    for (int ring = 1; ring <= rings; ++ring) {
-        const double grow = reach * blurred(static_cast<double>(ring) / rings);
-        painter.drawRoundedRect(body.adjusted(-grow, -grow + fall, grow, grow + fall), corner + grow,
-                                corner + grow);
-    }
-}
 
 } // namespace
 
 OrvaPopoverPanelView::OrvaPopoverPanelView(const OrvaPopover& popover, QWidget& anchor)
-    : OrvaThemed(anchor.window()), m_isPresented(popover.isPresented), m_anchor(&anchor)
+    : OrvaThemed(anchor.window()), m_isPresented(popover.isPresented), m_anchor(&anchor), m_shadow(shadow)
 {
-    installAccessibility();
+    describeWith<OrvaPopoverPanelView, AccessiblePanel>();
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(popover.accessibleName);
     const int side = static_cast<int>(popover.padding) - orvaRingMargin + shadowRoom;
@@ -236,7 +196,7 @@ void OrvaPopoverPanelView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    paintShadow(painter, body());
+    m_shadow.paint(painter, body());
     painter.setPen(QPen(orvaColor(OrvaColor::controlStroke), 1));
     painter.setBrush(orvaColor(OrvaColor::cardFill));
     painter.drawPath(outline());
@@ -296,11 +256,8 @@ void OrvaPopoverAnchorView::closePanel()
 
 void OrvaPopoverAnchorView::takeFocusBack()
 {
-    const QList<QWidget*> stops = tabStops(*this);
-    if (stops.isEmpty() || !isVisible())
-        return;
-    const auto* use = dynamic_cast<const OrvaKeyboardUse*>(stops.constFirst());
-    stops.constFirst()->setFocus(use && use->isUsedByKeyboard() ? Qt::TabFocusReason : Qt::OtherFocusReason);
+    if (QWidget* const stop = firstTabStop(*this))
+        handFocusOn(stop, *stop);
 }
 
 } // namespace orvane

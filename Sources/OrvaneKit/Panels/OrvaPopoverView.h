@@ -2,6 +2,7 @@
 #pragma once
 
 #include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Theme/OrvaSoftShadow.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 #include <QPainterPath>
@@ -38,7 +39,8 @@ private:
     QPointer<QWidget> m_anchor;
     QPointer<QWidget> m_lastStop; // the stop from which Tab goes on
     Side m_side = Side::below;
-    double m_tip = 0; // x of the arrow's tip in this widget
+    double m_tip = 0; // of the arrow, x in this widget
+    OrvaSoftShadow m_shadow;
 };
 
 /// Shows the anchor, and opens and closes the panel.

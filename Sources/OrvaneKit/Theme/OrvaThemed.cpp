@@ -1,5 +1,7 @@
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
+#include <QStyle>
+
 namespace orvane {
 
 void paintOrvaFocusRing(QPainter& painter, const QRectF& shape, double corner)
@@ -12,6 +14,46 @@ void paintOrvaFocusRing(QPainter& painter, const QRectF& shape, double corner)
     painter.drawRoundedRect(shape.adjusted(-distance, -distance, distance, distance), corner + distance,
                             corner + distance);
     painter.restore();
+}
+
+void paintOrvaDivider(QPainter& painter, const QPointF& from, const QPointF& to)
+{
+    // A pen of width 0 is one pixel of the screen at any scale.
+    painter.setPen(QPen(orvaColor(OrvaColor::divider), 0));
+    painter.drawLine(from, to);
+}
+
+void paintOrvaElidedText(QPainter& painter, const QRectF& room, Qt::LayoutDirection direction,
+                         const QString& text, Qt::TextElideMode mode)
+{
+    const QString shown = painter.fontMetrics().elidedText(text, mode, static_cast<int>(room.width()));
+    painter.drawText(room, QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter), shown);
+}
+
+void setOrvaFieldColors(QWidget& field)
+{
+    QPalette colors = field.palette();
+    colors.setColor(QPalette::Base, Qt::transparent);
+    colors.setColor(QPalette::Text, orvaColor(OrvaColor::primary));
+    colors.setColor(QPalette::PlaceholderText, orvaColor(OrvaColor::secondary));
+    colors.setColor(QPalette::Highlight, orvaColor(OrvaColor::accent));
+    colors.setColor(QPalette::HighlightedText, orvaColor(OrvaColor::onAccent));
+    // Setting a palette is a change of the theme itself, even to an equal one.
+    if (colors != field.palette())
+        field.setPalette(colors);
+}
+
+void setOrvaGround(QWidget& view, OrvaColor color)
+{
+    QPalette colors = view.palette();
+    colors.setColor(QPalette::Base, orvaColor(color));
+    if (colors != view.palette())
+        view.setPalette(colors);
+}
+
+QString escapedMnemonics(QString text)
+{
+    return text.replace(u'&', QStringLiteral("&&"));
 }
 
 void paintOrvaControlBox(QPainter& painter, const QRectF& shape, double corner, bool pressed)

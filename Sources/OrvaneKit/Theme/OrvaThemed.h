@@ -1,5 +1,5 @@
-// What every widget of the view kit shares: it follows the desktop's colours and font while it is shown, and
-// a control shows its focus ring to those who use the keyboard.
+// What the widgets of the view kit share: they follow the desktop's colours and font while they are shown,
+// controls show their focus ring to those who use the keyboard, and what several of them paint is here.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaTheme.h"
@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QFocusEvent>
 #include <QPainter>
+#include <QWidget>
 
 namespace orvane {
 
@@ -51,12 +52,29 @@ protected:
 /// Draws a ring around a control of the given shape, inside `orvaRingMargin`.
 void paintOrvaFocusRing(QPainter& painter, const QRectF& shape, double corner);
 
+/// A thin line from one point to the other, one pixel of the screen at any scale.
+void paintOrvaDivider(QPainter& painter, const QPointF& from, const QPointF& to);
+
+/// One line of text in the painter's font and pen, at the leading edge and in the vertical middle of `room`.
+/// What finds no room gives way as `mode` says.
+void paintOrvaElidedText(QPainter& painter, const QRectF& room, Qt::LayoutDirection direction,
+                         const QString& text, Qt::TextElideMode mode = Qt::ElideRight);
+
+/// The colours of a field whose ground is painted by what it stands on.
+void setOrvaFieldColors(QWidget& field);
+/// The colour that a scrolling view is filled with.
+void setOrvaGround(QWidget& view, OrvaColor color);
+
+/// A text whose ampersands are shown, for what would take them as marks of shortcuts.
+[[nodiscard]] QString escapedMnemonics(QString text);
+
 /// The box of a button, picker or stepper.
 void paintOrvaControlBox(QPainter& painter, const QRectF& shape, double corner, bool pressed);
 /// The box of the button that Return presses.
 void paintOrvaDefaultBox(QPainter& painter, const QRectF& shape, double corner, bool pressed);
 
-/// Whether a control was last used with the keyboard: where its focus goes on to, so does the ring.
+/// Remembers whether a control was last used with the keyboard. Where its focus goes on to, the ring goes
+/// too.
 class OrvaKeyboardUse {
 public:
     [[nodiscard]] bool isUsedByKeyboard() const { return m_keyboardFocus; }
@@ -72,7 +90,9 @@ public:
     using OrvaThemed<Base>::OrvaThemed;
 
 protected:
-    [[nodiscard]] bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
+    bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
+    /// Whether the pointer is on a control that can be used.
+    bool isHovered() const { return this->underMouse() && this->isEnabled(); }
     /// Where the control itself is drawn, the ring's margin left out.
     [[nodiscard]] QRectF shape() const
     {

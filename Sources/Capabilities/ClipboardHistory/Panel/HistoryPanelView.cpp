@@ -82,14 +82,7 @@ protected:
     void themeChanged() override
     {
         setFont(orvaFont(OrvaFont::body));
-        QPalette colors = palette();
-        colors.setColor(QPalette::Base, Qt::transparent);
-        colors.setColor(QPalette::Text, orvaColor(OrvaColor::primary));
-        colors.setColor(QPalette::PlaceholderText, orvaColor(OrvaColor::secondary));
-        colors.setColor(QPalette::Highlight, orvaColor(OrvaColor::accent));
-        colors.setColor(QPalette::HighlightedText, orvaColor(OrvaColor::onAccent));
-        if (colors != palette())
-            setPalette(colors);
+        setOrvaFieldColors(*this);
     }
 
 private:

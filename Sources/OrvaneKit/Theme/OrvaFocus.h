@@ -1,0 +1,32 @@
+// The order in which Tab goes through a part of a window, and how the focus is handed on. Main thread.
+#pragma once
+
+#include <QList>
+
+class QWidget;
+
+namespace orvane {
+
+/// Whether Tab stops at the widget as things are: it takes part in the order, is enabled and in sight.
+[[nodiscard]] bool canTakeTab(const QWidget& widget);
+
+/// Everything in `root` that the focus can be on, hidden and disabled parts too, `root` among them, in the
+/// order of Tab.
+[[nodiscard]] QList<QWidget*> focusPlaces(const QWidget& root);
+
+/// What Tab stops at below `root` as things are, in its order.
+[[nodiscard]] QList<QWidget*> tabStops(const QWidget& root);
+/// Null where there is none.
+[[nodiscard]] QWidget* firstTabStop(const QWidget& root);
+
+/// Puts the widgets behind each other in the order of Tab, the first one behind `before` if there is one.
+/// Returns the last one, or `before` when there are none.
+QWidget* chainTabs(QWidget* before, const QList<QWidget*>& widgets);
+
+/// Whether the widget was last used with the keyboard. False for null.
+[[nodiscard]] bool isUsedByKeyboard(const QWidget* widget);
+/// Gives `to` the focus in the place of `from`, which may be null. It shows a focus ring if `from` was used
+/// with the keyboard.
+void handFocusOn(const QWidget* from, QWidget& to);
+
+} // namespace orvane
