@@ -2,6 +2,7 @@
 
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 #include "KeyboardShortcuts/Recorder/RecorderStrings.h"
+#include "OrvaneKit/Theme/OrvaAccessible.h"
 
 #include <QAccessibleWidget>
 
@@ -45,18 +46,11 @@ private:
     [[nodiscard]] RecorderCocoa& recorder() const { return static_cast<RecorderCocoa&>(*widget()); }
 };
 
-QAccessibleInterface* makeAccessible(const QString&, QObject* object)
-{
-    auto* recorder = qobject_cast<RecorderCocoa*>(object);
-    return recorder ? new AccessibleRecorder(recorder) : nullptr;
-}
-
 } // namespace
 
-void installRecorderAccessibility()
+void describeRecorders()
 {
-    static const bool installed = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(installed)
+    describeWith<RecorderCocoa, AccessibleRecorder>();
 }
 
 } // namespace orvane::KeyboardShortcuts

@@ -4,6 +4,6 @@
 namespace orvane::KeyboardShortcuts {
 
 /// Once for the process; again it does nothing. Main thread.
-void installRecorderAccessibility();
+void describeRecorders();
 
 } // namespace orvane::KeyboardShortcuts

@@ -1,15 +1,12 @@
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
-#include "KeyboardShortcuts/Recorder/LocalEventMonitor.h"
 #include "KeyboardShortcuts/Recorder/RecorderAccessibleView.h"
 #include "KeyboardShortcuts/Recorder/RecorderAlertPanel.h"
 #include "KeyboardShortcuts/Recorder/RecorderDecision.h"
-#include "KeyboardShortcuts/Recorder/RecorderHeldKeyView.h"
+#include "KeyboardShortcuts/Recorder/RecorderRecordingView.h"
 #include "KeyboardShortcuts/Recorder/RecorderSpeech.h"
 #include "KeyboardShortcuts/Recorder/RecorderStrings.h"
-#include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
-#include "Platform/Application.h"
 #include "Platform/InputSources.h"
 #include "Platform/Platform.h"
 #include "Platform/RunLoop.h"
@@ -34,32 +31,6 @@ QString localized(QLatin1String key)
     return orvaneResourceBundle().localizedString(key);
 }
 
-/// Keeps every shortcut from firing.
-class Pause {
-public:
-    Pause() { setPaused(true); }
-    ~Pause() { setPaused(false); }
-    Pause(const Pause&) = delete;
-    Pause& operator=(const Pause&) = delete;
-};
-
-std::optional<QString> menuItemTitle(const Shortcut& shortcut)
-{
-    const Application& application = platform().application;
-    const std::shared_ptr<const Menu> menu = application.mainMenu();
-    if (!menu)
-        return std::nullopt;
-    const MenuItem* item = shortcut.menuItemWithMatchingShortcut(*menu);
-    // Where the menus have other modifiers than the model, the keys that really choose the item are taken
-    // too.
-    if (!item) {
-        const Shortcut inMenus(Key{shortcut.carbonKeyCode},
-                               application.keyEquivalentModifiers(shortcut.modifiers()));
-        item = inMenus.menuItemWithMatchingShortcut(*menu);
-    }
-    return item ? std::optional(item->title) : std::nullopt;
-}
-
 /// Focus that comes back with the window, or from a menu that has closed: nobody chose the control.
 bool isAutomatic(Qt::FocusReason reason)
 {
@@ -69,24 +40,12 @@ bool isAutomatic(Qt::FocusReason reason)
 
 } // namespace
 
-struct RecorderCocoa::Recording {
-    Recording(QWidget& control, EventMonitors::Handler handler)
-        : grab(std::make_unique<KeyboardGrab>(control)), eventMonitor(recorderEvents, std::move(handler))
-    {
-        eventMonitor.start();
-    }
-
-    Pause pause;
-    std::unique_ptr<KeyboardGrab> grab; // null while the pointer is elsewhere
-    LocalEventMonitor eventMonitor;
-};
-
 RecorderCocoa::RecorderCocoa(Name name, RecorderChange onChange, const QString& accessibleName)
     : RecorderField({localized(recordShortcut), localized(pressShortcut)}),
       m_shortcutName(std::move(name)),
       m_onChange(std::move(onChange))
 {
-    installRecorderAccessibility();
+    describeRecorders();
     setAttribute(Qt::WA_InputMethodEnabled, false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     setFocusPolicy(Qt::StrongFocus);
@@ -179,7 +138,7 @@ void RecorderCocoa::becomeFirstResponder()
     if (m_recording)
         return;
     m_heldKey.reset();
-    m_recording = std::make_unique<Recording>(
+    m_recording = std::make_unique<RecorderRecording>(
         *this, [this](const EventMonitors::MonitoredEvent& event) { return handle(event); });
     window()->installEventFilter(this);
     setPlaceholder(localized(pressShortcut));
@@ -207,12 +166,7 @@ void RecorderCocoa::blur()
 
 Disposition RecorderCocoa::handle(const EventMonitors::MonitoredEvent& event)
 {
-    const RecorderDecision decision =
-        decide(event, {.bounds = boundsOnScreens(),
-                       .menuItemTitle = menuItemTitle,
-                       .isUsedBySystem = [](const Shortcut& shortcut) {
-                           return CarbonKeyboardShortcuts::system().contains(shortcut);
-                       }});
+    const RecorderDecision decision = decide(event, RecorderSurroundings::of(boundsOnScreens()));
     const bool isMouseUp = event.event.type != EventType::keyDown;
     switch (decision.deed) {
     case Deed::leave:
@@ -253,7 +207,7 @@ Disposition RecorderCocoa::handle(const EventMonitors::MonitoredEvent& event)
 
 void RecorderCocoa::keepUntilLetGo(std::int64_t keycode)
 {
-    m_heldKey = std::make_unique<RecorderHeldKey>(keycode, std::move(m_recording->grab));
+    m_heldKey = std::make_unique<RecorderHeldKey>(keycode, m_recording->takeGrab());
 }
 
 void RecorderCocoa::accept(const Shortcut& shortcut)
@@ -376,13 +330,13 @@ bool RecorderCocoa::eventFilter(QObject* watched, QEvent* event)
     if (watched != window())
         return RecorderField::eventFilter(watched, event);
     switch (event->type()) {
-    case QEvent::Leave: // whoever goes for a panel's menu finds it dead while somebody has the keyboard
+    case QEvent::Leave:
         if (m_recording)
-            m_recording->grab.reset();
+            m_recording->pointerLeftWindow();
         break;
     case QEvent::Enter:
-        if (m_recording && !m_recording->grab)
-            m_recording->grab = std::make_unique<KeyboardGrab>(*this);
+        if (m_recording)
+            m_recording->pointerEnteredWindow();
         break;
     case QEvent::KeyPress:
         return windowTakesTab(static_cast<const QKeyEvent&>(*event));

@@ -16,6 +16,7 @@
 namespace orvane::KeyboardShortcuts {
 
 class RecorderHeldKey;
+class RecorderRecording;
 
 class RecorderCocoa final : public RecorderField {
     Q_OBJECT
@@ -50,8 +51,6 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
-    struct Recording;
-
     void becomeFirstResponder();
     void endRecording();
     void blur();
@@ -77,7 +76,7 @@ private:
     Name m_shortcutName;
     RecorderChange m_onChange;
     QString m_spokenShortcut;
-    std::unique_ptr<Recording> m_recording;
+    std::unique_ptr<RecorderRecording> m_recording;
     std::unique_ptr<RecorderHeldKey> m_heldKey;
     std::unique_ptr<NotificationCenter::Token> m_shortcutsNameChangeObserver;
     std::unique_ptr<NotificationCenter::Token> m_layoutChangeObserver;

@@ -1,4 +1,4 @@
-// What a recorder does with an event that it sees while it records. Pure: a decision and no deed.
+// Decides what a recorder does with an event that it sees while it records. The decision itself is pure.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Shortcut.h"
@@ -51,10 +51,13 @@ struct RecorderSurroundings {
     /// The title of the program's menu item with this shortcut.
     std::function<std::optional<QString>(const Shortcut&)> menuItemTitle;
     std::function<bool(const Shortcut&)> isUsedBySystem;
+
+    /// For a control with these bounds: asks the menus of this program, and the system.
+    [[nodiscard]] static RecorderSurroundings of(const QRectF& bounds);
 };
 
 /// A repeat of a held key is no press of its own, except that Tab goes on moving.
-RecorderDecision decide(const EventMonitors::MonitoredEvent& monitored,
-                        const RecorderSurroundings& surroundings);
+[[nodiscard]] RecorderDecision decide(const EventMonitors::MonitoredEvent& event,
+                                      const RecorderSurroundings& surroundings);
 
 } // namespace orvane::KeyboardShortcuts

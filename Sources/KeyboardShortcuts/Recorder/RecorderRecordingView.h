@@ -1,0 +1,43 @@
+// What a recording holds for as long as it goes on: the shortcuts paused, the keyboard, and the events. Main
+// thread.
+#pragma once
+
+#include "KeyboardShortcuts/Recorder/LocalEventMonitor.h"
+#include "KeyboardShortcuts/Recorder/RecorderHeldKeyView.h"
+
+#include <memory>
+
+class QWidget;
+
+namespace orvane::KeyboardShortcuts {
+
+/// Its end lets the shortcuts fire again and gives the keyboard back.
+class RecorderRecording {
+public:
+    RecorderRecording(QWidget& control, EventMonitors::Handler handler);
+
+    /// The menus of a panel don't open while a program has grabbed the keyboard. So the grab ends while the
+    /// pointer is outside of the window.
+    void pointerLeftWindow() { m_grab.reset(); }
+    void pointerEnteredWindow();
+
+    /// Hands the grab over, for a key that is still held when the recording ends. Null when there is none.
+    [[nodiscard]] std::unique_ptr<KeyboardGrab> takeGrab() { return std::move(m_grab); }
+
+private:
+    /// Keeps every shortcut from firing.
+    class Pause {
+    public:
+        Pause();
+        ~Pause();
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+    };
+
+    Pause m_pause; // ends last: the keys of the recording are no shortcuts
+    QWidget& m_control;
+    std::unique_ptr<KeyboardGrab> m_grab; // null while the pointer is outside of the window
+    LocalEventMonitor m_eventMonitor;
+};
+
+} // namespace orvane::KeyboardShortcuts

@@ -1,0 +1,36 @@
+#include "KeyboardShortcuts/Recorder/RecorderDecision.h"
+#include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
+#include "Platform/Application.h"
+#include "Platform/Platform.h"
+
+namespace orvane::KeyboardShortcuts {
+
+namespace {
+
+std::optional<QString> menuItemTitle(const Shortcut& shortcut)
+{
+    const Application& application = platform().application;
+    const std::shared_ptr<const Menu> menu = application.mainMenu();
+    if (!menu)
+        return std::nullopt;
+    const MenuItem* item = shortcut.menuItemWithMatchingShortcut(*menu);
+    // Where the menus have other modifiers than the model, the keys that really choose the item are taken
+    // too.
+    if (!item) {
+        const Shortcut inMenus(Key{shortcut.carbonKeyCode},
+                               application.keyEquivalentModifiers(shortcut.modifiers()));
+        item = inMenus.menuItemWithMatchingShortcut(*menu);
+    }
+    return item ? std::optional(item->title) : std::nullopt;
+}
+
+} // namespace
+
+RecorderSurroundings RecorderSurroundings::of(const QRectF& bounds)
+{
+    return {.bounds = bounds, .menuItemTitle = menuItemTitle, .isUsedBySystem = [](const Shortcut& shortcut) {
+                return CarbonKeyboardShortcuts::system().contains(shortcut);
+            }};
+}
+
+} // namespace orvane::KeyboardShortcuts
