@@ -17,7 +17,7 @@ public:
     {
     }
 
-    /// Again while it runs: nothing changes.
+    /// Does nothing while it runs already.
     void start()
     {
         if (!m_monitor)

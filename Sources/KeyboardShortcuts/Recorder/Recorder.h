@@ -13,7 +13,7 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// What a recorder calls after the user has set a shortcut, or cleared it.
+/// Called after the user has set a shortcut, or cleared it.
 using RecorderChange = std::function<void(const std::optional<Shortcut>&)>;
 
 struct Recorder {
@@ -30,9 +30,9 @@ struct Recorder {
         return hasLabel ? QList<AnyView>{label} : QList<AnyView>{};
     }
 
-    /// What the control shows.
-    [[nodiscard]] QString text() const;
-    /// What recording this shortcut does, or clearing with none; no check stands before it.
+    /// The text that the control shows.
+    QString text() const;
+    /// Does what recording this shortcut does, or clearing if there is none, without a check.
     void set(const std::optional<Shortcut>& shortcut) const;
 
     Name name;

@@ -1,4 +1,4 @@
-// What a recorder tells assistive technology.
+// The interface of recorders for assistive technology.
 #pragma once
 
 namespace orvane::KeyboardShortcuts {

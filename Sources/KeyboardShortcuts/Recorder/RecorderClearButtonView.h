@@ -11,7 +11,7 @@ namespace orvane::KeyboardShortcuts {
 /// focus, which is the recorder's.
 class RecorderClearButton final : public OrvaThemed<QAbstractButton> {
 public:
-    /// Of the square that takes clicks, in points.
+    /// The side of the square that takes clicks, in points.
     static constexpr int side = 22;
 
     explicit RecorderClearButton(QWidget* recorder);

@@ -212,7 +212,7 @@ void RecorderCocoa::keepUntilLetGo(std::int64_t keycode)
 
 void RecorderCocoa::accept(const Shortcut& shortcut)
 {
-    // Whoever is told may end this control.
+    // A callback may end this control.
     const QPointer<RecorderCocoa> alive(this);
     setStringValue(shortcut);
     userDefaultsSet(Name(m_shortcutName), shortcut);

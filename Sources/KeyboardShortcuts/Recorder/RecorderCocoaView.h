@@ -63,7 +63,7 @@ private:
     void controlTextDidChange();
 
     EventMonitors::Disposition handle(const EventMonitors::MonitoredEvent& event);
-    /// To be called before the key ends the recording.
+    /// Called before the key ends the recording.
     void keepUntilLetGo(std::int64_t keycode);
     void accept(const Shortcut& shortcut);
     void alert(const QString& message, const QString& informativeText);

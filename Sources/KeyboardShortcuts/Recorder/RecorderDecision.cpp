@@ -11,14 +11,14 @@ namespace {
 
 using Deed = RecorderDecision::Deed;
 
-/// How far outside of the control a click still counts as one on it, in points.
+/// A click this far outside of the control still counts as one on it, points.
 constexpr double reach = 3;
 
 // All modifiers but Caps Lock, numeric pad and function, which come with keys and not with fingers.
 constexpr EventFlags modifierMask = 0xFF5E0000;
 static_assert(modifierMask ==
               (0xFFFF0000 & ~(eventFlag::alphaShift | eventFlag::numericPad | eventFlag::secondaryFn)));
-// The same without Shift: a letter with Shift alone is typing.
+// The modifiers that count, without Shift: a letter with Shift alone is typing.
 constexpr EventFlags usableModifierMask = 0xFF5C0000;
 static_assert(usableModifierMask == (modifierMask & ~eventFlag::shift));
 
@@ -43,7 +43,7 @@ bool isUsable(const Event& event)
            std::ranges::find(functionKeys, Key{event.keycode}) != functionKeys.end();
 }
 
-/// What a key alone does that isn't there to be recorded.
+/// Returns what a key without modifiers does that isn't there to be recorded.
 std::optional<Deed> editingDeed(const Event& event)
 {
     if ((event.flags & modifierMask) != 0)

@@ -43,7 +43,7 @@ struct RecorderDecision {
     friend bool operator==(const RecorderDecision&, const RecorderDecision&) = default;
 };
 
-/// What the decision depends on beside the event. The two questions are asked only about a shortcut that
+/// The decision depends on these beside the event. The two questions are asked only about a shortcut that
 /// could be taken, the second only when the first has found nothing.
 struct RecorderSurroundings {
     /// The control's bounds, in the space of the event's location.

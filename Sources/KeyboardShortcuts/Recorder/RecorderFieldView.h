@@ -1,4 +1,4 @@
-// What a recorder looks like: a box with a text in its middle, and a cross that clears it.
+// The look of a recorder: a box with a text in its middle, and a cross that clears it.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaThemed.h"
@@ -16,9 +16,9 @@ public:
     static constexpr int leastWidth = 130;
 
     /// The description of a shortcut, empty without one.
-    [[nodiscard]] const QString& stringValue() const { return m_stringValue; }
-    /// What stands in the place of an empty text.
-    [[nodiscard]] const QString& placeholder() const { return m_placeholder; }
+    const QString& stringValue() const { return m_stringValue; }
+    /// The words that stand in the place of an empty text.
+    const QString& placeholder() const { return m_placeholder; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }

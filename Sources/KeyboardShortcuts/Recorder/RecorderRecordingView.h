@@ -1,5 +1,4 @@
-// What a recording holds for as long as it goes on: the shortcuts paused, the keyboard, and the events. Main
-// thread.
+// A recording while it goes on: it pauses the shortcuts and holds the keyboard and the events. Main thread.
 #pragma once
 
 #include "KeyboardShortcuts/Recorder/LocalEventMonitor.h"

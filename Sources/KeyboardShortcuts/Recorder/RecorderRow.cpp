@@ -43,7 +43,7 @@ QString Recorder::text() const
 
 void Recorder::set(const std::optional<Shortcut>& shortcut) const
 {
-    // Whoever is told may end the view that this is a part of.
+    // The callback may end the view that this is a part of.
     const RecorderChange changed = onChange;
     if (shortcut)
         userDefaultsSet(name, *shortcut);

@@ -41,7 +41,7 @@ struct SpokenModifier {
     QLatin1String text;
 };
 
-// In the order in which they are written.
+// The modifiers are in the order in which they are written.
 constexpr std::array spokenModifiers = {
     SpokenModifier{eventFlag::control, QLatin1String("spoken_control")},
     SpokenModifier{eventFlag::option, QLatin1String("spoken_option")},

@@ -24,7 +24,7 @@ private:
     QHash<QString, QString> m_texts;
 };
 
-/// In the language that the desktop had at the first call.
+/// The strings are in the language that the desktop had at the first call.
 const ResourceBundle& orvaneResourceBundle();
 
 } // namespace orvane::KeyboardShortcuts

@@ -7,7 +7,7 @@ namespace orvane::KeyboardShortcuts {
 
 namespace {
 
-std::optional<QString> menuItemTitle(const Shortcut& shortcut)
+std::optional<QString> titleOfMenuItemWith(const Shortcut& shortcut)
 {
     const Application& application = platform().application;
     const std::shared_ptr<const Menu> menu = application.mainMenu();
@@ -28,7 +28,7 @@ std::optional<QString> menuItemTitle(const Shortcut& shortcut)
 
 RecorderSurroundings RecorderSurroundings::of(const QRectF& bounds)
 {
-    return {.bounds = bounds, .menuItemTitle = menuItemTitle, .isUsedBySystem = [](const Shortcut& shortcut) {
+    return {.bounds = bounds, .menuItemTitle = titleOfMenuItemWith, .isUsedBySystem = [](const Shortcut& shortcut) {
                 return CarbonKeyboardShortcuts::system().contains(shortcut);
             }};
 }

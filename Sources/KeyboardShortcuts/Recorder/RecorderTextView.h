@@ -17,7 +17,7 @@ public:
     /// In points.
     [[nodiscard]] double width() const;
     /// One line in the painter's pen, in the middle of `box` as far as `room` allows, which is a part of it.
-    /// What finds no room is cut off at the end.
+    /// Text that finds no room is cut off at the end.
     void paint(QPainter& painter, const QRectF& box, const QRectF& room) const;
 
 private:

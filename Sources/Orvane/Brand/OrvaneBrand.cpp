@@ -19,7 +19,7 @@ namespace {
 
 constexpr double kerning = 0.2; // points
 
-/// The same at any font size of the user's: the word is a picture.
+/// A font of fixed size, whatever the user's font size is: the word is a picture.
 QFont wordmarkFont(double size)
 {
     QFont font = QGuiApplication::font();
@@ -54,21 +54,6 @@ void OrvaneBrand::paintWordmark(QPainter& painter, const QRectF& box, double siz
     painter.setPen(colors.tail);
     painter.drawText(QPointF(left + metrics.horizontalAdvance(head), baseline), wordTail);
     painter.restore();
-}
-
-TemplateImage OrvaneBrand::wordmarkImage(double size, QSizeF box, QMarginsF padding)
-{
-    return {.symbolName = {},
-            .accessibilityDescription = wordHead + wordTail,
-            .size = box,
-            .draw = [size, box, padding](QPainter& painter, const QRectF& rect) {
-                painter.save();
-                painter.translate(rect.topLeft());
-                painter.scale(rect.width() / box.width(), rect.height() / box.height());
-                paintWordmark(painter, QRectF(QPointF(), box).marginsRemoved(padding), size,
-                              {.head = Qt::black, .tail = Qt::black});
-                painter.restore();
-            }};
 }
 
 void OrvaneBrand::paintAppIconBadge(QPainter& painter, const QRectF& box)

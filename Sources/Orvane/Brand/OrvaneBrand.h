@@ -1,11 +1,10 @@
 // The product's face: its colour, its word, its mark and where it is found on the web.
 //
-// What stands here is the product's configuration; nothing else in the program names an address. Main thread.
+// This is the product's configuration; nothing else in the program names an address. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
-#include "Platform/TemplateImage.h"
 
 #include <QColor>
 #include <QMarginsF>
@@ -39,11 +38,9 @@ struct WordmarkColors {
 
 /// The room that the word takes; `size` is that of its type, in points.
 QSizeF wordmarkSize(double size, const QString& lead = {});
-/// On the leading side of `box`, in its vertical middle.
+/// Paints the word on the leading side of `box`, in its vertical middle.
 void paintWordmark(QPainter& painter, const QRectF& box, double size, const WordmarkColors& colors,
                    const QString& lead = {});
-/// The word in a box with `padding` around it, for menus. One colour, as every template picture.
-TemplateImage wordmarkImage(double size, QSizeF box, QMarginsF padding);
 
 /// Parts of the badge's side: its corner radius, and the square that the mark's cells lie in.
 inline constexpr double badgeCorner = 0.24;
@@ -70,13 +67,7 @@ struct AppIconBadge {
     BadgeShadow shadow = BadgeShadow::none;
 };
 
-/// From elsewhere to here: a row of two symbols.
-struct BridgeMark {
-    QList<QString> symbols{QStringLiteral("arrow.right"), QStringLiteral("apple.logo")};
-};
-
 QWidget* makeOrvaWidget(const OrvaneWordmark& wordmark);
 QWidget* makeOrvaWidget(const AppIconBadge& badge);
-QWidget* makeOrvaWidget(const BridgeMark& mark);
 
 } // namespace orvane

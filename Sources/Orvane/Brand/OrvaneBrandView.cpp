@@ -1,9 +1,7 @@
 #include "Orvane/Brand/OrvaneBrand.h"
 #include "OrvaneKit/Theme/OrvaSoftShadow.h"
-#include "OrvaneKit/Theme/OrvaSymbol.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QWidget>
@@ -79,9 +77,6 @@ private:
     OrvaSoftShadow m_shadow;
 };
 
-constexpr double bridgeSymbol = 18;
-constexpr int bridgeGap = 8;
-
 } // namespace
 
 QWidget* makeOrvaWidget(const OrvaneWordmark& wordmark)
@@ -92,17 +87,6 @@ QWidget* makeOrvaWidget(const OrvaneWordmark& wordmark)
 QWidget* makeOrvaWidget(const AppIconBadge& badge)
 {
     return new BadgeView(badge);
-}
-
-QWidget* makeOrvaWidget(const BridgeMark& mark)
-{
-    auto* widget = new QWidget;
-    auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(bridgeGap);
-    for (const QString& symbol : mark.symbols)
-        line->addWidget(new OrvaSymbolView(symbol, bridgeSymbol, OrvaColor::secondary));
-    return widget;
 }
 
 } // namespace orvane

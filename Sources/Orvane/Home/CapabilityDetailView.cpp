@@ -2,12 +2,13 @@
 
 #include "Orvane/Home/CapabilityToggle.h"
 #include "Orvane/Home/HomeNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Permissions/PermissionBanner.h"
 #include "Orvane/Shortcuts/HotkeyChip.h"
+#include "Orvane/Shortcuts/ShortcutViews.h"
 #include "OrvaneCore/Base/Task.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
-#include "OrvaneKit/Model/OrvaNavigation.h"
 #include "OrvaneKit/Model/OrvaPage.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
@@ -75,19 +76,14 @@ Binding<bool> CapabilityDetailView::autoStart() const
         {registry});
 }
 
-QList<AnyView> CapabilityDetailView::children() const
+AnyView CapabilityDetailView::body() const
 {
     const auto refresh = [permissions = permissions] { permissions->refresh(); };
     const auto reevaluate = [refresh, registry = registry] {
         refresh();
         startTask([registry]() -> Task<> { co_await registry->reevaluatePermissionGated(); });
     };
-    return {OrvaTicker{tick, refresh, reevaluate, page(*this)}};
-}
-
-QWidget* makeOrvaWidget(const CapabilityDetailView& view)
-{
-    return view.children().constFirst().makeWidget();
+    return OrvaTicker{tick, refresh, reevaluate, page(*this)};
 }
 
 } // namespace orvane

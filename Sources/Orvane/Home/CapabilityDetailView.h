@@ -7,6 +7,7 @@
 
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneCore/Capability/CapabilityRegistry.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <chrono>
 
@@ -23,12 +24,11 @@ struct CapabilityDetailView {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<HomeNavigation> navigation;
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 
     /// On means that the capability starts with the program.
     [[nodiscard]] Binding<bool> autoStart() const;
 };
-
-QWidget* makeOrvaWidget(const CapabilityDetailView& view);
 
 } // namespace orvane

@@ -3,13 +3,13 @@
 #include "KeyboardShortcuts/Recorder/Recorder.h"
 #include "Orvane/Brand/OrvaneBrand.h"
 #include "Orvane/Home/HomeNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Permissions/OrvaPermissionRow.h"
 #include "Orvane/Permissions/PermissionRestartRow.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
 #include "OrvaneCore/Preferences/AppPreferences.h"
 #include "OrvaneKit/Model/OrvaControls.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
-#include "OrvaneKit/Model/OrvaNavigation.h"
 #include "OrvaneKit/Model/OrvaPage.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Model/OrvaSection.h"
@@ -147,7 +147,7 @@ QString GeneralSettingsView::usageText(SystemPermission permission,
     return parts.isEmpty() ? explanation(permission) : parts.join(QStringLiteral(" · "));
 }
 
-QList<AnyView> GeneralSettingsView::children() const
+AnyView GeneralSettingsView::body() const
 {
     QList<AnyView> sections{startupSection(preferences), menuBarSection(preferences),
                             permissionsSection(*this), shortcutsSection()};
@@ -164,12 +164,7 @@ QList<AnyView> GeneralSettingsView::children() const
                                  .title = QStringLiteral("General"),
                                  .subtitle = QStringLiteral("App-wide settings, permissions, and about.")},
         .content = OrvaPane{sections}};
-    return {OrvaTicker{tick, refresh, refresh, OrvaScrollReader{requests, permissionsAnchor(), page}}};
-}
-
-QWidget* makeOrvaWidget(const GeneralSettingsView& view)
-{
-    return view.children().constFirst().makeWidget();
+    return OrvaTicker{tick, refresh, refresh, OrvaScrollReader{requests, permissionsAnchor(), page}};
 }
 
 } // namespace orvane

@@ -5,6 +5,7 @@
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneCore/Capability/CapabilityRegistry.h"
 #include "OrvaneCore/Permissions/SystemPermission.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <chrono>
 
@@ -25,13 +26,12 @@ struct GeneralSettingsView {
     /// The section of whatever keeps the program up to date; none leaves it out.
     AnyView updates = {};
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 
     /// Which capabilities a permission is for: "Required by A, B · Optional for C", or the permission's own
     /// explanation when none lists it.
     static QString usageText(SystemPermission permission, const QList<CapabilityRegistry::Entry>& entries);
 };
-
-QWidget* makeOrvaWidget(const GeneralSettingsView& view);
 
 } // namespace orvane

@@ -1,4 +1,4 @@
-// Where the home window is: what its sidebar has selected, and the asking for the permissions. Main thread.
+// The page that the home window shows, and the request to show the permissions. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"

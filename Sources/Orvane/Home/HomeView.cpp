@@ -81,7 +81,7 @@ AnyView HomeView::detail() const
     return GeneralSettingsView{preferences, permissions, registry, navigation};
 }
 
-QList<AnyView> HomeView::children() const
+AnyView HomeView::body() const
 {
     const std::shared_ptr<ObservableObject> selection(navigation, &navigation->selection);
     const auto shownTag = [view = *this] { return tagOf(view.shown()); };
@@ -91,17 +91,12 @@ QList<AnyView> HomeView::children() const
         {selection});
     const Live<QList<OrvaSidebarSection>> sections([view = *this] { return view.sidebarSections(); },
                                                    {registry});
-    return {OrvaSplit{.minimumWidth = sidebarMinimumWidth,
-                      .idealWidth = sidebarIdealWidth,
-                      .header = OrvaneWordmark{wordmarkSize},
-                      .sidebar = OrvaSidebar{QStringLiteral("Features"), selected, sections},
-                      .detail = OrvaKeyed{Live<QString>(shownTag, {selection}),
-                                          [view = *this](const QString&) { return view.detail(); }}}};
-}
-
-QWidget* makeOrvaWidget(const HomeView& view)
-{
-    return view.children().constFirst().makeWidget();
+    return OrvaSplit{.minimumWidth = sidebarMinimumWidth,
+                     .idealWidth = sidebarIdealWidth,
+                     .header = OrvaneWordmark{wordmarkSize},
+                     .sidebar = OrvaSidebar{QStringLiteral("Features"), selected, sections},
+                     .detail = OrvaKeyed{Live<QString>(shownTag, {selection}),
+                                         [view = *this](const QString&) { return view.detail(); }}};
 }
 
 } // namespace orvane

@@ -2,9 +2,10 @@
 #pragma once
 
 #include "Orvane/Home/HomeNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneCore/Capability/CapabilityRegistry.h"
-#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 namespace orvane {
 
@@ -21,17 +22,17 @@ struct HomeView {
     std::shared_ptr<AppPreferences> preferences;
     std::shared_ptr<HomeNavigation> navigation = std::make_shared<HomeNavigation>();
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 
-    /// What is shown: the general page too where nothing or a capability that isn't there is selected.
-    [[nodiscard]] HomeSelection shown() const;
-    [[nodiscard]] AnyView detail() const;
-    [[nodiscard]] QList<OrvaSidebarSection> sidebarSections() const;
+    /// The page that is shown. It is the general one where nothing is selected, or a capability that isn't
+    /// there.
+    HomeSelection shown() const;
+    AnyView detail() const;
+    QList<OrvaSidebarSection> sidebarSections() const;
 
-    /// In the order that they are met, each once.
+    /// Returns the categories of the entries, each once, in the order in which they first occur.
     static QList<CapabilityCategory> groupedCategories(const QList<CapabilityRegistry::Entry>& entries);
 };
-
-QWidget* makeOrvaWidget(const HomeView& view);
 
 } // namespace orvane

@@ -15,7 +15,7 @@ public:
     HomeWindowController(const HomeWindowController&) = delete;
     HomeWindowController& operator=(const HomeWindowController&) = delete;
 
-    /// What makes the root view; without it there is no window to show.
+    /// Sets the function that makes the root view. Without it there is no window to show.
     void setMakeContentView(std::function<AnyView()> makeContentView);
     /// Makes the window if there is none yet, and brings it to the front as the active one.
     void show();

@@ -1,5 +1,5 @@
-// Where the home window goes, as arithmetic. Points; rectangles are those of the content, without the frame
-// that the desktop puts around it.
+// The arithmetic of the home window's place, in points; rectangles are those of the content, without the
+// frame that the desktop puts around it.
 #pragma once
 
 #include <QList>
@@ -9,13 +9,13 @@ namespace orvane::HomeWindowPlacement {
 
 inline constexpr QSize contentSize{940, 640};
 
-/// What a desktop's frame may take, the title bar on top.
+/// The room that a desktop's frame may take, the title bar on top.
 inline constexpr QMargins frameRoom{8, 32, 8, 8};
 
-/// Of the wanted size in the middle of a screen; as large as that has room for where it is smaller.
+/// Returns a rectangle of the wanted size in the middle of a screen, or as large as the screen has room for.
 QRect centred(QSize wanted, const QRect& screen);
 
-/// Whether enough of the title bar is on one of the screens for a mouse to hold it.
+/// Returns true if enough of the title bar is on one of the screens for a mouse to hold it.
 bool isReachable(const QRect& window, const QList<QRect>& screens);
 
 } // namespace orvane::HomeWindowPlacement

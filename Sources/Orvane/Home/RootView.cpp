@@ -2,8 +2,8 @@
 
 #include "Orvane/Home/HomeView.h"
 #include "Orvane/Launch/AppEnvironment.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Onboarding/OnboardingFlow.h"
-#include "OrvaneKit/Model/OrvaNavigation.h"
 #include "Platform/DefaultsStore.h"
 #include "Platform/Platform.h"
 
@@ -31,22 +31,17 @@ AnyView RootView::make(const std::shared_ptr<AppEnvironment>& environment)
                     environment->sharedPermissions(), environment->sharedAppPreferences()};
 }
 
-QList<AnyView> RootView::children() const
+AnyView RootView::body() const
 {
     const Binding<bool> flag = hasOnboarded;
     const auto page =
         Live<QString>([flag] { return flag.get() ? QStringLiteral("home") : QStringLiteral("onboarding"); },
                       flag.sources());
-    return {OrvaKeyed{page, [view = *this](const QString&) -> AnyView {
-                          if (!view.hasOnboarded.get())
-                              return OnboardingFlow::make(view.hasOnboarded, view.registry, view.permissions);
-                          return HomeView{view.registry, view.permissions, view.preferences};
-                      }}};
-}
-
-QWidget* makeOrvaWidget(const RootView& view)
-{
-    return view.children().constFirst().makeWidget();
+    return OrvaKeyed{page, [view = *this](const QString&) -> AnyView {
+                         if (!view.hasOnboarded.get())
+                             return OnboardingFlow::make(view.hasOnboarded, view.registry, view.permissions);
+                         return HomeView{view.registry, view.permissions, view.preferences};
+                     }};
 }
 
 } // namespace orvane

@@ -1,8 +1,9 @@
-// What the home window shows: the first run until it has been finished, then the home view for good.
+// The content of the home window: the first run until it has been finished, then the home view for good.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <QSize>
 
@@ -24,9 +25,8 @@ struct RootView {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<AppPreferences> preferences;
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
-
-QWidget* makeOrvaWidget(const RootView& view);
 
 } // namespace orvane

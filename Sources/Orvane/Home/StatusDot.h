@@ -1,7 +1,7 @@
-// How the sidebar tells the state of a capability.
+// The light by which the sidebar tells the state of a capability.
 #pragma once
 
-#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 
 namespace orvane {
 

@@ -2,13 +2,12 @@
 
 #include "Orvane/Home/CapabilityToggle.h"
 #include "Orvane/Onboarding/OnboardingPageView.h"
-#include "OrvaneKit/Controls/OrvaBalancedTextView.h"
-#include "OrvaneKit/Lists/OrvaStackView.h"
+#include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Model/OrvaSection.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 namespace orvane {
 
@@ -43,78 +42,37 @@ QWidget* makeOrvaWidget(const CapabilityGrid& grid)
     return widget;
 }
 
-AnyView tileOf(const CapabilityCard& card)
-{
-    return OrvaIconTile{.systemImage = card.entry.metadata().symbolName, .size = tileSize};
-}
-
-AnyView nameOf(const CapabilityCard& card)
-{
-    return OrvaText{card.entry.metadata().displayName, OrvaFont::headline, OrvaColor::primary};
-}
-
-OrvaText summaryOf(const CapabilityCard& card)
-{
-    return {card.entry.metadata().summary, OrvaFont::caption, OrvaColor::secondary};
-}
-
-AnyView toggleOf(const CapabilityCard& card)
-{
-    return CapabilityToggle::make(card.entry.id(), card.registry);
-}
-
-/// What stands on a card's ground.
-struct CardBody {
-    CapabilityCard card;
-};
-
-QWidget* makeOrvaWidget(const CardBody& body)
-{
-    auto* widget = new QWidget;
-    auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(edge, edge, edge - orvaRingMargin, edge);
-    line->setSpacing(0);
-    line->addWidget(tileOf(body.card).makeWidget(), 0, Qt::AlignTop);
-    line->addSpacing(tileGap);
-    auto* text = new QVBoxLayout;
-    text->setSpacing(textGap);
-    text->addWidget(nameOf(body.card).makeWidget());
-    text->addWidget(new OrvaBalancedTextView(summaryOf(body.card), Qt::AlignLeft | Qt::AlignTop));
-    text->addStretch(1);
-    line->addLayout(text, 1);
-    line->addSpacing(switchGap);
-    line->addWidget(toggleOf(body.card).makeWidget(), 0, Qt::AlignTop);
-    return widget;
-}
-
 } // namespace
 
-QList<AnyView> CapabilityCard::children() const
+AnyView CapabilityCard::body() const
 {
-    return {tileOf(*this), nameOf(*this), summaryOf(*this), toggleOf(*this)};
+    const CapabilityMetadata& metadata = entry.metadata();
+    const OrvaBox text{.axis = OrvaBox::Axis::column,
+                       .spacing = textGap,
+                       .content = {OrvaText{metadata.displayName, OrvaFont::headline},
+                                   OrvaText{metadata.summary, OrvaFont::caption, OrvaColor::secondary,
+                                            OrvaTextLines::balanced, Qt::AlignLeft | Qt::AlignTop},
+                                   OrvaBoxPart::rest(1)}};
+    return OrvaCard{{OrvaBox{
+        .margins = QMargins(edge, edge, edge - orvaRingMargin, edge),
+        .content = {{OrvaIconTile{.systemImage = metadata.symbolName, .size = tileSize}, Qt::AlignTop},
+                    OrvaBoxPart::gap(tileGap),
+                    OrvaBoxPart::filling(text),
+                    OrvaBoxPart::gap(switchGap),
+                    {CapabilityToggle::make(entry.id(), registry), Qt::AlignTop}}}}};
 }
 
-QList<AnyView> CapabilityPickerView::children() const
+AnyView CapabilityPickerView::body() const
 {
     QList<AnyView> cards;
     for (const CapabilityRegistry::Entry& entry : registry->entries())
         cards.append(CapabilityCard{entry, registry});
-    return {OnboardingPage{
+    return OnboardingPage{
         .title = QStringLiteral("Choose your features"),
         .text = QStringLiteral("Turn on what you want now — you can change any of this later from the Orvane "
                                "window."),
         .width = pageWidth,
-        .content = CapabilityGrid{cards}}};
-}
-
-QWidget* makeOrvaWidget(const CapabilityCard& card)
-{
-    return new OrvaCardView(CardBody{card});
-}
-
-QWidget* makeOrvaWidget(const CapabilityPickerView& view)
-{
-    return view.children().first().makeWidget();
+        .content = CapabilityGrid{cards}};
 }
 
 } // namespace orvane

@@ -3,6 +3,7 @@
 
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneCore/Capability/CapabilityRegistry.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <memory>
 
@@ -12,16 +13,15 @@ struct CapabilityCard {
     CapabilityRegistry::Entry entry;
     std::shared_ptr<CapabilityRegistry> registry;
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
 
 struct CapabilityPickerView {
     std::shared_ptr<CapabilityRegistry> registry;
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
-
-QWidget* makeOrvaWidget(const CapabilityCard& card);
-QWidget* makeOrvaWidget(const CapabilityPickerView& view);
 
 } // namespace orvane

@@ -1,4 +1,4 @@
-// What a first start shows in the home window: welcome, permissions, choice of features.
+// The first run in the home window: welcome, permissions, choice of features.
 //
 // It keeps nothing but the page it is on: whoever quits in the middle begins again, with the features that
 // he has turned on.

@@ -13,7 +13,7 @@ class QPushButton;
 
 namespace orvane {
 
-/// Where the next page comes from.
+/// The direction in which the next page comes in.
 enum class StageMove { none, onward, backward };
 
 /// Shows one page at a time. While one follows another, pictures of both move over the new one, which is

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <QString>
 
@@ -14,12 +15,18 @@ struct OnboardingPage {
     double width; // of the content at most, points
     AnyView content;
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
 
-QWidget* makeOrvaWidget(const OnboardingPage& page);
-
 /// A scrolling ground for a page's column, which is in its middle as long as there is room.
-QWidget* makeOnboardingGround(QWidget* column, double width);
+struct OnboardingGround {
+    double width; // of the column at most, points
+    AnyView column;
+
+    QList<AnyView> children() const { return {column}; }
+};
+
+QWidget* makeOrvaWidget(const OnboardingGround& ground);
 
 } // namespace orvane

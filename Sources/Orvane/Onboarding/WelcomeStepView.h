@@ -2,13 +2,13 @@
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 namespace orvane {
 
 struct WelcomeStep {
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
-
-QWidget* makeOrvaWidget(const WelcomeStep& step);
 
 } // namespace orvane

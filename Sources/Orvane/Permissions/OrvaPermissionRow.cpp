@@ -2,18 +2,11 @@
 
 #include "Orvane/Home/OrvaRowSymbol.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
-#include "OrvaneKit/Controls/OrvaBalancedTextView.h"
+#include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaPage.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
-
-#include <QHBoxLayout>
-#include <QPushButton>
-#include <QVBoxLayout>
-#include <QWidget>
-
-#include <algorithm>
 
 namespace orvane {
 
@@ -27,7 +20,7 @@ constexpr int captionGap = 2;
 constexpr int buttonGap = 8 - 2 * orvaRingMargin;
 constexpr int trailingGap = 16 - orvaRingMargin;
 
-/// The parts of a row, as its tree shows them and its widget lays them out.
+/// The parts of a row.
 class Parts {
 public:
     explicit Parts(const OrvaPermissionRow& row) : m_row(row) {}
@@ -40,10 +33,17 @@ public:
                              .meaning = byStatus(QStringLiteral("Granted"), QStringLiteral("Not granted"))};
     }
 
-    [[nodiscard]] AnyView name() const { return OrvaText{displayName(m_row.permission)}; }
-    [[nodiscard]] OrvaText note() const
+    /// Name and level above the note.
+    AnyView text() const
     {
-        return OrvaText{m_row.note, OrvaFont::caption, OrvaColor::secondary};
+        const OrvaBox head{
+            .spacing = badgeGap,
+            .content = {OrvaText{displayName(m_row.permission)}, {levelBadge(), Qt::AlignVCenter}},
+            .endsFree = true};
+        const OrvaText note{m_row.note, OrvaFont::caption, OrvaColor::secondary, OrvaTextLines::balanced};
+        return OrvaBox{.axis = OrvaBox::Axis::column,
+                       .spacing = captionGap,
+                       .content = {OrvaBoxPart::rest(1), head, note, OrvaBoxPart::rest(1)}};
     }
 
     /// Empty without a level.
@@ -56,23 +56,28 @@ public:
         return OrvaBadge{.text = QStringLiteral("Optional")};
     }
 
-    [[nodiscard]] AnyView grantedMark() const
+    /// Ends where the buttons' outlines do, which have room for their focus rings beyond.
+    AnyView grantedMark() const
     {
-        return OrvaIf{byStatus(true, false), OrvaBadge{.text = QStringLiteral("Granted"),
-                                                       .systemImage = QStringLiteral("checkmark"),
-                                                       .color = OrvaColor::green}};
+        const OrvaBadge badge{.text = QStringLiteral("Granted"),
+                              .systemImage = QStringLiteral("checkmark"),
+                              .color = OrvaColor::green};
+        return OrvaIf{byStatus(true, false),
+                      OrvaBox{.margins = QMargins(0, 0, orvaRingMargin, 0), .content = {badge}}};
     }
 
-    [[nodiscard]] QList<AnyView> buttons() const
+    AnyView buttons() const
     {
         const auto permissions = m_row.permissions;
         const SystemPermission permission = m_row.permission;
         const OrvaButton grant{.title = QStringLiteral("Grant"),
-                               .action = [=] { permissions->request(permission); }};
+                               .action = [=] { permissions->request(permission); },
+                               .accessibleDescription = displayName(permission)};
         const OrvaButton settings{.title = QStringLiteral("Open System Settings"),
                                   .action = [=] { permissions->openSettings(permission); },
-                                  .systemImage = QStringLiteral("arrow.up.forward.app")};
-        return {OrvaIf{byStatus(false, true), grant}, OrvaIf{byStatus(false, true), settings}};
+                                  .systemImage = QStringLiteral("arrow.up.forward.app"),
+                                  .accessibleDescription = displayName(permission)};
+        return OrvaIf{byStatus(false, true), OrvaBox{.spacing = buttonGap, .content = {grant, settings}}};
     }
 
 private:
@@ -89,68 +94,21 @@ private:
     const OrvaPermissionRow& m_row;
 };
 
-QLayout* makeText(const Parts& parts)
-{
-    auto* lines = new QVBoxLayout;
-    lines->setSpacing(captionGap);
-    lines->addStretch(1);
-    auto* head = new QHBoxLayout;
-    head->setSpacing(badgeGap);
-    head->addWidget(parts.name().makeWidget());
-    if (QWidget* badge = parts.levelBadge().makeWidget())
-        head->addWidget(badge, 0, Qt::AlignVCenter);
-    head->addStretch(1);
-    lines->addLayout(head);
-    lines->addWidget(new OrvaBalancedTextView(parts.note(), Qt::AlignLeft | Qt::AlignVCenter));
-    lines->addStretch(1);
-    return lines;
-}
-
 } // namespace
 
-QList<AnyView> OrvaPermissionRow::children() const
+AnyView OrvaPermissionRow::body() const
 {
     const Parts parts(*this);
-    QList<AnyView> views{parts.statusSymbol(), parts.name()};
-    if (const AnyView badge = parts.levelBadge())
-        views.append(badge);
-    views.append({parts.note(), parts.grantedMark()});
-    views.append(parts.buttons());
-    return views;
-}
-
-QWidget* makeOrvaWidget(const OrvaPermissionRow& row)
-{
-    const Parts parts(row);
-    auto* widget = new QWidget;
-    auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(rowH, rowV - orvaRingMargin, rowH - orvaRingMargin, rowV - orvaRingMargin);
-    line->setSpacing(0);
-    line->addWidget(parts.statusSymbol().makeWidget(), 0, Qt::AlignVCenter);
-    line->addSpacing(symbolGap);
-    line->addLayout(makeText(parts), 1);
-    line->addSpacing(trailingGap);
-    // It ends where the buttons' outlines do, which have room for their focus rings beyond.
-    auto* mark = new QHBoxLayout;
-    mark->setContentsMargins(0, 0, orvaRingMargin, 0);
-    mark->addWidget(parts.grantedMark().makeWidget(), 0, Qt::AlignVCenter);
-    line->addLayout(mark);
-
-    auto* asking = new QHBoxLayout;
-    asking->setContentsMargins(0, 0, 0, 0);
-    asking->setSpacing(buttonGap);
-    int height = 0;
-    for (const AnyView& view : parts.buttons()) {
-        QWidget* button = view.makeWidget();
-        // All rows have buttons of these names: what one is about is said with it.
-        button->findChild<QPushButton*>()->setAccessibleDescription(displayName(row.permission));
-        height = std::max(height, button->sizeHint().height());
-        asking->addWidget(button, 0, Qt::AlignVCenter);
-    }
-    line->addLayout(asking);
-    // Nothing below moves when the buttons give way to the mark.
-    widget->setMinimumHeight(height + 2 * (rowV - orvaRingMargin));
-    return widget;
+    // Its height stays, so nothing below moves when the buttons give way to the mark.
+    return OrvaBox{.margins =
+                       QMargins(rowH, rowV - orvaRingMargin, rowH - orvaRingMargin, rowV - orvaRingMargin),
+                   .content = {{parts.statusSymbol(), Qt::AlignVCenter},
+                               OrvaBoxPart::gap(symbolGap),
+                               OrvaBoxPart::filling(parts.text()),
+                               OrvaBoxPart::gap(trailingGap),
+                               {parts.grantedMark(), Qt::AlignVCenter},
+                               {parts.buttons(), Qt::AlignVCenter}},
+                   .keepsHeight = true};
 }
 
 } // namespace orvane

@@ -1,9 +1,10 @@
-// How one permission stands, and the ways to it. A row for cards.
+// The state of one permission and the ways to grant it, as a row for cards.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneCore/Capability/Capability.h"
 #include "OrvaneCore/Permissions/SystemPermission.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <QString>
 
@@ -22,9 +23,8 @@ struct OrvaPermissionRow {
     QString note;
     std::shared_ptr<PermissionManager> permissions;
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
-
-QWidget* makeOrvaWidget(const OrvaPermissionRow& row);
 
 } // namespace orvane

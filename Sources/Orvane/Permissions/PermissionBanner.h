@@ -1,4 +1,4 @@
-// What a capability's page says of the permissions that the capability can't do without.
+// The part of a capability's page about the permissions that the capability can't do without.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"

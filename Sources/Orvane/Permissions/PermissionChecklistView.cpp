@@ -1,10 +1,10 @@
 #include "Orvane/Permissions/PermissionChecklistView.h"
 
+#include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Onboarding/OnboardingPageView.h"
 #include "Orvane/Permissions/OrvaPermissionRow.h"
 #include "Orvane/Permissions/PermissionRestartRow.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
-#include "OrvaneKit/Model/OrvaNavigation.h"
 #include "OrvaneKit/Model/OrvaSection.h"
 
 namespace orvane {
@@ -15,7 +15,7 @@ constexpr std::chrono::seconds interval{2};
 
 } // namespace
 
-QList<AnyView> PermissionChecklistView::children() const
+AnyView PermissionChecklistView::body() const
 {
     QList<AnyView> rows;
     for (const SystemPermission permission : allSystemPermissions)
@@ -29,12 +29,7 @@ QList<AnyView> PermissionChecklistView::children() const
                                "later when you turn each feature on."),
         .width = Orva::pageWidth,
         .content = OrvaCard{rows}};
-    return {OrvaTicker{.interval = interval, .onAppear = refresh, .onTick = refresh, .content = page}};
-}
-
-QWidget* makeOrvaWidget(const PermissionChecklistView& view)
-{
-    return view.children().first().makeWidget();
+    return OrvaTicker{.interval = interval, .onAppear = refresh, .onTick = refresh, .content = page};
 }
 
 } // namespace orvane

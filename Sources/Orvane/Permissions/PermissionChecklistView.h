@@ -2,6 +2,7 @@
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <memory>
 
@@ -12,9 +13,8 @@ class PermissionManager;
 struct PermissionChecklistView {
     std::shared_ptr<PermissionManager> permissions;
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
-
-QWidget* makeOrvaWidget(const PermissionChecklistView& view);
 
 } // namespace orvane

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 namespace orvane {
 
 /// A row for cards, under those of permissions.
 struct PermissionRestartRow {
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
-
-QWidget* makeOrvaWidget(const PermissionRestartRow& row);
 
 } // namespace orvane

@@ -2,8 +2,9 @@
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/Recorder/Recorder.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
+#include "Orvane/Shortcuts/ShortcutViews.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
-#include "OrvaneKit/Model/OrvaNavigation.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 namespace orvane {
@@ -65,14 +66,9 @@ AnyView HotkeyChip::popover() const
                        .content = [own = *this] { return own.recorder(); }};
 }
 
-QList<AnyView> HotkeyChip::children() const
+AnyView HotkeyChip::body() const
 {
-    return {OrvaAppear{[own = *this] { own.appear(); }, popover()}};
-}
-
-QWidget* makeOrvaWidget(const HotkeyChip& chip)
-{
-    return chip.children().constFirst().makeWidget();
+    return OrvaAppear{[own = *this] { own.appear(); }, popover()};
 }
 
 } // namespace orvane

@@ -4,6 +4,7 @@
 #include "OrvaneCore/Base/Observable.h"
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneCore/Capability/Capability.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <memory>
 
@@ -17,7 +18,8 @@ public:
     explicit HotkeyChip(HotkeyAction action);
 
     /// The chip, and while it is open its popover.
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 
     /// Reads the stored shortcut: what its coming into sight does.
     void appear() const;
@@ -37,7 +39,5 @@ private:
     HotkeyAction m_action;
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
-
-QWidget* makeOrvaWidget(const HotkeyChip& chip);
 
 } // namespace orvane

@@ -13,10 +13,10 @@ public:
     using IsActive = std::function<bool()>;
     using Handler = std::function<void()>;
 
-    /// For good: a shortcut that the user stores under `id` later fires too. The action runs when the keys
-    /// are let go.
+    /// Binds for good: a shortcut that the user stores under `id` later fires too. The action runs when the
+    /// keys are let go.
     void registerHotkey(const QString& id, IsActive isActive, Handler handler);
-    /// The same without a gate.
+    /// Binds without a gate.
     void registerAppLevel(const QString& id, Handler handler);
 };
 

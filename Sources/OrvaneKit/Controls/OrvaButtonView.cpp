@@ -21,6 +21,7 @@ constexpr double corner = 7;
 OrvaButtonView::OrvaButtonView(const OrvaButton& button)
     : OrvaPushButtonView(button.action), m_symbol(button.systemImage), m_role(button.role)
 {
+    setAccessibleDescription(button.accessibleDescription);
     themeChanged();
     follow(m_cancellables, button.title, [this](const QString& title) { setTitle(title); });
     follow(m_cancellables, button.enabled, [this](bool enabled) { setEnabled(enabled); });

@@ -12,7 +12,7 @@ class OrvaMenuView final : public OrvaThemed<QMenu> {
 public:
     explicit OrvaMenuView(QWidget* parent = nullptr);
 
-    /// For an entry that takes something away for good: it is shown in red.
+    /// Shows an entry in red, because it takes something away for good.
     void setDestructive(const QAction& action) { m_destructive.insert(&action); }
 
 protected:

@@ -1,4 +1,4 @@
-// What the kit's buttons have in common: a fixed size, a title, an action, and how the pointer is on them.
+// The base of the kit's buttons: a fixed size, a title and an action.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaThemed.h"

@@ -143,7 +143,7 @@ void OrvaRadioView::paintEvent(QPaintEvent*)
     const int used = textHeight(width());
     text.setTop((height() - used) / 2);
     text.setHeight(used);
-    // In the middle of the first line's capitals, on whole pixels.
+    // The circle is in the middle of the first line's capitals, on whole pixels.
     const QFontMetricsF metrics(font());
     const double top = text.top() + metrics.ascent() - metrics.capHeight() / 2 - side / 2;
     circle.moveTop(std::round(top * devicePixelRatioF()) / devicePixelRatioF());

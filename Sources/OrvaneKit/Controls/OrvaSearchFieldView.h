@@ -21,9 +21,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
-    [[nodiscard]] QRectF symbolRect() const;
-    /// Where a click empties the field; none while it is empty.
-    [[nodiscard]] QRectF clearRect() const;
+    QRectF symbolRect() const;
+    /// The place where a click empties the field; null while it is empty.
+    QRectF clearRect() const;
 
     [[nodiscard]] bool isMirrored() const { return layoutDirection() == Qt::RightToLeft; }
 };

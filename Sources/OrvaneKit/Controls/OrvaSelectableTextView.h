@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// Where room is short the middle gives way, until the text is marked: what is copied is the whole.
+/// Where room is short, the middle is left out until the text is marked. The whole text is copied.
 class OrvaSelectableTextView final : public OrvaControl<QLineEdit> {
 public:
     explicit OrvaSelectableTextView(const Live<QString>& text);

@@ -69,7 +69,7 @@ QSize OrvaSliderView::minimumSizeHint() const
     return QSize(80, sizeHint().height());
 }
 
-/// From one extreme of the knob's centre to the other.
+/// The groove reaches from one extreme of the knob's centre to the other.
 QRectF OrvaSliderView::groove() const
 {
     const double inset = orvaRingMargin + knobSide / 2;

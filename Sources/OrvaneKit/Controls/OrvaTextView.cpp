@@ -12,7 +12,7 @@ namespace orvane {
 
 namespace {
 
-// Below this no paragraph is squeezed; a longer word breaks.
+// No paragraph becomes narrower than this; a longer word breaks.
 constexpr int narrowest = 72;
 
 /// Lays the text out in lines of the given width; the height that they take.
@@ -37,7 +37,7 @@ QString withLineSeparators(QString text)
     return text.replace(u'\n', QChar::LineSeparator);
 }
 
-/// Each digit by itself and what is between them, so that joined letters stay joined.
+/// Parts the text into single digits and the text between them, whose letters may be joined in writing.
 QStringList runs(const QString& text)
 {
     QStringList found;

@@ -157,7 +157,7 @@ void OrvaForEachView::moveFocus(QWidget& leaving, std::size_t place)
         handFocusOn(focus, *target);
 }
 
-// What removes a row is often a button in it, whose events aren't over yet.
+// Often a button in the row removes it, and the button's events aren't over yet.
 void OrvaForEachView::drop(const Row& row)
 {
     row.widget->removeEventFilter(this);

@@ -14,8 +14,8 @@ namespace orvane {
 
 class OrvaDividerView;
 
-/// For each key of `after` the index in `before` of what it keeps, or -1. Of equal keys the nth keeps the
-/// nth.
+/// Returns for each key of `after` the index in `before` of the row that it keeps, or -1. Where keys are
+/// equal, the nth keeps the nth.
 QList<qsizetype> keptIndices(const QStringList& before, const QStringList& after);
 
 /// Stands in for its items in a stack with dividers, and has its own between them; elsewhere it takes the

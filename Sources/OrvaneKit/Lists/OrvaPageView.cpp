@@ -56,7 +56,7 @@ OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& head
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // It stands in the page's padding, always: columns are equally wide on long pages and on short ones.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    // Nothing on the page that could be chosen: Tab goes on to the controls, a click still lets keys scroll.
+    // The page itself is no stop of Tab, which goes on to the controls. After a click keys can scroll it.
     setFocusPolicy(Qt::ClickFocus);
 
     auto* column = new QWidget;

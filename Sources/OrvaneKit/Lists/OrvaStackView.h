@@ -10,7 +10,7 @@ class QVBoxLayout;
 
 namespace orvane {
 
-/// Whether the widget was hidden on purpose, rather than not being shown yet.
+/// Returns true for a widget that was hidden on purpose, false for one that just isn't shown yet.
 bool isLeftOut(const QWidget& widget);
 /// Hides or shows a part of a view. Never makes a window of one that has no parent yet.
 void setLeftOut(QWidget& widget, bool leftOut);

@@ -65,7 +65,7 @@ public:
         m_show(m_binding.get());
     }
 
-    /// While it does, changes of the control are none of the person's.
+    /// While it shows a value, changes of the control don't come from the person.
     bool isShowing() const { return m_isShowing; }
 
 private:

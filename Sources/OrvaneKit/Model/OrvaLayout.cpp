@@ -1,31 +1,56 @@
 #include "OrvaneKit/Model/OrvaLayout.h"
 
-#include "OrvaneKit/Controls/OrvaChipButtonView.h"
+#include "OrvaneKit/Controls/OrvaBalancedTextView.h"
 #include "OrvaneKit/Controls/OrvaTextButtonView.h"
 #include "OrvaneKit/Controls/OrvaTextView.h"
-#include "OrvaneKit/Lists/OrvaWrapView.h"
+#include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaControls.h"
-#include "OrvaneKit/Panels/OrvaPopoverView.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace orvane {
 
+namespace {
+
+class EnabledView final : public QWidget {
+public:
+    explicit EnabledView(const OrvaEnabled& enabled)
+    {
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        QWidget* const content = enabled.content.makeWidget();
+        if (!content)
+            return;
+        layout->addWidget(content);
+        follow(m_cancellables, enabled.condition, [content](bool on) { content->setEnabled(on); });
+    }
+
+private:
+    Cancellables m_cancellables;
+};
+
+} // namespace
+
 QWidget* makeOrvaWidget(const OrvaText& text)
 {
-    return new OrvaTextView(text.text, text.font, text.color);
+    if (text.lines == OrvaTextLines::balanced)
+        return new OrvaBalancedTextView(text, text.alignment);
+    auto* view = new OrvaTextView(text.text, text.font, text.color);
+    view->setAlignment(text.alignment);
+    return view;
+}
+
+QWidget* makeOrvaWidget(const OrvaEnabled& enabled)
+{
+    return new EnabledView(enabled);
 }
 
 QWidget* makeOrvaWidget(const OrvaInset& inset)
 {
-    auto* widget = new QWidget;
-    auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(static_cast<int>(inset.side), 0, 0, 0);
-    if (QWidget* content = inset.content.makeWidget())
-        line->addWidget(content);
-    return widget;
+    return makeOrvaWidget(OrvaBox{.margins = QMargins(static_cast<int>(inset.side), 0, 0, 0),
+                                  .content = {OrvaBoxPart::filling(inset.content)}});
 }
 
 QWidget* makeOrvaWidget(const OrvaSymbolMark& mark)
@@ -35,22 +60,12 @@ QWidget* makeOrvaWidget(const OrvaSymbolMark& mark)
 
 QWidget* makeOrvaWidget(const OrvaHStack& stack)
 {
-    auto* widget = new QWidget;
-    auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(0, 0, 0, 0);
-    line->setSpacing(static_cast<int>(stack.spacing));
-    bool filled = false;
+    OrvaBox line{.spacing = stack.spacing, .content = {}, .endsFree = true};
     for (const AnyView& view : stack.content) {
-        QWidget* child = view.makeWidget();
-        if (!child)
-            continue;
-        const bool fills = view.as<OrvaSpacer>() != nullptr;
-        line->addWidget(child, fills ? 1 : 0, Qt::AlignVCenter);
-        filled = filled || fills;
+        const auto fill = view.as<OrvaSpacer>() ? OrvaBoxPart::Fill::all : OrvaBoxPart::Fill::none;
+        line.content.append(OrvaBoxPart{view, Qt::AlignVCenter, fill});
     }
-    if (!filled)
-        line->addStretch(1);
-    return widget;
+    return makeOrvaWidget(line);
 }
 
 QWidget* makeOrvaWidget(const OrvaVStack& stack)
@@ -69,24 +84,9 @@ QWidget* makeOrvaWidget(const OrvaVStack& stack)
     return widget;
 }
 
-QWidget* makeOrvaWidget(const OrvaWrap& wrap)
-{
-    return new OrvaWrapView(wrap);
-}
-
 QWidget* makeOrvaWidget(const OrvaTextButton& button)
 {
     return new OrvaTextButtonView(button);
-}
-
-QWidget* makeOrvaWidget(const OrvaChipButton& button)
-{
-    return new OrvaChipButtonView(button);
-}
-
-QWidget* makeOrvaWidget(const OrvaPopover& popover)
-{
-    return new OrvaPopoverAnchorView(popover);
 }
 
 } // namespace orvane

@@ -1,4 +1,4 @@
-// Plain building stones between the rows and the pages: text, stacks, links, popovers.
+// Plain building stones between the rows and the pages: text, stacks, links.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -11,11 +11,27 @@
 
 namespace orvane {
 
+/// How a text is broken into lines when room is short.
+enum class OrvaTextLines {
+    wrapped,
+    balanced, // the lines are about equally long, so that no word is left alone on the last one
+};
+
 /// Text in a role and a colour; several lines where room is short.
 struct OrvaText {
     Live<QString> text;
     OrvaFont font = OrvaFont::body;
     OrvaColor color = OrvaColor::primary;
+    OrvaTextLines lines = OrvaTextLines::wrapped;
+    Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
+};
+
+/// Content that is faded and can't be used while the condition doesn't hold.
+struct OrvaEnabled {
+    Live<bool> condition;
+    AnyView content;
+
+    QList<AnyView> children() const { return {content}; }
 };
 
 /// Room of `side` points before the content.
@@ -49,18 +65,6 @@ struct OrvaVStack {
     [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
-/// Where the items of a line begin: right behind each other, or in columns as wide as the widest item.
-enum class OrvaWrapColumns { none, equal };
-
-/// Side by side in as many lines as it takes; `spacing` in points, between lines too.
-struct OrvaWrap {
-    double spacing = 0;
-    QList<AnyView> content;
-    OrvaWrapColumns columns = OrvaWrapColumns::none;
-
-    [[nodiscard]] QList<AnyView> children() const { return content; }
-};
-
 /// A button that is text alone, in the colour of links. The symbol follows the title.
 struct OrvaTextButton {
     QString title;
@@ -70,41 +74,12 @@ struct OrvaTextButton {
     QString help = {};
 };
 
-/// A chip that can be pressed. `help` is its tool tip and, before the chip's text, its accessible name.
-struct OrvaChipButton {
-    OrvaChip chip;
-    QString help;
-    std::function<void()> action;
-};
-
-/// What hangs on an anchor while `isPresented`: a small panel inside the window, made anew at each opening. A
-/// click beside it, Escape and focus that goes elsewhere close it. `padding` goes to the outline of the
-/// controls in it, whose room for focus rings lies beyond.
-struct OrvaPopover {
-    Binding<bool> isPresented;
-    double width = 260;
-    double padding = 14;
-    QString accessibleName;
-    AnyView anchor;
-    std::function<AnyView()> content;
-
-    [[nodiscard]] QList<AnyView> children() const
-    {
-        QList<AnyView> views{anchor};
-        if (isPresented.get())
-            views.append(content());
-        return views;
-    }
-};
-
 QWidget* makeOrvaWidget(const OrvaText& text);
+QWidget* makeOrvaWidget(const OrvaEnabled& enabled);
 QWidget* makeOrvaWidget(const OrvaInset& inset);
 QWidget* makeOrvaWidget(const OrvaSymbolMark& mark);
 QWidget* makeOrvaWidget(const OrvaHStack& stack);
 QWidget* makeOrvaWidget(const OrvaVStack& stack);
-QWidget* makeOrvaWidget(const OrvaWrap& wrap);
 QWidget* makeOrvaWidget(const OrvaTextButton& button);
-QWidget* makeOrvaWidget(const OrvaChipButton& button);
-QWidget* makeOrvaWidget(const OrvaPopover& popover);
 
 } // namespace orvane

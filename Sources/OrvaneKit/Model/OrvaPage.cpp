@@ -1,16 +1,14 @@
 #include "OrvaneKit/Model/OrvaPage.h"
 
 #include "OrvaneCore/Base/CapabilityState.h"
-#include "OrvaneKit/Controls/OrvaBalancedTextView.h"
 #include "OrvaneKit/Controls/OrvaPillView.h"
 #include "OrvaneKit/Controls/OrvaSwitchView.h"
-#include "OrvaneKit/Controls/OrvaTextView.h"
 #include "OrvaneKit/Lists/OrvaPageView.h"
-#include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Model/OrvaBox.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaRows.h"
-#include "OrvaneKit/Theme/OrvaSymbol.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
 
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace orvane {
@@ -32,48 +30,52 @@ QList<AnyView> present(std::initializer_list<AnyView> views)
     return found;
 }
 
-AnyView autoStartSwitch(const OrvaPageHeader& header)
+constexpr int textEdge = static_cast<int>(headerTile) + headerGap;
+// Controls bring the room for their focus rings with them.
+constexpr QMargins belowText(textEdge - orvaRingMargin, 0, 0, 0);
+
+AnyView titleAndSubtitle(const OrvaPageHeader& header)
 {
-    if (!header.autoStart)
-        return {};
-    return OrvaSwitch{*header.autoStart, header.autoStartTitle, header.autoStartEnabled};
+    return OrvaBox{
+        .axis = OrvaBox::Axis::column,
+        .spacing = textGap,
+        .content = {OrvaBoxPart::rest(1), OrvaText{header.title, OrvaFont::title},
+                    OrvaText{header.subtitle, OrvaFont::body, OrvaColor::secondary, OrvaTextLines::balanced},
+                    OrvaBoxPart::rest(1)}};
 }
 
-/// The title of the start-up switch, which fades with it.
-class StartTitleView final : public OrvaTextView {
-public:
-    StartTitleView(const QString& title, const Live<bool>& enabled)
-        : OrvaTextView(title, OrvaFont::callout, OrvaColor::primary)
-    {
-        follow(m_cancellables, enabled, [this](bool on) { setEnabled(on); });
+/// Stands below the header's text, so that a narrow page keeps the width for it.
+AnyView autoStartLine(const OrvaPageHeader& header)
+{
+    OrvaBox line{.spacing = headerGap / 2, .margins = belowText, .content = {}, .endsFree = true};
+    if (header.autoStart) {
+        line.content.append(
+            AnyView(OrvaSwitch{*header.autoStart, header.autoStartTitle, header.autoStartEnabled}));
+        line.content.append(AnyView(
+            OrvaEnabled{header.autoStartEnabled, OrvaText{header.autoStartTitle, OrvaFont::callout}}));
     }
+    if (header.accessory && header.accessoryPlace == OrvaPageHeader::AccessoryPlace::besideAutoStart) {
+        line.content.append(OrvaBoxPart::gap(accessoryGap));
+        line.content.append(OrvaBoxPart{header.accessory, {}, OrvaBoxPart::Fill::asItWants});
+    }
+    return line;
+}
 
-private:
-    Cancellables m_cancellables;
+/// The tinted ground of a banner.
+struct BannerGround {
+    OrvaColor color;
+    AnyView content;
+
+    QList<AnyView> children() const { return {content}; }
 };
 
-constexpr int textEdge = static_cast<int>(headerTile) + headerGap;
-
-/// Below the header's text, so that a narrow page keeps the width for it: switch, title, accessory.
-QLayout* makeAutoStartLine(const OrvaPageHeader& header)
+QWidget* makeOrvaWidget(const BannerGround& ground)
 {
-    auto* line = new QHBoxLayout;
-    line->setSpacing(headerGap / 2);
-    line->setContentsMargins(textEdge - orvaRingMargin, 0, 0, 0);
-    if (QWidget* control = autoStartSwitch(header).makeWidget()) {
-        line->addWidget(control);
-        line->addWidget(new StartTitleView(header.autoStartTitle, header.autoStartEnabled));
-    }
-    const bool isBeside = header.accessoryPlace == OrvaPageHeader::AccessoryPlace::besideAutoStart;
-    QWidget* const accessory = isBeside ? header.accessory.makeWidget() : nullptr;
-    const bool fills = accessory && (accessory->sizePolicy().expandingDirections() & Qt::Horizontal);
-    if (accessory) {
-        line->addSpacing(accessoryGap);
-        line->addWidget(accessory, fills ? 1 : 0);
-    }
-    if (!fills)
-        line->addStretch(1);
-    return line;
+    auto* widget = new OrvaBannerView(ground.color);
+    auto* layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(ground.content.makeWidget());
+    return widget;
 }
 
 OrvaBadge badge(const char16_t* text, const char16_t* symbol, OrvaColor color)
@@ -88,14 +90,28 @@ QList<AnyView> OrvaPage::children() const
     return present({header, banner, content});
 }
 
-QList<AnyView> OrvaPageHeader::children() const
+AnyView OrvaPageHeader::body() const
 {
-    return present({OrvaIconTile{symbol, headerTile, accent}, trailing, autoStartSwitch(*this), accessory});
+    QList<OrvaBoxPart> lines{OrvaBox{.spacing = headerGap,
+                                     .content = {{OrvaIconTile{symbol, headerTile, accent}, Qt::AlignTop},
+                                                 OrvaBoxPart::filling(titleAndSubtitle(*this)),
+                                                 {trailing, Qt::AlignVCenter}}}};
+    if (autoStart || accessory)
+        lines.append(autoStartLine(*this));
+    if (accessory && accessoryPlace == AccessoryPlace::below)
+        lines.append(OrvaBox{.margins = belowText, .content = {OrvaBoxPart::filling(accessory)}});
+    return OrvaBox{.axis = OrvaBox::Axis::column, .spacing = headerGap / 2, .content = lines};
 }
 
-QList<AnyView> OrvaStatusBanner::children() const
+AnyView OrvaStatusBanner::body() const
 {
-    return present({trailing});
+    const int ring = ringMargin(trailing);
+    return BannerGround{color(kind),
+                        OrvaBox{.spacing = 10,
+                                .margins = QMargins(14, 11 - ring, 14 - ring, 11 - ring),
+                                .content = {{OrvaSymbolMark{symbol(kind), 18, color(kind)}, Qt::AlignVCenter},
+                                            OrvaBoxPart::filling(OrvaText{message, OrvaFont::callout}),
+                                            {trailing, Qt::AlignVCenter}}}};
 }
 
 OrvaColor color(OrvaStatusBanner::Kind kind)
@@ -143,52 +159,6 @@ OrvaBadge OrvaBadge::state(const CapabilityState& state)
 QWidget* makeOrvaWidget(const OrvaPage& page)
 {
     return new OrvaPageView(page.contentEnabled, page.header, page.banner, page.content);
-}
-
-QWidget* makeOrvaWidget(const OrvaPageHeader& header)
-{
-    auto* widget = new QWidget;
-    auto* lines = new QVBoxLayout(widget);
-    lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(headerGap / 2);
-
-    auto* head = new QHBoxLayout;
-    head->setSpacing(headerGap);
-    head->addWidget(makeOrvaWidget(OrvaIconTile{header.symbol, headerTile, header.accent}), 0, Qt::AlignTop);
-    auto* text = new QVBoxLayout;
-    text->setSpacing(textGap);
-    text->addStretch(1);
-    text->addWidget(new OrvaTextView(header.title, OrvaFont::title, OrvaColor::primary));
-    text->addWidget(new OrvaBalancedTextView({header.subtitle, OrvaFont::body, OrvaColor::secondary},
-                                             Qt::AlignLeft | Qt::AlignVCenter));
-    text->addStretch(1);
-    head->addLayout(text, 1);
-    if (QWidget* trailing = header.trailing.makeWidget())
-        head->addWidget(trailing, 0, Qt::AlignVCenter);
-    lines->addLayout(head);
-    if (header.autoStart || header.accessory)
-        lines->addLayout(makeAutoStartLine(header));
-    if (header.accessory && header.accessoryPlace == OrvaPageHeader::AccessoryPlace::below) {
-        auto* below = new QHBoxLayout;
-        below->setContentsMargins(textEdge - orvaRingMargin, 0, 0, 0);
-        below->addWidget(header.accessory.makeWidget());
-        lines->addLayout(below);
-    }
-    return widget;
-}
-
-QWidget* makeOrvaWidget(const OrvaStatusBanner& banner)
-{
-    auto* widget = new OrvaBannerView(color(banner.kind));
-    auto* line = new QHBoxLayout(widget);
-    const int ring = ringMargin(banner.trailing);
-    line->setContentsMargins(14, 11 - ring, 14 - ring, 11 - ring);
-    line->setSpacing(10);
-    line->addWidget(new OrvaSymbolView(symbol(banner.kind), 18, color(banner.kind)), 0, Qt::AlignVCenter);
-    line->addWidget(new OrvaTextView(banner.message, OrvaFont::callout, OrvaColor::primary), 1);
-    if (QWidget* trailing = banner.trailing.makeWidget())
-        line->addWidget(trailing, 0, Qt::AlignVCenter);
-    return widget;
 }
 
 QWidget* makeOrvaWidget(const OrvaChip& chip)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 #include "OrvaneKit/Theme/OrvaTheme.h"
 
 #include <QString>
@@ -37,7 +38,8 @@ struct OrvaPageHeader {
     AccessoryPlace accessoryPlace = AccessoryPlace::besideAutoStart;
     AnyView trailing = {};
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
 
 struct OrvaStatusBanner {
@@ -47,7 +49,8 @@ struct OrvaStatusBanner {
     Live<QString> message;
     AnyView trailing = {};
 
-    [[nodiscard]] QList<AnyView> children() const;
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
 
 OrvaColor color(OrvaStatusBanner::Kind kind);
@@ -86,8 +89,6 @@ struct OrvaSwitch {
 };
 
 QWidget* makeOrvaWidget(const OrvaPage& page);
-QWidget* makeOrvaWidget(const OrvaPageHeader& header);
-QWidget* makeOrvaWidget(const OrvaStatusBanner& banner);
 QWidget* makeOrvaWidget(const OrvaChip& chip);
 QWidget* makeOrvaWidget(const OrvaBadge& badge);
 QWidget* makeOrvaWidget(const OrvaIconTile& tile);

@@ -9,6 +9,7 @@
 #include "OrvaneKit/Controls/OrvaTextButtonView.h"
 #include "OrvaneKit/Controls/OrvaTextView.h"
 #include "OrvaneKit/Lists/OrvaStackView.h"
+#include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaPage.h"
 #include "OrvaneKit/Model/OrvaSection.h"
@@ -96,22 +97,12 @@ int ringMargin(const AnyView& view)
 
 QWidget* makeOrvaWidget(const OrvaRow& row)
 {
-    auto* widget = new QWidget;
-    auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(rowMargins(row));
-    line->setSpacing(controlGap / 2);
-    bool filled = false;
+    OrvaBox line{.spacing = controlGap / 2, .margins = rowMargins(row), .content = {}, .endsFree = true};
     for (const AnyView& view : row.content) {
-        QWidget* child = view.makeWidget();
-        if (!child)
-            continue;
-        const bool fills = takesTheRest(view);
-        line->addWidget(child, fills ? 1 : 0, qtAlignment(row.alignment));
-        filled = filled || fills;
+        const auto fill = takesTheRest(view) ? OrvaBoxPart::Fill::all : OrvaBoxPart::Fill::none;
+        line.content.append(OrvaBoxPart{view, qtAlignment(row.alignment), fill});
     }
-    if (!filled)
-        line->addStretch(1);
-    return widget;
+    return makeOrvaWidget(line);
 }
 
 QWidget* makeOrvaWidget(const OrvaRowLabel& label)

@@ -88,6 +88,8 @@ struct OrvaButton {
     std::optional<QString> systemImage = std::nullopt;
     Live<bool> enabled = true;
     Role role = Role::plain;
+    /// For assistive technology, where several buttons have one title.
+    QString accessibleDescription = {};
 };
 
 /// Content that is there only while the condition holds.

@@ -1,10 +1,9 @@
 #include "OrvaneKit/Model/OrvaSection.h"
 
-#include "OrvaneKit/Controls/OrvaTextView.h"
 #include "OrvaneKit/Lists/OrvaStackView.h"
-#include "OrvaneKit/Theme/OrvaSymbol.h"
+#include "OrvaneKit/Model/OrvaBox.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
 
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace orvane {
@@ -14,6 +13,7 @@ namespace {
 // Text beside a card is set in a little from the card's edge.
 constexpr int textInset = 4;
 constexpr int headingGap = 8;
+constexpr int symbolGap = 6;
 constexpr double headingSymbol = 15;
 
 /// Text with the inset of headings. Left out together with its text.
@@ -26,27 +26,14 @@ public:
     }
 };
 
-/// A text as a view of its own, for the stacks that keep up with views.
-struct PlainText {
-    Live<QString> text;
-    OrvaFont font;
-};
-
-QWidget* makeOrvaWidget(const PlainText& plain)
+AnyView heading(const QString& title, const std::optional<QString>& symbol)
 {
-    return new OrvaTextView(plain.text, plain.font, OrvaColor::secondary);
-}
-
-QWidget* makeHeading(const QString& title, const std::optional<QString>& symbol)
-{
-    auto* heading = new QWidget;
-    auto* line = new QHBoxLayout(heading);
-    line->setContentsMargins(textInset, 0, textInset, 0);
-    line->setSpacing(6);
+    OrvaBox line{.spacing = symbolGap, .margins = QMargins(textInset, 0, textInset, 0), .content = {}};
     if (symbol)
-        line->addWidget(new OrvaSymbolView(*symbol, headingSymbol, OrvaColor::secondary));
-    line->addWidget(new OrvaTextView(title, OrvaFont::smallCaptionSemibold, OrvaColor::secondary), 1);
-    return heading;
+        line.content.append(AnyView(OrvaSymbolMark{*symbol, headingSymbol, OrvaColor::secondary}));
+    line.content.append(
+        OrvaBoxPart::filling(OrvaText{title, OrvaFont::smallCaptionSemibold, OrvaColor::secondary}));
+    return line;
 }
 
 } // namespace
@@ -61,28 +48,25 @@ QWidget* makeOrvaWidget(const OrvaCard& card)
     return new OrvaCardView(DividedVStack{card.content});
 }
 
-QWidget* makeOrvaWidget(const OrvaSection& section)
+AnyView OrvaSection::body() const
 {
-    auto* widget = new QWidget;
-    auto* lines = new QVBoxLayout(widget);
-    lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(headingGap);
-    if (section.title && !section.title->isEmpty())
-        lines->addWidget(makeHeading(*section.title, section.systemImage));
-    lines->addWidget(makeOrvaWidget(OrvaCard{section.content}));
-    if (section.footnote)
-        lines->addWidget(new InsetTextView(PlainText{*section.footnote, OrvaFont::caption}));
-    return widget;
+    OrvaBox column{.axis = OrvaBox::Axis::column, .spacing = headingGap, .content = {}};
+    if (title && !title->isEmpty())
+        column.content.append(heading(*title, systemImage));
+    column.content.append(AnyView(OrvaCard{content}));
+    if (footnote)
+        column.content.append(AnyView(OrvaCaptionText{*footnote}));
+    return column;
 }
 
 QWidget* makeOrvaWidget(const OrvaCalloutText& text)
 {
-    return new InsetTextView(PlainText{text.text, OrvaFont::callout});
+    return new InsetTextView(OrvaText{text.text, OrvaFont::callout, OrvaColor::secondary});
 }
 
 QWidget* makeOrvaWidget(const OrvaCaptionText& text)
 {
-    return new InsetTextView(PlainText{text.text, OrvaFont::caption});
+    return new InsetTextView(OrvaText{text.text, OrvaFont::caption, OrvaColor::secondary});
 }
 
 QWidget* makeOrvaWidget(const OrvaPane& pane)

@@ -1,7 +1,8 @@
-// What a pane is built from above its rows: sections on cards, stacks, helping text.
+// Parts of a pane above its rows: sections on cards, stacks, helping text.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 
 #include <QString>
 
@@ -28,7 +29,8 @@ struct OrvaSection {
     std::optional<Live<QString>> footnote = std::nullopt;
     QList<AnyView> content;
 
-    [[nodiscard]] QList<AnyView> children() const { return {OrvaCard{content}}; }
+    AnyView body() const;
+    QList<AnyView> children() const { return {body()}; }
 };
 
 /// Helping text over several lines.
@@ -36,7 +38,7 @@ struct OrvaCalloutText {
     Live<QString> text;
 };
 
-/// The same in the small font of footnotes.
+/// Helping text in the small font of footnotes.
 struct OrvaCaptionText {
     Live<QString> text;
 };
@@ -50,7 +52,6 @@ struct OrvaPane {
 
 QWidget* makeOrvaWidget(const DividedVStack& stack);
 QWidget* makeOrvaWidget(const OrvaCard& card);
-QWidget* makeOrvaWidget(const OrvaSection& section);
 QWidget* makeOrvaWidget(const OrvaCalloutText& text);
 QWidget* makeOrvaWidget(const OrvaCaptionText& text);
 QWidget* makeOrvaWidget(const OrvaPane& pane);

@@ -85,7 +85,7 @@ void OrvaPanelWindow::setFrame(const Rect& frame)
 void OrvaPanelWindow::place()
 {
     const QRectF place = platform().screens.windowGeometry(m_frame);
-    // By its edges, as windows are placed that it shall lie on.
+    // The edges are rounded, as those of the windows are that it has to lie on.
     const QPoint corner(qRound(place.left()), qRound(place.top()));
     const QRect rounded(corner,
                         QSize(qRound(place.right()) - corner.x(), qRound(place.bottom()) - corner.y()));

@@ -1,5 +1,5 @@
-// A floating panel of our own: on all desktops, above everything, and never in the way of the program that
-// the user works with. Main thread.
+// A floating panel of the program: on all desktops, above everything, and without taking the keyboard from
+// the program that the user works with. Main thread.
 //
 // Where a compositor runs it is translucent, with round corners and a shadow outside its frame; where none
 // does it is an opaque rectangle with a border. It follows while it is shown.
@@ -22,7 +22,7 @@ class OrvaPanelWindow : public OrvaThemed<QWidget> {
 public:
     enum class Keyboard { never, onRequest };
     enum class Mouse { taken, passesThrough };
-    /// What is painted behind the content. With `clear` nothing is, and without a compositor the content has
+    /// The paint behind the content. With `clear` there is none, and without a compositor the content has
     /// to paint all of its rectangle or to mask it.
     enum class Ground { material, clear };
     enum class Shadow { cast, none };
@@ -41,21 +41,21 @@ public:
     /// Fills the frame. Taken over; the last one goes.
     void setContentView(QWidget* content);
 
-    /// In the space of the screens; the shadow is outside of it.
+    /// A rectangle in the space of the screens; the shadow lies outside of it.
     void setFrame(const Rect& frame);
     [[nodiscard]] const Rect& frame() const { return m_frame; }
 
     /// Shows it above all others; the program with the keyboard keeps it.
     void orderFront();
     void orderOut();
-    /// Between the two.
-    [[nodiscard]] bool isVisible() const { return m_isOrderedIn; }
+    /// True between orderFront() and orderOut().
+    bool isVisible() const { return m_isOrderedIn; }
 
-    /// Whether a compositor runs.
-    [[nodiscard]] const Observable<bool>& translucency() const { return m_translucency; }
+    /// True while a compositor runs.
+    const Observable<bool>& translucency() const { return m_translucency; }
     Observable<bool>& translucency() { return m_translucency; }
 
-    /// What closing means that comes from the desktop, such as Alt+F4. Without it nothing closes.
+    /// Called when the desktop asks the panel to close, for example at Alt+F4. Without it the panel stays.
     std::function<void()> onCloseRequest;
 
 protected:

@@ -1,11 +1,11 @@
-// How a view gets an interface of its own for assistive technology. Main thread.
+// Gives a kind of view an interface for assistive technology. Main thread.
 #pragma once
 
 #include <QAccessible>
 
 namespace orvane {
 
-/// From the first call on, each `View` is described by an `Interface`, which is made from a pointer to it.
+/// After the first call each `View` is described by an `Interface`, which is made from a pointer to it.
 template <class View, class Interface>
 void describeWith()
 {

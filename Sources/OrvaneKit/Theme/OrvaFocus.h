@@ -7,14 +7,14 @@ class QWidget;
 
 namespace orvane {
 
-/// Whether Tab stops at the widget as things are: it takes part in the order, is enabled and in sight.
+/// Returns true if Tab stops at the widget now: it is in the order of Tab, enabled and visible.
 [[nodiscard]] bool canTakeTab(const QWidget& widget);
 
-/// Everything in `root` that the focus can be on, hidden and disabled parts too, `root` among them, in the
+/// Returns all widgets in `root` that the focus can be on, `root` and hidden and disabled ones too, in the
 /// order of Tab.
 [[nodiscard]] QList<QWidget*> focusPlaces(const QWidget& root);
 
-/// What Tab stops at below `root` as things are, in its order.
+/// Returns the widgets below `root` at which Tab stops now, in its order.
 [[nodiscard]] QList<QWidget*> tabStops(const QWidget& root);
 /// Null where there is none.
 [[nodiscard]] QWidget* firstTabStop(const QWidget& root);
@@ -23,7 +23,7 @@ namespace orvane {
 /// Returns the last one, or `before` when there are none.
 QWidget* chainTabs(QWidget* before, const QList<QWidget*>& widgets);
 
-/// Whether the widget was last used with the keyboard. False for null.
+/// Returns true if the widget was last used with the keyboard; false for null.
 [[nodiscard]] bool isUsedByKeyboard(const QWidget* widget);
 /// Gives `to` the focus in the place of `from`, which may be null. It shows a focus ring if `from` was used
 /// with the keyboard.

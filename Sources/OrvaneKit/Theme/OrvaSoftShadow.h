@@ -16,7 +16,7 @@ public:
         double room;   // around what casts it, on each side, points; the shadow ends there at the latest
         double fall;   // downwards, points
         double inset;  // inside of the shape that falls, where it begins to fade, points
-        /// How quickly it fades: the share that is left of the way, to the power of this.
+        /// The higher, the quicker it fades: opacity follows the rest of the way to this power.
         double power;
         /// Opacity before it begins to fade, 0 to 1.
         double strengthOnLight;

@@ -45,7 +45,8 @@ enum class OrvaScheme { light, dark };
 OrvaScheme orvaScheme();
 QColor orvaColor(OrvaColor color, OrvaScheme scheme);
 QColor orvaColor(OrvaColor color);
-/// For a light or a mark without text: livelier than what text needs, and told from every ground at 3 to 1.
+/// The colour for a light or a mark without text: livelier than that of text, with a contrast of 3 to every
+/// ground.
 QColor orvaLightColor(OrvaColor color, OrvaScheme scheme);
 /// `color` at an opacity of 0 to 1, on top of its own.
 QColor faded(QColor color, double opacity);
@@ -64,7 +65,7 @@ enum class OrvaFont {
 
 QFont orvaFont(OrvaFont role);
 
-/// How much of the primary colour lies on a chosen row of a sidebar, 0 to 1.
+/// The opacity of the primary colour on a chosen row of a sidebar, 0 to 1.
 inline double orvaChosenOpacity(OrvaScheme scheme)
 {
     return scheme == OrvaScheme::dark ? 0.13 : 0.1;

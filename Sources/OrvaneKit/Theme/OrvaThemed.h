@@ -1,5 +1,5 @@
-// What the widgets of the view kit share: they follow the desktop's colours and font while they are shown,
-// controls show their focus ring to those who use the keyboard, and what several of them paint is here.
+// The base of the view kit's widgets. They follow the desktop's colours and font while they are shown,
+// and controls show their focus ring to those who use the keyboard. Painting that several share is here too.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaTheme.h"
@@ -56,7 +56,7 @@ void paintOrvaFocusRing(QPainter& painter, const QRectF& shape, double corner);
 void paintOrvaDivider(QPainter& painter, const QPointF& from, const QPointF& to);
 
 /// One line of text in the painter's font and pen, at the leading edge and in the vertical middle of `room`.
-/// What finds no room gives way as `mode` says.
+/// Text that finds no room gives way as `mode` says.
 void paintOrvaElidedText(QPainter& painter, const QRectF& room, Qt::LayoutDirection direction,
                          const QString& text, Qt::TextElideMode mode = Qt::ElideRight);
 
@@ -91,10 +91,10 @@ public:
 
 protected:
     bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
-    /// Whether the pointer is on a control that can be used.
+    /// True while the pointer is on a control that can be used.
     bool isHovered() const { return this->underMouse() && this->isEnabled(); }
-    /// Where the control itself is drawn, the ring's margin left out.
-    [[nodiscard]] QRectF shape() const
+    /// The rectangle of the control itself, without the ring's margin.
+    QRectF shape() const
     {
         constexpr double m = orvaRingMargin;
         return QRectF(this->rect()).adjusted(m, m, -m, -m);

@@ -5,6 +5,7 @@
 #include "Orvane/Permissions/OrvaPermissionRow.h"
 #include "Orvane/Permissions/PermissionRestartRow.h"
 #include "Orvane/Shortcuts/HotkeyChip.h"
+#include "Orvane/Shortcuts/ShortcutViews.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "Unit/Orvane/HomeFixture.h"
 
@@ -186,7 +187,8 @@ TEST_F(CapabilityDetailTest, WithAllPermissionsGrantedAQuietLineLeadsToGeneral)
     const AnyView view = page("one");
     EXPECT_TRUE(view.all<OrvaPermissionRow>().isEmpty());
     EXPECT_TRUE(view.all<PermissionRestartRow>().isEmpty());
-    EXPECT_EQ(view.all<OrvaText>().constFirst()->text.get(), QStringLiteral("All permissions granted"));
+    EXPECT_EQ(orvaPage("one")->banner.all<OrvaText>().constFirst()->text.get(),
+              QStringLiteral("All permissions granted"));
     const auto button = view.all<OrvaTextButton>().constFirst();
     EXPECT_EQ(button->title, QStringLiteral("Manage in General"));
     EXPECT_EQ(button->systemImage, QStringLiteral("chevron.right"));

@@ -111,22 +111,6 @@ TEST(OrvaneWordmarkTest, KeepsItsSizeWhateverTheUsersFontSize)
     EXPECT_EQ(after, before);
 }
 
-TEST(OrvaneWordmarkTest, AsAMenusImageItLiesInItsPadding)
-{
-    const TemplateImage image = OrvaneBrand::wordmarkImage(14, QSizeF(230, 30), QMarginsF(13, 7, 13, 3));
-    EXPECT_EQ(image.size, QSizeF(230, 30));
-    EXPECT_EQ(image.accessibilityDescription, QStringLiteral("Orvane"));
-    for (const int scale : {1, 2}) {
-        const QImage picture = drawn(QSize(230, 30) * scale, [&](QPainter& painter) {
-            image.draw(painter, QRectF(0, 0, 230 * scale, 30 * scale));
-        });
-        const int end = 13 + static_cast<int>(OrvaneBrand::wordmarkSize(14).width()) + 2;
-        EXPECT_EQ(inked(picture, Qt::black, 0, 12 * scale), 0);
-        EXPECT_GT(inked(picture, Qt::black, 12 * scale, end * scale), 20);
-        EXPECT_EQ(inked(picture, Qt::black, end * scale, 230 * scale), 0);
-    }
-}
-
 TEST(OrvaneWordmarkTest, IsReadOutAsOneWord)
 {
     const auto widget = rendered(OrvaneWordmark{.size = 17, .lead = QStringLiteral("Welcome to ")});
@@ -163,11 +147,4 @@ TEST(AppIconBadgeTest, ItsShadowTakesRoomAroundIt)
     const QSize withShadow = rendered(AppIconBadge{84, BadgeShadow::soft})->size();
     EXPECT_GT(withShadow.width(), 84);
     EXPECT_EQ(withShadow.width(), withShadow.height());
-}
-
-TEST(BridgeMarkTest, IsARowOfTwoSymbols)
-{
-    EXPECT_EQ(BridgeMark{}.symbols, (QList{QStringLiteral("arrow.right"), QStringLiteral("apple.logo")}));
-    const auto widget = rendered(BridgeMark{});
-    EXPECT_EQ(widget->findChildren<QWidget*>().size(), 2);
 }

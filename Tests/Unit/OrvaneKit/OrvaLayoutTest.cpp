@@ -1,18 +1,11 @@
-// Chips that are buttons, text buttons, wrapping lines and popovers of the view kit, as widgets.
+// Text buttons, balanced text, boxes and composites of the view kit, as widgets.
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Controls/OrvaBalancedTextView.h"
-#include "OrvaneKit/Controls/OrvaChipButtonView.h"
-#include "OrvaneKit/Controls/OrvaSwitchView.h"
 #include "OrvaneKit/Controls/OrvaTextButtonView.h"
-#include "OrvaneKit/Lists/OrvaWrapView.h"
+#include "OrvaneKit/Model/OrvaBox.h"
+#include "OrvaneKit/Model/OrvaComposite.h"
 #include "OrvaneKit/Model/OrvaRows.h"
-#include "OrvaneKit/Panels/OrvaPopoverView.h"
 #include "Unit/OrvaneKit/OrvaWidgetSupport.h"
-
-#include <QAccessible>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -21,47 +14,7 @@ namespace {
 using namespace orvane;
 using namespace orvane::tests;
 
-struct Key {
-    Observable<QString> text{QStringLiteral("Set")};
-    Observable<bool> isSet{false};
-    Observable<bool> shown{false};
-    int presses = 0;
-};
-
-struct OrvaLayoutTest : testing::Test {
-    std::shared_ptr<Key> key = std::make_shared<Key>();
-
-    [[nodiscard]] OrvaChipButton chip() const
-    {
-        return {OrvaChip{Live<QString>(bind(key, &Key::text)), QStringLiteral("keyboard"),
-                         Live<bool>(bind(key, &Key::isSet))},
-                QStringLiteral("Do It"), [key = key] { ++key->presses; }};
-    }
-};
-
-TEST_F(OrvaLayoutTest, AChipButtonIsPressedByMouseAndKeyboard)
-{
-    const auto widget = rendered(chip());
-    widget->show();
-    click(*widget);
-    EXPECT_EQ(key->presses, 1);
-    press(*widget, Qt::Key_Space);
-    EXPECT_EQ(key->presses, 2);
-    EXPECT_EQ(widget->focusPolicy(), Qt::StrongFocus);
-}
-
-TEST_F(OrvaLayoutTest, AChipButtonSaysItsActionAndItsText)
-{
-    const auto widget = rendered(chip());
-    EXPECT_EQ(widget->toolTip(), QStringLiteral("Do It"));
-    EXPECT_EQ(widget->accessibleName(), QStringLiteral("Do It: Set"));
-    const int narrow = widget->sizeHint().width();
-    key->text.set(QStringLiteral("Control Option Space"));
-    EXPECT_EQ(widget->accessibleName(), QStringLiteral("Do It: Control Option Space"));
-    EXPECT_GT(widget->sizeHint().width(), narrow);
-}
-
-TEST_F(OrvaLayoutTest, ATextButtonHasItsHelpAsDescription)
+TEST(OrvaLayoutTest, ATextButtonHasItsHelpAsDescription)
 {
     int presses = 0;
     const auto widget = rendered(OrvaTextButton{.title = QStringLiteral("Website"),
@@ -74,72 +27,10 @@ TEST_F(OrvaLayoutTest, ATextButtonHasItsHelpAsDescription)
     EXPECT_EQ(presses, 1);
 }
 
-TEST_F(OrvaLayoutTest, AtTheEdgeOfARowTheTextOfATextButtonStandsInLineWithOthers)
+TEST(OrvaLayoutTest, AtTheEdgeOfARowTheTextOfATextButtonStandsInLineWithOthers)
 {
     const OrvaTextButton button{.title = QStringLiteral("Website"), .action = nullptr};
     EXPECT_EQ(ringMargin(button), OrvaTextButtonView::margin);
-}
-
-TEST_F(OrvaLayoutTest, AWrapTakesAsManyLinesAsItNeeds)
-{
-    QList<AnyView> chips;
-    for (int index = 0; index < 11; ++index)
-        chips.append(chip());
-    const auto wrap = rendered(OrvaWrap{4, chips});
-    const int one = wrap->layout()->itemAt(0)->sizeHint().height();
-    EXPECT_EQ(wrap->heightForWidth(10000), one);
-    EXPECT_EQ(wrap->sizeHint().height(), one);
-    const int width = wrap->layout()->itemAt(0)->sizeHint().width();
-    EXPECT_EQ(wrap->heightForWidth(4 * width + 3 * 4), 3 * one + 2 * 4);
-    wrap->resize(4 * width + 3 * 4, 200);
-    wrap->show();
-    const auto views = all<OrvaChipButtonView>(*wrap);
-    EXPECT_EQ(views.at(4)->y(), one + 4);
-    EXPECT_EQ(views.at(4)->x(), views.at(0)->x());
-    EXPECT_EQ(views.at(3)->y(), views.at(0)->y());
-}
-
-TEST_F(OrvaLayoutTest, AWrapInColumnsBeginsEachItemBelowOneOfTheFirstLine)
-{
-    const OrvaText shorter{QStringLiteral("One")};
-    const OrvaText longer{QStringLiteral("A longer one")};
-    const auto wrap = rendered(OrvaWrap{4, {shorter, longer, shorter, shorter}, OrvaWrapColumns::equal});
-    const int column = wrap->layout()->itemAt(1)->sizeHint().width();
-    ASSERT_LT(wrap->layout()->itemAt(0)->sizeHint().width(), column);
-    EXPECT_EQ(wrap->sizeHint().width(), 4 * column + 3 * 4);
-    wrap->resize(2 * column + 4, 200);
-    wrap->show();
-    const auto texts = all<OrvaTextView>(*wrap);
-    EXPECT_EQ(texts.at(1)->x(), texts.at(0)->x() + column + 4);
-    EXPECT_EQ(texts.at(2)->x(), texts.at(0)->x());
-    EXPECT_GT(texts.at(2)->y(), texts.at(0)->y());
-    EXPECT_EQ(texts.at(3)->x(), texts.at(1)->x());
-    wrap->resize(2 * column + 3, 200);
-    wrap->layout()->activate();
-    EXPECT_EQ(texts.at(1)->x(), texts.at(0)->x()) << "there is no room for two columns";
-}
-
-TEST_F(OrvaLayoutTest, AHeadersAccessoryStandsBesideTheStartSwitchOrBelowIt)
-{
-    bool on = false;
-    OrvaPageHeader header{.symbol = QStringLiteral("eye.fill"),
-                          .title = QStringLiteral("Lamp"),
-                          .autoStart =
-                              Binding<bool>([&on] { return on; }, [&on](bool value) { on = value; }, {}),
-                          .accessory = chip()};
-    const auto places = [&header] {
-        const auto view = rendered(header);
-        view->resize(600, view->sizeHint().height());
-        view->show();
-        const auto topOf = [&view](QWidget* child) { return child->mapTo(view.get(), QPoint(0, 0)).y(); };
-        QWidget* const start = all<OrvaSwitchView>(*view).constFirst();
-        return std::pair(topOf(start) + start->height(), topOf(all<OrvaChipButtonView>(*view).constFirst()));
-    };
-    const auto [switchEnd, besideIt] = places();
-    EXPECT_LT(besideIt, switchEnd);
-    header.accessoryPlace = OrvaPageHeader::AccessoryPlace::below;
-    const auto [sameSwitchEnd, belowIt] = places();
-    EXPECT_GE(belowIt, sameSwitchEnd);
 }
 
 // Balanced text
@@ -163,148 +54,112 @@ TEST(OrvaBalancedText, MakesItsLinesAboutEquallyLongAndTakesNoMoreOfThem)
     EXPECT_EQ(text.heightForWidth(text.width()), text.heightForWidth(2 * oneLine)) << "one line stays one";
 }
 
-// Popover
+// Boxes
 
-struct Field {
+struct Room {
+    int width;
+    int height;
+};
+
+QWidget* makeOrvaWidget(const Room& room)
+{
+    auto* widget = new QWidget;
+    widget->setFixedSize(room.width, room.height);
+    return widget;
+}
+
+std::unique_ptr<QWidget> laidOut(const OrvaBox& box, QSize size)
+{
+    auto widget = rendered(box);
+    widget->resize(size);
+    widget->show();
+    return widget;
+}
+
+QList<QRect> places(const QWidget& box)
+{
+    QList<QRect> found;
+    for (const QWidget* child : box.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        found.append(child->geometry());
+    return found;
+}
+
+TEST(OrvaBoxTest, ALinesPartsStandBehindEachOtherWithGapsAndTheRestAtTheEnd)
+{
+    const auto box = laidOut({.spacing = 4,
+                              .margins = QMargins(1, 2, 3, 2),
+                              .content = {Room{10, 10}, OrvaBoxPart::gap(6), {Room{20, 6}, Qt::AlignVCenter}},
+                              .endsFree = true},
+                             QSize(200, 14));
+    EXPECT_EQ(places(*box), (QList{QRect(1, 2, 10, 10), QRect(21, 4, 20, 6)}));
+}
+
+TEST(OrvaBoxTest, WhatFillsTakesTheRestOfTheLine)
+{
+    const auto box = laidOut(
+        {.content = {OrvaBoxPart::filling(OrvaText{QStringLiteral("Text")}), Room{20, 10}}}, QSize(200, 40));
+    EXPECT_EQ(places(*box).at(0).width(), 180);
+    EXPECT_EQ(places(*box).at(1).left(), 180);
+}
+
+TEST(OrvaBoxTest, AColumnSharesItsRestByWeight)
+{
+    const auto box = laidOut({.axis = OrvaBox::Axis::column,
+                              .content = {OrvaBoxPart::rest(2), Room{10, 10}, OrvaBoxPart::rest(3)}},
+                             QSize(10, 60));
+    EXPECT_EQ(places(*box).at(0).top(), 20);
+}
+
+TEST(OrvaBoxTest, KeepsTheHeightOfPartsThatAreLeftOut)
+{
+    const auto isShown = std::make_shared<Observable<bool>>(true);
+    const Live<bool> condition([isShown] { return isShown->get(); }, {isShown});
+    const auto box = rendered(OrvaBox{.content = {OrvaIf{condition, Room{10, 30}}}, .keepsHeight = true});
+    isShown->set(false);
+    EXPECT_EQ(box->minimumHeight(), 30);
+}
+
+TEST(OrvaBoxTest, ItsTreeIsOfItsViewsAlone)
+{
+    const AnyView box = OrvaBox{.content = {OrvaText{QStringLiteral("one")}, OrvaBoxPart::gap(4), AnyView(),
+                                            OrvaText{QStringLiteral("two")}}};
+    EXPECT_EQ(box.children().size(), 2);
+    EXPECT_EQ(box.all<OrvaText>().at(1)->text.get(), QStringLiteral("two"));
+}
+
+// Composites
+
+} // namespace
+
+namespace orvane {
+
+struct Greeting {
     QString name;
+
+    AnyView body() const { return OrvaText{QStringLiteral("Hello ") + name}; }
+    QList<AnyView> children() const { return {body()}; }
 };
 
-QWidget* makeOrvaWidget(const Field& field)
+} // namespace orvane
+
+namespace {
+
+TEST(OrvaCompositeTest, IsRenderedAsItIsDescribed)
 {
-    auto* edit = new QLineEdit;
-    edit->setAccessibleName(field.name);
-    return edit;
+    const AnyView greeting = Greeting{QStringLiteral("you")};
+    ASSERT_EQ(greeting.all<OrvaText>().size(), 1);
+    EXPECT_EQ(shownTexts(*rendered(greeting)), QStringList{greeting.all<OrvaText>().first()->text.get()});
 }
 
-struct OrvaPopoverTest : OrvaLayoutTest {
-    OrvaPopoverTest()
-    {
-        OrvaChipButton anchor = chip();
-        anchor.action = [key = key] { key->shown.set(!key->shown.get()); };
-        const AnyView popover = OrvaPopover{.isPresented = bind(key, &Key::shown),
-                                            .accessibleName = QStringLiteral("Do It"),
-                                            .anchor = anchor,
-                                            .content = [] { return Field{QStringLiteral("field")}; }};
-        auto* lines = new QVBoxLayout(&window);
-        lines->addWidget(popover.makeWidget(), 0, Qt::AlignTop | Qt::AlignHCenter);
-        outside = new QLineEdit;
-        lines->addWidget(outside, 1, Qt::AlignBottom);
-        window.resize(500, 400);
-        showActive(window);
-    }
-    OrvaPopoverPanelView* panel()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        const auto panels = all<OrvaPopoverPanelView>(window);
-        return panels.isEmpty() ? nullptr : panels.constFirst();
-    }
-    QLineEdit* field() { return panel()->findChild<QLineEdit*>(); }
-    OrvaChipButtonView& chipView() { return *all<OrvaChipButtonView>(window).constFirst(); }
-
-    QWidget window;
-    QLineEdit* outside = nullptr;
-};
-
-TEST_F(OrvaPopoverTest, OpensInsideTheWindowWithItsWidthAndPadding)
+TEST(OrvaEnabledTest, ItsContentCannotBeUsedWhileTheConditionDoesNotHold)
 {
-    EXPECT_EQ(panel(), nullptr);
-    click(chipView());
-    ASSERT_NE(panel(), nullptr);
-    EXPECT_TRUE(panel()->isVisible());
-    EXPECT_EQ(panel()->window(), &window);
-    EXPECT_EQ(field()->width(), 260 - 2 * (14 - orvaRingMargin)) << "the padding goes to a control's outline";
-    EXPECT_GE(panel()->y() + panel()->height(),
-              chipView().mapTo(&window, QPoint(0, chipView().height())).y());
-    EXPECT_EQ(QApplication::focusWidget(), panel()) << "nothing in it is entered by its opening";
-    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(panel());
-    EXPECT_EQ(accessible->role(), QAccessible::Dialog);
-    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("Do It"));
-}
-
-TEST_F(OrvaPopoverTest, ASecondClickOnTheAnchorCloses)
-{
-    click(chipView());
-    click(chipView());
-    EXPECT_FALSE(key->shown.get());
-    EXPECT_EQ(panel(), nullptr);
-}
-
-TEST_F(OrvaPopoverTest, EscapeClosesAndTheAnchorHasTheFocusAgain)
-{
-    chipView().setFocus(Qt::TabFocusReason);
-    press(chipView(), Qt::Key_Space);
-    ASSERT_NE(panel(), nullptr);
-    field()->setFocus();
-    press(*field(), Qt::Key_Escape);
-    EXPECT_EQ(panel(), nullptr);
-    EXPECT_FALSE(key->shown.get());
-    EXPECT_EQ(QApplication::focusWidget(), &chipView());
-}
-
-TEST_F(OrvaPopoverTest, AClickBesideItClosesAndAClickInItDoesNot)
-{
-    click(chipView());
-    click(*panel());
-    ASSERT_NE(panel(), nullptr);
-    click(*field());
-    ASSERT_NE(panel(), nullptr);
-    click(*outside);
-    EXPECT_EQ(panel(), nullptr);
-}
-
-TEST_F(OrvaPopoverTest, FocusThatGoesElsewhereCloses)
-{
-    click(chipView());
-    outside->setFocus();
-    EXPECT_EQ(panel(), nullptr);
-    EXPECT_EQ(QApplication::focusWidget(), outside);
-}
-
-TEST_F(OrvaPopoverTest, TabGoesRoundInIt)
-{
-    click(chipView());
-    press(*panel(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), field());
-    press(*field(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), panel());
-    press(*panel(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), field());
-    EXPECT_TRUE(key->shown.get());
-}
-
-TEST_F(OrvaPopoverTest, AFieldThatGivesItsFocusUpLeavesItToThePanel)
-{
-    click(chipView());
-    field()->setFocus();
-    field()->clearFocus();
-    EXPECT_TRUE(waitUntil([&] { return QApplication::focusWidget() == panel(); }));
-    EXPECT_TRUE(key->shown.get());
-}
-
-TEST_F(OrvaPopoverTest, TabInAFieldThatHasJustGivenItsFocusUpGoesOnFromThere)
-{
-    click(chipView());
-    QLineEdit* const edit = field();
-    edit->setFocus();
-    edit->clearFocus();
-    press(*edit, Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), panel());
-}
-
-TEST_F(OrvaPopoverTest, AnAnchorThatIsHiddenTakesThePanelAlong)
-{
-    click(chipView());
-    window.hide();
-    EXPECT_FALSE(key->shown.get());
-    EXPECT_EQ(panel(), nullptr);
-}
-
-TEST_F(OrvaPopoverTest, StaysInsideTheWindowAtItsEdge)
-{
-    window.resize(300, 200);
-    click(chipView());
-    const QRect body = panel()->geometry().adjusted(18, 18, -18, -18);
-    EXPECT_TRUE(window.rect().contains(body));
+    const auto holds = std::make_shared<Observable<bool>>(false);
+    const auto widget = rendered(
+        OrvaEnabled{Live<bool>([holds] { return holds->get(); }, {holds}), OrvaText{QStringLiteral("text")}});
+    const OrvaTextView& text = *all<OrvaTextView>(*widget).constFirst();
+    EXPECT_FALSE(text.isEnabled());
+    holds->set(true);
+    EXPECT_TRUE(text.isEnabled());
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // A chip that is a button.
 #pragma once
 
+#include "Orvane/Shortcuts/ShortcutViews.h"
 #include "OrvaneKit/Controls/OrvaPushButtonView.h"
-#include "OrvaneKit/Model/OrvaLayout.h"
 
 namespace orvane {
 

@@ -1,7 +1,7 @@
 // The rows of a sidebar in one list, headings between them.
 #pragma once
 
-#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 
 #include <QAbstractListModel>
 

@@ -1,4 +1,4 @@
-#include "OrvaneKit/Lists/OrvaPagesView.h"
+#include "Orvane/Navigation/OrvaPagesView.h"
 
 #include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaFocus.h"
@@ -63,7 +63,7 @@ void OrvaKeyedView::show(const QString& key)
     const QWidget* focus = QApplication::focusWidget();
     if (focus && (focus == former || former->isAncestorOf(focus)))
         moveFocus();
-    // The page is often changed by a button on it, whose events aren't over yet.
+    // Often a button on the page changes it, and the button's events aren't over yet.
     former->hide();
     m_layout->removeWidget(former);
     former->deleteLater();
@@ -90,7 +90,7 @@ void OrvaAppearView::appeared()
         m_onAppear();
 }
 
-// A window that was minimized kept its content visible.
+// A window that comes back from being minimized was there all the time.
 void OrvaAppearView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);

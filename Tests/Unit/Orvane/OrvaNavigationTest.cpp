@@ -1,9 +1,9 @@
 // Sidebar, changing pages, ticking and scrolling of the view kit, as widgets.
-#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 #include "Fakes/FakePlatform.h"
-#include "OrvaneKit/Lists/OrvaPagesView.h"
-#include "OrvaneKit/Lists/OrvaSidebarView.h"
-#include "OrvaneKit/Lists/OrvaSplitView.h"
+#include "Orvane/Navigation/OrvaPagesView.h"
+#include "Orvane/Navigation/OrvaSidebarView.h"
+#include "Orvane/Navigation/OrvaSplitView.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Model/OrvaSection.h"

@@ -1,7 +1,7 @@
 // Widgets side by side in as many lines as the width requires.
 #pragma once
 
-#include "OrvaneKit/Model/OrvaLayout.h"
+#include "Orvane/Shortcuts/ShortcutViews.h"
 
 #include <QLayout>
 #include <QWidget>

@@ -1,4 +1,4 @@
-// The parts of a window with pages: a sidebar beside a page, and views that replace, tick and scroll a page.
+// Parts of a window of pages: a sidebar beside a page, the change of pages, their ticking and scrolling.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -77,8 +77,9 @@ struct OrvaAppear {
     [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
-/// The same, and calls another action at each interval from then on until the content or its window is
-/// hidden. A minimized window doesn't count as hidden.
+/// Does something each time that its content comes into sight, and something else at each interval from then
+/// on until the content or its window is put away.
+/// A minimized window isn't put away.
 struct OrvaTicker {
     std::chrono::milliseconds interval;
     std::function<void()> onAppear;

@@ -1,4 +1,4 @@
-#include "OrvaneKit/Lists/OrvaWrapView.h"
+#include "Orvane/Shortcuts/OrvaWrapView.h"
 
 #include <QStyle>
 

@@ -1,7 +1,7 @@
 // Views around a page: one that replaces it, one that ticks while it is visible, one that scrolls it.
 #pragma once
 
-#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,8 +1,8 @@
-#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 
-#include "OrvaneKit/Lists/OrvaPagesView.h"
-#include "OrvaneKit/Lists/OrvaSidebarView.h"
-#include "OrvaneKit/Lists/OrvaSplitView.h"
+#include "Orvane/Navigation/OrvaPagesView.h"
+#include "Orvane/Navigation/OrvaSidebarView.h"
+#include "Orvane/Navigation/OrvaSplitView.h"
 
 #include <QVBoxLayout>
 

@@ -1,4 +1,4 @@
-#include "OrvaneKit/Model/OrvaSidebarModel.h"
+#include "Orvane/Navigation/OrvaSidebarModel.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "OrvaneKit/Lists/OrvaSplitView.h"
+#include "Orvane/Navigation/OrvaSplitView.h"
 
 #include <QVBoxLayout>
 

@@ -1,4 +1,4 @@
-#include "OrvaneKit/Lists/OrvaSidebarView.h"
+#include "Orvane/Navigation/OrvaSidebarView.h"
 
 #include "OrvaneKit/Controls/OrvaPillView.h"
 #include "OrvaneKit/Lists/OrvaListSetup.h"

@@ -1,7 +1,7 @@
 // A panel at a view, inside the same window, which keeps the keyboard.
 #pragma once
 
-#include "OrvaneKit/Model/OrvaLayout.h"
+#include "Orvane/Shortcuts/ShortcutViews.h"
 #include "OrvaneKit/Theme/OrvaSoftShadow.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 

@@ -1,7 +1,7 @@
 // Two columns with a line between them that can be moved.
 #pragma once
 
-#include "OrvaneKit/Model/OrvaNavigation.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 #include <QSplitter>

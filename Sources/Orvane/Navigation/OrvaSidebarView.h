@@ -1,8 +1,8 @@
 // The list of a sidebar: moving in it chooses.
 #pragma once
 
-#include "OrvaneKit/Model/OrvaNavigation.h"
-#include "OrvaneKit/Model/OrvaSidebarModel.h"
+#include "Orvane/Navigation/OrvaNavigation.h"
+#include "Orvane/Navigation/OrvaSidebarModel.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 #include <QListView>

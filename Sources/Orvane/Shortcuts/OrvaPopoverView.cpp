@@ -1,4 +1,4 @@
-#include "OrvaneKit/Panels/OrvaPopoverView.h"
+#include "Orvane/Shortcuts/OrvaPopoverView.h"
 
 #include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaAccessible.h"
@@ -60,7 +60,7 @@ OrvaPopoverPanelView::OrvaPopoverPanelView(const OrvaPopover& popover, QWidget& 
 
 OrvaPopoverPanelView::~OrvaPopoverPanelView() = default;
 
-/// Places it below the anchor where there is room, else above; inside the window in any case.
+/// Puts the panel below the anchor where there is room, else above it; inside the window in any case.
 void OrvaPopoverPanelView::place()
 {
     if (!m_anchor)
@@ -136,7 +136,7 @@ void OrvaPopoverPanelView::focusChanged(QWidget* now)
             close();
         return;
     }
-    // The widget that gave the focus up may be about to pass it on.
+    // The widget that gave the focus up may be about to hand it on.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -157,7 +157,7 @@ bool OrvaPopoverPanelView::focusNextPrevChild(bool next)
     return true;
 }
 
-// Clicks don't go on to what lies behind.
+// Neither presses nor the wheel go on to what lies behind.
 void OrvaPopoverPanelView::mousePressEvent(QMouseEvent* event)
 {
     event->accept();

@@ -1,4 +1,4 @@
-#include "OrvaneKit/Controls/OrvaChipButtonView.h"
+#include "Orvane/Shortcuts/OrvaChipButtonView.h"
 
 #include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
