@@ -75,7 +75,7 @@ void HistoryListView::estimate()
 {
     std::vector<int> heights;
     heights.reserve(static_cast<std::size_t>(m_items.size()));
-    for (const ClipItem& item : m_items)
+    for (const ClipItem& item : std::as_const(m_items)) // no copy of the list, which is shared
         heights.push_back(m_look.likelyHeight(item));
     m_heights.reset(heights);
     m_rows.clear();
