@@ -15,7 +15,7 @@ namespace orvane {
 
 namespace {
 
-constexpr int lineStep = 20;     // points for a notch's third
+constexpr int lineStep = 20;     // points for each line that the wheel moves
 constexpr int mostKeptRows = 96; // prepared texts; a view holds fewer than twenty
 
 } // namespace
@@ -97,7 +97,7 @@ int HistoryListView::verticalScrollBarValue() const
     return verticalScrollBar()->value();
 }
 
-/// Measures the rows in view, which moves those below; what is on top stays there.
+/// Measures the rows in view, which moves those below; the topmost row stays in place.
 void HistoryListView::settle()
 {
     if (m_isSettling)
@@ -113,12 +113,12 @@ void HistoryListView::settle()
         bar.setRange(0, std::max(0, m_heights.total() - viewport()->height()));
         if (moved && top >= 0)
             bar.setValue(m_heights.top(top) + std::min(offset, m_heights.height(top)));
-        isSettled = !moved && viewport()->width() == width; // the bar comes and goes with the range
+        isSettled = !moved && viewport()->width() == width; // the scroll bar comes and goes with the range
     }
     fetchThumbnails();
 }
 
-/// Whether a height was another one than was guessed.
+/// Returns true if a height differs from the guess.
 bool HistoryListView::measureInView()
 {
     bool moved = false;
@@ -164,7 +164,7 @@ void HistoryListView::press(int row)
 {
     if (row < 0 || row >= rowCount() || !m_model.onSelect)
         return;
-    // Both may end with what they cause.
+    // The callbacks may end the item and this object.
     const ClipItem item = m_items.at(row);
     const auto select = m_model.onSelect;
     select(item);
@@ -228,7 +228,7 @@ void HistoryListView::keepInView(int row)
         bar.setValue(top);
         return;
     }
-    // Its own height may be a guess until it is in view.
+    // The row's own height may be a guess until it is in view.
     for (int tries = 0; tries < 2; ++tries) {
         const int below = m_heights.top(row + 1) - bar.value() - viewport()->height();
         if (below <= 0)
@@ -237,7 +237,7 @@ void HistoryListView::keepInView(int row)
     }
 }
 
-/// Each row is a stop of its own; behind the last one comes what follows the list.
+/// Each row takes the focus; after the last one comes what follows the list.
 bool HistoryListView::focusNextPrevChild(bool next)
 {
     const int row = m_current + (next ? 1 : -1);

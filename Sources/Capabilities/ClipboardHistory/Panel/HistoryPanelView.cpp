@@ -22,9 +22,9 @@ namespace {
 constexpr int searchPadding = 10;
 constexpr int searchGap = 8;
 constexpr double symbolSide = 16;
-constexpr qsizetype mostPasted = 1000; // characters that somebody may search for
+constexpr qsizetype mostPasted = 1000; // more than a person would search for
 
-/// From edge to edge.
+/// A line from edge to edge.
 class DividerView final : public OrvaThemed<QWidget> {
 public:
     DividerView() { setFixedHeight(1); }
@@ -33,8 +33,8 @@ protected:
     void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), orvaColor(OrvaColor::divider)); }
 };
 
-/// A line to type in and nothing around it. It pastes through the platform: the toolkit would wait for a
-/// program that hangs.
+/// A line edit without a frame. It pastes through the platform: the toolkit would wait for a program that
+/// hangs.
 class SearchField final : public OrvaThemed<QLineEdit> {
 public:
     SearchField()
@@ -42,7 +42,7 @@ public:
         setFrame(false);
         setPlaceholderText(QStringLiteral("Search clipboard…"));
         setAccessibleName(QStringLiteral("Search clipboard"));
-        setTextMargins(-2, 0, -2, 0); // the line edit's own
+        setTextMargins(-2, 0, -2, 0); // takes back the line edit's own margins
         themeChanged();
     }
 
@@ -70,7 +70,7 @@ protected:
         menu->popup(event->globalPos());
     }
 
-    /// What comes later isn't for the next showing.
+    /// What arrives later isn't for the next showing.
     void hideEvent(QHideEvent* event) override
     {
         OrvaThemed::hideEvent(event);
@@ -156,7 +156,7 @@ void HistoryPanelView::followModel()
     m_cancellables.push_back(m_model.items.onChange([this] { modelChanged(); }));
 }
 
-/// Each copy changes the list, and nobody looks: it waits for the next showing.
+/// Each copy changes the list; while the panel is hidden, the list waits for the next showing.
 void HistoryPanelView::modelChanged()
 {
     m_isStale = true;
