@@ -1,4 +1,4 @@
-// Whether a chord's modifiers are rewritten, and to what. Pure: no platform, no state.
+// Decides if a chord's modifiers are rewritten, and to which. Pure: no platform, no state.
 //
 // Runs for every key event of the session, so nothing here allocates, logs or blocks.
 #pragma once
@@ -17,7 +17,7 @@ namespace orvane {
 enum class RemapMode {
     off,
     commonShortcuts, // Control becomes Command for a short table of letters
-    fullSwap,        // Control and Command trade places on every key
+    fullSwap,        // Control and Command are exchanged on every key
 };
 
 inline constexpr std::array remapModeNames{
@@ -32,7 +32,7 @@ constexpr const auto& enumNames(RemapMode)
 }
 static_assert(isInOrder<RemapMode>());
 
-/// The program's own word of modifiers: an option set.
+/// A set of modifiers in the program's own bits.
 class RemapFlags {
 public:
     static const RemapFlags command;
@@ -49,10 +49,10 @@ public:
             m_rawValue |= member.m_rawValue;
     }
 
-    /// The five modifiers of an event's flags. Every other bit is dropped, so the result can't stand for a
-    /// whole word of flags: see `merged`.
+    /// Takes the five modifiers of an event's flags. Every other bit is dropped, so the result can't replace
+    /// a whole word of flags: see `merged`.
     static constexpr RemapFlags fromEventFlags(EventFlags flags);
-    /// `flags` with these five modifiers in place of its own, and all its other bits.
+    /// Returns `flags` with these five modifiers in place of its own, and all its other bits.
     [[nodiscard]] constexpr EventFlags merged(EventFlags flags) const;
 
     constexpr std::int64_t rawValue() const { return m_rawValue; }
@@ -135,7 +135,7 @@ public:
     static constexpr RemapOutcome unchanged() { return RemapOutcome(std::nullopt); }
     static constexpr RemapOutcome rewrite(RemapFlags flags) { return RemapOutcome(flags); }
 
-    /// The new flags of a rewrite.
+    /// Returns the new flags of a rewrite.
     [[nodiscard]] constexpr const std::optional<RemapFlags>& flags() const { return m_flags; }
 
     friend constexpr bool operator==(const RemapOutcome&, const RemapOutcome&) = default;
@@ -150,11 +150,11 @@ namespace RemapEngine {
 
 using KeyCodes = std::set<std::int64_t>;
 
-/// By position: A, S, F, Z, X, C, V, W, R, T, N of the ANSI layout. Short on purpose: all other letters stay
-/// Control chords. Built once, on first use.
+/// The key codes by position: A, S, F, Z, X, C, V, W, R, T, N of the ANSI layout. The list is short on
+/// purpose: all other letters stay Control chords. Built once, on first use.
 const KeyCodes& defaultShortcutKeyCodes();
 
-/// Looks at Command and Control alone; the other modifiers pass through every rewrite. `table` counts for
+/// Only Command and Control decide; the other modifiers pass through every rewrite. `table` is used for
 /// `commonShortcuts` only.
 RemapOutcome outcome(const KeyChord& chord, RemapMode mode, const KeyCodes& table);
 
