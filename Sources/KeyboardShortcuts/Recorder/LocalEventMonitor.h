@@ -9,7 +9,7 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Its end takes the monitor away; a callback may end its own.
+/// Its end takes the monitor away; a callback may end its own monitor.
 class LocalEventMonitor {
 public:
     LocalEventMonitor(EventMask events, EventMonitors::Handler callback)

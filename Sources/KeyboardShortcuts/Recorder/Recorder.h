@@ -1,5 +1,5 @@
-// The control with which a person sets the shortcut of a name, as a view of a pane: on its own, or as a row
-// with a label. Main thread.
+// The control with which a person sets the shortcut of a name, as a view of a pane: alone, or as a row with a
+// label. Main thread.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Name.h"
@@ -17,14 +17,14 @@ namespace orvane::KeyboardShortcuts {
 using RecorderChange = std::function<void(const std::optional<Shortcut>&)>;
 
 struct Recorder {
-    /// Without a label. Its title then stands elsewhere: give it as the accessible name.
+    /// Makes a recorder without a label. If its title stands elsewhere, give it as the accessible name.
     explicit Recorder(Name shortcutName, RecorderChange changed = {});
-    /// A row with the title on the left.
+    /// Makes a row with the title on the left.
     Recorder(const QString& title, Name shortcutName, RecorderChange changed = {});
-    /// A row with any view as its label.
+    /// Makes a row with any view as its label.
     Recorder(AnyView theLabel, Name shortcutName, RecorderChange changed, QString theAccessibleName);
 
-    /// The label, where there is one.
+    /// Returns the label, if there is one.
     [[nodiscard]] QList<AnyView> children() const
     {
         return hasLabel ? QList<AnyView>{label} : QList<AnyView>{};

@@ -10,8 +10,8 @@ namespace orvane::KeyboardShortcuts {
 
 namespace {
 
-/// A button that is called by its label. Not every screen reader asks for a value that is text, so it is the
-/// description too.
+/// A button that is called by its label. Not every screen reader asks for the value of a text, so the value
+/// is the description too.
 class AccessibleRecorder final : public QAccessibleWidget {
 public:
     explicit AccessibleRecorder(RecorderCocoa* recorder) : QAccessibleWidget(recorder, QAccessible::Button) {}

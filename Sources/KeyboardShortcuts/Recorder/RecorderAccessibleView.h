@@ -3,7 +3,7 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Once for the process; again it does nothing. Main thread.
+/// Takes effect once in a process; further calls do nothing. Main thread.
 void describeRecorders();
 
 } // namespace orvane::KeyboardShortcuts

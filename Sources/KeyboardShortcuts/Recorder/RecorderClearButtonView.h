@@ -7,7 +7,7 @@
 
 namespace orvane::KeyboardShortcuts {
 
-/// Acts when the mouse button goes down, for a recorder that records swallows its going up. Never takes the
+/// Acts when the mouse button goes down, since a recorder that records swallows its going up. Never takes the
 /// focus, which is the recorder's.
 class RecorderClearButton final : public OrvaThemed<QAbstractButton> {
 public:

@@ -31,7 +31,7 @@ QString localized(QLatin1String key)
     return orvaneResourceBundle().localizedString(key);
 }
 
-/// Focus that comes back with the window, or from a menu that has closed: nobody chose the control.
+/// True for focus that comes back with the window or from a closed menu: the user didn't choose the control.
 bool isAutomatic(Qt::FocusReason reason)
 {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
@@ -68,7 +68,7 @@ RecorderCocoa::RecorderCocoa(Name name, RecorderChange onChange, const QString& 
 
 RecorderCocoa::~RecorderCocoa()
 {
-    // These need the whole control.
+    // These use the whole control, so they end first.
     m_recording.reset();
     m_heldKey.reset();
 }
@@ -173,8 +173,8 @@ Disposition RecorderCocoa::handle(const EventMonitors::MonitoredEvent& event)
         blur();
         return Disposition::pass;
     case Deed::ignore:
-        // The control lets a mouse button's going up end here. The toolkit has to see it: it gives all mouse
-        // events to what was pressed, until then.
+        // The control hides a mouse button's release from other code. The toolkit has to see it: until then
+        // it sends all mouse events to what was pressed.
         return isMouseUp ? Disposition::pass : Disposition::swallow;
     case Deed::cancel:
         keepUntilLetGo(event.event.keycode);
@@ -264,7 +264,7 @@ void RecorderCocoa::windowDidResignKey()
 bool RecorderCocoa::event(QEvent* event)
 {
     switch (event->type()) {
-    case QEvent::ShortcutOverride: // no menu and no button may take a key that is to be recorded
+    case QEvent::ShortcutOverride: // no menu and no button may take a key that is being recorded
         if (m_recording) {
             event->accept();
             return true;
@@ -322,7 +322,7 @@ void RecorderCocoa::mousePressEvent(QMouseEvent*)
         makeFirstResponder();
 }
 
-// A click on the control is nobody else's: neither half of it goes on to what is under it.
+// A click on the control ends here: neither half of it goes on to what is under the control.
 void RecorderCocoa::mouseReleaseEvent(QMouseEvent*) {}
 
 bool RecorderCocoa::eventFilter(QObject* watched, QEvent* event)
@@ -346,7 +346,7 @@ bool RecorderCocoa::eventFilter(QObject* watched, QEvent* event)
     return RecorderField::eventFilter(watched, event);
 }
 
-/// A window in which nothing has the focus would begin anew at its first control.
+/// In a window where nothing has the focus, Tab would begin at the first control.
 bool RecorderCocoa::windowTakesTab(const QKeyEvent& press)
 {
     const bool isTab = press.key() == Qt::Key_Tab || press.key() == Qt::Key_Backtab;

@@ -1,4 +1,4 @@
-// The control that shows the shortcut of a name and records another one while it has the focus. As long as it
+// The control that shows the shortcut of a name and records another one while it has the focus. While it
 // records, no shortcut of the program fires. Main thread.
 #pragma once
 
@@ -22,7 +22,7 @@ class RecorderCocoa final : public RecorderField {
     Q_OBJECT
 
 public:
-    /// Without a name of its own it is called "Shortcut" by assistive technology.
+    /// Without an accessible name assistive technology calls it "Shortcut".
     explicit RecorderCocoa(Name name, RecorderChange onChange = {}, const QString& accessibleName = {});
     ~RecorderCocoa() override;
 
@@ -30,7 +30,7 @@ public:
     void setShortcutName(const Name& name);
     void setOnChange(RecorderChange onChange) { m_onChange = std::move(onChange); }
 
-    /// The shortcut in words; without one, and while recording, what to do.
+    /// Returns the shortcut in words; without one, and while recording, a hint what to do.
     [[nodiscard]] QString spokenValue() const;
     [[nodiscard]] bool isRecording() const { return m_recording != nullptr; }
     [[nodiscard]] bool canBecomeKeyView() const { return m_canBecomeKey; }
@@ -81,8 +81,8 @@ private:
     std::unique_ptr<NotificationCenter::Token> m_shortcutsNameChangeObserver;
     std::unique_ptr<NotificationCenter::Token> m_layoutChangeObserver;
     bool m_canBecomeKey = true;
-    bool m_wantsFocus = false;   // records as soon as its window lets it
-    bool m_handsFocusOn = false; // has the focus for the next control alone
+    bool m_wantsFocus = false;   // records as soon as its window is active
+    bool m_handsFocusOn = false; // has the focus only to pass it to the next control
 };
 
 } // namespace orvane::KeyboardShortcuts

@@ -14,7 +14,7 @@ using Deed = RecorderDecision::Deed;
 /// A click this far outside of the control still counts as one on it, points.
 constexpr double reach = 3;
 
-// All modifiers but Caps Lock, numeric pad and function, which come with keys and not with fingers.
+// All modifiers except Caps Lock, numeric pad and function, which come with keys and are not held.
 constexpr EventFlags modifierMask = 0xFF5E0000;
 static_assert(modifierMask ==
               (0xFFFF0000 & ~(eventFlag::alphaShift | eventFlag::numericPad | eventFlag::secondaryFn)));
@@ -32,7 +32,7 @@ bool isMouseUp(EventType type)
     return type == EventType::leftMouseUp || type == EventType::rightMouseUp;
 }
 
-/// Beyond them are the platform's own codes of keys that have none, and no hot key can have those.
+/// Higher codes are the platform's own, for keys without a virtual code; no hot key can have those.
 constexpr std::int64_t virtualKeyCodeCount = 0x80;
 
 bool isUsable(const Event& event)

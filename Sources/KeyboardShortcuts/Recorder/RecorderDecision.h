@@ -18,7 +18,7 @@ inline constexpr EventMask recorderEvents = eventMaskBit(EventType::keyDown) |
 
 struct RecorderDecision {
     enum class Deed {
-        /// End the recording; the event goes its way.
+        /// End the recording; pass the event on.
         leave,
         /// Swallow the event and go on.
         ignore,
@@ -28,9 +28,9 @@ struct RecorderDecision {
         clear,
         /// Beep, swallow the event, go on.
         refuse,
-        /// Say that the menu item named by `menuItemTitle` has the shortcut, then go on.
+        /// Report that the menu item named by `menuItemTitle` has the shortcut, then go on.
         refuseForMenuItem,
-        /// Say that the system has it, then go on.
+        /// Report that the system has it, then go on.
         refuseForSystem,
         /// Take `shortcut` and end the recording; swallow the event.
         accept,
@@ -48,7 +48,7 @@ struct RecorderDecision {
 struct RecorderSurroundings {
     /// The control's bounds, in the space of the event's location.
     QRectF bounds;
-    /// The title of the program's menu item with this shortcut.
+    /// Returns the title of the program's menu item with this shortcut.
     std::function<std::optional<QString>(const Shortcut&)> menuItemTitle;
     std::function<bool(const Shortcut&)> isUsedBySystem;
 
@@ -56,7 +56,7 @@ struct RecorderSurroundings {
     [[nodiscard]] static RecorderSurroundings of(const QRectF& bounds);
 };
 
-/// A repeat of a held key is no press of its own, except that Tab goes on moving.
+/// A repeat of a held key doesn't count as a press, except that Tab goes on moving.
 [[nodiscard]] RecorderDecision decide(const EventMonitors::MonitoredEvent& event,
                                       const RecorderSurroundings& surroundings);
 

@@ -15,7 +15,7 @@ public:
     /// The least width of the box, in points.
     static constexpr int leastWidth = 130;
 
-    /// The description of a shortcut, empty without one.
+    /// Returns the description of a shortcut, empty without one.
     const QString& stringValue() const { return m_stringValue; }
     /// The words that stand in the place of an empty text.
     const QString& placeholder() const { return m_placeholder; }
@@ -26,7 +26,7 @@ public:
 protected:
     enum class Highlight { none, ring };
 
-    /// There is room for each of the placeholders; the first one is shown.
+    /// Is wide enough for each of the placeholders; the first one is shown.
     explicit RecorderField(const QStringList& placeholders);
 
     void setText(const QString& text);

@@ -61,7 +61,7 @@ QWidget* makeOrvaWidget(const Recorder& recorder)
         return control;
     auto* row = new QWidget;
     auto* line = new QHBoxLayout(row);
-    // The control brings the room for its focus ring with it.
+    // The control has its own room for its focus ring.
     line->setContentsMargins(rowH, rowV - orvaRingMargin, rowH - orvaRingMargin, rowV - orvaRingMargin);
     line->setSpacing(controlGap);
     line->addWidget(label, 1);

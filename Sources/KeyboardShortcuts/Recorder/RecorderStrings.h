@@ -1,4 +1,4 @@
-// The texts of the recorder, by key, in the user's language: from the tables that are built into the program.
+// The texts of the recorder, by key, in the user's language, from the tables that are built into the program.
 // Main thread.
 #pragma once
 
@@ -11,11 +11,11 @@ namespace orvane::KeyboardShortcuts {
 /// One table of texts.
 class ResourceBundle {
 public:
-    /// The first of the languages that there is a table for, "de" serving "de-AT" too; English when there is
-    /// none. A text that this table lacks comes from the English one.
+    /// Takes the first of the languages that has a table, where "de" serves "de-AT" too; English when there
+    /// is none. A text that this table lacks comes from the English one.
     explicit ResourceBundle(const QStringList& languages);
 
-    /// The key itself when no table has it.
+    /// Returns the key itself when no table has it.
     [[nodiscard]] QString localizedString(const QString& key) const { return m_texts.value(key, key); }
 
 private:

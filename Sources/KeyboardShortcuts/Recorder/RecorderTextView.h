@@ -1,5 +1,5 @@
-// The text of a shortcut as it is drawn. Fonts that can enclose a character in a keycap are rare, so the
-// keycap is drawn around it.
+// The text of a shortcut as it is drawn. Few fonts can enclose a character in a keycap, so the keycap is
+// drawn around it.
 #pragma once
 
 #include <QFont>
