@@ -1,4 +1,4 @@
-// The product's face: its colour, its word, its mark and where it is found on the web.
+// The product's appearance: its colour, its word, its mark and its addresses on the web.
 //
 // This is the product's configuration; nothing else in the program names an address. Main thread.
 #pragma once
@@ -20,7 +20,7 @@ namespace OrvaneBrand {
 /// Opaque; red 0.22, green 0.51, blue 1.
 inline const QColor accent = QColor::fromRgbF(0.22f, 0.51f, 1.0f);
 
-/// The product's word, in the two parts that the wordmark sets apart.
+/// The product's word, in the two parts that look different in the wordmark.
 inline const QString wordHead = QStringLiteral("Or");
 inline const QString wordTail = QStringLiteral("vane");
 inline const QString tagline = QStringLiteral("Small tools for the way you already work.");
@@ -36,24 +36,24 @@ struct WordmarkColors {
     QColor tail = accent;
 };
 
-/// The room that the word takes; `size` is that of its type, in points.
+/// Returns the size that the word takes; `size` is that of its type, in points.
 QSizeF wordmarkSize(double size, const QString& lead = {});
 /// Paints the word on the leading side of `box`, in its vertical middle.
 void paintWordmark(QPainter& painter, const QRectF& box, double size, const WordmarkColors& colors,
                    const QString& lead = {});
 
-/// Parts of the badge's side: its corner radius, and the square that the mark's cells lie in.
+/// Shares of the badge's side: its corner radius, and the square in which the mark's cells lie.
 inline constexpr double badgeCorner = 0.24;
 inline constexpr double markShare = 0.56;
-/// A rounded square with the mark of four cells, filling `box`.
+/// Paints a rounded square with the mark of four cells, filling `box`.
 void paintAppIconBadge(QPainter& painter, const QRectF& box);
 
-/// Text that opens a web address.
+/// Makes a text that opens a web address.
 OrvaTextButton link(const QString& title, const QString& url);
 
 } // namespace OrvaneBrand
 
-/// The product's word, type of `size` points, and what stands before it in the same line.
+/// The product's word in type of `size` points, and the text before it in the same line.
 struct OrvaneWordmark {
     double size;
     QString lead = {};

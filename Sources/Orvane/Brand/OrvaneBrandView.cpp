@@ -13,7 +13,7 @@ namespace orvane {
 
 namespace {
 
-/// A label, though it draws itself: assistive technology reads labels.
+/// It is a label although it draws itself: assistive technology reads labels.
 class WordmarkView final : public OrvaThemed<QLabel> {
 public:
     explicit WordmarkView(OrvaneWordmark wordmark) : m_wordmark(std::move(wordmark))

@@ -19,7 +19,7 @@ namespace {
 constexpr double chipGap = 4;
 constexpr double titledChipGap = 8;
 
-/// A chip alone stands beside the switch and needs no title. Of several, each says what it is for.
+/// A single chip stands beside the switch and needs no title. Of several, each has one.
 AnyView hotkeyChips(const QList<HotkeyAction>& actions)
 {
     if (actions.isEmpty())

@@ -1,8 +1,8 @@
-// The page of one capability: its name and switches, its permissions, and its settings pane, live only while
-// it is active. Main thread.
+// The page of one capability: its name and switches, its permissions, and its settings pane, which reacts
+// only while the capability is active. Main thread.
 //
-// While it is in sight it reads the permissions again and again, and a capability that waits for one which
-// has been granted becomes active without a click.
+// While it is visible it reads the permissions at intervals, and a capability whose missing permission has
+// been granted becomes active without a click.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -27,7 +27,7 @@ struct CapabilityDetailView {
     AnyView body() const;
     QList<AnyView> children() const { return {body()}; }
 
-    /// On means that the capability starts with the program.
+    /// True means that the capability starts with the program.
     [[nodiscard]] Binding<bool> autoStart() const;
 };
 

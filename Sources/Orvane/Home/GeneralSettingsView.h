@@ -1,4 +1,4 @@
-// The page of settings for the suite as a whole: start-up, menu bar, permissions, the way to the window,
+// The page of settings for the suite as a whole: start-up, menu bar, permissions, the shortcut of the window,
 // about. Main thread.
 #pragma once
 
@@ -23,14 +23,14 @@ struct GeneralSettingsView {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<CapabilityRegistry> registry;
     std::shared_ptr<HomeNavigation> navigation;
-    /// The section of whatever keeps the program up to date; none leaves it out.
+    /// The section of the program's updates; left out when it is empty.
     AnyView updates = {};
 
     AnyView body() const;
     QList<AnyView> children() const { return {body()}; }
 
-    /// Which capabilities a permission is for: "Required by A, B · Optional for C", or the permission's own
-    /// explanation when none lists it.
+    /// Returns the capabilities that a permission is for: "Required by A, B · Optional for C", or the
+    /// permission's own explanation when none lists it.
     static QString usageText(SystemPermission permission, const QList<CapabilityRegistry::Entry>& entries);
 };
 

@@ -34,7 +34,7 @@ private:
 class HomeNavigation {
 public:
     Observable<std::optional<HomeSelection>> selection;
-    /// Grows by one each time that the permissions are to be shown.
+    /// Grows by one each time that the permissions have to be shown.
     Observable<int> focusPermissions;
 
     /// Shows the general page, scrolled to its permissions.

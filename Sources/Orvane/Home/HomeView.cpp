@@ -14,7 +14,7 @@ namespace {
 const QString generalTag = QStringLiteral("general");
 const QString capabilityTag = QStringLiteral("capability/");
 
-/// No id of a capability looks like the general page.
+/// No capability has an id like the tag of the general page.
 QString tagOf(const HomeSelection& selection)
 {
     const CapabilityID* id = selection.capabilityID();

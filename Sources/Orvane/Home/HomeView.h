@@ -1,4 +1,4 @@
-// The content of the home window: the suite's pages in a sidebar, and the one that is chosen. Main thread.
+// The content of the home window: the suite's pages in a sidebar, and the selected one. Main thread.
 #pragma once
 
 #include "Orvane/Home/HomeNavigation.h"
@@ -25,8 +25,7 @@ struct HomeView {
     AnyView body() const;
     QList<AnyView> children() const { return {body()}; }
 
-    /// The page that is shown. It is the general one where nothing is selected, or a capability that isn't
-    /// there.
+    /// Returns the page that is shown: the general one if nothing, or an unknown capability, is selected.
     HomeSelection shown() const;
     AnyView detail() const;
     QList<OrvaSidebarSection> sidebarSections() const;

@@ -1,4 +1,5 @@
-// The suite's one window of its own: made on first need, hidden by closing, back at the next show.
+// The suite's one regular window: made on first need, hidden when it is closed, and shown again at the next
+// show.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -17,10 +18,10 @@ public:
 
     /// Sets the function that makes the root view. Without it there is no window to show.
     void setMakeContentView(std::function<AnyView()> makeContentView);
-    /// Makes the window if there is none yet, and brings it to the front as the active one.
+    /// Makes the window if there is none yet, brings it to the front and makes it active.
     void show();
 
-    /// The window, or null before the first show.
+    /// Returns the window, or null before the first show.
     [[nodiscard]] QWidget* window() const { return m_window.get(); }
 
 private:

@@ -9,7 +9,7 @@ namespace orvane::HomeWindowPlacement {
 
 inline constexpr QSize contentSize{940, 640};
 
-/// The room that a desktop's frame may take, the title bar on top.
+/// The room for a desktop's frame, with the title bar on top.
 inline constexpr QMargins frameRoom{8, 32, 8, 8};
 
 /// Returns a rectangle of the wanted size in the middle of a screen, or as large as the screen has room for.

@@ -11,7 +11,7 @@ namespace orvane {
 
 namespace {
 
-/// Bound to the store, and observable here.
+/// Bound to the stored value and observable here.
 Binding<bool> storedFlag(const QString& key)
 {
     const auto value = std::make_shared<Observable<bool>>(platform().standardDefaults.boolean(key));

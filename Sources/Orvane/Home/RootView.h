@@ -1,4 +1,4 @@
-// The content of the home window: the first run until it has been finished, then the home view for good.
+// The content of the home window: the first run until it has been finished, then always the home view.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"

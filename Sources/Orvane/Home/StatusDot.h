@@ -1,4 +1,4 @@
-// The light by which the sidebar tells the state of a capability.
+// The light by which the sidebar shows the state of a capability.
 #pragma once
 
 #include "Orvane/Navigation/OrvaNavigation.h"
@@ -9,7 +9,7 @@ struct CapabilityState;
 
 namespace StatusDot {
 
-/// Hollow while off, else filled in the colour of the state.
+/// An empty ring while off, else filled in the colour of the state.
 OrvaStatusDot of(const CapabilityState& state);
 
 } // namespace StatusDot

@@ -77,9 +77,8 @@ struct OrvaAppear {
     [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
-/// Does something each time that its content comes into sight, and something else at each interval from then
-/// on until the content or its window is put away.
-/// A minimized window isn't put away.
+/// Calls an action each time that its content becomes visible, and another one at each interval from then on
+/// until the content or its window is hidden. A minimized window doesn't count as hidden.
 struct OrvaTicker {
     std::chrono::milliseconds interval;
     std::function<void()> onAppear;

@@ -90,7 +90,7 @@ void OrvaAppearView::appeared()
         m_onAppear();
 }
 
-// A window that comes back from being minimized was there all the time.
+// A window that was minimized kept its content visible.
 void OrvaAppearView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);

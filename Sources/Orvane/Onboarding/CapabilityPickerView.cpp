@@ -22,7 +22,7 @@ constexpr int switchGap = 12 - orvaRingMargin;
 constexpr int textGap = 3;
 constexpr int edge = 14;
 
-/// The cards, in as many rows as it takes; those of one row are equally high.
+/// The cards, in as many rows as needed; those of one row are equally high.
 struct CapabilityGrid {
     QList<AnyView> cards;
 

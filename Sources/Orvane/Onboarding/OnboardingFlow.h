@@ -24,7 +24,7 @@ struct OnboardingFlow {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<Observable<Step>> step = std::make_shared<Observable<Step>>(Step::welcome);
 
-    /// Begins at the welcome. Finishing sets `hasOnboarded`; showing something else then is up to its owner.
+    /// Begins at the welcome. Finishing sets `hasOnboarded`; what is shown afterwards is up to the owner.
     static AnyView make(Binding<bool> hasOnboarded, std::shared_ptr<CapabilityRegistry> registry,
                         std::shared_ptr<PermissionManager> permissions);
 
@@ -35,7 +35,7 @@ struct OnboardingFlow {
     /// Left out on the first page.
     [[nodiscard]] AnyView backButton() const;
     [[nodiscard]] AnyView dots() const;
-    /// "Continue" to the next page; "Get Started" on the last one.
+    /// "Continue" to the next page, or "Get Started" on the last one.
     [[nodiscard]] AnyView forwardButton() const;
 };
 

@@ -77,7 +77,7 @@ protected:
     {
         QPainter painter(this);
         painter.fillRect(rect(), orvaColor(OrvaColor::window));
-        // The old page is gone when the new one begins to be read.
+        // The old page has faded out when the new one becomes readable.
         painter.setOpacity(qMax(0.0, 1 - 2 * m_progress));
         painter.drawPixmap(QPointF(-m_direction * travel * m_progress, 0), m_before);
         painter.setOpacity(qMax(0.0, 2 * m_progress - 1));
@@ -172,7 +172,7 @@ QWidget* OnboardingFlowView::makeFooter()
     footer->setMinimumHeight(footerHeight);
     auto* cells = new QGridLayout(footer);
     cells->setContentsMargins(footerEdge, 0, footerEdge, 0);
-    // A gap would come and go with the button beside it, and move the dots.
+    // The spacing would come and go with the button beside it, and move the dots.
     cells->setHorizontalSpacing(0);
     cells->setColumnStretch(0, 1);
     cells->setColumnStretch(2, 1);
@@ -200,7 +200,7 @@ void OnboardingFlowView::showStep(OnboardingFlow::Step step)
         m_forward->setFocus(byKeyboard ? Qt::TabFocusReason : Qt::OtherFocusReason);
 }
 
-/// The page first, then the footer, though each page is made after the footer.
+/// The page comes first in the order of Tab, then the footer, though each page is made after the footer.
 void OnboardingFlowView::orderTabs()
 {
     chainTabs(nullptr, focusPlaces(*m_stage->page()) + QList<QWidget*>{m_back, m_forward});
@@ -211,7 +211,7 @@ void OnboardingFlowView::paintEvent(QPaintEvent*)
     QPainter(this).fillRect(rect(), orvaColor(OrvaColor::window));
 }
 
-// Ahead of the control that has the focus: on some desktops a button would take Return for itself.
+// Comes before the control with the focus: on some desktops a button would take Return for itself.
 bool OnboardingFlowView::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::KeyPress) {
@@ -229,7 +229,7 @@ bool OnboardingFlowView::eventFilter(QObject* watched, QEvent* event)
 void OnboardingFlowView::showEvent(QShowEvent* event)
 {
     OrvaThemed::showEvent(event);
-    // Keys have to reach this view from the first, and Space then does what Return does.
+    // Keys must reach this view from the start, and Space then does what Return does.
     if (!window()->focusWidget())
         m_forward->setFocus(Qt::OtherFocusReason);
 }

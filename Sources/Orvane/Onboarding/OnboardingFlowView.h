@@ -16,13 +16,13 @@ namespace orvane {
 /// The direction in which the next page comes in.
 enum class StageMove { none, onward, backward };
 
-/// Shows one page at a time. While one follows another, pictures of both move over the new one, which is
-/// there and works from the first moment.
+/// Shows one page at a time. While one follows another, pictures of both move over the new one, which works
+/// from the first moment.
 class OnboardingStageView final : public QWidget {
 public:
     OnboardingStageView();
 
-    /// Takes the page over and ends the one before.
+    /// Takes ownership of the page and deletes the one before.
     void show(QWidget* page, StageMove move);
     [[nodiscard]] QWidget* page() const { return m_page; }
     [[nodiscard]] bool isMoving() const { return m_motion.state() == QAbstractAnimation::Running; }

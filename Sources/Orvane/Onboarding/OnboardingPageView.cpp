@@ -44,7 +44,7 @@ QWidget* makeOrvaWidget(const OnboardingGround& page)
     frame->setContentsMargins(pageEdge, pageEdge, pageEdge, pageEdge);
     QWidget* const column = page.column.makeWidget();
     column->setMaximumWidth(static_cast<int>(page.width));
-    // The column takes all that it may before the sides get anything.
+    // The column takes all the width it may before the sides get any.
     frame->addStretch(0);
     frame->addWidget(column, 1);
     frame->addStretch(0);

@@ -1,5 +1,5 @@
-// The frame of a page of the first run: title and text in the middle, content below, all of it scrolling
-// where room is short.
+// The frame of a page of the first run: title and text in the middle, content below; all of it scrolls where
+// room is short.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -12,14 +12,14 @@ namespace orvane {
 struct OnboardingPage {
     QString title;
     QString text;
-    double width; // of the content at most, points
+    double width; // the content's greatest width, in points
     AnyView content;
 
     AnyView body() const;
     QList<AnyView> children() const { return {body()}; }
 };
 
-/// A scrolling ground for a page's column, which is in its middle as long as there is room.
+/// Makes a scrolling ground for a page's column, which is in its middle if there is room.
 struct OnboardingGround {
     double width; // of the column at most, points
     AnyView column;

@@ -1,4 +1,4 @@
-// The first page of the first run: what the program is.
+// The first page of the first run: a short description of the program.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"

@@ -16,7 +16,7 @@ namespace orvane {
 class PermissionManager;
 
 /// A status symbol, name, badge of the level and note; at the trailing edge either the mark "Granted" or the
-/// buttons that ask for it. Shows what was read last: whoever shows it refreshes.
+/// buttons that ask for it. Shows the last read status: the code that shows the row refreshes it.
 struct OrvaPermissionRow {
     SystemPermission permission;
     std::optional<PermissionRequirement::Level> level = std::nullopt;

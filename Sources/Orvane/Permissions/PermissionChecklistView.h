@@ -1,4 +1,4 @@
-// The second page of the first run: all permissions, followed while they are in sight.
+// The second page of the first run: all permissions, refreshed while it is visible.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"

@@ -1,4 +1,4 @@
-// The way out when a permission has been given and this process hasn't noticed: a new process.
+// Offers a new process when a permission has been granted and this process hasn't noticed.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-/// A row for cards, under those of permissions.
+/// A row for cards, below the rows of permissions.
 struct PermissionRestartRow {
     AnyView body() const;
     QList<AnyView> children() const { return {body()}; }

@@ -41,7 +41,7 @@ AnyView HotkeyChip::recorder() const
     KeyboardShortcuts::Recorder recorder(KeyboardShortcuts::Name(m_action.id),
                                          [own = *this](const auto&) { own.appear(); });
     recorder.accessibleName = m_action.title;
-    // The recorder brings the room for its focus ring with it.
+    // The recorder has its own room for its focus ring.
     const OrvaInset title{orvaRingMargin, OrvaText{m_action.title, OrvaFont::headline}};
     return OrvaVStack{titleGap - orvaRingMargin, {title, recorder}};
 }

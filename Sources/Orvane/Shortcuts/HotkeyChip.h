@@ -1,4 +1,4 @@
-// The shortcut of one action on a capability's page, with the way to set it. Main thread.
+// The shortcut of one action on a capability's page, with the popover to set it. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
@@ -17,11 +17,11 @@ public:
 
     explicit HotkeyChip(HotkeyAction action);
 
-    /// The chip, and while it is open its popover.
+    /// Returns the chip and, while it is open, its popover.
     AnyView body() const;
     QList<AnyView> children() const { return {body()}; }
 
-    /// Reads the stored shortcut: what its coming into sight does.
+    /// Reads the stored shortcut; called when the chip becomes visible.
     void appear() const;
 
     [[nodiscard]] QString text() const;

@@ -1,5 +1,5 @@
-// Binds actions to global shortcuts and adds the gate: whether the owner may act is asked when the shortcut
-// fires, never when it is bound. Main thread.
+// Binds actions to global shortcuts, with a gate: whether the owner may act is asked when the shortcut fires
+// and not when it is bound. Main thread.
 #pragma once
 
 #include <QString>
