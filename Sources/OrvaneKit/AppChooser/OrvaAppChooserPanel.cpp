@@ -63,7 +63,7 @@ OrvaAppChooserPanel::OrvaAppChooserPanel(Programs programs, std::function<void(c
 
 OrvaAppChooserPanel::~OrvaAppChooserPanel()
 {
-    // Its selection reports here for as long as there is a model.
+    // The list's selection reports here while there is a model, so it ends first.
     delete m_list;
 }
 
@@ -129,7 +129,7 @@ void OrvaAppChooserPanel::accept()
     const std::optional<InstalledApplication> chosen = m_list->chosen();
     if (!chosen || !isVisible())
         return;
-    // The panel is gone from the screen before anything comes of it.
+    // The panel is hidden before the callback runs.
     const auto accepted = std::exchange(m_accepted, nullptr);
     OrvaThemed::accept();
     if (accepted)

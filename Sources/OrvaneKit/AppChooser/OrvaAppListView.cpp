@@ -119,7 +119,7 @@ void OrvaAppListView::themeChanged()
 void OrvaAppListView::focusInEvent(QFocusEvent* event)
 {
     OrvaThemed::focusInEvent(event);
-    // Keyboard focus without anything marked couldn't be seen.
+    // Keyboard focus without a marked row couldn't be seen.
     if (event->reason() != Qt::MouseFocusReason && !chosen())
         chooseFirst();
 }

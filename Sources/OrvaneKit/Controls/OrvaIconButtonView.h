@@ -1,4 +1,4 @@
-// A button of a symbol alone, without a border.
+// A button with a symbol alone and no border.
 #pragma once
 
 #include "OrvaneKit/Controls/OrvaPushButtonView.h"
@@ -8,7 +8,7 @@ namespace orvane {
 
 class OrvaIconButtonView final : public OrvaPushButtonView {
 public:
-    /// Space around the symbol on every side, points: that of its hit area and that of the focus ring.
+    /// The space around the symbol on every side, in points: that of its hit area and that of the focus ring.
     static constexpr int margin = 4 + orvaRingMargin;
 
     explicit OrvaIconButtonView(const OrvaIconButton& button);

@@ -1,4 +1,4 @@
-// A menu in a window, such as a picker opens, in the kit's look.
+// A menu in a window, such as a picker opens, with the kit's look.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaThemed.h"

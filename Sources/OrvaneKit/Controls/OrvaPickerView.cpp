@@ -18,10 +18,10 @@ constexpr int boxHeight = 28;
 constexpr int textInset = 10;
 constexpr int arrowsWidth = 26;
 constexpr double corner = 7;
-constexpr int menuOverhang = 23; // from the menu's edge to the control's, with their texts in line
+constexpr int menuOverhang = 23; // from the menu's edge to the control's, so that their texts are in line
 
-/// The stock combo box calls itself by its present choice on this system; a picker goes by its title, and
-/// says the choice as its value and description.
+/// The stock combo box uses its present choice as its name on this system; a picker uses its title, and the
+/// choice as its value and description.
 class AccessiblePicker final : public QAccessibleWidget {
 public:
     explicit AccessiblePicker(OrvaPickerView* picker) : QAccessibleWidget(picker, QAccessible::ComboBox) {}
@@ -133,7 +133,7 @@ void OrvaPickerView::showPopup()
         });
     }
     connect(m_menu, &QMenu::aboutToHide, m_menu, &QObject::deleteLater);
-    // The present choice comes to lie on the control, its text on the control's.
+    // The present choice lies over the control, its text over the control's text.
     const int offset =
         m_menu->actionGeometry(present ? present : m_menu->actions().constFirst()).height() / 2;
     m_menu->popup(mapToGlobal(QPoint(orvaRingMargin - menuOverhang, height() / 2 - offset)), present);

@@ -8,7 +8,7 @@ OrvaPushButtonView::OrvaPushButtonView(std::function<void()> action)
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(this, &QPushButton::clicked, this, [action = std::move(action)] {
-        // A copy, as the action may end this view.
+        // A copy is called, because the action may end this view.
         if (const auto own = action)
             own();
     });

@@ -18,7 +18,7 @@ protected:
     /// The action may end the view.
     explicit OrvaPushButtonView(std::function<void()> action);
 
-    /// Shown as it is, and the accessible name.
+    /// Sets the text that is shown and is also the accessible name.
     void setTitle(const QString& title);
     const QString& title() const { return m_title; }
 

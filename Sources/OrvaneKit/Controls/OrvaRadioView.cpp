@@ -55,7 +55,7 @@ private:
     [[nodiscard]] OrvaRadioView& radio() const { return static_cast<OrvaRadioView&>(*widget()); }
 };
 
-/// A plain widget would be a nameless pane to assistive technology.
+/// Assistive technology would take a plain widget for a pane without a name.
 class AccessibleGroup final : public QAccessibleWidget {
 public:
     explicit AccessibleGroup(OrvaRadioGroupView* group) : QAccessibleWidget(group, QAccessible::Grouping) {}
@@ -66,7 +66,7 @@ public:
 OrvaRadioView::OrvaRadioView(QString title, std::function<void(Wish)> wished)
     : m_title(std::move(title)), m_wished(std::move(wished))
 {
-    // Qt's own exclusion neither shows that nothing is chosen nor lets a refused choice spring back.
+    // Qt's own exclusion can neither show that nothing is chosen nor let a refused choice go back.
     setAutoExclusive(false);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
@@ -194,7 +194,7 @@ void OrvaRadioGroupView::showOptions(const QList<OrvaPickerOption>& options)
 {
     if (options != m_options) {
         const bool focused = isAncestorOf(focusWidget()) && focusWidget()->hasFocus();
-        // One of them may be what called for the new options.
+        // One of the buttons may have caused the new options.
         for (OrvaRadioView* button : std::exchange(m_buttons, {})) {
             m_lines->removeWidget(button);
             button->setFocusPolicy(Qt::NoFocus);

@@ -1,4 +1,4 @@
-// A group of radio buttons: one choice of a few, all in sight.
+// A group of radio buttons: a few choices, all of them visible.
 #pragma once
 
 #include "OrvaneKit/Model/OrvaBindings.h"
@@ -12,7 +12,7 @@ class QVBoxLayout;
 
 namespace orvane {
 
-/// Never checks itself: it tells its group what the person wants.
+/// Never checks itself: it tells its group the user's choice.
 class OrvaRadioView final : public OrvaControl<QRadioButton> {
     Q_OBJECT
 
@@ -41,8 +41,8 @@ private:
     std::function<void(Wish)> m_wished;
 };
 
-/// Tab enters the group once, at the chosen button; arrow keys choose. What is checked is always what the
-/// binding says.
+/// Tab enters the group once, at the chosen button; arrow keys choose. The checked button always follows the
+/// binding.
 class OrvaRadioGroupView final : public OrvaThemed<QWidget> {
     Q_OBJECT
 
@@ -53,7 +53,7 @@ private:
     void showOptions(const QList<OrvaPickerOption>& options);
     void showSelection();
     void addButton(const OrvaPickerOption& option);
-    /// False when that has ended this view.
+    /// Returns false when the choice has ended this view.
     bool choose(int index);
     void choosePast(int index, int step);
     [[nodiscard]] int chosenIndex() const;

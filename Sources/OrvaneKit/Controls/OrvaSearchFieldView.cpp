@@ -89,7 +89,7 @@ void OrvaSearchFieldView::paintEvent(QPaintEvent* event)
         if (!text().isEmpty())
             paintOrvaSymbol(painter, QStringLiteral("xmark.circle.fill"), clearRect(),
                             orvaColor(OrvaColor::secondary));
-        // Typing goes here however the focus came: a field shows it always.
+        // Keys arrive here however the focus came, so a field always shows it.
         if (hasFocus())
             paintOrvaFocusRing(painter, shape(), corner);
     }

@@ -1,4 +1,4 @@
-// A field that narrows a list while one types.
+// A field that narrows a list as the user types.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaThemed.h"

@@ -15,7 +15,7 @@ namespace orvane {
 namespace {
 
 constexpr int ring = orvaRingMargin;
-constexpr int ownMargin = 2; // what the line edit leaves on either side by itself
+constexpr int ownMargin = 2; // the line edit's own margin at either side
 constexpr int narrowest = 72;
 constexpr double corner = 4;
 
@@ -68,7 +68,7 @@ bool OrvaSelectableTextView::isElided() const
 
 QSize OrvaSelectableTextView::sizeHint() const
 {
-    // One point more for the cursor behind the last letter.
+    // One point more is for the cursor behind the last letter.
     return QSize(static_cast<int>(std::ceil(lineWidth())) + 1 + 2 * ring, fontMetrics().height() + 2 * ring);
 }
 
@@ -87,7 +87,7 @@ void OrvaSelectableTextView::resizeEvent(QResizeEvent* event)
 void OrvaSelectableTextView::focusInEvent(QFocusEvent* event)
 {
     OrvaControl::focusInEvent(event);
-    // All is marked when the keyboard comes; the beginning stays in sight.
+    // The whole text is marked when the keyboard arrives, with its beginning visible.
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
         setSelection(static_cast<int>(text().size()), -static_cast<int>(text().size()));
 }

@@ -103,7 +103,7 @@ void OrvaSliderView::mouseReleaseEvent(QMouseEvent* event)
         setSliderDown(false);
 }
 
-// The wheel belongs to the page: scrolling over a control must not change it.
+// The wheel belongs to the page: scrolling over a control must not change its value.
 void OrvaSliderView::wheelEvent(QWheelEvent* event)
 {
     event->ignore();

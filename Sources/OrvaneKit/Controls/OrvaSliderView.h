@@ -10,7 +10,7 @@ namespace orvane {
 
 class OrvaSliderView final : public OrvaControl<QSlider> {
 public:
-    /// `detail` is what assistive technology reads beside the position.
+    /// `detail` is what assistive technology reads besides the position.
     OrvaSliderView(Binding<double> value, double lower, double upper, std::optional<double> step,
                    const QString& name, const Live<QString>& detail);
 

@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// To assistive technology it is the check box that it descends from.
+/// For assistive technology it is a check box, like its base class.
 class OrvaSwitchView final : public OrvaControl<QCheckBox> {
 public:
     OrvaSwitchView(Binding<bool> isOn, const Live<QString>& name,

@@ -8,7 +8,7 @@ namespace orvane {
 
 class OrvaTextButtonView final : public OrvaPushButtonView {
 public:
-    /// Space beside the text, points, for the focus ring.
+    /// The space beside the text for the focus ring, in points.
     static constexpr int margin = 2 + orvaRingMargin;
 
     explicit OrvaTextButtonView(const OrvaTextButton& button);

@@ -15,7 +15,7 @@ namespace {
 // No paragraph becomes narrower than this; a longer word breaks.
 constexpr int narrowest = 72;
 
-/// Lays the text out in lines of the given width; the height that they take.
+/// Lays the text out in lines of the given width; returns their height.
 double layOut(QTextLayout& layout, double width, Qt::Alignment alignment)
 {
     QTextOption option(alignment);
@@ -37,7 +37,7 @@ QString withLineSeparators(QString text)
     return text.replace(u'\n', QChar::LineSeparator);
 }
 
-/// Parts the text into single digits and the text between them, whose letters may be joined in writing.
+/// Splits the text into single digits and the text between them, whose letters may be joined.
 QStringList runs(const QString& text)
 {
     QStringList found;
@@ -114,7 +114,7 @@ double OrvaTextView::lineWidth() const
 
 QSize OrvaTextView::sizeHint() const
 {
-    // One point more, or the rounding of glyph positions may break the last word off.
+    // Without this one point more, the rounding of glyph positions may break the last word off.
     const int width = static_cast<int>(std::ceil(lineWidth())) + 1;
     return QSize(width, heightForWidth(width));
 }

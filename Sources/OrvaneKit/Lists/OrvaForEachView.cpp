@@ -15,7 +15,7 @@ namespace orvane {
 
 namespace {
 
-/// The part of `to` that is what `stop` is in `from`, or the nearest that takes focus.
+/// Returns the part of `to` at the position that `stop` has in `from`, or the nearest that takes focus.
 QWidget* counterpart(const QWidget& from, QWidget* stop, const QWidget& to)
 {
     QList<QWidget*> targets = focusPlaces(to);
@@ -142,7 +142,7 @@ void OrvaForEachView::leave(const std::vector<Row>& before)
     }
 }
 
-/// To what has come into the place of the row that leaves, or to what follows the list.
+/// Moves the focus to the row that takes the place of the removed one, or to what follows the list.
 void OrvaForEachView::moveFocus(QWidget& leaving, std::size_t place)
 {
     QWidget* const focus = QApplication::focusWidget();

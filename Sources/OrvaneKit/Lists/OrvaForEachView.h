@@ -1,4 +1,4 @@
-// A stack of views that follows a list: what comes again under an equal key stays as it is.
+// A stack of views that follows a list: a view whose key occurs again is kept.
 #pragma once
 
 #include "OrvaneKit/Model/OrvaControls.h"
@@ -18,8 +18,8 @@ class OrvaDividerView;
 /// equal, the nth keeps the nth.
 QList<qsizetype> keptIndices(const QStringList& before, const QStringList& after);
 
-/// Stands in for its items in a stack with dividers, and has its own between them; elsewhere it takes the
-/// spacing of the stack that it is in.
+/// In a stack with dividers it represents its items, and has dividers between them itself; elsewhere it takes
+/// the spacing of the stack that contains it.
 class OrvaForEachView final : public OrvaThemed<QWidget> {
 public:
     explicit OrvaForEachView(const Live<QList<OrvaForEach::Item>>& content);

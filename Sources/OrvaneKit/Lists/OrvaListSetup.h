@@ -1,4 +1,4 @@
-// What the lists of the kit have in common. Main thread.
+// The common set-up of the kit's lists. Main thread.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaTheme.h"
@@ -7,8 +7,8 @@ class QListView;
 
 namespace orvane {
 
-/// One row can be chosen, none is edited, the pointer is followed, and the slim scroll bar stands on
-/// `ground`.
+/// One row can be chosen, none is edited, the pointer is followed, and the slim scroll bar has the colour
+/// `ground` behind it.
 void setUpOrvaList(QListView& list, OrvaColor ground);
 
 } // namespace orvane

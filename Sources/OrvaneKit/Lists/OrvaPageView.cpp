@@ -54,7 +54,8 @@ OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& head
     setWidgetResizable(true);
     setVerticalScrollBar(new OrvaScrollBarView);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // It stands in the page's padding, always: columns are equally wide on long pages and on short ones.
+    // The scroll bar is always there, in the page's padding: columns are equally wide on long pages and on
+    // short ones.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     // The page itself is no stop of Tab, which goes on to the controls. After a click keys can scroll it.
     setFocusPolicy(Qt::ClickFocus);
@@ -76,7 +77,7 @@ OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& head
     auto* frame = new QHBoxLayout(ground);
     constexpr int padding = static_cast<int>(Orva::pagePadding);
     frame->setContentsMargins(padding, padding, padding - OrvaScrollBarView::thickness, padding);
-    // The column takes all that it may before the sides get anything.
+    // The column takes all the width it may before the sides get any.
     frame->addStretch(0);
     frame->addWidget(column, 1);
     frame->addStretch(0);

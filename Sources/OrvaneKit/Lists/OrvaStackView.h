@@ -1,4 +1,4 @@
-// Stacks of the view kit that keep up with children which come and go by a condition.
+// Stacks of the view kit that follow children which are shown and hidden by a condition.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -41,7 +41,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
-    /// By default a group without anything to show is left out itself.
+    /// By default a group that shows nothing is left out itself.
     virtual void childrenChanged();
     virtual void insert(QWidget& child);
     [[nodiscard]] bool showsAny() const;

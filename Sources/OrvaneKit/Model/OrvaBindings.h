@@ -1,4 +1,4 @@
-// Ties live values to what shows and sets them. Main thread.
+// Connects live values to the code that shows and sets them. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -11,7 +11,7 @@
 
 namespace orvane {
 
-/// Shows the present value at once and each new one, for as long as `subscriptions` lives.
+/// Shows the present value at once and each new one, while `subscriptions` lives.
 template <class T, class Show>
 void follow(Cancellables& subscriptions, const Live<T>& value, Show show)
 {
@@ -20,8 +20,8 @@ void follow(Cancellables& subscriptions, const Live<T>& value, Show show)
         subscriptions.push_back(std::move(subscription));
 }
 
-/// A value made of an observable member of an object, which it keeps alive:
-/// `mapped(lamp, &Lamp::glow, [](double glow) { return glow > 0; })`.
+/// Makes a value from an observable member of an object, which it keeps alive: `mapped(lamp, &Lamp::glow,
+/// [](double glow) { return glow > 0; })`.
 template <class Owner, class Property, class Make>
 [[nodiscard]] auto mapped(const std::shared_ptr<Owner>& owner, Property Owner::*member, Make make)
 {
@@ -30,8 +30,8 @@ template <class Owner, class Property, class Make>
     return Live<T>([bound, make] { return make(bound.get()); }, bound.sources());
 }
 
-/// A binding as one control shows it. The control shows every value that the binding takes, and after each
-/// set the one that it then has, so a value that was refused springs back.
+/// A binding in the form that one control needs. The control shows every value that the binding takes, and
+/// after each set the value that the binding then has, so a refused value goes back.
 template <class T>
 class OrvaBoundValue {
 public:
@@ -48,7 +48,7 @@ public:
 
     T get() const { return m_binding.get(); }
 
-    /// False when setting has ended the control, and this with it.
+    /// Returns false when the set has ended the control, and this with it.
     bool set(T value)
     {
         const QPointer<QObject> alive(m_control);
@@ -65,7 +65,7 @@ public:
         m_show(m_binding.get());
     }
 
-    /// While it shows a value, changes of the control don't come from the person.
+    /// True while it shows a value: changes of the control aren't the user's then.
     bool isShowing() const { return m_isShowing; }
 
 private:

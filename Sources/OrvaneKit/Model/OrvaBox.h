@@ -1,4 +1,4 @@
-// Lines and columns with the full choice of how their parts stand, from which composites are built.
+// Lines and columns with all choices of alignment and space, from which composites are built.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -9,7 +9,7 @@ namespace orvane {
 
 /// A view in a line or column, or room between two of them.
 struct OrvaBoxPart {
-    /// The share of the room that is left which goes to the part.
+    /// The part's share of the room that is left.
     enum class Fill {
         none,
         all,
@@ -32,14 +32,14 @@ struct OrvaBoxPart {
     {
         return {std::move(view), alignment, Fill::all};
     }
-    /// Points, beside the spacing of the box.
+    /// In points, in addition to the spacing of the box.
     static OrvaBoxPart gap(int points)
     {
         OrvaBoxPart part{AnyView()};
         part.room = points;
         return part;
     }
-    /// Room that is left, shared with others by weight.
+    /// Takes room that is left, shared with others by weight.
     static OrvaBoxPart rest(int weight)
     {
         OrvaBoxPart part{AnyView()};

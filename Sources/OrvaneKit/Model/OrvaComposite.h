@@ -1,5 +1,5 @@
-// Composite components: they describe themselves by other components, once for those who read the tree and
-// for those who render it.
+// Composite components: they are described by other components, once for reading the tree and for rendering
+// it.
 //
 // A composite has `AnyView body() const`, and `children()` returns what `body()` returns.
 #pragma once

@@ -1,4 +1,4 @@
-// Plain building stones between the rows and the pages: text, stacks, links.
+// Plain parts between the rows and the pages: text, stacks, links.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -34,7 +34,7 @@ struct OrvaEnabled {
     QList<AnyView> children() const { return {content}; }
 };
 
-/// Room of `side` points before the content.
+/// The content with `side` points of room before it.
 struct OrvaInset {
     double side = 0;
     AnyView content;
@@ -49,7 +49,7 @@ struct OrvaSymbolMark {
     OrvaColor color = OrvaColor::primary;
 };
 
-/// Side by side on one line, by their middles; `spacing` in points.
+/// Views side by side on one line, aligned by their middles; `spacing` in points.
 struct OrvaHStack {
     double spacing = 0;
     QList<AnyView> content;
@@ -57,7 +57,7 @@ struct OrvaHStack {
     [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
-/// One below the other, at the leading edge; `spacing` in points.
+/// Views one below the other, at the leading edge; `spacing` in points.
 struct OrvaVStack {
     double spacing = 0;
     QList<AnyView> content;
@@ -70,7 +70,7 @@ struct OrvaTextButton {
     QString title;
     std::function<void()> action;
     std::optional<QString> systemImage = std::nullopt;
-    /// Its tool tip, and its accessible description.
+    /// Its tool tip and its accessible description.
     QString help = {};
 };
 

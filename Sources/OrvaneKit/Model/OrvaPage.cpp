@@ -31,7 +31,7 @@ QList<AnyView> present(std::initializer_list<AnyView> views)
 }
 
 constexpr int textEdge = static_cast<int>(headerTile) + headerGap;
-// Controls bring the room for their focus rings with them.
+// Controls have their own room for their focus rings.
 constexpr QMargins belowText(textEdge - orvaRingMargin, 0, 0, 0);
 
 AnyView titleAndSubtitle(const OrvaPageHeader& header)

@@ -1,4 +1,4 @@
-// A page of the home window, and what stands in its head: icon tile, badge, chip, banner.
+// A page of the home window, and the parts of its head: icon tile, badge, chip, banner.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -12,7 +12,7 @@ namespace orvane {
 struct CapabilityState;
 
 /// A vertically scrolling page, limited to `pageWidth`. While `contentEnabled` is false the content is dimmed
-/// and doesn't react; header and banner stay live.
+/// and doesn't react; header and banner do.
 struct OrvaPage {
     Live<bool> contentEnabled = true;
     AnyView header = {};
@@ -22,7 +22,7 @@ struct OrvaPage {
     [[nodiscard]] QList<AnyView> children() const;
 };
 
-/// An icon tile, title and subtitle, `trailing` on the right; with `autoStart` a labelled switch, and
+/// An icon tile, title and subtitle, with `trailing` on the right; with `autoStart` a labelled switch, and
 /// `accessory` beside it or on lines of its own below.
 struct OrvaPageHeader {
     enum class AccessoryPlace { besideAutoStart, below };
@@ -81,7 +81,7 @@ struct OrvaIconTile {
     OrvaColor color = OrvaColor::accent;
 };
 
-/// A switch without label of its own; `accessibleName` is what assistive technology says.
+/// A switch without a visible label; assistive technology reads `accessibleName`.
 struct OrvaSwitch {
     Binding<bool> isOn;
     QString accessibleName;

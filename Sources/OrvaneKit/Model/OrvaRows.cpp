@@ -29,7 +29,7 @@ constexpr int ring = orvaRingMargin;
 constexpr int labelGap = 2;
 constexpr int controlGap = 16;
 
-/// Margins of a row whose controls bring the room for their focus ring with them.
+/// Margins of a row whose controls have their own room for the focus ring.
 constexpr QMargins controlMargins(rowH, rowV - ring, rowH - ring, rowV - ring);
 
 QWidget* makeLabel(const Live<QString>& title, const std::optional<Live<QString>>& caption, int vertical = 0)

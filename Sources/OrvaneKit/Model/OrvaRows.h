@@ -56,7 +56,7 @@ struct OrvaStepperRow {
     int step = 1;
 };
 
-/// A choice of a picker; `tag` is what the selection holds.
+/// A choice of a picker; `tag` is the value in the selection.
 struct OrvaPickerOption {
     QString title;
     QString tag;
@@ -80,7 +80,7 @@ struct OrvaValueRow {
 
 /// A push button; `systemImage` names a symbol shown before the title.
 struct OrvaButton {
-    /// A destructive one takes something away for good, and is shown in red.
+    /// A destructive button deletes something for good and is shown in red.
     enum class Role { plain, destructive };
 
     Live<QString> title;
@@ -92,7 +92,7 @@ struct OrvaButton {
     QString accessibleDescription = {};
 };
 
-/// Content that is there only while the condition holds.
+/// Content that is shown only while the condition holds.
 struct OrvaIf {
     Live<bool> condition;
     AnyView content;
@@ -103,8 +103,8 @@ struct OrvaIf {
     }
 };
 
-/// The room for its focus ring, in points, that the view's widget has on every side: layouts take it off
-/// their margins.
+/// Returns the room for a focus ring, in points, that the view's widget has on every side: layouts subtract
+/// it from their margins.
 int ringMargin(const AnyView& view);
 
 QWidget* makeOrvaWidget(const OrvaRow& row);

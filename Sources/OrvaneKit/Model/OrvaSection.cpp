@@ -10,7 +10,7 @@ namespace orvane {
 
 namespace {
 
-// Text beside a card is set in a little from the card's edge.
+// Text beside a card is indented a little from the card's edge.
 constexpr int textInset = 4;
 constexpr int headingGap = 8;
 constexpr int symbolGap = 6;

@@ -8,8 +8,8 @@
 
 namespace orvane {
 
-/// A stack without spacing, with a thin divider between the children that are shown: not before the first,
-/// not after the last, and none for a child that a condition leaves out.
+/// A stack without spacing, with a thin divider between the visible children: not before the first, not after
+/// the last, and none for a child that a condition leaves out.
 struct DividedVStack {
     QList<AnyView> content;
 

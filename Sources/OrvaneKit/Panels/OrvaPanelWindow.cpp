@@ -94,7 +94,7 @@ void OrvaPanelWindow::place()
     applyMargins();
 }
 
-/// The content stays off the border and inside the round corners.
+/// Keeps the content off the border and inside the round corners.
 void OrvaPanelWindow::placeContent()
 {
     if (!m_content)
@@ -103,7 +103,7 @@ void OrvaPanelWindow::placeContent()
     if (m_style.ground == Ground::clear)
         return;
     const QRectF inside = QRectF(m_content->rect()).adjusted(1, 1, -1, -1);
-    // Rounder than the border: a mask has whole points, which would show as steps on it.
+    // The corner is rounder than the border: a mask has whole points, which would show as steps on it.
     const double corner = m_translucency.get() ? m_style.corner + 3 : 0;
     QPainterPath shape;
     shape.addRoundedRect(inside, corner, corner);
@@ -127,7 +127,7 @@ void OrvaPanelWindow::orderFront()
 {
     m_isOrderedIn = true;
     if (!QWidget::isVisible()) {
-        create(); // the desktop's states are told before the window is shown
+        create(); // the desktop is told the window's states before it is shown
         windowHandle()->installEventFilter(this);
         applyMargins();
         platform().panels.joinAllSpaces(*windowHandle());
@@ -142,8 +142,8 @@ void OrvaPanelWindow::orderOut()
     hideOrderedOut();
 }
 
-/// A window that is hidden before the window manager has brought it up is brought up nevertheless, and stays:
-/// so its coming is waited for.
+/// A window that is hidden before the window manager has shown it is shown nevertheless, and stays, so this
+/// waits until it is shown.
 void OrvaPanelWindow::hideOrderedOut()
 {
     if (!m_isOrderedIn && QWidget::isVisible() && windowHandle()->isExposed())
@@ -181,7 +181,7 @@ void OrvaPanelWindow::paintEvent(QPaintEvent*)
         m_shadow.paint(painter, body());
     if (m_style.ground == Ground::clear)
         return;
-    // The ground goes over the shadow that would otherwise darken it from below.
+    // The ground is painted over the shadow, which would otherwise darken it from below.
     painter.setPen(QPen(orvaColor(OrvaColor::controlStroke), 1));
     painter.setBrush(orvaColor(OrvaColor::window));
     painter.drawRoundedRect(edge, m_style.corner - 0.5, m_style.corner - 0.5);

@@ -1,8 +1,8 @@
 // A floating panel of the program: on all desktops, above everything, and without taking the keyboard from
 // the program that the user works with. Main thread.
 //
-// Where a compositor runs it is translucent, with round corners and a shadow outside its frame; where none
-// does it is an opaque rectangle with a border. It follows while it is shown.
+// Where a compositor runs it is translucent, with round corners and a shadow outside its frame; elsewhere it
+// is an opaque rectangle with a border. It changes while it is shown when a compositor starts or ends.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
@@ -38,14 +38,14 @@ public:
     explicit OrvaPanelWindow(Style style);
     ~OrvaPanelWindow() override;
 
-    /// Fills the frame. Taken over; the last one goes.
+    /// The content fills the frame. Takes ownership and deletes the former content.
     void setContentView(QWidget* content);
 
     /// A rectangle in the space of the screens; the shadow lies outside of it.
     void setFrame(const Rect& frame);
     [[nodiscard]] const Rect& frame() const { return m_frame; }
 
-    /// Shows it above all others; the program with the keyboard keeps it.
+    /// Shows it above all other windows; the program with the keyboard keeps it.
     void orderFront();
     void orderOut();
     /// True between orderFront() and orderOut().
@@ -59,7 +59,7 @@ public:
     std::function<void()> onCloseRequest;
 
 protected:
-    /// The frame in the coordinates of this widget.
+    /// Returns the frame in the coordinates of this widget.
     QRectF body() const;
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -82,7 +82,7 @@ private:
     std::unique_ptr<NotificationCenter::Token> m_compositing;
 };
 
-/// A panel that can take the keyboard, for a field to type into.
+/// A panel that can take the keyboard, for a field to type in.
 class KeyablePanel : public OrvaPanelWindow {
 public:
     KeyablePanel() : KeyablePanel(Style{}) {}

@@ -5,7 +5,7 @@
 
 namespace orvane {
 
-/// After the first call each `View` is described by an `Interface`, which is made from a pointer to it.
+/// After the first call an `Interface` describes each `View`; it is made from a pointer to the view.
 template <class View, class Interface>
 void describeWith()
 {

@@ -1,4 +1,4 @@
-// The order in which Tab goes through a part of a window, and how the focus is handed on. Main thread.
+// The order in which Tab goes through a part of a window, and the passing on of the focus. Main thread.
 #pragma once
 
 #include <QList>
@@ -16,17 +16,17 @@ namespace orvane {
 
 /// Returns the widgets below `root` at which Tab stops now, in its order.
 [[nodiscard]] QList<QWidget*> tabStops(const QWidget& root);
-/// Null where there is none.
+/// Returns null where there is none.
 [[nodiscard]] QWidget* firstTabStop(const QWidget& root);
 
-/// Puts the widgets behind each other in the order of Tab, the first one behind `before` if there is one.
+/// Puts the widgets one after the other in the order of Tab, the first one after `before` if that is given.
 /// Returns the last one, or `before` when there are none.
 QWidget* chainTabs(QWidget* before, const QList<QWidget*>& widgets);
 
 /// Returns true if the widget was last used with the keyboard; false for null.
 [[nodiscard]] bool isUsedByKeyboard(const QWidget* widget);
-/// Gives `to` the focus in the place of `from`, which may be null. It shows a focus ring if `from` was used
-/// with the keyboard.
+/// Gives `to` the focus in place of `from`, which may be null. It shows a focus ring if `from` was used with
+/// the keyboard.
 void handFocusOn(const QWidget* from, QWidget& to);
 
 } // namespace orvane

@@ -44,7 +44,7 @@ void OrvaSoftShadow::paint(QPainter& painter, const QRectF& box)
         m_picture = picture(strength, ratio);
         m_strength = strength;
     }
-    const double edge = m_shape.room + m_shape.corner; // of a corner's part, points
+    const double edge = m_shape.room + m_shape.corner; // the side of a corner's part, in points
     const double whole = m_picture.width();
     const QRectF to = box.adjusted(-m_shape.room, -m_shape.room, m_shape.room, m_shape.room);
     const std::array<double, 4> source{0, edge * ratio, whole - edge * ratio, whole};

@@ -1,4 +1,4 @@
-// The soft shadow of something with round corners. Main thread.
+// The soft shadow of a shape with round corners. Main thread.
 #pragma once
 
 #include <QPixmap>
@@ -8,24 +8,24 @@ class QPainter;
 
 namespace orvane {
 
-/// Painted by nine parts of one small picture, which is kept: whatever the size, a shadow costs the same.
+/// Painted from nine parts of one small picture, which is kept, so a shadow costs the same for any size.
 class OrvaSoftShadow {
 public:
     struct Shape {
-        double corner; // radius of what casts it, points
-        double room;   // around what casts it, on each side, points; the shadow ends there at the latest
-        double fall;   // downwards, points
-        double inset;  // inside of the shape that falls, where it begins to fade, points
-        /// The higher, the quicker it fades: opacity follows the rest of the way to this power.
+        double corner; // radius of the shape's corners, in points
+        double room;   // around the shape on each side, in points; the shadow ends there at the latest
+        double fall;   // the distance by which it falls downwards, in points
+        double inset;  // the distance inside the fallen shape at which it begins to fade, in points
+        /// The higher the exponent, the quicker it fades: the opacity is the rest of the way to this power.
         double power;
-        /// Opacity before it begins to fade, 0 to 1.
+        /// The opacity before it begins to fade, 0 to 1.
         double strengthOnLight;
         double strengthOnDark;
     };
 
     explicit OrvaSoftShadow(const Shape& shape) : m_shape(shape) {}
 
-    /// `box` is what casts it, at least twice as wide and high as its corner's radius.
+    /// `box` is the shape, at least twice as wide and high as its corner's radius.
     void paint(QPainter& painter, const QRectF& box);
 
 private:

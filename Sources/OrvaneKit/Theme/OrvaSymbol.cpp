@@ -29,7 +29,7 @@ void paintOrvaSymbol(QPainter& painter, const QString& name, const QRectF& rect,
     const double ratio = painter.device()->devicePixelRatioF();
     const double side = qMin(rect.width(), rect.height());
     const QPixmap pixmap = orvaSymbolPixmap(name, side, color, ratio, weight);
-    // A picture between two pixels would be smeared over both.
+    // A picture between two pixels would be blurred over both.
     const QPointF corner = painter.transform().map(rect.center() - QPointF(side, side) / 2) * ratio;
     const QPointF snapped = QPointF(std::round(corner.x()), std::round(corner.y())) / ratio;
     painter.drawPixmap(painter.transform().inverted().map(snapped), pixmap);

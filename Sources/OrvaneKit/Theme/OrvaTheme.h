@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-/// Points.
+/// In points.
 namespace Orva {
 inline constexpr double pagePadding = 26;   // inner margin of a page
 inline constexpr double pageWidth = 640;    // page content is limited to it
@@ -18,7 +18,7 @@ inline constexpr double disabledDim = 0.38; // opacity of disabled page content
 inline constexpr double bannerCorner = 10;  // corner radius of a status banner
 } // namespace Orva
 
-/// A colour by its role; the token table gives its value, light or dark.
+/// A colour by its role; the token table has its light and its dark value.
 enum class OrvaColor {
     window,     // behind a page
     sidebar,    // behind the list of pages
@@ -28,7 +28,7 @@ enum class OrvaColor {
     primary,   // text
     secondary, // lesser text
     accent,
-    link, // text that is pressed
+    link, // text that can be pressed
     green,
     orange,
     red,
@@ -48,10 +48,10 @@ QColor orvaColor(OrvaColor color);
 /// The colour for a light or a mark without text: livelier than that of text, with a contrast of 3 to every
 /// ground.
 QColor orvaLightColor(OrvaColor color, OrvaScheme scheme);
-/// `color` at an opacity of 0 to 1, on top of its own.
+/// Returns `color` at an opacity of 0 to 1, multiplied by its own.
 QColor faded(QColor color, double opacity);
 
-/// Roles of text, all on one scale under the application's font.
+/// Roles of text, all on one scale relative to the application's font.
 enum class OrvaFont {
     title, // bold
     headline,

@@ -38,7 +38,7 @@ void setOrvaFieldColors(QWidget& field)
     colors.setColor(QPalette::PlaceholderText, orvaColor(OrvaColor::secondary));
     colors.setColor(QPalette::Highlight, orvaColor(OrvaColor::accent));
     colors.setColor(QPalette::HighlightedText, orvaColor(OrvaColor::onAccent));
-    // Setting a palette is a change of the theme itself, even to an equal one.
+    // To set a palette is a change of the theme itself, even if it is an equal one.
     if (colors != field.palette())
         field.setPalette(colors);
 }

@@ -1,5 +1,6 @@
-// The base of the view kit's widgets. They follow the desktop's colours and font while they are shown,
-// and controls show their focus ring to those who use the keyboard. Painting that several share is here too.
+// The base of the view kit's widgets. They follow the desktop's colours and font while they are shown, and
+// controls show their focus ring to people who use the keyboard. Painting that several of them share is here
+// too.
 #pragma once
 
 #include "OrvaneKit/Theme/OrvaTheme.h"
@@ -11,10 +12,10 @@
 
 namespace orvane {
 
-/// Space around a control for its focus ring, in points.
+/// The space around a control for its focus ring, in points.
 inline constexpr int orvaRingMargin = 3;
 
-/// Opacity of a control that is disabled by itself, and not with the page around it.
+/// The opacity of a control that is disabled by itself, and not with its page.
 inline constexpr double orvaDisabledOpacity = 0.45;
 
 template <class Base>
@@ -23,7 +24,7 @@ public:
     using Base::Base;
 
 protected:
-    /// Colours are read when painting; what is kept of them or of the font is renewed here.
+    /// Colours are read at painting; values derived from them or from the font are renewed here.
     virtual void themeChanged() {}
 
     bool event(QEvent* event) override
@@ -42,7 +43,7 @@ protected:
         return handled;
     }
 
-    /// A page that is disabled as a whole is dimmed as a whole: its parts must not fade a second time.
+    /// A page that is disabled as a whole is dimmed as a whole: its parts must not be dimmed a second time.
     [[nodiscard]] double ownOpacity() const
     {
         return this->testAttribute(Qt::WA_ForceDisabled) ? orvaDisabledOpacity : 1.0;
@@ -52,20 +53,20 @@ protected:
 /// Draws a ring around a control of the given shape, inside `orvaRingMargin`.
 void paintOrvaFocusRing(QPainter& painter, const QRectF& shape, double corner);
 
-/// A thin line from one point to the other, one pixel of the screen at any scale.
+/// Paints a thin line from one point to the other, one pixel of the screen at any scale.
 void paintOrvaDivider(QPainter& painter, const QPointF& from, const QPointF& to);
 
-/// One line of text in the painter's font and pen, at the leading edge and in the vertical middle of `room`.
-/// Text that finds no room gives way as `mode` says.
+/// Paints one line of text in the painter's font and pen, at the leading edge and in the vertical middle of
+/// `room`. Text that doesn't fit is shortened as `mode` says.
 void paintOrvaElidedText(QPainter& painter, const QRectF& room, Qt::LayoutDirection direction,
                          const QString& text, Qt::TextElideMode mode = Qt::ElideRight);
 
-/// The colours of a field whose ground is painted by what it stands on.
+/// Sets the colours of a field whose ground is painted by the view behind it.
 void setOrvaFieldColors(QWidget& field);
-/// The colour that a scrolling view is filled with.
+/// Sets the colour with which a scrolling view is filled.
 void setOrvaGround(QWidget& view, OrvaColor color);
 
-/// A text whose ampersands are shown, for what would take them as marks of shortcuts.
+/// Doubles a text's ampersands for widgets that would take them as marks of shortcuts.
 [[nodiscard]] QString escapedMnemonics(QString text);
 
 /// The box of a button, picker or stepper.
@@ -73,8 +74,7 @@ void paintOrvaControlBox(QPainter& painter, const QRectF& shape, double corner, 
 /// The box of the button that Return presses.
 void paintOrvaDefaultBox(QPainter& painter, const QRectF& shape, double corner, bool pressed);
 
-/// Remembers whether a control was last used with the keyboard. Where its focus goes on to, the ring goes
-/// too.
+/// Knows if a control was last used with the keyboard. The ring goes on with the focus then.
 class OrvaKeyboardUse {
 public:
     [[nodiscard]] bool isUsedByKeyboard() const { return m_keyboardFocus; }
@@ -93,7 +93,7 @@ protected:
     bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
     /// True while the pointer is on a control that can be used.
     bool isHovered() const { return this->underMouse() && this->isEnabled(); }
-    /// The rectangle of the control itself, without the ring's margin.
+    /// Returns the rectangle of the control itself, without the ring's margin.
     QRectF shape() const
     {
         constexpr double m = orvaRingMargin;
@@ -111,7 +111,7 @@ protected:
         case Qt::MouseFocusReason:
             m_keyboardFocus = false;
             break;
-        default: // a window that comes to the front says nothing about how it is used
+        default: // a window that comes to the front doesn't show how it is used
             break;
         }
         Base::focusInEvent(event);
