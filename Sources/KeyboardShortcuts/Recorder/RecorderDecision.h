@@ -43,8 +43,8 @@ struct RecorderDecision {
     friend bool operator==(const RecorderDecision&, const RecorderDecision&) = default;
 };
 
-/// The decision depends on these beside the event. The two questions are asked only about a shortcut that
-/// could be taken, the second only when the first has found nothing.
+/// The state on which the decision depends besides the event. The two questions are asked only about a
+/// shortcut that could be taken, the second only when the first has found nothing.
 struct RecorderSurroundings {
     /// The control's bounds, in the space of the event's location.
     QRectF bounds;
@@ -52,7 +52,7 @@ struct RecorderSurroundings {
     std::function<std::optional<QString>(const Shortcut&)> menuItemTitle;
     std::function<bool(const Shortcut&)> isUsedBySystem;
 
-    /// For a control with these bounds: asks the menus of this program, and the system.
+    /// Makes the state for a control with these bounds: it asks the menus of this program, and the system.
     [[nodiscard]] static RecorderSurroundings of(const QRectF& bounds);
 };
 

@@ -17,7 +17,7 @@ public:
 
     /// Returns the description of a shortcut, empty without one.
     const QString& stringValue() const { return m_stringValue; }
-    /// The words that stand in the place of an empty text.
+    /// Returns the text that is shown in place of an empty one.
     const QString& placeholder() const { return m_placeholder; }
 
     [[nodiscard]] QSize sizeHint() const override;
