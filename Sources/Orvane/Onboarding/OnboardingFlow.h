@@ -1,7 +1,7 @@
-// The first run in the home window: welcome, permissions, choice of features.
+// The first start's content of the home window: welcome, permissions, choice of features.
 //
-// It keeps nothing but the page it is on: whoever quits in the middle begins again, with the features that
-// he has turned on.
+// Only the present page is kept, and only in memory: after an early quit the first run begins again, with the
+// features that were turned on.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"

@@ -33,7 +33,7 @@ public:
                              .meaning = byStatus(QStringLiteral("Granted"), QStringLiteral("Not granted"))};
     }
 
-    /// Name and level above the note.
+    /// Returns the name and level above the note.
     AnyView text() const
     {
         const OrvaBox head{

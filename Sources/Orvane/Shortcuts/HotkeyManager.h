@@ -13,8 +13,8 @@ public:
     using IsActive = std::function<bool()>;
     using Handler = std::function<void()>;
 
-    /// Binds for good: a shortcut that the user stores under `id` later fires too. The action runs when the
-    /// keys are let go.
+    /// The binding is permanent: a shortcut that the user stores under `id` later fires too. The action runs
+    /// when the keys are released.
     void registerHotkey(const QString& id, IsActive isActive, Handler handler);
     /// Binds without a gate.
     void registerAppLevel(const QString& id, Handler handler);

@@ -136,7 +136,7 @@ void OrvaPopoverPanelView::focusChanged(QWidget* now)
             close();
         return;
     }
-    // The widget that gave the focus up may be about to hand it on.
+    // The widget that gave the focus up may be about to pass it on.
     QMetaObject::invokeMethod(
         this,
         [this] {

@@ -39,7 +39,7 @@ private:
     QPointer<QWidget> m_anchor;
     QPointer<QWidget> m_lastStop; // the stop from which Tab goes on
     Side m_side = Side::below;
-    double m_tip = 0; // of the arrow, x in this widget
+    double m_tip = 0; // x of the arrow's tip in this widget
     OrvaSoftShadow m_shadow;
 };
 

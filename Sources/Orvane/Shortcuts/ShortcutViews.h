@@ -1,5 +1,4 @@
-// Parts of the chips of shortcuts: chips that can be pressed, in lines, with panels that hang on
-// them. Main thread.
+// Parts of the chips of shortcuts: chips that can be pressed, in lines, with panels at them. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
@@ -11,10 +10,10 @@
 
 namespace orvane {
 
-/// Items of a line begin right behind each other, or in columns as wide as the widest item.
+/// How the items of a line are placed: directly after each other, or in columns as wide as the widest item.
 enum class OrvaWrapColumns { none, equal };
 
-/// Side by side in as many lines as it takes; `spacing` in points, between lines too.
+/// Views side by side in as many lines as needed; `spacing` in points, between lines too.
 struct OrvaWrap {
     double spacing = 0;
     QList<AnyView> content;
@@ -30,9 +29,9 @@ struct OrvaChipButton {
     std::function<void()> action;
 };
 
-/// A small panel inside the window that hangs on an anchor while `isPresented`, made anew at each opening. A
-/// click beside it, Escape and focus that goes elsewhere close it. `padding` goes to the outline of the
-/// controls in it, whose room for focus rings lies beyond.
+/// A small panel at an anchor inside the window while `isPresented`, made anew at each opening. A click
+/// beside it, Escape and focus that goes elsewhere close it. `padding` reaches to the outline of its
+/// controls, whose room for focus rings lies beyond.
 struct OrvaPopover {
     Binding<bool> isPresented;
     double width = 260;
