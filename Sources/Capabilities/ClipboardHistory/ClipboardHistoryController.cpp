@@ -69,6 +69,7 @@ void ClipboardHistoryController::wirePanel()
 
 void ClipboardHistoryController::loadHistory()
 {
+    m_isListKnown = true;
     if (!m_settings->persist.get()) {
         showItems();
         return;
@@ -125,6 +126,9 @@ void ClipboardHistoryController::showItems()
 void ClipboardHistoryController::clearHistory()
 {
     endCaptures();
+    // The feature may have been off since the start: its pins are on the disk alone.
+    if (!m_isListKnown)
+        loadHistory();
     applySaveAndShow([](ClipboardStore& store) { store.clearUnpinned(); });
 }
 
@@ -171,7 +175,8 @@ void ClipboardHistoryController::endCaptures()
 void ClipboardHistoryController::suspend()
 {
     endCaptures();
-    saveHistory();
+    if (m_isListKnown)
+        saveHistory();
     m_panel.hide();
 }
 

@@ -92,6 +92,7 @@ private:
     std::shared_ptr<ArchiveQueue> m_archiveQueue;
     std::shared_ptr<Loading> m_loading;                       // null once the list is there
     std::deque<std::shared_ptr<ClipboardCapture>> m_captures; // in the order of the copies
+    bool m_isListKnown = false;                               // the disk was asked for it, or needn't be
     unsigned m_selections = 0;
     std::deque<std::unique_ptr<Timer>> m_pastes; // all after the same delay, so they fire in order
 };

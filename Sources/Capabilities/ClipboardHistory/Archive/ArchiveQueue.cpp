@@ -9,7 +9,6 @@
 
 #include <deque>
 #include <mutex>
-#include <optional>
 #include <utility>
 
 namespace orvane {
@@ -22,6 +21,8 @@ struct ArchiveQueue::State : std::enable_shared_from_this<State> {
     void add(Job job);
     /// Keeps this object until its work is done.
     Executor executor();
+    /// Work that later saves build on: none of them takes the place of one that waits in front of it.
+    void addReading(Job job);
     void addSave(Snapshot snapshot);
     void endSaves();
     void addUnlisted(const QString& name);
@@ -37,11 +38,11 @@ private:
 
     void wake(bool isIdle);
     void run();
-    void runSave();
+    void runSave(const std::shared_ptr<Save>& save);
 
     std::mutex m_mutex; // guards all below
     std::deque<Job> m_jobs;
-    std::optional<Save> m_save; // has one place in the queue
+    std::shared_ptr<Save> m_replaceable; // the save that waits and may still become a newer one
     QSet<QString> m_unlisted;
     bool m_isRunning = false;
     bool m_isPurged = false;
@@ -59,6 +60,14 @@ Executor ArchiveQueue::State::executor()
     return [self = shared_from_this()](Job job) { self->add(std::move(job)); };
 }
 
+void ArchiveQueue::State::addReading(Job job)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_replaceable.reset();
+    m_jobs.push_back(std::move(job));
+    wake(!std::exchange(m_isRunning, true));
+}
+
 /// A newer list takes the place of the one that waits, also before what was asked for in between: that is
 /// only pictures, which go by the names of the newer one.
 void ArchiveQueue::State::addSave(Snapshot snapshot)
@@ -66,11 +75,13 @@ void ArchiveQueue::State::addSave(Snapshot snapshot)
     const std::scoped_lock lock(m_mutex);
     if (m_isPurged)
         return;
-    const bool waits = m_save.has_value();
-    m_save = Save{std::move(snapshot), m_unlisted};
-    if (waits)
+    Save newest{std::move(snapshot), m_unlisted};
+    if (m_replaceable) {
+        *m_replaceable = std::move(newest);
         return;
-    m_jobs.emplace_back([this] { runSave(); });
+    }
+    m_replaceable = std::make_shared<Save>(std::move(newest));
+    m_jobs.emplace_back([this, save = m_replaceable] { runSave(save); });
     wake(!std::exchange(m_isRunning, true));
 }
 
@@ -78,8 +89,6 @@ void ArchiveQueue::State::endSaves()
 {
     const std::scoped_lock lock(m_mutex);
     m_isPurged = true;
-    if (m_save)
-        m_save->snapshot = nullptr;
 }
 
 void ArchiveQueue::State::addUnlisted(const QString& name)
@@ -118,20 +127,22 @@ void ArchiveQueue::State::run()
     }
 }
 
-void ArchiveQueue::State::runSave()
+void ArchiveQueue::State::runSave(const std::shared_ptr<Save>& save)
 {
-    std::optional<Save> save;
+    Save taken;
     {
         const std::scoped_lock lock(m_mutex);
-        save = std::exchange(m_save, std::nullopt);
+        if (m_replaceable == save)
+            m_replaceable.reset();
+        if (m_isPurged)
+            return;
+        taken = std::move(*save);
         // Those of the moment when it was asked for are in the list by now, but not in this one.
-        save->unlisted.unite(m_unlisted);
+        taken.unlisted.unite(m_unlisted);
     }
-    if (!save->snapshot)
-        return;
-    QList<ClipItem> items = save->snapshot();
+    QList<ClipItem> items = taken.snapshot();
     archive.save(items);
-    for (const QString& name : std::as_const(save->unlisted))
+    for (const QString& name : std::as_const(taken.unlisted))
         items.append(ClipItem{.kind = ClipKind::image, .imageFileName = name});
     archive.pruneImages(items);
 }
@@ -170,8 +181,8 @@ ArchiveQueue::ArchiveQueue(HistoryArchive archive) : m_state(std::make_shared<St
 std::shared_ptr<const QList<ClipItem>> ArchiveQueue::load(std::function<void()> completion)
 {
     auto items = std::make_shared<QList<ClipItem>>();
-    m_state->add([state = m_state.get(), items, completion = std::move(completion),
-                  &runLoop = platform().mainRunLoop] {
+    m_state->addReading([state = m_state.get(), items, completion = std::move(completion),
+                         &runLoop = platform().mainRunLoop] {
         *items = state->archive.load();
         runLoop.perform(completion);
     });

@@ -1,7 +1,7 @@
 // The archive's work on the disk, one piece after the other on a thread of the pool. Main thread.
 //
 // What was asked for is done also when this object ends, and before the program does. Of saves that wait only
-// the newest is done.
+// the newest is done; a save that is asked for after a loading comes after it.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Archive/HistoryArchive.h"

@@ -88,6 +88,33 @@ TEST_F(HistoryLoadingTest, TheFileNeverLacksWhatIsStillBeingRead)
     EXPECT_EQ(savedItems(), QList<ClipItem>({pinned, stored[1], stored[2]}));
 }
 
+TEST_F(HistoryLoadingTest, ASaveThatWaitsInFrontOfTheLoadingDoesNotTakeALaterOneWithIt)
+{
+    load();
+    controller->suspend(); // a save waits for the pool
+    controller->loadHistory();
+    model().onTogglePin(stored[0]); // and another one, which needs the list
+    fake.runLoop.drainDetached();
+    ClipItem pinned = stored[0];
+    pinned.pinned = true;
+    EXPECT_EQ(savedItems(), QList<ClipItem>({pinned, stored[1], stored[2]}));
+}
+
+TEST_F(HistoryLoadingTest, ClearingAListThatWasNeverReadKeepsItsPins)
+{
+    controller->clearHistory();
+    settle();
+    EXPECT_EQ(itemTexts(), QStringList{QStringLiteral("b")});
+    EXPECT_EQ(savedItems(), items());
+}
+
+TEST_F(HistoryLoadingTest, SwitchingOffWhatWasNeverOnLeavesTheFileAsItWas)
+{
+    controller->suspend();
+    settle();
+    EXPECT_EQ(savedItems(), stored);
+}
+
 TEST_F(HistoryLoadingTest, AProgramThatEndsMeanwhileHasSavedTheWhole)
 {
     controller->loadHistory();
