@@ -47,6 +47,9 @@ void HtmlReader::beginTag(const HtmlToken& tag)
 {
     const HtmlStyle style = htmlStyle(tag.attributes.style);
     const HtmlElement tagKind = kind(tag, style);
+    const bool hides = tagKind == HtmlElement::hidden && !m_elements.empty() && m_elements.back().isShown;
+    if (m_elements.size() >= maximumDepth && !hides)
+        return flatten(tag, tagKind);
     closeImplied(tag.name, tagKind);
     Element element = m_elements.empty() ? Element{} : m_elements.back();
     element.name = tag.name;
@@ -71,6 +74,10 @@ void HtmlReader::endTag(const QByteArray& name)
 {
     if (name == "body" || name == "html")
         return; // what follows still belongs to it
+    if (const auto flattened = m_flattened.find(name); flattened != m_flattened.end() && *flattened > 0) {
+        --*flattened;
+        return breakFlattened(htmlElement(name));
+    }
     const bool crossesCells = isTablePart(name);
     const auto found =
         innermost([&](const Element& element) { return element.name == name; },
@@ -87,6 +94,24 @@ void HtmlReader::endTag(const QByteArray& name)
         m_elements.erase(m_elements.begin() + static_cast<std::ptrdiff_t>(*found));
     else
         closeFrom(*found);
+}
+
+/// Keeps the break that an element makes, and forgets the element.
+void HtmlReader::flatten(const HtmlToken& tag, HtmlElement kind)
+{
+    if (!isVoid(tag.name))
+        ++m_flattened[tag.name];
+    breakFlattened(kind);
+}
+
+void HtmlReader::breakFlattened(HtmlElement kind)
+{
+    if (!m_elements.back().isShown)
+        return;
+    if (kind == HtmlElement::lineBreak)
+        m_flow.lineBreak();
+    else if (isBlock(kind) || kind == HtmlElement::cell)
+        m_flow.boundary();
 }
 
 void HtmlReader::text(QStringView text)
@@ -163,6 +188,8 @@ void HtmlReader::closeInnermost()
 {
     const Element element = m_elements.back();
     m_elements.pop_back();
+    if (m_elements.size() < maximumDepth)
+        m_flattened.clear(); // they were inside
     if (!element.isShown)
         return;
     m_isBeginOfPreformatted = false;

@@ -5,6 +5,8 @@
 #include "Capabilities/PlainPaste/Html/HtmlFlow.h"
 #include "Capabilities/PlainPaste/Html/HtmlScanner.h"
 
+#include <QHash>
+
 #include <vector>
 
 namespace orvane {
@@ -16,8 +18,9 @@ public:
     void text(QStringView text);
     QString take();
 
-    /// How many elements are open.
-    [[nodiscard]] std::size_t depth() const { return m_elements.size(); }
+    /// Elements inside so many others count for their breaks and their text alone.
+    static constexpr std::size_t maximumDepth = 512;
+
     /// How many elements were looked at, in search of one to close.
     [[nodiscard]] qint64 cost() const { return m_cost; }
 
@@ -35,6 +38,8 @@ private:
         int next = 1;
     };
 
+    void flatten(const HtmlToken& tag, HtmlElement kind);
+    void breakFlattened(HtmlElement kind);
     static HtmlElement kind(const HtmlToken& tag, const HtmlStyle& style);
     void closeImplied(const QByteArray& name, HtmlElement kind);
     template <typename Wanted, typename Border>
@@ -46,6 +51,7 @@ private:
 
     HtmlFlow m_flow;
     std::vector<Element> m_elements;
+    QHash<QByteArray, int> m_flattened; // how many of each name are open beyond the greatest depth
     std::vector<List> m_lists;
     std::vector<int> m_cellsOfRows; // begun so far, of each open row
     bool m_isBeginOfPreformatted = false;

@@ -54,7 +54,7 @@ std::optional<QString> decode(QByteArrayView document)
             reader.endTag(token->name);
             break;
         }
-        if (reader.depth() > maximumDepth || reader.cost() > maximumCost(utf8))
+        if (reader.cost() > maximumCost(utf8))
             return std::nullopt;
     }
     return reader.take();

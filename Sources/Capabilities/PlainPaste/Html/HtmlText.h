@@ -10,11 +10,10 @@ namespace orvane::HtmlText {
 
 /// 32 MiB.
 inline constexpr qsizetype maximumSize = qsizetype{32} * 1024 * 1024;
-inline constexpr int maximumDepth = 512;
 
-/// Nothing for a document that is larger than `maximumSize`, has elements deeper than `maximumDepth` or
-/// would cost too much to follow. Anything else is HTML; line breaks at the end aren't part of the text.
-/// Any thread. Nothing that the document refers to is looked up, style sheets included.
+/// Returns nothing for a document that is larger than `maximumSize` or would cost too much to follow.
+/// Anything else is HTML; line breaks at the end aren't part of the text. Any thread. Nothing that the
+/// document refers to is looked up, style sheets included.
 std::optional<QString> decode(QByteArrayView document);
 
 } // namespace orvane::HtmlText

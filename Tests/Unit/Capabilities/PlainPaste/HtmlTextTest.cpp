@@ -1,4 +1,5 @@
 #include "Capabilities/PlainPaste/Html/HtmlText.h"
+#include "Capabilities/PlainPaste/Html/HtmlReader.h"
 
 #include <QStringEncoder>
 #include <QStringList>
@@ -226,10 +227,28 @@ QByteArray nested(int depth)
     return QByteArray("<div>").repeated(depth) + "a";
 }
 
-TEST(HtmlTextRefusal, EndsWhereElementsAreTooDeep)
+TEST(HtmlTextDepth, WhatIsNestedTooDeepIsFlattened)
 {
-    EXPECT_EQ(textOf(nested(orvane::HtmlText::maximumDepth)), QStringLiteral("a"));
-    EXPECT_FALSE(textOf(nested(orvane::HtmlText::maximumDepth + 1)));
+    constexpr int depth = int{orvane::HtmlReader::maximumDepth};
+    EXPECT_EQ(textOf(nested(depth)), QStringLiteral("a"));
+    EXPECT_EQ(textOf(nested(depth + 1)), QStringLiteral("a"));
+    EXPECT_EQ(textOf(nested(100'000)), QStringLiteral("a"));
+}
+
+TEST(HtmlTextDepth, WhatIsFlattenedKeepsItsBreaksAndIsClosedByItsOwnEnd)
+{
+    const QByteArray deep = QByteArray("<div>").repeated(int{orvane::HtmlReader::maximumDepth});
+    EXPECT_EQ(textOf(deep + "a<p>b</p>c<br>d<b>e</b>f"), QStringLiteral("a\nb\nc\ndef"));
+    EXPECT_EQ(textOf("<ul><li>" + deep + "<ul><li>a</li></ul>" + "b" +
+                     QByteArray("</div>").repeated(int{orvane::HtmlReader::maximumDepth}) +
+                     "</li><li>c</ul>"),
+              QStringLiteral("• a\nb\n• c"));
+}
+
+TEST(HtmlTextDepth, WhatIsHiddenStaysHiddenHoweverDeepItIs)
+{
+    const QByteArray deep = QByteArray("<div>").repeated(int{orvane::HtmlReader::maximumDepth});
+    EXPECT_EQ(textOf(deep + "a<style>b{}</style>c<div hidden>d<div>e</div>f</div>g"), QStringLiteral("acg"));
 }
 
 TEST(HtmlTextRefusal, LeavesLargerDocumentsAlone)
