@@ -34,7 +34,8 @@ struct PasteboardContents {
     int changeCount = 0;
     /// All types that are present, read or not.
     QStringList types = {};
-    /// The data of those asked-for types that could be read. Texts, HTML and URLs are in UTF-8.
+    /// The data of those asked-for types that could be read. Texts, HTML and URLs are in UTF-8;
+    /// several URLs, such as those of remote files, stand one on a line.
     QMap<QString, QByteArray> data = {};
     /// All files, in order, when `pasteboardType::fileURL` was asked for.
     QList<QUrl> fileURLs = {};

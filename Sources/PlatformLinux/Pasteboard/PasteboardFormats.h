@@ -7,6 +7,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <chrono>
 #include <optional>
 
 namespace orvane {
@@ -29,7 +30,10 @@ QString decodeText(const QByteArray& bytes);
 QString decodeLatin1(const QByteArray& bytes);
 
 bool isPng(const QByteArray& bytes);
-/// Any picture that can be read, as PNG. Takes its time; any thread.
-std::optional<QByteArray> convertToPng(const QByteArray& bytes);
+using PictureDeadline = std::chrono::steady_clock::time_point;
+
+/// A picture of this format, "bmp" or "jpeg", as PNG. Bytes of another format aren't looked into, because
+/// some readers open further files. Returns nothing for one that isn't decoded by the deadline. Any thread.
+std::optional<QByteArray> convertToPng(const QByteArray& bytes, const char* format, PictureDeadline deadline);
 
 } // namespace orvane

@@ -16,7 +16,8 @@ enum class Encoding {
     unsure, // UTF-8, UTF-16 or Latin-1
     mozUrl,
     png,
-    picture, // to be converted
+    bmp,  // to be converted
+    jpeg, // to be converted
     raw,
 };
 
@@ -39,10 +40,10 @@ constexpr std::array readFlavours{
     Flavour{pasteboardType::rtf, "application/rtf", Encoding::raw},
     Flavour{pasteboardType::rtf, "text/richtext", Encoding::raw},
     Flavour{pasteboardType::png, "image/png", Encoding::png},
-    Flavour{pasteboardType::png, "image/bmp", Encoding::picture},
-    Flavour{pasteboardType::png, "image/x-bmp", Encoding::picture},
-    Flavour{pasteboardType::png, "image/x-MS-bmp", Encoding::picture},
-    Flavour{pasteboardType::png, "image/jpeg", Encoding::picture},
+    Flavour{pasteboardType::png, "image/bmp", Encoding::bmp},
+    Flavour{pasteboardType::png, "image/x-bmp", Encoding::bmp},
+    Flavour{pasteboardType::png, "image/x-MS-bmp", Encoding::bmp},
+    Flavour{pasteboardType::png, "image/jpeg", Encoding::jpeg},
     Flavour{pasteboardType::tiff, "image/tiff", Encoding::raw},
 };
 
@@ -105,6 +106,11 @@ void addType(PasteboardContents& contents, const QString& type)
         contents.types.append(type);
 }
 
+PictureDeadline pictureDeadline()
+{
+    return std::chrono::steady_clock::now() + std::chrono::seconds(10);
+}
+
 std::optional<QByteArray> decode(Encoding encoding, const QByteArray& bytes)
 {
     switch (encoding) {
@@ -118,13 +124,23 @@ std::optional<QByteArray> decode(Encoding encoding, const QByteArray& bytes)
         const auto url = decodeMozUrl(bytes);
         return url ? std::optional(url->toUtf8()) : std::nullopt;
     }
-    case Encoding::picture:
-        return convertToPng(bytes);
+    case Encoding::bmp:
+        return convertToPng(bytes, "bmp", pictureDeadline());
+    case Encoding::jpeg:
+        return convertToPng(bytes, "jpeg", pictureDeadline());
     case Encoding::png:
     case Encoding::raw:
         return bytes;
     }
     return std::nullopt;
+}
+
+QByteArray linesOf(const QList<QUrl>& urls)
+{
+    QByteArrayList lines;
+    for (const QUrl& url : urls)
+        lines.append(url.toEncoded());
+    return lines.join('\n');
 }
 
 void takeUrls(PasteboardContents& contents, const QStringList& wanted, const QList<QUrl>& urls)
@@ -140,7 +156,7 @@ void takeUrls(PasteboardContents& contents, const QStringList& wanted, const QLi
     } else if (!urls.isEmpty()) {
         addType(contents, pasteboardType::url);
         if (wanted.contains(pasteboardType::url) && !contents.data.contains(pasteboardType::url))
-            contents.data.insert(pasteboardType::url, urls.first().toEncoded());
+            contents.data.insert(pasteboardType::url, linesOf(urls));
     }
 }
 

@@ -251,9 +251,11 @@ void SelectionReader::noteProgress()
 
 std::chrono::milliseconds SelectionReader::patience() const
 {
-    const bool isPicture = m_step != beforeSteps && (m_steps[m_step].type == pasteboardType::png ||
-                                                     m_steps[m_step].type == pasteboardType::tiff);
-    return isPicture ? longestEncoding : longestSilence;
+    if (m_step == beforeSteps || m_steps[m_step].purpose != ReadStep::Purpose::type)
+        return longestSilence;
+    const QString& type = m_steps[m_step].type;
+    const bool isPicture = type == pasteboardType::png || type == pasteboardType::tiff;
+    return isPicture ? longestEncoding : longestWriting;
 }
 
 std::optional<SelectionReader::Time> SelectionReader::deadline() const

@@ -21,6 +21,8 @@ public:
     /// An owner that is silent for so long doesn't answer. A picture may have to be encoded first, and most
     /// programs do that when they are asked.
     static constexpr std::chrono::milliseconds longestSilence{1000};
+    static constexpr std::chrono::milliseconds longestWriting{
+        5000}; // of a text that is made when it's asked for
     static constexpr std::chrono::milliseconds longestEncoding{10'000};
     /// No read takes longer in all.
     static constexpr std::chrono::seconds longestRead{30};
