@@ -1,5 +1,7 @@
 #include "Capabilities/ClipboardHistory/Capture/Picture.h"
 
+#include "Capabilities/ClipboardHistory/Capture/PngChunks.h"
+
 #include <QBuffer>
 #include <QImageReader>
 
@@ -7,26 +9,30 @@ namespace orvane::Picture {
 
 namespace {
 
-constexpr QByteArrayView pngSignature("\x89PNG\r\n\x1A\n");
+/// What a picture may take up decoded.
+constexpr int largestMegabytes = 512;
 
 /// The reader's name of the format. Others aren't tried: some of them are programs more than pictures.
 QByteArray format(const QByteArray& bytes)
 {
-    if (bytes.startsWith(pngSignature))
+    if (PngChunks::isPng(bytes))
         return QByteArrayLiteral("png");
     if (bytes.startsWith("II") || bytes.startsWith("MM"))
         return QByteArrayLiteral("tiff");
     return {};
 }
 
-/// Reads `bytes`, which have to outlive it. It limits what it allocates.
+/// Limits what it allocates.
 class Reader {
 public:
     explicit Reader(const QByteArray& bytes) : m_reader(&m_buffer, format(bytes))
     {
-        m_buffer.setData(bytes);
+        m_buffer.setData(PngChunks::isPng(bytes) ? PngChunks::ofPixels(bytes) : bytes);
         m_buffer.open(QIODevice::ReadOnly);
         m_reader.setAutoDetectImageFormat(false);
+        // The toolkit's own limit is lower, and one for the whole process.
+        if (QImageReader::allocationLimit() < largestMegabytes)
+            QImageReader::setAllocationLimit(largestMegabytes);
     }
 
     QSize size() { return m_reader.size(); }
@@ -47,7 +53,7 @@ std::optional<QImage> image(const QByteArray& bytes)
 
 std::optional<QByteArray> png(const QByteArray& bytes)
 {
-    if (bytes.startsWith(pngSignature))
+    if (PngChunks::isPng(bytes))
         return Reader(bytes).size().isValid() ? std::optional(bytes) : std::nullopt;
     const auto decoded = image(bytes);
     QBuffer buffer;

@@ -1,7 +1,5 @@
 #include "Capabilities/ClipboardHistory/Panel/HistoryThumbnails.h"
 
-#include <QSet>
-
 #include <algorithm>
 #include <cmath>
 
@@ -41,7 +39,9 @@ void HistoryThumbnails::setWanted(const QStringList& names, double scale)
     m_thumbnails.removeIf([&wanted](const auto& entry) { return !wanted.contains(entry.key()); });
     m_waiting.clear();
     for (const QString& name : names) {
-        if (!m_thumbnails.contains(name) && !m_waiting.contains(name))
+        if (m_unreadable.contains(name))
+            m_thumbnails.insert(name, {State::missing, {}});
+        else if (!m_thumbnails.contains(name) && !m_waiting.contains(name))
             m_waiting.append(name);
     }
     fetchNext();
@@ -79,6 +79,8 @@ UnownedTask HistoryThumbnails::fetch(std::weak_ptr<HistoryThumbnails*> weak, QSt
 void HistoryThumbnails::take(const QString& name, int generation, const QImage& image)
 {
     --m_fetching;
+    if (image.isNull())
+        m_unreadable.insert(name);
     const auto entry = m_thumbnails.find(name);
     if (generation == m_generation && entry != m_thumbnails.end()) {
         *entry = {image.isNull() ? State::missing : State::ready, image};

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QImage>
+#include <QSet>
 #include <QStringList>
 
 #include <functional>
@@ -52,6 +53,8 @@ private:
     const HistoryViewModel& m_model;
     std::function<void()> m_arrived;
     QHash<QString, Thumbnail> m_thumbnails; // of names in view alone
+    /// Kept for the life of this object: a name stands for one picture, and a damaged one can cost much.
+    QSet<QString> m_unreadable;
     QStringList m_waiting;
     double m_scale = 1;
     int m_fetching = 0;

@@ -130,6 +130,19 @@ TEST_F(HistoryThumbnailsTest, ClearReadsAllAnewAndDropsWhatIsOnItsWay)
     EXPECT_EQ(thumbnails->state(a), State::ready);
 }
 
+TEST_F(HistoryThumbnailsTest, APictureThatCannotBeReadIsTriedOnce)
+{
+    const QString gone = QStringLiteral("gone.png");
+    thumbnails->setWanted({gone}, 1);
+    settle();
+    const auto tried = loads.size();
+    thumbnails->clear();
+    thumbnails->setWanted({gone}, 1);
+    settle();
+    EXPECT_EQ(loads.size(), tried);
+    EXPECT_EQ(thumbnails->state(gone), State::missing);
+}
+
 TEST_F(HistoryThumbnailsTest, AnotherScaleReadsAllAnew)
 {
     thumbnails->setWanted({a}, 1);
