@@ -62,8 +62,10 @@ void HistoryArchive::save(const QList<ClipItem>& items) const
 {
     ensureDirectories();
     QSaveFile file(historyPath());
-    if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(ownersFile))
+    if (!file.open(QIODevice::WriteOnly))
         return;
+    // A file system without modes refuses, and keeps the list all the same.
+    file.setPermissions(ownersFile);
     file.write(HistoryCodec::encode(items));
     // A commit would take no notice of bytes that it can't bring to a full disk.
     if (file.flush())

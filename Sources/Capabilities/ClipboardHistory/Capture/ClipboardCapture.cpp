@@ -2,6 +2,7 @@
 
 #include "Capabilities/ClipboardHistory/Capture/SensitiveContentFilter.h"
 #include "Capabilities/ClipboardHistory/Capture/SystemPasteboardReader.h"
+#include "Capabilities/ClipboardHistory/Store/ClipboardStore.h"
 #include "Platform/Clock.h"
 #include "Platform/Platform.h"
 #include "Platform/Workspace.h"
@@ -102,12 +103,35 @@ void ClipboardCapture::takeData(std::optional<PasteboardContents> contents)
     // Another program has copied since its types were looked at.
     if (!contents || contents->changeCount != m_changeCount)
         return finish(std::nullopt);
-    const auto classify = [files = m_settings->captureFiles.get(), images = m_settings->captureImages.get(),
-                           text = m_settings->captureText.get(),
-                           reader = SystemPasteboardReader(*std::move(contents))] {
+    if (lacksItsPng(*contents)) {
+        auto addTiff = [this, first = *std::move(contents)](auto second) mutable {
+            first.data.remove(pasteboardType::png);
+            if (second && second->changeCount == m_changeCount)
+                first.data.insert(second->data);
+            classify(std::move(first));
+        };
+        m_read = platform().generalPasteboard.read({pasteboardType::tiff}, std::move(addTiff));
+        return;
+    }
+    classify(*std::move(contents));
+}
+
+/// Whether a PNG was offered and nothing of it came, and there is a TIFF to ask for.
+bool ClipboardCapture::lacksItsPng(const PasteboardContents& contents) const
+{
+    return m_settings->captureImages.get() && contents.fileURLs.isEmpty() &&
+           contents.types.contains(pasteboardType::png) && contents.types.contains(pasteboardType::tiff) &&
+           contents.dataForType(pasteboardType::png).value_or(QByteArray()).isEmpty();
+}
+
+void ClipboardCapture::classify(PasteboardContents contents)
+{
+    auto judge = [files = m_settings->captureFiles.get(), images = m_settings->captureImages.get(),
+                  text = m_settings->captureText.get(),
+                  reader = SystemPasteboardReader(std::move(contents))] {
         return PasteboardSnapshot::classify(reader, files, images, text);
     };
-    makeItemOf(weak_from_this(), classify);
+    makeItemOf(weak_from_this(), std::move(judge));
 }
 
 /// A picture may have to be converted, and a text can be large.
@@ -139,6 +163,8 @@ void ClipboardCapture::makeItem(std::optional<CapturedContent> content)
         item.filePaths = files->paths;
         item.text = joinedNames(files->paths);
     }
+    if (item.textBytes() > ClipboardStore::largestText)
+        return finish(std::nullopt);
     finish(std::move(item));
 }
 

@@ -60,6 +60,14 @@ bool ClipItem::contentEquals(const ClipItem& other) const
            equivalent(imageFileName, other.imageFileName);
 }
 
+qint64 ClipItem::textBytes() const
+{
+    qint64 characters = text ? text->size() : 0;
+    for (const QString& path : filePaths.value_or(QStringList()))
+        characters += path.size();
+    return characters * qint64{sizeof(QChar)};
+}
+
 QString ClipItem::preview() const
 {
     switch (kind) {

@@ -44,6 +44,8 @@ struct ClipItem {
     /// True if kind, text, paths and image name are those of `other`; strings are compared by canonical
     /// equivalence.
     [[nodiscard]] bool contentEquals(const ClipItem& other) const;
+    /// Returns what its texts and paths take up in memory.
+    [[nodiscard]] qint64 textBytes() const;
     /// Returns the one line that stands for the entry, which is all that a search looks at.
     [[nodiscard]] QString preview() const;
 

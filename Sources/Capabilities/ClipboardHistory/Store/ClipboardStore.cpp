@@ -8,15 +8,23 @@ namespace orvane {
 
 namespace {
 
-/// The rule of the cap, applied to each entry from the top.
-class Cap {
+/// The rule of cap and budget, applied to each entry from the top. Once the budget is spent, everything older
+/// goes that isn't pinned.
+class Limits {
 public:
-    explicit Cap(int maxItems) : m_maxItems(maxItems) {}
-    bool keeps(const ClipItem& entry) { return entry.pinned || ++m_unpinned <= m_maxItems; }
+    explicit Limits(int maxItems) : m_maxItems(maxItems) {}
+    bool keep(const ClipItem& entry)
+    {
+        if (entry.pinned)
+            return true;
+        m_textBytes += entry.textBytes();
+        return ++m_unpinned <= m_maxItems && m_textBytes <= ClipboardStore::textBudget;
+    }
 
 private:
     int m_maxItems;
     int m_unpinned = 0;
+    qint64 m_textBytes = 0;
 };
 
 /// Returns the text to search: a trimmed query is found in it exactly when it is found in the preview.
@@ -38,12 +46,12 @@ void ClipboardStore::insert(ClipItem item)
         std::as_const(items), [&item](const ClipItem& entry) { return item.contentEquals(entry); });
     if (same != items.cend())
         item.pinned = same->pinned;
-    Cap cap(maxItems);
+    Limits limits(maxItems);
     QList<ClipItem> kept;
-    if (cap.keeps(item))
+    if (limits.keep(item))
         kept.append(std::move(item));
     for (auto entry = items.cbegin(); entry != items.cend(); ++entry) {
-        if (entry != same && cap.keeps(*entry))
+        if (entry != same && limits.keep(*entry))
             kept.append(*entry);
     }
     items = std::move(kept);
@@ -60,8 +68,8 @@ void ClipboardStore::togglePin(QUuid id)
     if (index == items.size())
         return;
     items[index].pinned = !items[index].pinned;
-    Cap cap(maxItems);
-    items.removeIf([&cap](const ClipItem& entry) { return !cap.keeps(entry); });
+    Limits limits(maxItems);
+    items.removeIf([&limits](const ClipItem& entry) { return !limits.keep(entry); });
 }
 
 void ClipboardStore::clearUnpinned()

@@ -10,13 +10,18 @@
 namespace orvane {
 
 struct ClipboardStore {
+    /// The limit to the texts of all entries that aren't pinned, in bytes of memory.
+    static constexpr qint64 textBudget = qint64{64} << 20;
+    /// The limit to a single text; a larger one isn't kept at all.
+    static constexpr qint64 largestText = qint64{16} << 20;
+
     /// The cap on entries that aren't pinned; pinned ones are neither counted nor removed.
     int maxItems = 0;
     /// Newest first.
     QList<ClipItem> items = {};
 
-    /// Puts an entry on top and applies the cap. An entry of the same content is removed, and its pin goes to
-    /// the new one.
+    /// Puts an entry on top, and removes the oldest that aren't pinned until cap and budget are kept. An
+    /// entry of the same content is removed, and its pin goes to the new one.
     void insert(ClipItem item);
     /// Removes every entry with that id.
     void remove(QUuid id);

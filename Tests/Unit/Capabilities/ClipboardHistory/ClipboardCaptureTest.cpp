@@ -137,6 +137,30 @@ TEST_F(ClipboardCaptureTest, ATiffThatCannotBeDecodedGivesWayToTheText)
     EXPECT_TRUE(imageFiles().isEmpty());
 }
 
+TEST_F(ClipboardCaptureTest, APngThatIsOfferedAndDoesNotComeIsFollowedByTheTiff)
+{
+    for (const bool comesEmpty : {false, true}) {
+        QMap<QString, QByteArray> data{{pasteboardType::tiff, picture("TIFF")},
+                                       {pasteboardType::string, "a"}};
+        if (comesEmpty)
+            data.insert(pasteboardType::png, QByteArray(""));
+        capture(data, {pasteboardType::png});
+        ASSERT_FALSE(items().isEmpty());
+        EXPECT_EQ(items().first().kind, ClipKind::image) << comesEmpty;
+    }
+    EXPECT_EQ(imageFiles().size(), 2);
+}
+
+TEST_F(ClipboardCaptureTest, ATextAboveItsLimitIsNotKept)
+{
+    const auto most = static_cast<qsizetype>(ClipboardStore::largestText / qint64{sizeof(QChar)});
+    capture(QString(most, u'a'));
+    EXPECT_EQ(items().size(), 1);
+    capture(QString(most + 1, u'b'));
+    EXPECT_EQ(items().size(), 1);
+    EXPECT_TRUE(items().first().text->startsWith(u'a'));
+}
+
 TEST_F(ClipboardCaptureTest, AnEmptyPngIsNoPicture)
 {
     capture({{pasteboardType::png, ""}, {pasteboardType::string, "text"}});

@@ -210,4 +210,28 @@ TEST(ClipboardStore, SearchForSpacesGivesEverything)
     EXPECT_EQ(store.search(QString()), store.items);
 }
 
+TEST(ClipboardStoreBudget, TheOldestUnpinnedTextsGoWhenTheyTakeTooMuchTogether)
+{
+    // 12 MiB each, so five of them are within 64 MiB.
+    const auto large = [](QChar letter) { return textClip(QString(qsizetype{6} << 20, letter)); };
+    ClipItem pinned = large(u'p');
+    pinned.pinned = true;
+    ClipboardStore store{.maxItems = 100, .items = {textClip(QStringLiteral("oldest")), pinned}};
+    for (const char letter : {'a', 'b', 'c', 'd', 'e'})
+        store.insert(large(QLatin1Char(letter)));
+    EXPECT_EQ(store.items.size(), 7) << "the pinned one doesn't count";
+    store.insert(large(u'f'));
+    QString letters;
+    for (const ClipItem& item : store.items)
+        letters += item.text->at(0);
+    EXPECT_EQ(letters, QStringLiteral("fedcbp"));
+}
+
+TEST(ClipboardStoreBudget, PathsCountAsTexts)
+{
+    EXPECT_EQ(filesClip({QStringLiteral("/a/b"), QStringLiteral("/c")}, QStringLiteral("b, c")).textBytes(),
+              20);
+    EXPECT_EQ(imageClip(QStringLiteral("a.png")).textBytes(), 0);
+}
+
 } // namespace orvane::tests

@@ -14,7 +14,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <limits>
+
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 
 namespace orvane::tests {
 
@@ -28,6 +35,26 @@ ClipItem knownItem()
     item.id = knownID;
     item.date = ClipItem::Date(700000000.25);
     return item;
+}
+
+/// From now on nobody in this process can change a file's mode, as on a file system without modes.
+void refuseModes()
+{
+    const auto refused = [](unsigned number, unsigned char remaining) {
+        return sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, number, remaining, 0);
+    };
+    sock_filter rules[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        refused(SYS_chmod, 3),
+        refused(SYS_fchmod, 2),
+        refused(SYS_fchmodat, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM),
+    };
+    const sock_fprog program{static_cast<unsigned short>(std::size(rules)), rules};
+    if (::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 ||
+        ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+        std::_Exit(2);
 }
 
 /// Returns an element of a file with all fields, which the tests spoil one by one.
@@ -204,6 +231,19 @@ TEST_F(HistoryArchiveTest, SavesTheListForItsOwnerAlone)
     for (const QString& path : {archive.historyPath(), archive.imagesPath(), archive.directory})
         EXPECT_FALSE(QFileInfo(path).permissions() & everybodyElse) << qPrintable(path);
     EXPECT_TRUE(QFileInfo(archive.imagesPath()).isDir());
+}
+
+TEST_F(HistoryArchiveTest, SavesOnAFileSystemWithoutModes)
+{
+    // In a process of its own: what it has given up doesn't come back.
+    EXPECT_EXIT(
+        {
+            refuseModes();
+            archive.save({knownItem()});
+            std::_Exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_EQ(archive.load(), QList<ClipItem>{knownItem()});
 }
 
 TEST_F(HistoryArchiveTest, ClosesWhatAnEarlierSaveLeftOpen)
