@@ -87,6 +87,12 @@ std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
     return {};
 }
 
+void GrabbedKeyboards::releaseLeftovers()
+{
+    forEachKey(m_connection.keysDown(m_xtest), [this](std::uint8_t key) { m_connection.release(key); });
+    m_connection.flush();
+}
+
 GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hierarchy_event_t& event)
 {
     if (m_isFree)

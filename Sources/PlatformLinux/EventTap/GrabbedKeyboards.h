@@ -28,6 +28,9 @@ public:
     /// Takes those that aren't taken yet, and hears of devices that come and go from now on. Gives a sentence
     /// for each one that can't be had. Round trips.
     std::vector<std::string> grab();
+    /// Releases what is down on the XTEST keyboard: what a program that was killed together with its guardian
+    /// has left there. Round trip.
+    void releaseLeftovers();
     [[nodiscard]] bool isEmpty() const { return m_keyboards.isEmpty(); }
     [[nodiscard]] bool has(DeviceId device) const { return m_keyboards.has(device); }
     /// What was down on those that were grabbed, at that time.

@@ -29,6 +29,7 @@ bool TapEventReader::grabKeyboards(FakedMotions& faked, TapGuardian& guardian)
         m_log(LogLevel::error, "Keyboard events can't be tapped: no keyboard could be grabbed.");
         return false;
     }
+    m_keyboards->releaseLeftovers();
     guardian.noteKeyboards(*m_keyboards);
     m_injector.begin(m_keyboards->downAtFirst());
     return true;
@@ -107,6 +108,7 @@ void TapEventReader::readHierarchy(const xcb_input_hierarchy_event_t& event)
     forEachKey(changed.released, [this](std::uint8_t key) { m_injector.take({key, KeyMotion::release}); });
     for (const std::string& problem : changed.problems)
         m_log(LogLevel::notice, problem);
+    m_connection.flush();
 }
 
 void TapEventReader::readKeyboardSettings(std::uint8_t kind)
@@ -115,12 +117,14 @@ void TapEventReader::readKeyboardSettings(std::uint8_t kind)
         m_injector.followCapsLock();
         if (m_keyboards)
             m_keyboards->followLocks();
+        m_connection.flush();
         return;
     }
     m_injector.followLayout();
     // Done at once, and not only when they are let go: after a crash it would not be done.
     if (m_keyboards)
         m_keyboards->followKeymap();
+    m_connection.flush();
 }
 
 } // namespace orvane

@@ -3,6 +3,7 @@
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
 #include "PlatformLinux/X11/InputConnection.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include <unistd.h>
@@ -10,6 +11,18 @@
 #include <xcb/xinput.h>
 
 namespace orvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Before a guardian is replaced for the second time. Each further pause is twice as long as the one before
+/// it.
+constexpr std::chrono::milliseconds shortestPause = 500ms;
+/// A guardian that has lived longer than this is replaced at once.
+constexpr std::chrono::milliseconds longestPause = 60s;
+
+} // namespace
 
 TapGuardian::TapGuardian(InputConnection& connection, QByteArray program, Log log)
     : m_connection(connection), m_program(std::move(program)), m_log(std::move(log))
@@ -33,6 +46,7 @@ void TapGuardian::start()
 
 void TapGuardian::startProcess()
 {
+    m_started = Clock::now();
     std::string problem;
     m_link = std::make_unique<GuardianLink>(m_program, m_window, m_pulse, problem);
     if (!problem.empty())
@@ -52,21 +66,33 @@ void TapGuardian::noteKeyboards(const GrabbedKeyboards& keyboards)
         m_pulse->setTakes(id, keyboards.has(id));
 }
 
+int TapGuardian::timeout() const
+{
+    if (!m_nextStart)
+        return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*m_nextStart - Clock::now());
+    return static_cast<int>(std::max(left, 0ms).count());
+}
+
 void TapGuardian::watch(short happened)
 {
-    if (happened == 0)
-        return;
-    m_connection.synchronize();
-    if (m_connection.isLost())
-        return; // it went with the server, as it should, or has ended our connection
-    m_link.reset();
-    if (m_wasReplaced) {
-        m_log(LogLevel::error, "The guardian of the keyboard died again; a crash can leave a key pressed.");
-        return;
+    if (happened != 0 && m_link) {
+        m_connection.synchronize();
+        if (m_connection.isLost())
+            return; // it went with the server, as it should, or has ended our connection
+        m_link.reset();
+        if (Clock::now() - m_started > longestPause)
+            m_pause = 0ms;
+        m_nextStart = Clock::now() + m_pause;
+        m_pause = std::clamp(m_pause * 2, shortestPause, longestPause);
+        m_log(LogLevel::notice,
+              "The guardian of the keyboard died; another one takes its place. Until then a "
+              "crash can leave a key pressed.");
     }
-    m_wasReplaced = true;
-    m_log(LogLevel::notice, "The guardian of the keyboard died; another one takes its place.");
-    startProcess();
+    if (m_nextStart && Clock::now() >= *m_nextStart) {
+        m_nextStart.reset();
+        startProcess();
+    }
 }
 
 } // namespace orvane

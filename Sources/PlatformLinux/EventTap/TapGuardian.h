@@ -8,8 +8,10 @@
 
 #include <QByteArray>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <xcb/xcb.h>
@@ -36,10 +38,15 @@ public:
 
     /// For poll(); -1 when there is none.
     [[nodiscard]] int descriptor() const { return m_link ? m_link->descriptor() : -1; }
-    /// What poll() said of the descriptor.
+    /// For poll(): milliseconds until watch() is due though nothing has happened, or -1.
+    [[nodiscard]] int timeout() const;
+    /// What poll() said of the descriptor. A guardian that has died is replaced, the first one at once, and
+    /// those after it when a pause is over that grows from one to the next.
     void watch(short happened);
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void startProcess();
 
     InputConnection& m_connection;
@@ -48,7 +55,9 @@ private:
     xcb_window_t m_window = 0;
     SharedPulse m_pulse = SharedPulse::make();
     std::unique_ptr<GuardianLink> m_link;
-    bool m_wasReplaced = false;
+    std::chrono::milliseconds m_pause{0};
+    Clock::time_point m_started;
+    std::optional<Clock::time_point> m_nextStart;
 };
 
 } // namespace orvane

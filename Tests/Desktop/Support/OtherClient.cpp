@@ -11,6 +11,7 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XInput.h>
 #include <X11/extensions/XInput2.h>
+#include <X11/extensions/XTest.h>
 
 namespace orvane::tests {
 
@@ -99,6 +100,12 @@ bool OtherClient::isKeyboardGrabbed()
         XGrabKeyboard(m_state->display, window, False, GrabModeAsync, GrabModeAsync, CurrentTime);
     XDestroyWindow(m_state->display, window);
     return status == AlreadyGrabbed;
+}
+
+void OtherClient::pressOnXtestKeyboard(int key)
+{
+    XTestFakeKeyEvent(m_state->display, static_cast<unsigned>(key), True, CurrentTime);
+    XSync(m_state->display, False);
 }
 
 bool OtherClient::grabKeyboard()

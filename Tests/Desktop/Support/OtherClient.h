@@ -30,6 +30,8 @@ public:
     bool isKeyboardGrabbed();
     /// Takes all keys for itself until its end, as an open menu does. False when they are taken.
     bool grabKeyboard();
+    /// Presses a key as programs do that type for the user, and leaves it down.
+    void pressOnXtestKeyboard(int key);
     /// Listens for a key as a window manager does.
     void grabKey(int key);
     /// Returns the keys that came by grabKey(): positive for a press.
