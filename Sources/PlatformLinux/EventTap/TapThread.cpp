@@ -138,13 +138,17 @@ void TapThread::work()
 
 void TapThread::wait()
 {
-    m_connection->flush();
+    // While an answer is awaited nothing was asked of the server here, and a flush would stand in the way of
+    // the main thread's.
+    if (!m_injector->isAwaited())
+        m_connection->flush();
     pollfd waits[] = {{m_connection->descriptor(), POLLIN, 0},
                       {m_wake.descriptor(), POLLIN, 0},
                       {m_guardian ? m_guardian->descriptor() : -1, 0, 0}};
-    // An answer doesn't wake this thread, so it looks once whether there was one in time.
-    constexpr auto limit = std::chrono::milliseconds(KeyInjector::patience).count();
-    if (::poll(waits, std::size(waits), m_injector->isAwaited() ? static_cast<int>(limit) : -1) == 0)
+    // An answer wakes nobody here, so this looks once whether there was one in time.
+    constexpr auto limit = static_cast<int>(std::chrono::milliseconds(KeyInjector::patience).count());
+    const int timeout = m_injector->isAwaited() ? limit : m_guardian ? m_guardian->timeout() : -1;
+    if (::poll(waits, std::size(waits), timeout) == 0)
         m_injector->awaitAnswer();
     if (waits[1].revents != 0)
         m_wake.clear();
