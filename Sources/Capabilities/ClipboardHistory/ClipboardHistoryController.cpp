@@ -14,7 +14,7 @@ namespace orvane {
 
 namespace {
 
-/// What a program takes to come to the front.
+/// The time that a program takes to come to the front.
 constexpr std::chrono::milliseconds pasteDelay{80};
 
 } // namespace
@@ -53,13 +53,15 @@ void ClipboardHistoryController::wirePanel()
     const auto calling = [&weak](void (ClipboardHistoryController::*operation)(const ClipItem&)) {
         return [weak, operation](const ClipItem& item) {
             if (const auto self = weak.lock())
-                ((*self).*operation)(ClipItem(item)); // it may be the model's own, which changes meanwhile
+                ((*self).*operation)(ClipItem(item)); // the item may be the model's own, which changes
+                                                      // meanwhile
         };
     };
     m_panel.model.onSelect = calling(&ClipboardHistoryController::select);
     m_panel.model.onDelete = calling(&ClipboardHistoryController::deleteItem);
     m_panel.model.onTogglePin = calling(&ClipboardHistoryController::togglePin);
-    // Another thread may only look whether the controller is there: to hold it would be to end it there.
+    // Another thread may only look whether the controller exists: if it held the last reference, it would end
+    // the controller there.
     m_panel.model.imageProvider = [weak, archive = m_archive](const QString& name) -> std::optional<QImage> {
         const auto path = archive.imagePath(name);
         const auto content = path && !weak.expired() ? PlainFile::content(*path) : std::nullopt;
@@ -111,7 +113,7 @@ void ClipboardHistoryController::saveHistory()
     if (!m_settings->persist.get())
         return;
     if (m_loading) {
-        // The present list lacks the one that is on its way; the file must not.
+        // The present list lacks the entries of the one that is still being read; the file must not.
         m_archiveQueue->save([loading = *m_loading] { return loading.result().items; });
     } else {
         m_archiveQueue->save([items = m_store.items] { return items; });
@@ -150,7 +152,8 @@ void ClipboardHistoryController::checkPasteboard()
         }));
 }
 
-/// In the order of the copies: a picture takes longer than a text that was copied after it.
+/// Takes the captures in the order of the copies: a picture takes longer than a text that was copied after
+/// it.
 void ClipboardHistoryController::takeCaptures()
 {
     while (!m_captures.empty() && m_captures.front()->isComplete()) {
@@ -221,7 +224,7 @@ UnownedTask ClipboardHistoryController::putBackImage(std::weak_ptr<ClipboardHist
 
 void ClipboardHistoryController::putBack(const ClipItem& item, const std::optional<PasteboardImage>& image)
 {
-    // The watcher must not take it for a copy.
+    // The watcher must not take it for a new copy.
     m_lastChangeCount = PastebackEngine::place(item, image);
     m_panel.hide();
     if (m_settings->autoPaste.get() && platform().permissions.axIsProcessTrusted())

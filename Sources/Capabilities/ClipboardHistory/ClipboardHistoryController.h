@@ -1,8 +1,8 @@
 // The clipboard history: captures copies into its list, keeps the list on the disk, shows it in its panel,
 // and puts entries back. Main thread.
 //
-// Nothing here waits for another program or for the disk. What is done to the list while it is still being
-// read counts at once, and again for the list that comes: as if it had been there.
+// Nothing here waits for another program or for the disk. Changes to the list while it is still being read
+// count at once and are repeated on the list that arrives, as if it had been there.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Archive/ArchiveQueue.h"
@@ -33,30 +33,30 @@ public:
     HistoryPanelController& panel() { return m_panel; }
     [[nodiscard]] const HistoryPanelController& panel() const { return m_panel; }
 
-    /// Asks for the list on the disk, which takes the place of the one in memory when it comes. Without
-    /// `persist` the one in memory stays.
+    /// Asks for the list on the disk, which replaces the one in memory when it arrives. Without `persist` the
+    /// one in memory stays.
     void loadHistory();
     /// Removes what isn't pinned, and copies that are still on their way.
     void clearHistory();
     void togglePanel();
 
-    /// What is on the pasteboard now isn't captured.
+    /// Leaves out what is on the pasteboard now.
     void skipPresentContent();
-    /// Captures what was copied since the last look. Reads an integer when there was nothing.
+    /// Captures a copy made since the last look. Costs the reading of an integer when there was none.
     void checkPasteboard();
     /// Drops the copies that are on their way.
     void endCaptures();
-    /// Hands the list to the disk, if it is to be kept.
+    /// Hands the list to the disk if it is to be kept.
     void saveHistory();
-    /// The capability is off: nothing more is captured or shown.
+    /// To be called when the capability is off: nothing more is captured or shown.
     void suspend();
-    /// Removes everything from the disk, for good. Ends when it has happened.
+    /// Removes everything from the disk for good. Completes when it has happened.
     Task<> purge();
 
 private:
     using Change = std::function<void(ClipboardStore&)>;
 
-    /// The list that is still being read, and what was done meanwhile.
+    /// The list that is still being read, and the changes made meanwhile.
     struct Loading {
         std::shared_ptr<const QList<ClipItem>> items;
         int maxItems = 0;
@@ -94,7 +94,7 @@ private:
     std::deque<std::shared_ptr<ClipboardCapture>> m_captures; // in the order of the copies
     bool m_isListKnown = false;                               // the disk was asked for it, or needn't be
     unsigned m_selections = 0;
-    std::deque<std::unique_ptr<Timer>> m_pastes; // all after the same delay, so they fire in order
+    std::deque<std::unique_ptr<Timer>> m_pastes; // all with the same delay, so they fire in order
 };
 
 } // namespace orvane

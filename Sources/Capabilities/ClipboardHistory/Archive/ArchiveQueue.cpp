@@ -19,7 +19,7 @@ struct ArchiveQueue::State : std::enable_shared_from_this<State> {
     explicit State(HistoryArchive theArchive) : archive(std::move(theArchive)) {}
 
     void add(Job job);
-    /// Keeps this object until its work is done.
+    /// Returns an executor that keeps this object until its work is done.
     Executor executor();
     /// Work that later saves build on: none of them takes the place of one that waits in front of it.
     void addReading(Job job);
@@ -40,7 +40,7 @@ private:
     void run();
     void runSave(const std::shared_ptr<Save>& save);
 
-    std::mutex m_mutex; // guards all below
+    std::mutex m_mutex; // guards the following members
     std::deque<Job> m_jobs;
     std::shared_ptr<Save> m_replaceable; // the save that waits and may still become a newer one
     QSet<QString> m_unlisted;
@@ -68,8 +68,8 @@ void ArchiveQueue::State::addReading(Job job)
     wake(!std::exchange(m_isRunning, true));
 }
 
-/// A newer list takes the place of the one that waits, also before what was asked for in between: that is
-/// only pictures, which go by the names of the newer one.
+/// A newer list replaces the one that waits, and so comes before what was asked for in between: that is only
+/// pictures, which go by the names of the newer list.
 void ArchiveQueue::State::addSave(Snapshot snapshot)
 {
     const std::scoped_lock lock(m_mutex);
@@ -105,7 +105,7 @@ void ArchiveQueue::State::removeUnlisted(const QString& name)
 
 void ArchiveQueue::State::wake(bool isIdle)
 {
-    // Without a platform the process is about to be over, and only drops what it held.
+    // Without a platform the process is about to end, and only releases what it held.
     if (isIdle && isPlatformInstalled())
         platform().mainRunLoop.performDetached([self = shared_from_this()] { self->run(); });
 }
@@ -137,7 +137,8 @@ void ArchiveQueue::State::runSave(const std::shared_ptr<Save>& save)
         if (m_isPurged)
             return;
         taken = std::move(*save);
-        // Those of the moment when it was asked for are in the list by now, but not in this one.
+        // The pictures that were unlisted at the request may be in the list by now, but they aren't in this
+        // one.
         taken.unlisted.unite(m_unlisted);
     }
     QList<ClipItem> items = taken.snapshot();
@@ -198,7 +199,7 @@ PoolWork<std::unique_ptr<UnlistedImage>> ArchiveQueue::writeImage(QByteArray png
 {
     const QString name =
         QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper() + QStringLiteral(".png");
-    // Shared, because a job can be copied; held by one thread at a time.
+    // Shared, because a job can be copied; used by one thread at a time.
     auto image = std::make_shared<std::unique_ptr<UnlistedImage>>(std::make_unique<Image>(m_state, name));
     auto write = [archive = m_state->archive, name, png = std::move(png),
                   image = std::move(image)]() -> std::unique_ptr<UnlistedImage> {

@@ -12,31 +12,31 @@
 
 namespace orvane {
 
-/// The file of a picture whose entry isn't in the list yet: no pruning takes it. Unless it's kept, it goes
-/// with this object. Main thread.
+/// The file of a picture whose entry isn't in the list yet, so that pruning leaves it. Unless it's kept, the
+/// file is removed with this object. Main thread.
 class UnlistedImage {
 public:
     virtual ~UnlistedImage() = default;
     [[nodiscard]] virtual QString fileName() const = 0;
-    /// Its entry is in the list, and with it the saves that are asked for from now on.
+    /// To be called when the entry is in the list, and so in all saves that are asked for from now on.
     virtual void keep() = 0;
 };
 
 class ArchiveQueue {
 public:
-    /// A list as it is to be saved; called on the pool's thread, after all that was asked for before.
+    /// Returns the list to be saved; called on the pool's thread, after everything that was asked for before.
     using Snapshot = std::function<QList<ClipItem>()>;
 
     explicit ArchiveQueue(HistoryArchive archive);
 
-    /// The list on the disk, empty when it can't be read. It is there when `completion` is called, in a later
-    /// turn of the run loop, and for snapshots of saves that are asked for from now on.
+    /// Returns the list on the disk, empty when it can't be read. The list is there when `completion` is
+    /// called, in a later turn of the run loop, and for snapshots of saves that are asked for from now on.
     std::shared_ptr<const QList<ClipItem>> load(std::function<void()> completion);
     /// Saves, then prunes the pictures.
     void save(Snapshot snapshot);
     /// Writes a picture under a new name. Null when the file couldn't be written.
     [[nodiscard]] PoolWork<std::unique_ptr<UnlistedImage>> writeImage(QByteArray png);
-    /// Removes all, and ends the saving: none that waits or comes later is done.
+    /// Removes everything and ends the saving: no save that waits or comes later is done.
     [[nodiscard]] PoolWork<void> purge();
 
 private:

@@ -67,7 +67,7 @@ void HistoryArchive::save(const QList<ClipItem>& items) const
     // A file system without modes refuses, and keeps the list all the same.
     file.setPermissions(ownersFile);
     file.write(HistoryCodec::encode(items));
-    // A commit would take no notice of bytes that it can't bring to a full disk.
+    // A commit would not notice bytes that it can't write to a full disk.
     if (file.flush())
         file.commit();
 }

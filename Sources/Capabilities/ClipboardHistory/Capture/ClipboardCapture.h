@@ -1,8 +1,8 @@
 // One copy on its way from the pasteboard into the history. Main thread. When this object ends before the
-// copy is complete, nothing comes of the copy, and nothing of it stays on the disk.
+// copy is complete, the copy is dropped and nothing of it stays on the disk.
 //
-// A program that hangs, a large picture and a slow disk hold up nothing else. The data of a copy that is
-// marked as private isn't asked for.
+// A program that hangs, a large picture or a slow disk delays only this copy. A copy that is marked as
+// private isn't asked for its data.
 #pragma once
 
 #include "Capabilities/ClipboardHistory/Archive/ArchiveQueue.h"
@@ -20,16 +20,16 @@ namespace orvane {
 
 class ClipboardCapture : public std::enable_shared_from_this<ClipboardCapture> {
 public:
-    /// `changeCount` is that of the copy: what is newer isn't taken for it. `completion` is called once, in a
+    /// `changeCount` is that of the copy: newer content isn't taken for it. `completion` is called once, in a
     /// later turn of the run loop, and may end the capture.
     static std::shared_ptr<ClipboardCapture> begin(std::shared_ptr<const ClipboardHistorySettings> settings,
                                                    std::shared_ptr<ArchiveQueue> archive, int changeCount,
                                                    std::function<void()> completion);
 
     [[nodiscard]] bool isComplete() const { return m_isComplete; }
-    /// What came of it; nothing for a copy that is passed over.
+    /// The finished entry; nothing for a copy that is ignored.
     [[nodiscard]] const std::optional<ClipItem>& item() const { return m_item; }
-    /// The item is in the list, so its picture stays.
+    /// To be called when the item is in the list, so that its picture stays.
     void keepImage();
 
 private:

@@ -12,7 +12,8 @@ namespace {
 /// What a picture may take up decoded.
 constexpr int largestMegabytes = 512;
 
-/// The reader's name of the format. Others aren't tried: some of them are programs more than pictures.
+/// Returns the reader's name of the format. Other formats aren't tried: some of them are programs rather than
+/// pictures.
 QByteArray format(const QByteArray& bytes)
 {
     if (PngChunks::isPng(bytes))

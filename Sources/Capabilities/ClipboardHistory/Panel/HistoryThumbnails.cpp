@@ -24,7 +24,7 @@ QImage HistoryThumbnails::squareOf(const QImage& image, int pixels)
         return {};
     const int edge = std::min(image.width(), image.height());
     const QRect middle((image.width() - edge) / 2, (image.height() - edge) / 2, edge, edge);
-    // Before it is scaled: a picture of few colours would be kept to them, in dots.
+    // The conversion comes before the scaling: a picture of few colours would keep to these, in dots.
     return image.copy(middle)
         .convertToFormat(QImage::Format_ARGB32_Premultiplied)
         .scaled(pixels, pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -16,27 +16,27 @@ namespace orvane {
 
 class HistoryThumbnails {
 public:
-    /// Points.
+    /// In points.
     static constexpr int side = 28;
 
-    /// `arrived` is told of each picture, and of each that can't be had.
+    /// `arrived` is called for each picture, and for each that can't be had.
     HistoryThumbnails(const HistoryViewModel& model, std::function<void()> arrived);
     ~HistoryThumbnails();
     HistoryThumbnails(const HistoryThumbnails&) = delete;
     HistoryThumbnails& operator=(const HistoryThumbnails&) = delete;
 
-    /// Names of what is in view, at that many pixels for a point. What isn't named goes, and what is not
-    /// there yet is fetched.
+    /// Sets the names of the pictures in view, and the pixels for each point. Pictures that aren't named are
+    /// dropped, and those that are missing are fetched.
     void setWanted(const QStringList& names, double scale);
-    /// Drops all: the files may be others by now.
+    /// Drops all pictures: the files may have changed.
     void clear();
 
     enum class State { loading, ready, missing };
     [[nodiscard]] State state(const QString& name) const;
-    /// Square, `side` points; null unless it is ready.
+    /// Returns a square picture of `side` points; null unless it is ready.
     [[nodiscard]] QImage image(const QString& name) const;
 
-    /// The middle square of a picture, scaled to so many pixels.
+    /// Returns the middle square of a picture, scaled to this many pixels.
     static QImage squareOf(const QImage& image, int pixels);
 
 private:
@@ -58,7 +58,7 @@ private:
     QStringList m_waiting;
     double m_scale = 1;
     int m_fetching = 0;
-    int m_generation = 0;                       // of what `clear` has left behind
+    int m_generation = 0;                       // tells answers from before `clear`
     std::shared_ptr<HistoryThumbnails*> m_self; // for answers that come too late
 };
 
