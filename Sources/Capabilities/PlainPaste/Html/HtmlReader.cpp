@@ -7,7 +7,7 @@ namespace orvane {
 
 namespace {
 
-/// Deeper lists aren't set in further.
+/// Deeper lists aren't indented further.
 constexpr std::size_t maximumIndent = 8;
 
 bool isBlock(HtmlElement kind)
@@ -65,7 +65,7 @@ void HtmlReader::beginTag(const HtmlToken& tag)
     m_elements.push_back(element);
     if (element.isShown)
         begin(element, tag.attributes);
-    // Other self-closing elements aren't closed by it, but these would hide all that follows.
+    // A self-closing tag doesn't close other elements, but these would hide everything that follows.
     if (isVoid(tag.name) || (tag.isSelfClosing && element.kind == HtmlElement::hidden))
         closeInnermost();
 }
@@ -130,7 +130,7 @@ QString HtmlReader::take()
     return m_flow.take();
 }
 
-/// Of the elements whose end tag may be left out, those that one of this name ends.
+/// Closes those elements with an optional end tag that one of this name ends.
 void HtmlReader::closeImplied(const QByteArray& name, HtmlElement kind)
 {
     const auto closes = [&](auto wanted, auto border) {
@@ -165,7 +165,7 @@ void HtmlReader::closeImplied(const QByteArray& name, HtmlElement kind)
     }
 }
 
-/// The innermost wanted element inside of the border.
+/// Finds the innermost wanted element inside the border.
 template <typename Wanted, typename Border>
 std::optional<std::size_t> HtmlReader::innermost(Wanted wanted, Border border)
 {

@@ -1,4 +1,5 @@
-// Keeps the open elements of an HTML document, closes those whose end is implied, and lays out what is seen.
+// Keeps the open elements of an HTML document, closes those whose end is implied, and lays out the visible
+// text.
 #pragma once
 
 #include "Capabilities/PlainPaste/Html/HtmlElements.h"
@@ -21,7 +22,7 @@ public:
     /// Elements inside so many others count for their breaks and their text alone.
     static constexpr std::size_t maximumDepth = 512;
 
-    /// How many elements were looked at, in search of one to close.
+    /// Returns how many elements were looked at in search of one to close.
     [[nodiscard]] qint64 cost() const { return m_cost; }
 
 private:
@@ -53,7 +54,7 @@ private:
     std::vector<Element> m_elements;
     QHash<QByteArray, int> m_flattened; // how many of each name are open beyond the greatest depth
     std::vector<List> m_lists;
-    std::vector<int> m_cellsOfRows; // begun so far, of each open row
+    std::vector<int> m_cellsOfRows; // the cells begun so far, for each open row
     bool m_isBeginOfPreformatted = false;
     qint64 m_cost = 0;
 };

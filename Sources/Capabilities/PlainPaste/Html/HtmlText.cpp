@@ -8,7 +8,7 @@ namespace orvane::HtmlText {
 
 namespace {
 
-/// Open elements looked at in search of one to close. Only a document that is made for it comes near.
+/// Limits the search for elements to close. Only a document made for it comes near the limit.
 qint64 maximumCost(QByteArrayView document)
 {
     constexpr qint64 least = 1'000'000;
@@ -24,7 +24,7 @@ QByteArray normalized(QString text)
     return text.toUtf8();
 }
 
-/// Whose content isn't marked up.
+/// True if the element's content has no markup.
 bool isRawText(const QByteArray& name)
 {
     return name == "script" || name == "style" || name == "title" || name == "textarea" || name == "xmp" ||

@@ -1,4 +1,4 @@
-// The text that a reader sees of an HTML document.
+// The text that a reader of an HTML document sees.
 #pragma once
 
 #include <QByteArrayView>
