@@ -1,5 +1,5 @@
-// The tap's side of its guardian: the process, what it is told, and another one if it dies. Of the tap's
-// thread alone.
+// The tap's side of its guardian: the process, the messages to it, and a new one if it dies. Used by the
+// tap's thread alone.
 #pragma once
 
 #include "Platform/LogSink.h"
@@ -25,15 +25,15 @@ class TapGuardian {
 public:
     using Log = std::function<void(LogLevel, const std::string& sentence)>;
 
-    /// `program` is where its executable is.
+    /// `program` is the path of its executable.
     TapGuardian(InputConnection& connection, QByteArray program, Log log);
-    /// Begins to guard, from the thread that takes the keys.
+    /// Begins to guard, on the thread that takes the keys.
     void start();
 
-    /// A key was taken, whatever becomes of it.
+    /// Notes that a key was taken, whatever is done with it.
     void noteTaken(const xcb_ge_generic_event_t& event);
     void noteKeyboards(const GrabbedKeyboards& keyboards);
-    /// Whether it has freed the keyboards, because nobody took the keys. Then the connection is lost.
+    /// True if it has freed the keyboards because the keys weren't taken. The connection is lost then.
     [[nodiscard]] bool hasFreed() const { return m_pulse && m_pulse->wasFreed(); }
 
     /// For poll(); -1 when there is none.

@@ -145,7 +145,7 @@ void TapThread::wait()
     pollfd waits[] = {{m_connection->descriptor(), POLLIN, 0},
                       {m_wake.descriptor(), POLLIN, 0},
                       {m_guardian ? m_guardian->descriptor() : -1, 0, 0}};
-    // An answer wakes nobody here, so this looks once whether there was one in time.
+    // An answer doesn't wake this thread, so it looks once whether there was one in time.
     constexpr auto limit = static_cast<int>(std::chrono::milliseconds(KeyInjector::patience).count());
     const int timeout = m_injector->isAwaited() ? limit : m_guardian ? m_guardian->timeout() : -1;
     if (::poll(waits, std::size(waits), timeout) == 0)

@@ -12,7 +12,7 @@ namespace orvane {
 
 namespace {
 
-/// What a picture may take up decoded.
+/// The memory that a decoded picture may take.
 constexpr int largestPictureMegabytes = 512;
 
 /// Bytes that end at a deadline, whatever is left of them: a decoder that comes back for more has to stop.
@@ -41,7 +41,7 @@ private:
     const PictureDeadline m_deadline;
 };
 
-/// A program's "file://localhost/x" and "file:///x" are one file.
+/// "file://localhost/x" and "file:///x" are the same file.
 QUrl normalized(QUrl url)
 {
     if (url.isLocalFile() && url.host() == QLatin1StringView("localhost"))
@@ -64,7 +64,7 @@ QByteArray withoutEndingZeros(const QByteArray& bytes)
     return bytes.first(size);
 }
 
-/// Markup and links begin with characters of ASCII, whose other byte is zero.
+/// Markup and links begin with ASCII characters, whose other byte is zero.
 bool looksLikeUtf16(const QByteArray& bytes)
 {
     return bytes.size() >= 2 && bytes.size() % 2 == 0 && bytes[0] != '\0' && bytes[1] == '\0' &&

@@ -27,7 +27,7 @@ struct Flavour {
     Encoding encoding;
 };
 
-/// The best one of a type first.
+/// The best one of a type comes first.
 constexpr std::array readFlavours{
     Flavour{pasteboardType::string, "UTF8_STRING", Encoding::utf8},
     Flavour{pasteboardType::string, "text/plain;charset=utf-8", Encoding::utf8},
@@ -75,7 +75,7 @@ constexpr std::array fileTargets{uriList, "x-special/gnome-copied-files", "x-spe
 constexpr const char* secretHint = "x-kde-passwordManagerHint";
 constexpr QLatin1StringView concealedType("org.nspasteboard.ConcealedType");
 
-/// Of the protocol, and no content.
+/// Targets of the protocol, which are no content.
 constexpr std::array protocolTargets{"TARGETS",         "MULTIPLE",      "TIMESTAMP",
                                      "SAVE_TARGETS",    "DELETE",        "INSERT_SELECTION",
                                      "INSERT_PROPERTY", "COMPOUND_TEXT", "TEXT"};
@@ -115,7 +115,7 @@ std::optional<QByteArray> decode(Encoding encoding, const QByteArray& bytes)
 {
     switch (encoding) {
     case Encoding::utf8:
-        return QString::fromUtf8(bytes).toUtf8(); // what isn't UTF-8 is replaced
+        return QString::fromUtf8(bytes).toUtf8(); // bytes that aren't UTF-8 are replaced
     case Encoding::latin1:
         return decodeLatin1(bytes).toUtf8();
     case Encoding::unsure:

@@ -9,10 +9,10 @@ namespace orvane {
 namespace {
 
 constexpr const char* targetsTarget = "TARGETS";
-/// More than any program offers; a list without end would be names without end.
+/// More than any program offers; an endless list would mean endless names.
 constexpr std::size_t mostTargets = 512;
 
-/// What an owner says before it sends piece by piece; it may be less than what comes.
+/// Returns the size that an owner announces before it sends piece by piece; more may come.
 qsizetype announcedSize(const QByteArray& bytes)
 {
     std::uint32_t size = 0;
@@ -143,7 +143,7 @@ void SelectionReader::handle(const xcb_property_notify_event_t& event)
         finish(std::nullopt);
         return;
     }
-    if (piece->type == XCB_ATOM_NONE) // an old event, or somebody else has taken it
+    if (piece->type == XCB_ATOM_NONE) // an old event, or another client has taken it
         return;
     noteProgress();
     if (piece->bytes.isEmpty())
@@ -152,14 +152,14 @@ void SelectionReader::handle(const xcb_property_notify_event_t& event)
         m_pieces += piece->bytes;
 }
 
-/// A step's next target may still be given.
+/// The next target of the step may still be given.
 void SelectionReader::refused()
 {
     if (m_step != beforeSteps) {
         ++m_alternative;
         tryNextTarget();
     } else if (m_connection.clipboardHasOwner()) {
-        // An old program that doesn't tell its targets may yet give text.
+        // An old program that doesn't give its targets may still give text.
         m_steps = readSteps({"UTF8_STRING", "STRING"}, {pasteboardType::string});
         nextStep();
     } else {
@@ -211,8 +211,8 @@ void SelectionReader::tryNextTarget()
         convert(m_steps[m_step].targets[m_alternative]);
 }
 
-/// With the count of what was read: had there been another owner since, the server would have told of it
-/// before the last answer. A copy of ours may be there and not have reached the server.
+/// The result has the count of what was read: if there had been another owner since, the server would have
+/// announced it before the last answer. A copy of ours may be made and not have reached the server.
 void SelectionReader::complete()
 {
     m_contents.changeCount = m_state.changeCount();

@@ -1,5 +1,5 @@
 // Reads the clipboard of other programs, one read after the other: the owner's targets, then each flavour
-// that is wanted, whole or in pieces. Waits for nobody; it is driven by events and by its deadline.
+// that is wanted, whole or in pieces. Never blocks; it is driven by events and by its deadline.
 #pragma once
 
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
@@ -18,7 +18,7 @@ public:
     using Time = std::chrono::steady_clock::time_point;
     using Answer = std::function<void(std::optional<PasteboardContents>)>;
 
-    /// An owner that is silent for so long doesn't answer. A picture may have to be encoded first, and most
+    /// An owner that is silent for this time doesn't answer. A picture may have to be encoded first, and most
     /// programs do that when they are asked.
     static constexpr std::chrono::milliseconds longestSilence{1000};
     static constexpr std::chrono::milliseconds longestWriting{
@@ -26,11 +26,11 @@ public:
     static constexpr std::chrono::milliseconds longestEncoding{10'000};
     /// No read takes longer in all.
     static constexpr std::chrono::seconds longestRead{30};
-    /// Of all flavours of a read together.
+    /// For all flavours of a read together.
     static constexpr qsizetype sizeLimit = qsizetype{64} << 20;
 
     SelectionReader(SelectionConnection& connection, const PasteboardState& state);
-    /// Completes what is left with nothing.
+    /// Completes the reads that are left with nothing.
     ~SelectionReader();
     SelectionReader(const SelectionReader&) = delete;
     SelectionReader& operator=(const SelectionReader&) = delete;
@@ -42,7 +42,7 @@ public:
     void handle(const xcb_property_notify_event_t& event);
     /// What is being read is outdated: begins again with the new owner.
     void ownerChanged();
-    /// Content of our own is whole.
+    /// To be called when content of our own is complete.
     void writingFinished();
 
     [[nodiscard]] std::optional<Time> deadline() const;
@@ -80,8 +80,8 @@ private:
     const xcb_atom_t m_incr;
     std::deque<Job> m_jobs;
 
-    // Of the first job, when it has begun. It has a window of its own, so that what comes too late for
-    // another one finds none.
+    // The phase of the first job, when it has begun. Each job has a window of its own, so that what comes too
+    // late for another one finds none.
     Phase m_phase = Phase::idle;
     xcb_window_t m_window = XCB_WINDOW_NONE;
     xcb_atom_t m_target = XCB_ATOM_NONE;
