@@ -28,7 +28,7 @@ public:
 
     /// True if some client has all keys to itself, as an open menu does.
     bool isKeyboardGrabbed();
-    /// Takes all keys for itself until its end, as an open menu does. False when they are taken.
+    /// Takes all keys for itself until its end, as an open menu does. False when another client has them.
     bool grabKeyboard();
     /// Presses a key as programs do that type for the user, and leaves it down.
     void pressOnXtestKeyboard(int key);
