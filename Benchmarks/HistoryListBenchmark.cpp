@@ -48,12 +48,12 @@ public:
         m_items = items;
         endResetModel();
     }
-    const ClipItem& at(int row) const { return m_items.at(row); }
-    int rowCount(const QModelIndex& parent) const override
+    [[nodiscard]] const ClipItem& at(int row) const { return m_items.at(row); }
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override
     {
         return parent.isValid() ? 0 : static_cast<int>(m_items.size());
     }
-    QVariant data(const QModelIndex& index, int role) const override
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override
     {
         return role == Qt::DisplayRole ? QVariant(m_items.at(index.row()).preview()) : QVariant();
     }
@@ -71,7 +71,7 @@ public:
     {
     }
 
-    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override
     {
         const int width = m_view.viewport()->width();
         const ClipItem& item = m_model.at(index.row());

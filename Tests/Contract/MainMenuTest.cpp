@@ -13,8 +13,6 @@
 namespace orvane::tests {
 namespace {
 
-using ::testing::ElementsAre;
-
 constexpr auto deadline = std::chrono::seconds(10);
 
 MenuItem command(const char* title, const char* selector, const char* key)

@@ -55,11 +55,14 @@ public:
     /// Returns `flags` with these five modifiers in place of its own, and all its other bits.
     [[nodiscard]] constexpr EventFlags merged(EventFlags flags) const;
 
-    constexpr std::int64_t rawValue() const { return m_rawValue; }
-    constexpr bool isEmpty() const { return m_rawValue == 0; }
-    constexpr bool contains(RemapFlags other) const { return isSubsetOf(other, *this); }
-    constexpr RemapFlags united(RemapFlags other) const { return RemapFlags(m_rawValue | other.m_rawValue); }
-    constexpr RemapFlags symmetricDifference(RemapFlags other) const
+    [[nodiscard]] constexpr std::int64_t rawValue() const { return m_rawValue; }
+    [[nodiscard]] constexpr bool isEmpty() const { return m_rawValue == 0; }
+    [[nodiscard]] constexpr bool contains(RemapFlags other) const { return isSubsetOf(other, *this); }
+    [[nodiscard]] constexpr RemapFlags united(RemapFlags other) const
+    {
+        return RemapFlags(m_rawValue | other.m_rawValue);
+    }
+    [[nodiscard]] constexpr RemapFlags symmetricDifference(RemapFlags other) const
     {
         return RemapFlags(m_rawValue ^ other.m_rawValue);
     }

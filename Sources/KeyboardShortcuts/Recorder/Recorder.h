@@ -31,7 +31,7 @@ struct Recorder {
     }
 
     /// The text that the control shows.
-    QString text() const;
+    [[nodiscard]] QString text() const;
     /// Does what recording this shortcut does, or clearing if there is none, without a check.
     void set(const std::optional<Shortcut>& shortcut) const;
 

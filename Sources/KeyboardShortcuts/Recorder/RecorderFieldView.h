@@ -16,9 +16,9 @@ public:
     static constexpr int leastWidth = 130;
 
     /// Returns the description of a shortcut, empty without one.
-    const QString& stringValue() const { return m_stringValue; }
+    [[nodiscard]] const QString& stringValue() const { return m_stringValue; }
     /// Returns the text that is shown in place of an empty one.
-    const QString& placeholder() const { return m_placeholder; }
+    [[nodiscard]] const QString& placeholder() const { return m_placeholder; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }

@@ -28,7 +28,9 @@ std::optional<QString> titleOfMenuItemWith(const Shortcut& shortcut)
 
 RecorderSurroundings RecorderSurroundings::of(const QRectF& bounds)
 {
-    return {.bounds = bounds, .menuItemTitle = titleOfMenuItemWith, .isUsedBySystem = [](const Shortcut& shortcut) {
+    return {.bounds = bounds,
+            .menuItemTitle = titleOfMenuItemWith,
+            .isUsedBySystem = [](const Shortcut& shortcut) {
                 return CarbonKeyboardShortcuts::system().contains(shortcut);
             }};
 }

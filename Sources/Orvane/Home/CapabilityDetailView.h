@@ -24,8 +24,8 @@ struct CapabilityDetailView {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<HomeNavigation> navigation;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 
     /// True means that the capability starts with the program.
     [[nodiscard]] Binding<bool> autoStart() const;

@@ -26,8 +26,8 @@ struct GeneralSettingsView {
     /// The section of the program's updates; left out when it is empty.
     AnyView updates = {};
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 
     /// Returns the capabilities that a permission is for: "Required by A, B · Optional for C", or the
     /// permission's own explanation when none lists it.

@@ -22,13 +22,13 @@ struct HomeView {
     std::shared_ptr<AppPreferences> preferences;
     std::shared_ptr<HomeNavigation> navigation = std::make_shared<HomeNavigation>();
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 
     /// Returns the page that is shown: the general one if nothing, or an unknown capability, is selected.
-    HomeSelection shown() const;
-    AnyView detail() const;
-    QList<OrvaSidebarSection> sidebarSections() const;
+    [[nodiscard]] HomeSelection shown() const;
+    [[nodiscard]] AnyView detail() const;
+    [[nodiscard]] QList<OrvaSidebarSection> sidebarSections() const;
 
     /// Returns the categories of the entries, each once, in the order in which they first occur.
     static QList<CapabilityCategory> groupedCategories(const QList<CapabilityRegistry::Entry>& entries);

@@ -25,8 +25,8 @@ struct RootView {
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<AppPreferences> preferences;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 } // namespace orvane

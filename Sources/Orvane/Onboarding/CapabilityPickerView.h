@@ -13,15 +13,15 @@ struct CapabilityCard {
     CapabilityRegistry::Entry entry;
     std::shared_ptr<CapabilityRegistry> registry;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 struct CapabilityPickerView {
     std::shared_ptr<CapabilityRegistry> registry;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 } // namespace orvane

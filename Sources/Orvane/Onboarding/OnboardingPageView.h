@@ -15,8 +15,8 @@ struct OnboardingPage {
     double width; // the content's greatest width, in points
     AnyView content;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 /// Makes a scrolling ground for a page's column, which is in its middle if there is room.
@@ -24,7 +24,7 @@ struct OnboardingGround {
     double width; // of the column at most, points
     AnyView column;
 
-    QList<AnyView> children() const { return {column}; }
+    [[nodiscard]] QList<AnyView> children() const { return {column}; }
 };
 
 QWidget* makeOrvaWidget(const OnboardingGround& ground);

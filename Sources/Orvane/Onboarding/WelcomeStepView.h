@@ -7,8 +7,8 @@
 namespace orvane {
 
 struct WelcomeStep {
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 } // namespace orvane

@@ -34,7 +34,7 @@ public:
     }
 
     /// Returns the name and level above the note.
-    AnyView text() const
+    [[nodiscard]] AnyView text() const
     {
         const OrvaBox head{
             .spacing = badgeGap,
@@ -57,7 +57,7 @@ public:
     }
 
     /// Ends where the buttons' outlines do, which have room for their focus rings beyond.
-    AnyView grantedMark() const
+    [[nodiscard]] AnyView grantedMark() const
     {
         const OrvaBadge badge{.text = QStringLiteral("Granted"),
                               .systemImage = QStringLiteral("checkmark"),
@@ -66,7 +66,7 @@ public:
                       OrvaBox{.margins = QMargins(0, 0, orvaRingMargin, 0), .content = {badge}}};
     }
 
-    AnyView buttons() const
+    [[nodiscard]] AnyView buttons() const
     {
         const auto permissions = m_row.permissions;
         const SystemPermission permission = m_row.permission;

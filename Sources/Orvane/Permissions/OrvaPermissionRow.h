@@ -23,8 +23,8 @@ struct OrvaPermissionRow {
     QString note;
     std::shared_ptr<PermissionManager> permissions;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 } // namespace orvane

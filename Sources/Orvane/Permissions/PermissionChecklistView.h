@@ -13,8 +13,8 @@ class PermissionManager;
 struct PermissionChecklistView {
     std::shared_ptr<PermissionManager> permissions;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 } // namespace orvane

@@ -8,8 +8,8 @@ namespace orvane {
 
 /// A row for cards, below the rows of permissions.
 struct PermissionRestartRow {
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 } // namespace orvane

@@ -18,8 +18,8 @@ public:
     explicit HotkeyChip(HotkeyAction action);
 
     /// Returns the chip and, while it is open, its popover.
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 
     /// Reads the stored shortcut; called when the chip becomes visible.
     void appear() const;

@@ -10,7 +10,7 @@ class OrvaChipButtonView final : public OrvaPushButtonView {
 public:
     explicit OrvaChipButtonView(const OrvaChipButton& button);
 
-    QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void themeChanged() override;

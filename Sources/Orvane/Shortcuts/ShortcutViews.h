@@ -19,7 +19,7 @@ struct OrvaWrap {
     QList<AnyView> content;
     OrvaWrapColumns columns = OrvaWrapColumns::none;
 
-    QList<AnyView> children() const { return content; }
+    [[nodiscard]] QList<AnyView> children() const { return content; }
 };
 
 /// A chip that can be pressed. `help` is its tool tip and, before the chip's text, its accessible name.
@@ -40,7 +40,7 @@ struct OrvaPopover {
     AnyView anchor;
     std::function<AnyView()> content;
 
-    QList<AnyView> children() const
+    [[nodiscard]] QList<AnyView> children() const
     {
         QList<AnyView> views{anchor};
         if (isPresented.get())

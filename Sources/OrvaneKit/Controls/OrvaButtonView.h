@@ -10,7 +10,7 @@ class OrvaButtonView final : public OrvaPushButtonView {
 public:
     explicit OrvaButtonView(const OrvaButton& button);
 
-    QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void themeChanged() override;

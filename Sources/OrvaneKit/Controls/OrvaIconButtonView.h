@@ -13,7 +13,7 @@ public:
 
     explicit OrvaIconButtonView(const OrvaIconButton& button);
 
-    QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     [[nodiscard]] bool hitButton(const QPoint& position) const override { return shape().contains(position); }

@@ -12,7 +12,7 @@ namespace orvane {
 
 class OrvaPushButtonView : public OrvaControl<QPushButton> {
 public:
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     /// The action may end the view.
@@ -20,7 +20,7 @@ protected:
 
     /// Sets the text that is shown and is also the accessible name.
     void setTitle(const QString& title);
-    const QString& title() const { return m_title; }
+    [[nodiscard]] const QString& title() const { return m_title; }
 
 private:
     QString m_title;

@@ -21,9 +21,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
-    QRectF symbolRect() const;
+    [[nodiscard]] QRectF symbolRect() const;
     /// The place where a click empties the field; null while it is empty.
-    QRectF clearRect() const;
+    [[nodiscard]] QRectF clearRect() const;
 
     [[nodiscard]] bool isMirrored() const { return layoutDirection() == Qt::RightToLeft; }
 };

@@ -19,7 +19,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    bool hitButton(const QPoint& position) const override { return rect().contains(position); }
+    [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
     void nextCheckState() override { m_isOn.set(!isChecked()); }
     void paintEvent(QPaintEvent* event) override;
 

@@ -13,7 +13,7 @@ public:
 
     explicit OrvaTextButtonView(const OrvaTextButton& button);
 
-    QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override;
 
 protected:
     void themeChanged() override;

@@ -46,7 +46,7 @@ public:
                        [this](const T&) { this->show(); });
     }
 
-    T get() const { return m_binding.get(); }
+    [[nodiscard]] T get() const { return m_binding.get(); }
 
     /// Returns false when the set has ended the control, and this with it.
     bool set(T value)
@@ -66,7 +66,7 @@ public:
     }
 
     /// True while it shows a value: changes of the control aren't the user's then.
-    bool isShowing() const { return m_isShowing; }
+    [[nodiscard]] bool isShowing() const { return m_isShowing; }
 
 private:
     Binding<T> m_binding;

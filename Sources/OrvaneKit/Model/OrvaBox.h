@@ -67,7 +67,7 @@ struct OrvaBox {
     /// Room that no part fills stays free at the end of a line.
     bool endsFree = false;
 
-    QList<AnyView> children() const;
+    [[nodiscard]] QList<AnyView> children() const;
 };
 
 QWidget* makeOrvaWidget(const OrvaBox& box);

@@ -31,7 +31,7 @@ struct OrvaEnabled {
     Live<bool> condition;
     AnyView content;
 
-    QList<AnyView> children() const { return {content}; }
+    [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
 /// The content with `side` points of room before it.

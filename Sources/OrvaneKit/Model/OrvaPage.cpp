@@ -66,7 +66,7 @@ struct BannerGround {
     OrvaColor color;
     AnyView content;
 
-    QList<AnyView> children() const { return {content}; }
+    [[nodiscard]] QList<AnyView> children() const { return {content}; }
 };
 
 QWidget* makeOrvaWidget(const BannerGround& ground)

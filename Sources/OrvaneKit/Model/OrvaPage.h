@@ -38,8 +38,8 @@ struct OrvaPageHeader {
     AccessoryPlace accessoryPlace = AccessoryPlace::besideAutoStart;
     AnyView trailing = {};
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 struct OrvaStatusBanner {
@@ -49,8 +49,8 @@ struct OrvaStatusBanner {
     Live<QString> message;
     AnyView trailing = {};
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 OrvaColor color(OrvaStatusBanner::Kind kind);

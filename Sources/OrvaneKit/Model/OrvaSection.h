@@ -29,8 +29,8 @@ struct OrvaSection {
     std::optional<Live<QString>> footnote = std::nullopt;
     QList<AnyView> content;
 
-    AnyView body() const;
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const;
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 /// Helping text over several lines.

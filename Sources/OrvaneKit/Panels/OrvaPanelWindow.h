@@ -49,10 +49,10 @@ public:
     void orderFront();
     void orderOut();
     /// True between orderFront() and orderOut().
-    bool isVisible() const { return m_isOrderedIn; }
+    [[nodiscard]] bool isVisible() const { return m_isOrderedIn; }
 
     /// True while a compositor runs.
-    const Observable<bool>& translucency() const { return m_translucency; }
+    [[nodiscard]] const Observable<bool>& translucency() const { return m_translucency; }
     Observable<bool>& translucency() { return m_translucency; }
 
     /// Called when the desktop asks the panel to close, for example at Alt+F4. Without it the panel stays.
@@ -60,7 +60,7 @@ public:
 
 protected:
     /// Returns the frame in the coordinates of this widget.
-    QRectF body() const;
+    [[nodiscard]] QRectF body() const;
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

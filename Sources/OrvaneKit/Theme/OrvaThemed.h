@@ -90,11 +90,11 @@ public:
     using OrvaThemed<Base>::OrvaThemed;
 
 protected:
-    bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
+    [[nodiscard]] bool showsFocusRing() const { return m_keyboardFocus && this->hasFocus(); }
     /// True while the pointer is on a control that can be used.
-    bool isHovered() const { return this->underMouse() && this->isEnabled(); }
+    [[nodiscard]] bool isHovered() const { return this->underMouse() && this->isEnabled(); }
     /// Returns the rectangle of the control itself, without the ring's margin.
-    QRectF shape() const
+    [[nodiscard]] QRectF shape() const
     {
         constexpr double m = orvaRingMargin;
         return QRectF(this->rect()).adjusted(m, m, -m, -m);

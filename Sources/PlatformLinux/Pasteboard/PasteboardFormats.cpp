@@ -21,8 +21,8 @@ class TimedSource : public QIODevice {
 public:
     TimedSource(const QByteArray& bytes, PictureDeadline deadline) : m_bytes(bytes), m_deadline(deadline) {}
 
-    bool isOver() const { return std::chrono::steady_clock::now() >= m_deadline; }
-    qint64 size() const override { return m_bytes.size(); }
+    [[nodiscard]] bool isOver() const { return std::chrono::steady_clock::now() >= m_deadline; }
+    [[nodiscard]] qint64 size() const override { return m_bytes.size(); }
     bool open(OpenMode mode) override { return QIODevice::open(mode | Unbuffered); }
 
 protected:

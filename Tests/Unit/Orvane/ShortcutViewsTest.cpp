@@ -31,7 +31,7 @@ struct Key {
 struct ShortcutViewsTest : testing::Test {
     std::shared_ptr<Key> key = std::make_shared<Key>();
 
-    OrvaChipButton chip() const
+    [[nodiscard]] OrvaChipButton chip() const
     {
         return {OrvaChip{Live<QString>(bind(key, &Key::text)), QStringLiteral("keyboard"),
                          Live<bool>(bind(key, &Key::isSet))},

@@ -136,8 +136,8 @@ namespace orvane {
 struct Greeting {
     QString name;
 
-    AnyView body() const { return OrvaText{QStringLiteral("Hello ") + name}; }
-    QList<AnyView> children() const { return {body()}; }
+    [[nodiscard]] AnyView body() const { return OrvaText{QStringLiteral("Hello ") + name}; }
+    [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };
 
 } // namespace orvane

@@ -41,7 +41,7 @@ private:
     void takeTypes(std::optional<PasteboardContents> contents);
     [[nodiscard]] QStringList wantedTypes(const QStringList& present) const;
     void takeData(std::optional<PasteboardContents> contents);
-    bool lacksItsPng(const PasteboardContents& contents) const;
+    [[nodiscard]] bool lacksItsPng(const PasteboardContents& contents) const;
     void classify(PasteboardContents contents);
     static UnownedTask makeItemOf(std::weak_ptr<ClipboardCapture> weak,
                                   std::function<std::optional<CapturedContent>()> classify);

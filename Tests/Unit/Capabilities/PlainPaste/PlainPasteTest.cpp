@@ -45,7 +45,7 @@ struct PlainPasteTest : testing::Test {
         PlainPasteController::make(settings, Log::make(plainPasteID));
 };
 
-const QByteArray rtf("{\\rtf1\\ansi{\\b rich} text}");
+const QByteArray rtf(R"({\rtf1\ansi{\b rich} text})");
 const QByteArray html("<b>marked</b> text");
 
 } // namespace
