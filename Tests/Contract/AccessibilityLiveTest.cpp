@@ -1,8 +1,8 @@
 // The reports about programs and their windows that only a real X server and window manager give.
 #include "Contract/AccessibilityFixture.h"
 
+#include "Contract/Support/ToolkitServer.h"
 #include "PlatformLinux/Accessibility/WindowReader.h"
-#include "PlatformLinux/X11/X11Connection.h"
 
 #include <QWidget>
 
@@ -80,7 +80,7 @@ protected:
         EXPECT_TRUE(settleWindowManager());
     }
 
-    X11Connection m_x = *X11Connection::ofApplication();
+    ToolkitServer m_x = *ToolkitServer::ofApplication();
 };
 
 TEST_F(X11ElementsLiveTest, AnApplicationKnowsItsWindowsTheFrontOneFirst)

@@ -1,7 +1,7 @@
 // Windows of every kind are placed where a person expects them, under several window managers.
 #include "Contract/AccessibilityFixture.h"
 
-#include "PlatformLinux/X11/X11Connection.h"
+#include "Contract/Support/ToolkitServer.h"
 
 #include <QProcess>
 
@@ -50,7 +50,7 @@ private:
     template <typename Start>
     void replaceBy(Start start)
     {
-        const X11Connection x = *X11Connection::ofApplication();
+        const ToolkitServer x = *ToolkitServer::ofApplication();
         const auto checkWindow = [&] {
             return x.property(x.root(), x.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
         };

@@ -3,7 +3,7 @@
 #include "Contract/Support/ForeignProgram.h"
 #include "Contract/Support/UnmanagedWindow.h"
 #include "Desktop/Support/Screen.h"
-#include "PlatformLinux/X11/ServerTime.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <QDeadlineTimer>
 
@@ -153,9 +153,9 @@ TEST_F(GlobalMonitorsLiveTest, APressIsJudgedByWhereThePointerWasThen)
     hardware.movePointer(theirs.middle());
     hardware.press(Button::left);
     // The server's clock counts milliseconds. No event is handled meanwhile.
-    const auto pressed = serverTime();
+    const auto pressed = ApplicationLink::get()->serverTime();
     const QDeadlineTimer limit(deadline);
-    while (serverTime() < pressed + 2 && !limit.hasExpired()) {
+    while (ApplicationLink::get()->serverTime() < pressed + 2 && !limit.hasExpired()) {
     }
     hardware.movePointer(place);
     ASSERT_TRUE(hasSeen(1));

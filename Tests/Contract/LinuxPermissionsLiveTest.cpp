@@ -1,8 +1,8 @@
 // The effects on permissions that only a real X server and window manager have.
+#include "Contract/Support/ToolkitServer.h"
 #include "Desktop/Support/Hardware.h"
 #include "Fakes/FakeLogSink.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
-#include "PlatformLinux/X11/X11Connection.h"
 #include "Support/Eventually.h"
 
 #include <QLineEdit>
@@ -66,7 +66,7 @@ public:
     [[nodiscard]] xcb_window_t before() const { return m_before; }
 
 private:
-    X11Connection m_x = *X11Connection::ofApplication();
+    ToolkitServer m_x = *ToolkitServer::ofApplication();
     xcb_atom_t m_name = m_x.atom("_NET_SUPPORTING_WM_CHECK");
     xcb_window_t m_before = XCB_WINDOW_NONE;
 };
@@ -185,7 +185,7 @@ TEST_F(LinuxPermissionsLive, TryingForInputTakesNoKeyFromAnybody)
 
 TEST_F(LinuxPermissionsLive, AKeyboardThatSomebodyHoldsIsNoDenial)
 {
-    const auto x = X11Connection::ofApplication();
+    const auto x = ToolkitServer::ofApplication();
     const auto devices = xcb_input_xi_query_device(x->xcb(), XCB_INPUT_DEVICE_ALL);
     const XcbReply<xcb_input_xi_query_device_reply_t> reply(
         xcb_input_xi_query_device_reply(x->xcb(), devices, nullptr));

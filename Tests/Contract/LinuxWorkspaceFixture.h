@@ -2,10 +2,10 @@
 #pragma once
 
 #include "Contract/Support/ForeignProgram.h"
+#include "Contract/Support/ToolkitServer.h"
 #include "Fakes/FakeLogSink.h"
 #include "PlatformLinux/Session/LinuxWorkspace.h"
 #include "PlatformLinux/Session/SingleInstance.h"
-#include "PlatformLinux/X11/X11Connection.h"
 #include "Support/Eventually.h"
 
 #include <QAbstractNativeEventFilter>
@@ -46,7 +46,7 @@ private:
         return false;
     }
 
-    X11Connection m_x = *X11Connection::ofApplication();
+    ToolkitServer m_x = *ToolkitServer::ofApplication();
     xcb_atom_t m_name = m_x.atom("_ORVANE_TEST_MARK");
     bool m_isHeard = false;
 };
@@ -127,7 +127,7 @@ protected:
     FakeLogSink m_log;
     SingleInstance m_singleInstance{m_log};
     LinuxWorkspace m_workspace{m_log, m_singleInstance};
-    std::optional<X11Connection> m_x = X11Connection::ofApplication();
+    std::optional<ToolkitServer> m_x = ToolkitServer::ofApplication();
     Mark m_mark;
     std::vector<std::unique_ptr<ForeignProgram>> m_programs;
     std::unique_ptr<QWidget> m_own;

@@ -1,9 +1,9 @@
 // The Linux layer's part of panels, on the private desktop with its window manager and its compositor.
+#include "Contract/Support/ToolkitServer.h"
 #include "Desktop/Support/Hardware.h"
 #include "Desktop/Support/WindowManager.h"
 #include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Panels/X11Panels.h"
-#include "PlatformLinux/X11/X11Connection.h"
 #include "Support/Eventually.h"
 
 #include <QApplication>
@@ -68,7 +68,7 @@ protected:
                                   isOn ? QStringLiteral("true") : QStringLiteral("false")}) == 0;
     }
 
-    std::optional<X11Connection> x11 = X11Connection::ofApplication();
+    std::optional<ToolkitServer> x11 = ToolkitServer::ofApplication();
     NotificationCenter center;
     X11Panels panels{center};
     Hardware hardware;

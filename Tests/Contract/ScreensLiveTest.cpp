@@ -1,9 +1,9 @@
 // The displays of a real X server, with real panels.
 #include "Contract/Support/PluggedMonitor.h"
+#include "Contract/Support/ToolkitServer.h"
 #include "Desktop/Support/Screen.h"
 #include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Screens/X11Screens.h"
-#include "PlatformLinux/X11/X11Connection.h"
 #include "Support/Eventually.h"
 #include "Support/PrintGeometry.h"
 
@@ -35,7 +35,7 @@ public:
 
     void keep(const StrutValues& values)
     {
-        const X11Connection x = *X11Connection::ofApplication();
+        const ToolkitServer x = *ToolkitServer::ofApplication();
         xcb_change_property(x.xcb(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(m_window.winId()),
                             x.atom("_NET_WM_STRUT_PARTIAL"), XCB_ATOM_CARDINAL, 32,
                             std::uint32_t{std::tuple_size_v<StrutValues>}, values.data());

@@ -34,7 +34,7 @@ protected:
     void handleEvents()
     {
         connection->flush();
-        while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection->xcb())}) {
+        while (const auto event = connection->nextEvent()) {
             const int type = event->response_type & 0x7F;
             notices += type == XCB_SELECTION_NOTIFY ? 1 : 0;
             if (type == XCB_SELECTION_NOTIFY)

@@ -1,9 +1,9 @@
 #include "Contract/Support/ForeignProgram.h"
+#include "Contract/Support/ToolkitServer.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeWorkspace.h"
 #include "PlatformLinux/Session/LinuxWorkspace.h"
 #include "PlatformLinux/Session/SingleInstance.h"
-#include "PlatformLinux/X11/X11Connection.h"
 #include "Support/Eventually.h"
 
 #include <QDBusConnection>
@@ -113,7 +113,7 @@ public:
 private:
     static void closeWindowsOf(const QByteArray& windowClass)
     {
-        const X11Connection x = *X11Connection::ofApplication();
+        const ToolkitServer x = *ToolkitServer::ofApplication();
         const QByteArray list = x.property(x.root(), x.atom("_NET_CLIENT_LIST"), XCB_ATOM_WINDOW);
         for (qsizetype at = 0; at + 4 <= list.size(); at += 4) {
             xcb_client_message_event_t request = {};

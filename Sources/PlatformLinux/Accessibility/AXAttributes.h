@@ -35,7 +35,7 @@ std::optional<AXAttribute> axAttribute(const QString& name);
 
 class AXAttributes {
 public:
-    AXAttributes(ServerExchange& exchange, WindowReader& reader, const ScreenSpace& space,
+    AXAttributes(XExchange& exchange, WindowReader& reader, const ScreenSpace& space,
                  DesktopEntries& entries)
         : m_exchange(exchange), m_reader(reader), m_space(space), m_entries(entries)
     {
@@ -63,7 +63,7 @@ private:
     /// The one that the keyboard goes to when the program is in front.
     std::optional<xcb_window_t> mainWindow(const ProgramId& program);
 
-    ServerExchange& m_exchange;
+    XExchange& m_exchange;
     WindowReader& m_reader;
     const ScreenSpace& m_space;
     DesktopEntries& m_entries;

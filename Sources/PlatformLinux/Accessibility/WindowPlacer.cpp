@@ -34,15 +34,11 @@ bool isMaximized(const WindowState& state)
 
 } // namespace
 
-WindowPlacer::WindowPlacer(ServerLink& link, WindowReader& reader, std::function<const ScreenSpace&()> space)
-    : m_link(link),
-      m_reader(reader),
-      m_requests(link),
-      m_space(std::move(space)),
-      m_notifier(xcb_get_file_descriptor(link.xcb()), QSocketNotifier::Read)
+WindowPlacer::WindowPlacer(ApplicationLink& x, WindowReader& reader, std::function<const ScreenSpace&()> space)
+    : m_x(x), m_reader(reader), m_requests(x.link()), m_space(std::move(space))
 {
-    m_notifier.setEnabled(false);
-    connect(&m_notifier, &QSocketNotifier::activated, this, &WindowPlacer::readEvents);
+    m_look.setSingleShot(true);
+    connect(&m_look, &QTimer::timeout, this, &WindowPlacer::putAgainIfNeeded);
     m_end.setSingleShot(true);
     m_end.setInterval(longestSettling);
     connect(&m_end, &QTimer::timeout, this, &WindowPlacer::stopFollowing);
@@ -50,21 +46,21 @@ WindowPlacer::WindowPlacer(ServerLink& link, WindowReader& reader, std::function
 
 WindowPlacer::~WindowPlacer() = default;
 
-AXError WindowPlacer::setPosition(ServerExchange& exchange, xcb_window_t window, Point position)
+AXError WindowPlacer::setPosition(XExchange& exchange, xcb_window_t window, Point position)
 {
     if (!isPlace(position.x, position.y))
         return AXError::illegalArgument;
     return place(exchange, window, Parts::origin, [&](Wish& wish) { wish.origin = position; });
 }
 
-AXError WindowPlacer::setSize(ServerExchange& exchange, xcb_window_t window, Size size)
+AXError WindowPlacer::setSize(XExchange& exchange, xcb_window_t window, Size size)
 {
     if (!isPlace(size.width, size.height) || size.width < 0 || size.height < 0)
         return AXError::illegalArgument;
     return place(exchange, window, Parts::originAndSize, [&](Wish& wish) { wish.size = size; });
 }
 
-AXError WindowPlacer::place(ServerExchange& exchange, xcb_window_t window, Parts parts,
+AXError WindowPlacer::place(XExchange& exchange, xcb_window_t window, Parts parts,
                             const std::function<void(Wish&)>& wish)
 {
     const auto placed = m_reader.placed(exchange, window);
@@ -82,7 +78,7 @@ AXError WindowPlacer::place(ServerExchange& exchange, xcb_window_t window, Parts
 
 void WindowPlacer::restore(xcb_window_t window, const WindowState& state)
 {
-    const DesktopAtoms& atoms = m_link.atoms();
+    const XAtoms& atoms = m_x.atoms();
     if (isMaximized(state))
         m_requests.changeState(window, WindowRequests::Change::remove, atoms.stateMaximizedVertically,
                                atoms.stateMaximizedHorizontally);
@@ -138,9 +134,9 @@ void WindowPlacer::follow(xcb_window_t window)
     if (m_wish.window != window) {
         stopFollowing();
         m_wish.window = window;
-        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(m_link.xcb(), window, XCB_CW_EVENT_MASK, &mask);
-        m_notifier.setEnabled(true);
+        m_selection =
+            m_x.link().select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+        m_listener = m_x.listen([this](const xcb_generic_event_t& event) { handle(event); });
     }
     m_wish.repetitions = 0;
     m_end.start();
@@ -150,59 +146,39 @@ void WindowPlacer::stopFollowing()
 {
     if (!isFollowing())
         return;
-    const std::uint32_t none = XCB_EVENT_MASK_NO_EVENT;
-    xcb_change_window_attributes(m_link.xcb(), m_wish.window, XCB_CW_EVENT_MASK, &none);
-    m_link.flush();
+    m_selection.reset();
+    m_listener.reset();
     m_wish = {};
-    m_notifier.setEnabled(false);
+    m_look.stop();
     m_end.stop();
 }
 
-void WindowPlacer::eventsMayHaveCome()
+void WindowPlacer::handle(const xcb_generic_event_t& event)
 {
-    if (!isFollowing()) {
-        m_link.takeEvents([](const xcb_generic_event_t&) {});
-        return;
+    switch (event.response_type & 0x7F) {
+    case XCB_DESTROY_NOTIFY:
+        if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_wish.window)
+            stopFollowing();
+        break;
+    case XCB_CONFIGURE_NOTIFY:
+        if (reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == m_wish.window)
+            m_look.start();
+        break;
+    case XCB_PROPERTY_NOTIFY:
+        if (reinterpret_cast<const xcb_property_notify_event_t&>(event).window == m_wish.window)
+            m_look.start();
+        break;
+    default:
+        break;
     }
-    if (std::exchange(m_isReadScheduled, true))
-        return;
-    QMetaObject::invokeMethod(this, &WindowPlacer::readEvents, Qt::QueuedConnection);
-}
-
-void WindowPlacer::readEvents()
-{
-    m_isReadScheduled = false;
-    bool isGone = m_link.isLost();
-    bool hasChanged = false;
-    m_link.takeEvents([&](const xcb_generic_event_t& event) {
-        switch (event.response_type & 0x7F) {
-        case XCB_DESTROY_NOTIFY:
-            isGone |= reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_wish.window;
-            break;
-        case XCB_CONFIGURE_NOTIFY:
-            hasChanged |=
-                reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == m_wish.window;
-            break;
-        case XCB_PROPERTY_NOTIFY:
-            hasChanged |= reinterpret_cast<const xcb_property_notify_event_t&>(event).window == m_wish.window;
-            break;
-        default:
-            break;
-        }
-    });
-    if (isGone)
-        stopFollowing();
-    else if (hasChanged && isFollowing())
-        putAgainIfNeeded();
 }
 
 void WindowPlacer::putAgainIfNeeded()
 {
-    ServerExchange exchange(m_link, std::chrono::steady_clock::now() + longestQuestion);
-    const auto pointerCookie = xcb_query_pointer(m_link.xcb(), m_link.root());
+    XExchange exchange(m_x.link(), within(longestQuestion));
+    const auto pointerCookie = xcb_query_pointer(m_x.xcb(), m_x.root());
     const auto placed = m_reader.placed(exchange, m_wish.window);
     const auto pointer = exchange.reply<xcb_query_pointer_reply_t>(pointerCookie);
-    eventsMayHaveCome();
     if (!placed || !pointer || placed->state.isShaded)
         return;
     // A person who has taken the window in hand again knows better.

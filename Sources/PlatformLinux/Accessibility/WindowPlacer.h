@@ -5,11 +5,12 @@
 // shadows turn out different, as after the end of a maximized state, the window is put there once more.
 #pragma once
 
+#include "Platform/Accessibility.h"
 #include "PlatformLinux/Accessibility/WindowReader.h"
 #include "PlatformLinux/Accessibility/WindowRequests.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <QObject>
-#include <QSocketNotifier>
 #include <QTimer>
 
 #include <functional>
@@ -22,16 +23,14 @@ class ScreenSpace;
 class WindowPlacer : public QObject {
     Q_OBJECT
 public:
-    WindowPlacer(ServerLink& link, WindowReader& reader, std::function<const ScreenSpace&()> space);
+    WindowPlacer(ApplicationLink& x, WindowReader& reader, std::function<const ScreenSpace&()> space);
     ~WindowPlacer() override;
 
     /// Points of the accessibility space. A maximized or rolled-up window is restored; a full-screen one is
     /// left alone, which is a failure.
-    AXError setPosition(ServerExchange& exchange, xcb_window_t window, Point position);
-    AXError setSize(ServerExchange& exchange, xcb_window_t window, Size size);
+    AXError setPosition(XExchange& exchange, xcb_window_t window, Point position);
+    AXError setSize(XExchange& exchange, xcb_window_t window, Size size);
 
-    /// To be called after other questions on the link: events that came in with an answer don't ring.
-    void eventsMayHaveCome();
     [[nodiscard]] bool isFollowing() const { return m_wish.window != XCB_WINDOW_NONE; }
 
 private:
@@ -53,25 +52,27 @@ private:
     };
     enum class Parts { origin, originAndSize };
 
-    AXError place(ServerExchange& exchange, xcb_window_t window, Parts parts,
+    AXError place(XExchange& exchange, xcb_window_t window, Parts parts,
                   const std::function<void(Wish&)>& wish);
     [[nodiscard]] Target target(const WindowReader::Placed& placed) const;
     void restore(xcb_window_t window, const WindowState& state);
     void request(const WindowReader::Placed& placed, const Target& target, Parts parts);
     void follow(xcb_window_t window);
     void stopFollowing();
-    void readEvents();
+    void handle(const xcb_generic_event_t& event);
     void putAgainIfNeeded();
     void undoMaximizing(const WindowReader::Placed& placed);
 
-    ServerLink& m_link;
+    ApplicationLink& m_x;
     WindowReader& m_reader;
     WindowRequests m_requests;
     std::function<const ScreenSpace&()> m_space;
     Wish m_wish;
-    QSocketNotifier m_notifier;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
+    XSelection m_selection;
     QTimer m_end;
-    bool m_isReadScheduled = false;
+    /// Several changes that come together are looked at once.
+    QTimer m_look;
 };
 
 } // namespace orvane

@@ -18,16 +18,16 @@ bool contains(const PropertyNumbers& numbers, xcb_atom_t atom)
 /// program is wanted, it saves a round trip.
 class Processes {
 public:
-    explicit Processes(ServerExchange& exchange) : m_link(exchange.link())
+    explicit Processes(XExchange& exchange) : m_link(exchange.link())
     {
         const xcb_res_client_id_spec_t ofAll{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-        if (m_link.knowsProcesses())
+        if (m_link.extension(xcb_res_id))
             m_cookie = xcb_res_query_client_ids(m_link.xcb(), 1, &ofAll);
     }
 
-    void read(ServerExchange& exchange)
+    void read(XExchange& exchange)
     {
-        if (!m_link.knowsProcesses())
+        if (!m_link.extension(xcb_res_id))
             return;
         const auto reply = exchange.reply<xcb_res_query_client_ids_reply_t>(m_cookie);
         if (!reply)
@@ -48,12 +48,12 @@ public:
     }
 
 private:
-    ServerLink& m_link;
+    XLink& m_link;
     xcb_res_query_client_ids_cookie_t m_cookie{};
     std::map<std::uint32_t, std::int64_t> m_processes;
 };
 
-WindowState stateFrom(const DesktopAtoms& atoms, ManagedState managed, const PropertyNumbers& states)
+WindowState stateFrom(const XAtoms& atoms, ManagedState managed, const PropertyNumbers& states)
 {
     return {// Some window managers call a window on another desktop iconic, and a rolled-up one hidden.
             .isMinimized = managed == ManagedState::iconic && contains(states, atoms.stateHidden),
@@ -66,13 +66,13 @@ WindowState stateFrom(const DesktopAtoms& atoms, ManagedState managed, const Pro
 /// The two properties that tell it.
 class StateQuestion {
 public:
-    StateQuestion(ServerExchange& exchange, xcb_window_t window)
+    StateQuestion(XExchange& exchange, xcb_window_t window)
         : m_managed(exchange.askProperty(window, exchange.atoms().wmState, exchange.atoms().wmState)),
           m_states(exchange.askProperty(window, exchange.atoms().state, XCB_ATOM_ATOM))
     {
     }
 
-    std::optional<WindowState> answer(ServerExchange& exchange)
+    std::optional<WindowState> answer(XExchange& exchange)
     {
         const ManagedState managed = managedState(exchange.numbers(m_managed));
         const PropertyNumbers states = exchange.numbers(m_states);
@@ -86,12 +86,12 @@ private:
     xcb_get_property_cookie_t m_states;
 };
 
-bool isOrdinary(const DesktopAtoms& atoms, const PropertyNumbers& types)
+bool isOrdinary(const XAtoms& atoms, const PropertyNumbers& types)
 {
     return !contains(types, atoms.windowTypeDesktop) && !contains(types, atoms.windowTypeDock);
 }
 
-xcb_get_property_cookie_t askSupported(ServerExchange& exchange)
+xcb_get_property_cookie_t askSupported(XExchange& exchange)
 {
     return exchange.askProperty(exchange.link().root(), exchange.atoms().supported, XCB_ATOM_ATOM);
 }
@@ -110,7 +110,7 @@ PixelEdges outerEdges(const xcb_get_geometry_reply_t& geometry)
 /// All about a window's place but its frame, which others have to be asked for.
 class PlaceQuestion {
 public:
-    PlaceQuestion(ServerExchange& exchange, xcb_window_t window)
+    PlaceQuestion(XExchange& exchange, xcb_window_t window)
         : m_state(exchange, window),
           m_geometry(xcb_get_geometry(exchange.xcb(), window)),
           m_origin(xcb_translate_coordinates(exchange.xcb(), window, exchange.link().root(), 0, 0)),
@@ -121,7 +121,7 @@ public:
     {
     }
 
-    std::optional<WindowReader::Placed> answer(ServerExchange& exchange)
+    std::optional<WindowReader::Placed> answer(XExchange& exchange)
     {
         const std::optional<WindowState> state = m_state.answer(exchange);
         const auto geometry = exchange.reply<xcb_get_geometry_reply_t>(m_geometry);
@@ -151,9 +151,9 @@ private:
 
 } // namespace
 
-std::optional<WindowReader::Owned> WindowReader::activeWindow(ServerExchange& exchange)
+std::optional<WindowReader::Owned> WindowReader::activeWindow(XExchange& exchange)
 {
-    const DesktopAtoms& atoms = exchange.atoms();
+    const XAtoms& atoms = exchange.atoms();
     const auto typesOf = [&](xcb_window_t window) {
         return exchange.askProperty(window, atoms.windowType, XCB_ATOM_ATOM);
     };
@@ -174,9 +174,9 @@ std::optional<WindowReader::Owned> WindowReader::activeWindow(ServerExchange& ex
     return Owned{active[0], processes.programOf(active[0]), isOrdinary(atoms, types)};
 }
 
-std::vector<xcb_window_t> WindowReader::windowsOf(ServerExchange& exchange, const ProgramId& program)
+std::vector<xcb_window_t> WindowReader::windowsOf(XExchange& exchange, const ProgramId& program)
 {
-    const DesktopAtoms& atoms = exchange.atoms();
+    const XAtoms& atoms = exchange.atoms();
     const xcb_window_t root = exchange.link().root();
     const auto stackingCookie = exchange.askProperty(root, atoms.clientListStacking, XCB_ATOM_WINDOW);
     const auto listCookie = exchange.askProperty(root, atoms.clientList, XCB_ATOM_WINDOW);
@@ -201,7 +201,7 @@ std::vector<xcb_window_t> WindowReader::windowsOf(ServerExchange& exchange, cons
     return ordinary;
 }
 
-std::optional<ProgramId> WindowReader::programOf(ServerExchange& exchange, xcb_window_t window)
+std::optional<ProgramId> WindowReader::programOf(XExchange& exchange, xcb_window_t window)
 {
     StateQuestion state(exchange, window);
     Processes processes(exchange);
@@ -210,12 +210,12 @@ std::optional<ProgramId> WindowReader::programOf(ServerExchange& exchange, xcb_w
     return isThere ? std::optional(processes.programOf(window)) : std::nullopt;
 }
 
-std::optional<WindowState> WindowReader::state(ServerExchange& exchange, xcb_window_t window)
+std::optional<WindowState> WindowReader::state(XExchange& exchange, xcb_window_t window)
 {
     return StateQuestion(exchange, window).answer(exchange);
 }
 
-std::optional<WindowReader::Placed> WindowReader::placed(ServerExchange& exchange, xcb_window_t window)
+std::optional<WindowReader::Placed> WindowReader::placed(XExchange& exchange, xcb_window_t window)
 {
     xcb_connection_t* xcb = exchange.xcb();
     const xcb_window_t root = exchange.link().root();
@@ -247,7 +247,7 @@ std::optional<WindowReader::Placed> WindowReader::placed(ServerExchange& exchang
     return placed;
 }
 
-std::optional<WindowReader::Frame> WindowReader::findFrame(ServerExchange& exchange, xcb_window_t window,
+std::optional<WindowReader::Frame> WindowReader::findFrame(XExchange& exchange, xcb_window_t window,
                                                            xcb_window_t parent)
 {
     const xcb_window_t root = exchange.link().root();
@@ -262,35 +262,35 @@ std::optional<WindowReader::Frame> WindowReader::findFrame(ServerExchange& excha
     return frame;
 }
 
-std::optional<QString> WindowReader::title(ServerExchange& exchange, xcb_window_t window)
+std::optional<QString> WindowReader::title(XExchange& exchange, xcb_window_t window)
 {
-    const DesktopAtoms& atoms = exchange.atoms();
+    const XAtoms& atoms = exchange.atoms();
     StateQuestion state(exchange, window);
     const auto nameCookie = exchange.askProperty(window, atoms.windowName, atoms.utf8String);
     const auto oldNameCookie = exchange.askProperty(window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING);
     const bool isThere = state.answer(exchange).has_value();
-    const QByteArray name = exchange.bytes(nameCookie);
-    const QByteArray oldName = exchange.bytes(oldNameCookie);
+    const std::string name = exchange.bytes(nameCookie);
+    const std::string oldName = exchange.bytes(oldNameCookie);
     if (!isThere)
         return std::nullopt;
-    return name.isEmpty() ? QString::fromLatin1(oldName) : QString::fromUtf8(name);
+    return name.empty() ? QString::fromLatin1(oldName) : QString::fromUtf8(name);
 }
 
-std::optional<WindowReader::WindowClass> WindowReader::windowClass(ServerExchange& exchange,
+std::optional<WindowReader::WindowClass> WindowReader::windowClass(XExchange& exchange,
                                                                    xcb_window_t window)
 {
     StateQuestion state(exchange, window);
     const auto cookie = exchange.askProperty(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
     const bool isThere = state.answer(exchange).has_value();
-    const QList<QByteArray> parts = exchange.bytes(cookie).split('\0');
+    const QList<QByteArray> parts = QByteArray::fromStdString(exchange.bytes(cookie)).split('\0');
     if (!isThere)
         return std::nullopt;
     return WindowClass{QString::fromLatin1(parts.value(0)), QString::fromLatin1(parts.value(1))};
 }
 
-std::optional<WindowReader::Abilities> WindowReader::abilities(ServerExchange& exchange, xcb_window_t window)
+std::optional<WindowReader::Abilities> WindowReader::abilities(XExchange& exchange, xcb_window_t window)
 {
-    const DesktopAtoms& atoms = exchange.atoms();
+    const XAtoms& atoms = exchange.atoms();
     StateQuestion state(exchange, window);
     const auto allowedCookie = exchange.askProperty(window, atoms.allowedActions, XCB_ATOM_ATOM);
     const auto motifCookie = exchange.askProperty(window, atoms.motifHints, atoms.motifHints);
@@ -307,7 +307,7 @@ std::optional<WindowReader::Abilities> WindowReader::abilities(ServerExchange& e
                                     contains(allowed, atoms.actionMaximizeVertically)};
 }
 
-bool WindowReader::isSupported(ServerExchange& exchange, xcb_atom_t message)
+bool WindowReader::isSupported(XExchange& exchange, xcb_atom_t message)
 {
     return contains(exchange.numbers(askSupported(exchange)), message);
 }

@@ -3,7 +3,7 @@
 // Main thread.
 #pragma once
 
-#include "PlatformLinux/Accessibility/ServerExchange.h"
+#include "PlatformLinux/X11/XExchange.h"
 #include "PlatformLinux/Accessibility/WindowProperties.h"
 
 #include <QString>
@@ -38,10 +38,10 @@ public:
         bool isOrdinary = true;
     };
     /// One round trip while the same window stays active.
-    std::optional<Owned> activeWindow(ServerExchange& exchange);
+    std::optional<Owned> activeWindow(XExchange& exchange);
     /// Those of a program, the one in front first; without the desktop and panels.
-    std::vector<xcb_window_t> windowsOf(ServerExchange& exchange, const ProgramId& program);
-    std::optional<ProgramId> programOf(ServerExchange& exchange, xcb_window_t window);
+    std::vector<xcb_window_t> windowsOf(XExchange& exchange, const ProgramId& program);
+    std::optional<ProgramId> programOf(XExchange& exchange, xcb_window_t window);
 
     /// One round trip for a window that was asked for last; two or more else, to find its frame.
     struct Placed {
@@ -51,23 +51,23 @@ public:
         /// Whether the window manager takes requests to place it as messages.
         bool canBePlacedByMessage = false;
     };
-    std::optional<Placed> placed(ServerExchange& exchange, xcb_window_t window);
-    std::optional<WindowState> state(ServerExchange& exchange, xcb_window_t window);
-    std::optional<QString> title(ServerExchange& exchange, xcb_window_t window);
+    std::optional<Placed> placed(XExchange& exchange, xcb_window_t window);
+    std::optional<WindowState> state(XExchange& exchange, xcb_window_t window);
+    std::optional<QString> title(XExchange& exchange, xcb_window_t window);
 
     struct WindowClass {
         QString instance;
         QString name;
     };
-    std::optional<WindowClass> windowClass(ServerExchange& exchange, xcb_window_t window);
+    std::optional<WindowClass> windowClass(XExchange& exchange, xcb_window_t window);
 
     struct Abilities {
         bool canClose = true;
         bool canMaximize = true;
     };
-    std::optional<Abilities> abilities(ServerExchange& exchange, xcb_window_t window);
+    std::optional<Abilities> abilities(XExchange& exchange, xcb_window_t window);
     /// Whether the window manager listens to messages of that kind.
-    bool isSupported(ServerExchange& exchange, xcb_atom_t message);
+    bool isSupported(XExchange& exchange, xcb_atom_t message);
 
 private:
     struct Frame {
@@ -76,7 +76,7 @@ private:
         /// The child of the root window; the window itself where it has no frame.
         xcb_window_t top = XCB_WINDOW_NONE;
     };
-    std::optional<Frame> findFrame(ServerExchange& exchange, xcb_window_t window, xcb_window_t parent);
+    std::optional<Frame> findFrame(XExchange& exchange, xcb_window_t window, xcb_window_t parent);
 
     /// Good guesses, asked for along with the question that proves them.
     Frame m_lastFrame;

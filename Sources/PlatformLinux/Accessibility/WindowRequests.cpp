@@ -1,5 +1,7 @@
 #include "PlatformLinux/Accessibility/WindowRequests.h"
 
+#include "PlatformLinux/X11/ApplicationLink.h"
+
 #include <algorithm>
 
 namespace orvane {
@@ -75,15 +77,7 @@ void WindowRequests::place(xcb_window_t window, const Placement& placement, Way 
 
 void WindowRequests::send(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data)
 {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = type;
-    std::ranges::copy(data, message.data.data32);
-    xcb_send_event(m_link.xcb(), 0, m_link.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
+    sendToWindowManager(m_link.xcb(), m_link.root(), window, type, data);
     m_link.flush();
 }
 

@@ -2,7 +2,7 @@
 // what becomes of them shows later. Main thread.
 #pragma once
 
-#include "PlatformLinux/Accessibility/ServerExchange.h"
+#include "PlatformLinux/X11/XExchange.h"
 #include "PlatformLinux/Accessibility/WindowProperties.h"
 
 #include <array>
@@ -12,7 +12,7 @@ namespace orvane {
 
 class WindowRequests {
 public:
-    explicit WindowRequests(ServerLink& link) : m_link(link) {}
+    explicit WindowRequests(XLink& link) : m_link(link) {}
 
     enum class Change : std::uint32_t { remove = 0, add = 1 };
     /// One or two states of _NET_WM_STATE.
@@ -36,7 +36,7 @@ public:
 private:
     void send(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data);
 
-    ServerLink& m_link;
+    XLink& m_link;
 };
 
 } // namespace orvane

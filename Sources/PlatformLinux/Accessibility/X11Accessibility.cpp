@@ -24,15 +24,15 @@ Deadline deadlineOf(const AXBody& body)
 } // namespace
 
 struct X11Accessibility::Session {
-    Session(std::unique_ptr<ServerLink> theLink, const X11Screens& screens)
-        : link(std::move(theLink)),
-          placer(*link, reader, [&screens]() -> const ScreenSpace& { return screens.space(); })
+    Session(std::shared_ptr<ApplicationLink> link, const X11Screens& screens)
+        : x(std::move(link)),
+          placer(*x, reader, [&screens]() -> const ScreenSpace& { return screens.space(); })
     {
     }
 
-    std::unique_ptr<ServerLink> link;
+    std::shared_ptr<ApplicationLink> x;
     WindowReader reader;
-    WindowRequests requests{*link};
+    WindowRequests requests{x->link()};
     WindowPlacer placer;
 };
 
@@ -62,29 +62,27 @@ void X11Accessibility::setMessagingTimeout(const AXUIElement& element, std::chro
 /// Runs the work of one call in an exchange that ends by the element's time-out.
 template <typename Work>
 auto X11Accessibility::onCall(const AXUIElement& element, Work work)
-    -> decltype(work(std::declval<Session&>(), std::declval<ServerExchange&>()))
+    -> decltype(work(std::declval<Session&>(), std::declval<XExchange&>()))
 {
     if (!m_permissions.axIsProcessTrusted())
         return {AXError::apiDisabled};
     const Deadline deadline = deadlineOf(AXBody::of(element));
-    if (m_session && m_session->link->isLost())
+    if (m_session && m_session->x->link().isLost())
         m_session.reset();
     if (!m_session) {
-        auto link = ServerLink::open(deadline);
-        if (!link)
+        auto x = ApplicationLink::get();
+        if (!x)
             return {AXError::cannotComplete};
-        m_session = std::make_unique<Session>(std::move(link), m_screens);
+        m_session = std::make_unique<Session>(std::move(x), m_screens);
     }
-    ServerExchange exchange(*m_session->link, deadline);
-    auto result = work(*m_session, exchange);
-    m_session->placer.eventsMayHaveCome();
-    return result;
+    XExchange exchange(m_session->x->link(), deadline);
+    return work(*m_session, exchange);
 }
 
 Accessibility::Copied X11Accessibility::copyAttributeValue(const AXUIElement& element,
                                                            const QString& attribute)
 {
-    return onCall(element, [&](Session& session, ServerExchange& exchange) -> Copied {
+    return onCall(element, [&](Session& session, XExchange& exchange) -> Copied {
         const auto known = axAttribute(attribute);
         if (!known)
             return {AXError::attributeUnsupported};
@@ -97,7 +95,7 @@ AXError X11Accessibility::setAttributeValue(const AXUIElement& element, const QS
                                             const AXValue& value)
 {
     const AXBody& body = AXBody::of(element);
-    return onCall(element, [&](Session& session, ServerExchange& exchange) -> AXError {
+    return onCall(element, [&](Session& session, XExchange& exchange) -> AXError {
         const auto known = axAttribute(attribute);
         if (!known || body.kind != AXBody::Kind::window)
             return AXError::attributeUnsupported;
@@ -115,7 +113,7 @@ AXError X11Accessibility::setAttributeValue(const AXUIElement& element, const QS
     });
 }
 
-AXError X11Accessibility::setFlag(Session& session, ServerExchange& exchange, std::uint32_t window,
+AXError X11Accessibility::setFlag(Session& session, XExchange& exchange, std::uint32_t window,
                                   AXAttribute attribute, const bool* value)
 {
     const bool isSettable = attribute == AXAttribute::minimized || attribute == AXAttribute::fullScreen ||
@@ -152,7 +150,7 @@ AXError X11Accessibility::setFlag(Session& session, ServerExchange& exchange, st
 AXError X11Accessibility::performAction(const AXUIElement& element, const QString& action)
 {
     const AXBody& body = AXBody::of(element);
-    return onCall(element, [&](Session& session, ServerExchange& exchange) -> AXError {
+    return onCall(element, [&](Session& session, XExchange& exchange) -> AXError {
         const bool isButton = body.kind == AXBody::Kind::closeButton || body.kind == AXBody::Kind::zoomButton;
         const bool isKnown =
             isButton ? action == QLatin1StringView("AXPress")
@@ -168,10 +166,10 @@ AXError X11Accessibility::performAction(const AXUIElement& element, const QStrin
 }
 
 /// Each element has one action.
-void X11Accessibility::perform(Session& session, ServerExchange& exchange, const AXBody& body,
+void X11Accessibility::perform(Session& session, XExchange& exchange, const AXBody& body,
                                const WindowState& state)
 {
-    const DesktopAtoms& atoms = exchange.atoms();
+    const XAtoms& atoms = exchange.atoms();
     if (body.kind == AXBody::Kind::closeButton) {
         session.requests.close(body.window);
     } else if (body.kind == AXBody::Kind::zoomButton) {

@@ -1,5 +1,5 @@
 // Programs and their windows as accessibility elements, by what the X server and the window manager tell,
-// over a connection of its own that is opened at the first use. Main thread.
+// over the link that the main thread shares. Main thread.
 //
 // A call waits for the X server alone, never for the program behind a window, and for no longer than its
 // element's time-out. What is set is a request to the window manager, which acts a moment later.
@@ -14,7 +14,7 @@
 namespace orvane {
 
 class Permissions;
-class ServerExchange;
+class XExchange;
 class X11Screens;
 enum class AXAttribute;
 struct AXBody;
@@ -38,10 +38,10 @@ private:
     struct Session;
     template <typename Work>
     auto onCall(const AXUIElement& element, Work work)
-        -> decltype(work(std::declval<Session&>(), std::declval<ServerExchange&>()));
-    static AXError setFlag(Session& session, ServerExchange& exchange, std::uint32_t window,
+        -> decltype(work(std::declval<Session&>(), std::declval<XExchange&>()));
+    static AXError setFlag(Session& session, XExchange& exchange, std::uint32_t window,
                            AXAttribute attribute, const bool* value);
-    static void perform(Session& session, ServerExchange& exchange, const AXBody& body,
+    static void perform(Session& session, XExchange& exchange, const AXBody& body,
                         const WindowState& state);
 
     const X11Screens& m_screens;

@@ -2,10 +2,7 @@
 
 #include "PlatformLinux/Applications/WindowProgram.h"
 
-#include <QCoreApplication>
-
 #include <chrono>
-#include <cstring>
 
 namespace orvane {
 
@@ -14,6 +11,13 @@ namespace {
 /// The property is None for a moment while the focus goes from one window to the next.
 constexpr std::chrono::milliseconds longestPassage(50);
 
+xcb_window_t activeWindow(XExchange& exchange)
+{
+    const auto windows = exchange.numbers(exchange.askProperty(
+        exchange.link().root(), exchange.atoms().activeWindow, XCB_ATOM_WINDOW));
+    return windows.empty() ? xcb_window_t{XCB_WINDOW_NONE} : windows[0];
+}
+
 } // namespace
 
 FrontmostApplication::FrontmostApplication(DesktopEntries& entries) : m_entries(entries)
@@ -21,64 +25,54 @@ FrontmostApplication::FrontmostApplication(DesktopEntries& entries) : m_entries(
     m_noneForLong.setSingleShot(true);
     m_noneForLong.setInterval(longestPassage);
     connect(&m_noneForLong, &QTimer::timeout, this, [this] {
-        m_window = activeWindow();
-        settle(programOf(m_window));
+        XExchange exchange = m_x->exchange();
+        const xcb_window_t window = activeWindow(exchange);
+        auto application = programOf(exchange, window);
+        if (exchange.isLate())
+            return; // it is looked at again when the server is back
+        m_window = window;
+        settle(std::move(application));
     });
 }
 
-FrontmostApplication::~FrontmostApplication()
-{
-    if (m_x && qApp)
-        qApp->removeNativeEventFilter(this);
-}
+FrontmostApplication::~FrontmostApplication() = default;
 
 void FrontmostApplication::start()
 {
     if (m_x)
         return;
-    m_x = X11Connection::ofApplication();
+    m_x = ApplicationLink::get();
     if (!m_x)
         return;
-    m_activeWindowAtom = m_x->atom("_NET_ACTIVE_WINDOW");
-    m_x->addEventMask(m_x->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
-    qApp->installNativeEventFilter(this);
+    m_selection = m_x->link().select(m_x->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
+    connect(m_x.get(), &ApplicationLink::serverIsBack, this, &FrontmostApplication::readActiveWindow);
     readActiveWindow();
 }
 
 bool FrontmostApplication::activate(std::int64_t process)
 {
     start();
-    const auto window = m_x ? windowToActivate(*m_x, process, m_recent.of(process)) : std::nullopt;
+    if (!m_x)
+        return false;
+    XExchange exchange = m_x->exchange();
+    const auto window = windowToActivate(exchange, process, m_recent.of(process));
     if (window)
         requestActivation(*m_x, *window);
     return window.has_value();
 }
 
-bool FrontmostApplication::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+void FrontmostApplication::handle(const xcb_generic_event_t& event)
 {
-    if (eventType != "xcb_generic_event_t")
-        return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY)
-        return false;
-    const auto* told = reinterpret_cast<const xcb_property_notify_event_t*>(event);
-    if (told->window == m_x->root() && told->atom == m_activeWindowAtom)
+    const auto& told = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if ((event.response_type & 0x7F) == XCB_PROPERTY_NOTIFY && told.window == m_x->root() &&
+        told.atom == m_x->atoms().activeWindow)
         readActiveWindow();
-    return false;
 }
 
-xcb_window_t FrontmostApplication::activeWindow() const
+std::optional<RunningApplication> FrontmostApplication::programOf(XExchange& exchange, xcb_window_t window)
 {
-    const QByteArray bytes = m_x->property(m_x->root(), m_activeWindowAtom, XCB_ATOM_WINDOW);
-    xcb_window_t window = XCB_WINDOW_NONE;
-    if (bytes.size() >= static_cast<qsizetype>(sizeof window))
-        std::memcpy(&window, bytes.constData(), sizeof window);
-    return window;
-}
-
-std::optional<RunningApplication> FrontmostApplication::programOf(xcb_window_t window)
-{
-    auto application = window ? programOfWindow(*m_x, window, m_entries) : std::nullopt;
+    auto application = window ? programOfWindow(exchange, window, m_entries) : std::nullopt;
     if (application && application->processIdentifier != 0)
         m_recent.add(application->processIdentifier, window);
     return application;
@@ -86,11 +80,14 @@ std::optional<RunningApplication> FrontmostApplication::programOf(xcb_window_t w
 
 void FrontmostApplication::readActiveWindow()
 {
-    const xcb_window_t window = activeWindow();
+    XExchange exchange = m_x->exchange();
+    const xcb_window_t window = activeWindow(exchange);
     if (window == m_window)
         return;
+    auto application = programOf(exchange, window);
+    if (exchange.isLate())
+        return; // it is looked at again when the server is back
     m_window = window;
-    auto application = programOf(window);
     // A window that is gone already is followed by the next one, as None is.
     if (application)
         settle(std::move(application));

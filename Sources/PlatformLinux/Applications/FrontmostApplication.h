@@ -6,20 +6,20 @@
 #include "Platform/RunningApplication.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
 #include "PlatformLinux/Applications/WindowActivation.h"
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QTimer>
 
 #include <atomic>
+#include <memory>
 #include <optional>
 
 namespace orvane {
 
 class DesktopEntries;
 
-class FrontmostApplication : public QObject, private QAbstractNativeEventFilter {
+class FrontmostApplication : public QObject {
     Q_OBJECT
 public:
     explicit FrontmostApplication(DesktopEntries& entries);
@@ -38,15 +38,15 @@ Q_SIGNALS:
     void changed();
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void handle(const xcb_generic_event_t& event);
     void readActiveWindow();
-    [[nodiscard]] xcb_window_t activeWindow() const;
-    std::optional<RunningApplication> programOf(xcb_window_t window);
+    std::optional<RunningApplication> programOf(XExchange& exchange, xcb_window_t window);
     void settle(std::optional<RunningApplication> application);
 
     DesktopEntries& m_entries;
-    std::optional<X11Connection> m_x;
-    xcb_atom_t m_activeWindowAtom = XCB_ATOM_NONE;
+    std::shared_ptr<ApplicationLink> m_x;
+    XSelection m_selection;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
     xcb_window_t m_window = XCB_WINDOW_NONE;
     RecentWindows m_recent;
     QTimer m_noneForLong;

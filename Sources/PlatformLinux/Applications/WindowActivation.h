@@ -1,7 +1,7 @@
 // Brings a program's window to the front. Main thread; a few round trips to the server.
 #pragma once
 
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <cstdint>
 #include <optional>
@@ -24,11 +24,11 @@ private:
 };
 
 /// Returns one of the existing windows of the process: the first of the recent ones, else the topmost.
-std::optional<xcb_window_t> windowToActivate(const X11Connection& x, std::int64_t process,
+[[nodiscard]] std::optional<xcb_window_t> windowToActivate(XExchange& exchange, std::int64_t process,
                                              const std::vector<xcb_window_t>& recent);
 
 /// Asks the window manager in the way of a user's choice: a minimized window is restored, and its desktop
 /// becomes the current one.
-void requestActivation(const X11Connection& x, xcb_window_t window);
+void requestActivation(ApplicationLink& x, xcb_window_t window);
 
 } // namespace orvane

@@ -7,7 +7,8 @@
 #include <QGuiApplication>
 #include <QSysInfo>
 
-#include <cstring>
+#include <array>
+#include <utility>
 
 #include <unistd.h>
 
@@ -22,69 +23,51 @@ struct WindowClass {
     QString name;
 };
 
-WindowClass classOf(const X11Connection& x, xcb_window_t window)
-{
-    const QList<QByteArray> parts = x.property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING).split('\0');
-    return {QString::fromLatin1(parts.value(0)), QString::fromLatin1(parts.value(1))};
-}
-
-/// Returns what toolkits write on their windows themselves: ids of desktop entries, or the path of one.
-QStringList entryIDsToldBy(const X11Connection& x, xcb_window_t window)
-{
-    const xcb_atom_t utf8 = x.atom("UTF8_STRING");
-    QStringList ids;
-    for (const char* name : {"_KDE_NET_WM_DESKTOP_FILE", "_GTK_APPLICATION_ID"}) {
-        QString id = QString::fromUtf8(x.property(window, x.atom(name), utf8)).section(u'/', -1);
-        if (id.endsWith(QLatin1StringView(".desktop")))
-            id.chop(8);
-        if (!id.isEmpty())
-            ids.append(id);
+/// The server knows which process is at the other end, whatever the window says of itself.
+class ProcessQuestion {
+public:
+    ProcessQuestion(XExchange& exchange, xcb_window_t window)
+        : m_machine(exchange.askProperty(window, XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING)),
+          m_process(exchange.askProperty(window, exchange.atoms().process, XCB_ATOM_CARDINAL)),
+          m_isKnown(exchange.link().extension(xcb_res_id) != nullptr)
+    {
+        const xcb_res_client_id_spec_t question = {window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+        if (m_isKnown)
+            m_client = xcb_res_query_client_ids(exchange.xcb(), 1, &question);
     }
-    return ids;
-}
 
-bool exists(const X11Connection& x, xcb_window_t window)
-{
-    const auto cookie = xcb_get_window_attributes(x.xcb(), window);
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(x.xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
-    return reply != nullptr;
-}
-
-/// The server knows which process is at the other end, whatever the window's properties say.
-std::int64_t processToldByServer(const X11Connection& x, xcb_window_t window)
-{
-    if (!xcb_get_extension_data(x.xcb(), &xcb_res_id)->present)
-        return 0;
-    const xcb_res_client_id_spec_t question = {window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto cookie = xcb_res_query_client_ids(x.xcb(), 1, &question);
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_res_query_client_ids_reply_t> reply(
-        xcb_res_query_client_ids_reply(x.xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
-    if (!reply)
-        return 0; // the window is gone, or the server is too old for the question
-    for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem;
-         xcb_res_client_id_value_next(&ids)) {
-        if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) &&
-            xcb_res_client_id_value_value_length(ids.data) > 0)
-            return *xcb_res_client_id_value_value(ids.data);
+    [[nodiscard]] std::int64_t answer(XExchange& exchange)
+    {
+        const std::string machine = exchange.bytes(m_machine);
+        const auto process = exchange.numbers(m_process);
+        if (const std::int64_t told = toldByServer(exchange))
+            return told;
+        const bool isHere = machine == QSysInfo::machineHostName().toStdString();
+        return process.size() == 1 && isHere ? process[0] : 0;
     }
-    return 0;
-}
 
-std::int64_t processToldByWindow(const X11Connection& x, xcb_window_t window)
-{
-    const QByteArray machine = x.property(window, XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING);
-    const QByteArray bytes = x.property(window, x.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL);
-    std::uint32_t process = 0;
-    if (bytes.size() != sizeof process || machine != QSysInfo::machineHostName().toUtf8())
+private:
+    /// 0 when the window is gone, or the server too old for the question.
+    std::int64_t toldByServer(XExchange& exchange)
+    {
+        const auto reply =
+            m_isKnown ? exchange.reply<xcb_res_query_client_ids_reply_t>(m_client) : nullptr;
+        if (!reply)
+            return 0;
+        for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem;
+             xcb_res_client_id_value_next(&ids)) {
+            if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) &&
+                xcb_res_client_id_value_value_length(ids.data) > 0)
+                return *xcb_res_client_id_value_value(ids.data);
+        }
         return 0;
-    std::memcpy(&process, bytes.constData(), sizeof process);
-    return process;
-}
+    }
+
+    xcb_get_property_cookie_t m_machine;
+    xcb_get_property_cookie_t m_process;
+    xcb_res_query_client_ids_cookie_t m_client{};
+    bool m_isKnown;
+};
 
 QString executableOf(std::int64_t process)
 {
@@ -97,26 +80,43 @@ QString executableOf(std::int64_t process)
 
 } // namespace
 
-std::int64_t processOfWindow(const X11Connection& x, xcb_window_t window)
+std::int64_t processOfWindow(XExchange& exchange, xcb_window_t window)
 {
-    const std::int64_t process = processToldByServer(x, window);
-    return process ? process : processToldByWindow(x, window);
+    return ProcessQuestion(exchange, window).answer(exchange);
 }
 
-std::optional<RunningApplication> programOfWindow(const X11Connection& x, xcb_window_t window,
+std::optional<RunningApplication> programOfWindow(XExchange& exchange, xcb_window_t window,
                                                   DesktopEntries& entries)
 {
-    if (!exists(x, window))
+    const XAtoms& atoms = exchange.atoms();
+    const auto existsCookie = xcb_get_window_attributes(exchange.xcb(), window);
+    const auto classCookie = exchange.askProperty(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
+    // What toolkits write on their windows themselves: ids of desktop entries, or the path of one.
+    const std::array idCookies{exchange.askProperty(window, atoms.kdeDesktopFile, atoms.utf8String),
+                               exchange.askProperty(window, atoms.gtkApplicationId, atoms.utf8String)};
+    ProcessQuestion processQuestion(exchange, window);
+    const bool exists = exchange.reply<xcb_get_window_attributes_reply_t>(existsCookie) != nullptr;
+    const auto classParts = QByteArray::fromStdString(exchange.bytes(classCookie)).split('\0');
+    const WindowClass windowClass{QString::fromLatin1(classParts.value(0)),
+                                  QString::fromLatin1(classParts.value(1))};
+    QStringList ids;
+    for (const auto& cookie : idCookies) {
+        QString id = QString::fromStdString(exchange.bytes(cookie)).section(u'/', -1);
+        if (id.endsWith(QLatin1StringView(".desktop")))
+            id.chop(8);
+        if (!id.isEmpty())
+            ids.append(id);
+    }
+    const std::int64_t process = processQuestion.answer(exchange);
+    if (!exists || exchange.isLate())
         return std::nullopt;
-    const std::int64_t process = processOfWindow(x, window);
     if (process == ::getpid())
         return RunningApplication{process, QString(ownBundleIdentifier),
                                   QGuiApplication::applicationDisplayName()};
 
-    const WindowClass windowClass = classOf(x, window);
     const QString executable = executableOf(process);
     std::optional<DesktopEntries::Entry> entry;
-    for (const QString& id : entryIDsToldBy(x, window)) {
+    for (const QString& id : std::as_const(ids)) {
         if (!entry)
             entry = entries.entry(id);
     }

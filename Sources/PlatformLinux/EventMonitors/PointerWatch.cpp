@@ -1,8 +1,8 @@
 #include "PlatformLinux/EventMonitors/PointerWatch.h"
 
-#include <QSocketNotifier>
+#include "PlatformLinux/X11/X11Connection.h"
 
-#include <array>
+#include <algorithm>
 #include <utility>
 
 #include <xcb/xinput.h>
@@ -40,22 +40,12 @@ ButtonSet buttonsHeld(unsigned mask)
     return held;
 }
 
-std::optional<PointerState> takePointer(const X11Connection& x, xcb_query_pointer_cookie_t cookie)
-{
-    const XcbReply<xcb_query_pointer_reply_t> reply(xcb_query_pointer_reply(x.xcb(), cookie, nullptr));
-    if (!reply || !reply->same_screen)
-        return std::nullopt;
-    return PointerState{reply->root_x, reply->root_y, reply->mask};
-}
-
 /// The server remembers its last steps, each by where it set out from. Absent when there is none.
-std::optional<xcb_timecoord_t> takeFirstStep(const X11Connection& x, xcb_get_motion_events_cookie_t cookie)
+std::optional<xcb_timecoord_t> firstStep(const xcb_get_motion_events_reply_t* reply)
 {
-    const XcbReply<xcb_get_motion_events_reply_t> reply(
-        xcb_get_motion_events_reply(x.xcb(), cookie, nullptr));
     if (!reply)
         return std::nullopt;
-    const xcb_timecoord_t* steps = xcb_get_motion_events_events(reply.get());
+    const xcb_timecoord_t* steps = xcb_get_motion_events_events(reply);
     for (std::uint32_t i = 0; i < reply->events_len; ++i) {
         // Buttons leave steps without a place among them.
         if (steps[i].x != 0 || steps[i].y != 0)
@@ -65,23 +55,45 @@ std::optional<xcb_timecoord_t> takeFirstStep(const X11Connection& x, xcb_get_mot
 }
 
 /// The child of a window that is at a place of the root window.
-xcb_window_t childAt(const X11Connection& x, xcb_window_t window, int rootX, int rootY)
+xcb_window_t childAt(XExchange& exchange, xcb_window_t window, const PointerState& place)
 {
-    const auto cookie = xcb_translate_coordinates(x.xcb(), x.root(), window, static_cast<std::int16_t>(rootX),
-                                                  static_cast<std::int16_t>(rootY));
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_translate_coordinates_reply_t> reply(
-        xcb_translate_coordinates_reply(x.xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
+    const auto reply = exchange.reply<xcb_translate_coordinates_reply_t>(
+        xcb_translate_coordinates(exchange.xcb(), exchange.link().root(), window,
+                                  static_cast<std::int16_t>(place.x), static_cast<std::int16_t>(place.y)));
     return reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
 }
 
+/// Where a window of this program is: one whose rectangle isn't under the pointer needs no further look.
+struct OwnWindow {
+    OwnWindow(XLink& link, xcb_window_t window)
+        : place(xcb_translate_coordinates(link.xcb(), window, link.root(), 0, 0)),
+          size(xcb_get_geometry(link.xcb(), window))
+    {
+    }
+
+    bool contains(XExchange& exchange, int x, int y) const
+    {
+        const auto corner = exchange.reply<xcb_translate_coordinates_reply_t>(place);
+        const auto geometry = exchange.reply<xcb_get_geometry_reply_t>(size);
+        return corner && geometry && x >= corner->dst_x && y >= corner->dst_y &&
+               x < corner->dst_x + geometry->width && y < corner->dst_y + geometry->height;
+    }
+
+    xcb_translate_coordinates_cookie_t place;
+    xcb_get_geometry_cookie_t size;
+};
+
 } // namespace
 
-std::optional<PointerState> queryPointer(const X11Connection& x)
-{
-    return takePointer(x, xcb_query_pointer(x.xcb(), x.root()));
-}
+struct PointerWatch::Question {
+    Raw raw;
+    /// What a release is told as.
+    EventType released = EventType::null;
+    xcb_get_motion_events_cookie_t steps{};
+    std::vector<OwnWindow> ownWindows{};
+    /// The last of all: when its answer is there, so are the others.
+    xcb_query_pointer_cookie_t pointer{};
+};
 
 PointerWatch::PointerWatch(Deliver deliver) : m_deliver(std::move(deliver)) {}
 PointerWatch::~PointerWatch()
@@ -92,231 +104,209 @@ PointerWatch::~PointerWatch()
 void PointerWatch::want(EventMask types)
 {
     m_wanted = types & mouseEvents;
-    if (m_wanted == 0)
+    if (m_wanted == 0) {
         close();
-    else if (!m_connection)
+        return;
+    }
+    if (!m_x)
         open();
-    if (m_connection)
-        select();
+    if (!m_x)
+        return;
+    select();
+    m_x->exchange().synchronize();
 }
 
 void PointerWatch::open()
 {
-    if (!X11Connection::ofApplication())
-        return;
-    int screenNumber = 0;
-    m_connection.reset(xcb_connect(nullptr, &screenNumber));
-    if (xcb_connection_has_error(m_connection.get()) != 0) {
-        m_connection.reset();
+    m_x = ApplicationLink::get();
+    const auto* xinput = m_x ? m_x->link().extension(xcb_input_id) : nullptr;
+    if (!xinput) {
+        m_x.reset();
         return;
     }
-    m_x = X11Connection::over(m_connection.get(), screenNumber);
-    if (!negotiate()) {
-        close();
-        return;
-    }
-    m_notifier =
-        new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &PointerWatch::read);
-    m_selected = 0;
+    m_xinput = xinput->major_opcode;
+    m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
     readButtonMap();
     startLedger();
 }
 
 void PointerWatch::close()
 {
-    if (m_notifier) {
-        m_notifier->setEnabled(false);
-        m_notifier->deleteLater(); // it may be the one that has called
-        m_notifier = nullptr;
-    }
-    m_queued.clear();
+    if (m_question)
+        m_x->forget(m_question->pointer.sequence);
+    m_question.reset();
+    m_raw.clear();
+    m_selection.reset();
+    m_selected = 0;
+    m_listener.reset();
     m_x.reset();
-    m_connection.reset();
-}
-
-bool PointerWatch::negotiate()
-{
-    const auto* xinput = xcb_get_extension_data(m_x->xcb(), &xcb_input_id);
-    if (!xinput || !xinput->present)
-        return false;
-    m_xinput = xinput->major_opcode;
-    // To a client of an older version a grab hides the raw events.
-    const auto cookie = xcb_input_xi_query_version(m_x->xcb(), 2, 1);
-    const XcbReply<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(m_x->xcb(), cookie, nullptr));
-    return version && version->major_version >= 2;
 }
 
 void PointerWatch::startLedger()
 {
-    const auto pointer = queryPointer(*m_x);
+    const auto pointer = m_x->pointer();
     m_ledger = PressLedger();
-    if (pointer && buttonsHeld(pointer->mask) != 0)
-        m_ledger.start(buttonsHeld(pointer->mask), ownerAt(*pointer));
+    if (!pointer || buttonsHeld(pointer->mask) == 0)
+        return;
+    XExchange exchange = m_x->exchange();
+    m_ledger.start(buttonsHeld(pointer->mask), ownerAt(exchange, *pointer));
 }
 
 void PointerWatch::readButtonMap()
 {
-    const auto cookie = xcb_get_pointer_mapping(m_x->xcb());
-    const XcbReply<xcb_get_pointer_mapping_reply_t> reply(
-        xcb_get_pointer_mapping_reply(m_x->xcb(), cookie, nullptr));
+    const auto reply =
+        m_x->exchange().reply<xcb_get_pointer_mapping_reply_t>(xcb_get_pointer_mapping(m_x->xcb()));
     if (!reply)
         return;
     const std::uint8_t* map = xcb_get_pointer_mapping_map(reply.get());
     m_buttonMap.assign(map, map + xcb_get_pointer_mapping_map_length(reply.get()));
 }
 
+/// Sent with the next flush or question.
 void PointerWatch::select()
 {
     std::uint32_t mask = 0;
     if (m_wanted & (buttonEvents | dragEvents))
         mask |= rawButtons; // drags begin with one
-    if (m_wanted & eventMaskBit(EventType::mouseMoved))
+    if (isWanted(EventType::mouseMoved))
         mask |= rawButtons | XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
     const EventType motion = m_ledger.motionToExpect();
-    if (motion != EventType::null && (m_wanted & eventMaskBit(motion)) != 0)
+    if (isWanted(motion))
         mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
-    if (mask == m_selected)
+    // From the press on, though it isn't known yet whose it is.
+    if (m_question && m_question->raw.kind == Raw::Kind::press &&
+        isWanted(typeOfMotion(m_ledger.held() | buttonBit(m_question->raw.button))))
+        mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+    if (mask == std::exchange(m_selected, mask))
         return;
-    m_selected = mask;
-    struct {
-        xcb_input_event_mask_t head;
-        std::uint32_t mask;
-    } selection = {{XCB_INPUT_DEVICE_ALL_MASTER, 1}, mask};
-    // Waited for: whatever the mouse does after the return is told.
-    const XcbReply<xcb_generic_error_t> error(xcb_request_check(
-        m_x->xcb(), xcb_input_xi_select_events_checked(m_x->xcb(), m_x->root(), 1, &selection.head)));
-    takeQueued();
-}
-
-/// What was read in passing: the notifier won't tell of it.
-void PointerWatch::takeQueued()
-{
-    const bool wasEmpty = m_queued.empty();
-    while (auto* event = xcb_poll_for_queued_event(m_x->xcb()))
-        m_queued.emplace_back(event);
-    if (wasEmpty && !m_queued.empty())
-        QMetaObject::invokeMethod(this, &PointerWatch::read, Qt::QueuedConnection);
-}
-
-XcbReply<xcb_generic_event_t> PointerWatch::next()
-{
-    if (m_queued.empty())
-        return XcbReply<xcb_generic_event_t>(xcb_poll_for_event(m_x->xcb()));
-    auto event = std::move(m_queued.front());
-    m_queued.pop_front();
-    return event;
-}
-
-void PointerWatch::read()
-{
-    bool hasMoved = false;
-    while (m_x) { // a handler may end it
-        const auto event = next();
-        if (!event)
-            break;
-        ++m_eventsRead;
-        const auto* generic = reinterpret_cast<const xcb_ge_generic_event_t*>(event.get());
-        const bool isMotion = (event->response_type & 0x7f) == XCB_GE_GENERIC &&
-                              generic->extension == m_xinput && generic->event_type == XCB_INPUT_RAW_MOTION;
-        // Of several motions one is told, and before what comes behind them.
-        if (!isMotion && std::exchange(hasMoved, false))
-            readMotion();
-        if (isMotion)
-            hasMoved = true;
-        else if (m_x)
-            handle(*event);
-    }
-    if (m_x && hasMoved)
-        readMotion();
-    if (m_x && xcb_connection_has_error(m_x->xcb()) != 0)
-        close();
-    if (m_x)
-        takeQueued();
+    m_selection = m_x->link().selectInput(m_x->root(), XCB_INPUT_DEVICE_ALL_MASTER, mask);
 }
 
 void PointerWatch::handle(const xcb_generic_event_t& event)
 {
-    const int type = event.response_type & 0x7f;
-    if (type == XCB_MAPPING_NOTIFY) {
-        if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_POINTER)
-            readButtonMap();
-        return;
-    }
-    if (type != XCB_GE_GENERIC)
-        return;
+    const int type = event.response_type & 0x7F;
+    if (type == XCB_MAPPING_NOTIFY &&
+        reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_POINTER)
+        readButtonMap();
     const auto& raw = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    if (raw.extension != m_xinput)
+    if (type != XCB_GE_GENERIC || raw.extension != m_xinput)
         return;
-    if (raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
-        readButton(raw.detail, true, raw.time);
+    if (raw.event_type == XCB_INPUT_RAW_MOTION)
+        queue({Raw::Kind::motion, 0, raw.time});
+    else if (raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+        queue({Raw::Kind::press, raw.detail, raw.time});
     else if (raw.event_type == XCB_INPUT_RAW_BUTTON_RELEASE)
-        readButton(raw.detail, false, raw.time);
+        queue({Raw::Kind::release, raw.detail, raw.time});
 }
 
-/// Where it was when something happened, though it may have gone on.
-std::optional<PointerState> PointerWatch::pointerAt(xcb_timestamp_t time) const
+void PointerWatch::queue(Raw raw)
 {
-    const auto stepsCookie = xcb_get_motion_events(m_x->xcb(), m_x->root(), time + 1, XCB_CURRENT_TIME);
-    const auto nowCookie = xcb_query_pointer(m_x->xcb(), m_x->root());
-    const auto step = takeFirstStep(*m_x, stepsCookie);
-    auto pointer = takePointer(*m_x, nowCookie);
-    if (pointer && step) {
-        pointer->x = step->x;
-        pointer->y = step->y;
-    }
-    return pointer;
-}
-
-void PointerWatch::readButton(std::uint32_t button, bool goesDown, xcb_timestamp_t time)
-{
-    if (button >= 1 && button <= m_buttonMap.size())
-        button = m_buttonMap[button - 1];
-    if (button == 0)
+    ++m_eventsRead;
+    if (raw.button >= 1 && raw.button <= m_buttonMap.size())
+        raw.button = m_buttonMap[raw.button - 1];
+    if (raw.kind != Raw::Kind::motion && raw.button == 0)
         return; // one that the user has put out of use
-    const auto pointer = pointerAt(time);
-    const auto owner = [&] { return pointer ? ownerAt(*pointer) : PressLedger::Owner::others; };
-    const EventType type = goesDown ? m_ledger.press(button, owner) : m_ledger.release(button);
+    // Of several motions one is told, and before what comes behind them.
+    const bool isOneMore =
+        raw.kind == Raw::Kind::motion && !m_raw.empty() && m_raw.back().kind == Raw::Kind::motion;
+    if (!isOneMore)
+        m_raw.push_back(raw);
+    work();
+}
+
+void PointerWatch::work()
+{
+    while (m_x && !m_question && !m_raw.empty()) {
+        const Raw raw = m_raw.front();
+        m_raw.pop_front();
+        take(raw);
+    }
+}
+
+void PointerWatch::take(const Raw& raw)
+{
+    if (raw.kind == Raw::Kind::press && isWheel(raw.button) && !isWanted(EventType::scrollWheel))
+        return;
+    if (raw.kind != Raw::Kind::release) {
+        ask(raw, EventType::null);
+        return;
+    }
+    const EventType type = m_ledger.release(raw.button);
+    if (isWanted(type)) {
+        ask(raw, type);
+    } else {
+        select();
+        m_x->link().flush();
+    }
+}
+
+void PointerWatch::ask(const Raw& raw, EventType released)
+{
+    xcb_connection_t* xcb = m_x->xcb();
+    m_question = std::make_unique<Question>(Question{.raw = raw, .released = released});
     select();
-    if (pointer)
-        tell(type, *pointer);
+    if (raw.kind != Raw::Kind::motion)
+        m_question->steps = xcb_get_motion_events(xcb, m_x->root(), raw.time + 1, XCB_CURRENT_TIME);
+    if (raw.kind != Raw::Kind::release && m_ledger.dependsOnPlace()) {
+        for (const xcb_window_t window : X11Connection::shownWindows())
+            m_question->ownWindows.emplace_back(m_x->link(), window);
+    }
+    m_question->pointer = xcb_query_pointer(xcb, m_x->root());
+    m_x->whenAnswered(m_question->pointer.sequence, [this](XLink::Answer last) { answer(std::move(last)); });
 }
 
-void PointerWatch::readMotion()
+void PointerWatch::answer(XLink::Answer last)
 {
-    const auto pointer = queryPointer(*m_x);
-    if (pointer)
-        tell(m_ledger.motion([&] { return ownerAt(*pointer); }), *pointer);
-}
-
-void PointerWatch::tell(EventType type, const PointerState& pointer)
-{
-    if (type != EventType::null && (m_wanted & eventMaskBit(type)) != 0)
-        m_deliver(type, pointer);
+    const std::unique_ptr<Question> question = std::move(m_question);
+    const Raw& raw = question->raw;
+    XExchange exchange = m_x->exchange();
+    auto pointer = pointerState(static_cast<const xcb_query_pointer_reply_t*>(last.reply.get()));
+    if (raw.kind != Raw::Kind::motion) {
+        // Where it was when the button moved, though it may have gone on.
+        const auto steps = exchange.reply<xcb_get_motion_events_reply_t>(question->steps);
+        const auto step = firstStep(steps.get());
+        if (pointer && step) {
+            pointer->x = step->x;
+            pointer->y = step->y;
+        }
+    }
+    bool mayBeOurs = false;
+    for (const OwnWindow& window : question->ownWindows)
+        mayBeOurs |= window.contains(exchange, pointer ? pointer->x : 0, pointer ? pointer->y : 0);
+    const auto owner = [&] {
+        return pointer && mayBeOurs ? ownerAt(exchange, *pointer) : PressLedger::Owner::others;
+    };
+    EventType type = EventType::null;
+    switch (raw.kind) {
+    case Raw::Kind::motion:
+        type = m_ledger.motion(owner);
+        break;
+    case Raw::Kind::press:
+        type = m_ledger.press(raw.button, owner);
+        break;
+    case Raw::Kind::release:
+        type = question->released;
+        break;
+    }
+    select();
+    m_x->link().flush();
+    if (pointer && isWanted(type))
+        m_deliver(type, *pointer);
+    work();
 }
 
 /// Of the window under the pointer, and not of the frame that the window manager has put around it.
-PressLedger::Owner PointerWatch::ownerAt(const PointerState& pointer) const
+PressLedger::Owner PointerWatch::ownerAt(XExchange& exchange, const PointerState& pointer) const
 {
+    const auto toolkit = X11Connection::ofApplication();
     constexpr int deepest = 32;
     xcb_window_t window = m_x->root();
-    for (int depth = 0; window != XCB_WINDOW_NONE && depth < deepest; ++depth) {
-        window = childAt(*m_x, window, pointer.x, pointer.y);
-        if (window != XCB_WINDOW_NONE && isOurs(window))
+    for (int depth = 0; toolkit && window != XCB_WINDOW_NONE && depth < deepest; ++depth) {
+        window = childAt(exchange, window, pointer);
+        if (window != XCB_WINDOW_NONE && toolkit->hasMade(window))
             return PressLedger::Owner::ourselves;
     }
     return PressLedger::Owner::others;
-}
-
-/// The toolkit has made it: the numbers of a connection's windows are told by their first bits.
-bool PointerWatch::isOurs(xcb_window_t window) const
-{
-    const auto toolkit = X11Connection::ofApplication();
-    if (!toolkit)
-        return false;
-    const xcb_setup_t* setup = xcb_get_setup(toolkit->xcb());
-    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
 } // namespace orvane

@@ -1,77 +1,76 @@
 // The mouse as it is used on other programs' windows, whoever has grabbed the pointer: the X server's raw
-// events, on a connection of its own. That is selected which somebody wants to hear of, motion only while it
-// would be told, so that a pointer that merely moves wakes nobody. Main thread.
+// events. That is selected which somebody wants to hear of, motion only while it would be told, so that a
+// pointer that merely moves wakes nobody. Raw events don't tell where the pointer is. The server is asked,
+// and the event is told when the answer comes: nobody waits. Main thread.
 #pragma once
 
 #include "PlatformLinux/EventMonitors/PressLedger.h"
-#include "PlatformLinux/X11/X11Connection.h"
-
-#include <QObject>
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
-class QSocketNotifier;
+struct xcb_input_raw_button_press_event_t;
 
 namespace orvane {
 
-/// The pointer at one moment.
-struct PointerState {
-    /// Pixels of the root window.
-    int x = 0;
-    int y = 0;
-    /// Modifiers and the first five buttons, as in a core event.
-    unsigned mask = 0;
-};
-/// Round trip. Absent when the pointer is on another screen of the server.
-std::optional<PointerState> queryPointer(const X11Connection& x);
-
-class PointerWatch : public QObject {
-    Q_OBJECT
+class PointerWatch {
 public:
-    /// Called for each event, with where the pointer is at that moment. May change what is wanted.
+    /// Called for each event, with where the pointer was at that moment. May change what is wanted.
     using Deliver = std::function<void(EventType, const PointerState&)>;
 
     explicit PointerWatch(Deliver deliver);
-    ~PointerWatch() override;
+    ~PointerWatch();
+    PointerWatch(const PointerWatch&) = delete;
+    PointerWatch& operator=(const PointerWatch&) = delete;
 
-    /// The types of mouse events to tell of, from now on. With none there is no connection.
+    /// The types of mouse events to tell of, from now on: the server has heard of it when this returns.
     void want(EventMask types);
     /// How many events the server has sent.
     [[nodiscard]] std::uint64_t eventsRead() const { return m_eventsRead; }
 
 private:
+    struct Raw {
+        enum class Kind { motion, press, release } kind = Kind::motion;
+        std::uint32_t button = 0;
+        xcb_timestamp_t time = 0;
+    };
+    /// All that is asked about one event, at once.
+    struct Question;
+
     void open();
     void close();
-    bool negotiate();
     void startLedger();
     void readButtonMap();
     void select();
-    void read();
     void handle(const xcb_generic_event_t& event);
-    void readButton(std::uint32_t button, bool goesDown, xcb_timestamp_t time);
-    void readMotion();
-    void tell(EventType type, const PointerState& pointer);
-    XcbReply<xcb_generic_event_t> next();
-    void takeQueued();
-    [[nodiscard]] std::optional<PointerState> pointerAt(xcb_timestamp_t time) const;
-    [[nodiscard]] PressLedger::Owner ownerAt(const PointerState& pointer) const;
-    [[nodiscard]] bool isOurs(xcb_window_t window) const;
+    void queue(Raw raw);
+    void work();
+    void take(const Raw& raw);
+    void ask(const Raw& raw, EventType released);
+    void answer(XLink::Answer last);
+    [[nodiscard]] bool isWanted(EventType type) const
+    {
+        return type != EventType::null && (m_wanted & eventMaskBit(type)) != 0;
+    }
+    [[nodiscard]] PressLedger::Owner ownerAt(XExchange& exchange, const PointerState& pointer) const;
 
     Deliver m_deliver;
     EventMask m_wanted = 0;
-    XcbConnection m_connection;
-    std::optional<X11Connection> m_x;
-    QSocketNotifier* m_notifier = nullptr;
+    std::shared_ptr<ApplicationLink> m_x;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
+    XSelection m_selection;
     std::uint8_t m_xinput = 0;
     std::uint32_t m_selected = 0;
     /// By the number of the hardware's button, from 1.
     std::vector<std::uint8_t> m_buttonMap;
     PressLedger m_ledger;
-    /// Read while an answer was waited for.
-    std::deque<XcbReply<xcb_generic_event_t>> m_queued;
+    /// Those behind the one that is being asked about.
+    std::deque<Raw> m_raw;
+    std::unique_ptr<Question> m_question;
     std::uint64_t m_eventsRead = 0;
 };
 

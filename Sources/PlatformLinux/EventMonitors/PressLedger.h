@@ -45,6 +45,9 @@ public:
         return of(m_held ? m_owner : ownerUnderPointer(), typeOfMotion(m_held));
     }
 
+    [[nodiscard]] ButtonSet held() const { return m_held; }
+    /// Whether the next press or motion belongs to whatever is under the pointer.
+    [[nodiscard]] bool dependsOnPlace() const { return m_held == 0; }
     /// What a motion would be told as; null in a drag of ours.
     [[nodiscard]] EventType motionToExpect() const
     {

@@ -62,25 +62,28 @@ std::unique_ptr<EventMonitor> X11EventMonitors::addGlobalMonitor(EventMask mask,
 
 Point X11EventMonitors::mouseLocation() const
 {
-    const ScreenSpace& space = m_screens.space();
-    QPointF location;
-    if (m_current) {
-        location = m_current->location;
-    } else if (const auto x = X11Connection::ofApplication()) {
-        const auto pointer = queryPointer(*x);
-        location = pointer ? toolkitPoint(space, *pointer) : QPointF();
-    } else {
-        location = QCursor::pos();
-    }
-    return space.cocoaOfPointer({location.x(), location.y()});
+    const QPointF location = m_current ? m_current->location : pointerLocation();
+    return m_screens.space().cocoaOfPointer({location.x(), location.y()});
+}
+
+/// Where it was last, when the server doesn't answer.
+QPointF X11EventMonitors::pointerLocation() const
+{
+    const auto x = ApplicationLink::get();
+    if (!x)
+        return QCursor::pos();
+    if (const auto pointer = x->pointer())
+        m_lastLocation = toolkitPoint(m_screens.space(), *pointer);
+    return m_lastLocation;
 }
 
 EventFlags X11EventMonitors::modifierFlags() const
 {
     if (m_current)
         return m_current->event.flags & ~(eventFlag::numericPad | eventFlag::secondaryFn);
-    const auto x = X11Connection::ofApplication();
-    return x ? x->modifierFlags() : EventFlags{0};
+    const auto x = ApplicationLink::get();
+    const auto pointer = x ? x->pointer() : std::nullopt;
+    return pointer ? eventFlagsOfXState(pointer->mask) : EventFlags{0};
 }
 
 void X11EventMonitors::update()
@@ -101,9 +104,11 @@ void X11EventMonitors::listen(bool listens)
         application->removeNativeEventFilter(this);
         return;
     }
+    auto x = ApplicationLink::get();
+    if (!x)
+        return;
+    m_reader.start(std::move(x));
     application->installNativeEventFilter(this);
-    if (const auto x = X11Connection::ofApplication())
-        m_reader.start(*x);
 }
 
 void X11EventMonitors::tap(bool taps)
@@ -129,8 +134,7 @@ bool X11EventMonitors::nativeEventFilter(const QByteArray& eventType, void* mess
 {
     if (eventType != "xcb_generic_event_t")
         return false;
-    const auto x = X11Connection::ofApplication();
-    return x && m_reader.read(*x, *static_cast<xcb_generic_event_t*>(message)) == Disposition::swallow;
+    return m_reader.read(*static_cast<xcb_generic_event_t*>(message)) == Disposition::swallow;
 }
 
 void X11EventMonitors::tellOfOthers(EventType type, const PointerState& pointer)
@@ -162,7 +166,7 @@ EventTapDecision X11EventMonitors::tapCallback(EventType type, Event& event, voi
             self->m_tap->enable(true);
         return EventTapDecision::pass;
     }
-    MonitoredEvent monitored{event, QCursor::pos()};
+    MonitoredEvent monitored{event, self->pointerLocation()};
     monitored.event.flags |= flagsOfKeyItself(event.keycode);
     return self->m_menuTracking.offer(monitored) == Disposition::swallow ? EventTapDecision::consume
                                                                          : EventTapDecision::pass;

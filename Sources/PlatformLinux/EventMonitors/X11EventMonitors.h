@@ -12,6 +12,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
+#include <QPointF>
 
 #include <memory>
 
@@ -42,6 +43,7 @@ public:
 
 private:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    [[nodiscard]] QPointF pointerLocation() const;
     void update();
     void listen(bool listens);
     void tap(bool taps);
@@ -60,6 +62,7 @@ private:
     /// The one that monitors are being told of.
     const MonitoredEvent* m_current = nullptr;
     std::unique_ptr<EventTap> m_tap;
+    mutable QPointF m_lastLocation;
     bool m_isListening = false;
     bool m_isTapRefused = false;
 };

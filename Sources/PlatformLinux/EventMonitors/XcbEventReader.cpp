@@ -3,6 +3,7 @@
 #include "PlatformLinux/EventMonitors/MouseButtons.h"
 #include "PlatformLinux/Keys/EventKeyCodes.h"
 #include "PlatformLinux/Keys/KeyFlags.h"
+#include "PlatformLinux/X11/KeyboardMapping.h"
 #include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <QGuiApplication>
@@ -64,59 +65,44 @@ EventType typeOfMove(const xcb_input_button_press_event_t& event)
     return typeOfMotion(event.buttons_len > 0 ? *xcb_input_button_press_button_mask(&event) : ButtonSet{0});
 }
 
-bool isDown(const X11Connection& x, std::uint8_t key)
-{
-    const auto cookie = xcb_query_keymap(x.xcb());
-    const XcbReply<xcb_query_keymap_reply_t> reply(xcb_query_keymap_reply(x.xcb(), cookie, nullptr));
-    return reply && (reply->keys[key / 8] >> key % 8 & 1) != 0;
-}
-
 } // namespace
 
-void XcbEventReader::start(const X11Connection& x)
+void XcbEventReader::start(std::shared_ptr<ApplicationLink> x)
 {
-    const auto* xinput = xcb_get_extension_data(x.xcb(), &xcb_input_id);
-    m_xinput = xinput && xinput->present ? xinput->major_opcode : 0;
-    const auto* xkb = xcb_get_extension_data(x.xcb(), &xcb_xkb_id);
-    m_xkbEvent = xkb && xkb->present ? xkb->first_event : 0;
-    readMapping(x);
+    m_x = std::move(x);
+    const auto* xinput = m_x->link().extension(xcb_input_id);
+    m_xinput = xinput ? xinput->major_opcode : 0;
+    const auto* xkb = m_x->link().extension(xcb_xkb_id);
+    m_xkbEvent = xkb ? xkb->first_event : 0;
+    readMapping();
     m_unsure.reset();
     m_swallowed.reset();
     m_swallowedButtons = 0;
-    m_down.reset();
-    const auto cookie = xcb_query_keymap(x.xcb());
-    const XcbReply<xcb_query_keymap_reply_t> reply(xcb_query_keymap_reply(x.xcb(), cookie, nullptr));
-    for (unsigned key = 0; reply && key < m_down.size(); ++key)
-        m_down.set(key, (reply->keys[key / 8] >> key % 8 & 1) != 0);
+    XExchange exchange = m_x->exchange();
+    m_down = keysDown(exchange, xcb_query_keymap(m_x->xcb()));
 }
 
-void XcbEventReader::readMapping(const X11Connection& x)
+void XcbEventReader::readMapping()
 {
-    const xcb_setup_t* setup = xcb_get_setup(x.xcb());
-    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const auto cookie = xcb_get_keyboard_mapping(x.xcb(), setup->min_keycode, count);
-    const XcbReply<xcb_get_keyboard_mapping_reply_t> reply(
-        xcb_get_keyboard_mapping_reply(x.xcb(), cookie, nullptr));
-    if (!reply)
-        return;
-    const auto length = static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(reply.get()));
-    m_roles = ModifierRoles::fromKeysyms(setup->min_keycode, reply->keysyms_per_keycode,
-                                         {xcb_get_keyboard_mapping_keysyms(reply.get()), length});
+    XExchange exchange = m_x->exchange();
+    const auto mapping = KeyboardMapping::read(exchange);
+    if (!exchange.isLate())
+        m_roles = mapping.roles();
 }
 
-Disposition XcbEventReader::read(const X11Connection& x, xcb_generic_event_t& event)
+Disposition XcbEventReader::read(xcb_generic_event_t& event)
 {
     const int type = event.response_type & 0x7F;
     const bool isNewKeymap =
         type == m_xkbEvent && (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY);
     if (type == XCB_MAPPING_NOTIFY || (m_xkbEvent != 0 && isNewKeymap)) {
-        readMapping(x);
+        readMapping();
         return Disposition::pass;
     }
     switch (type) {
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
-        return readKey(x, reinterpret_cast<const xcb_key_press_event_t&>(event));
+        return readKey(reinterpret_cast<const xcb_key_press_event_t&>(event));
     case XCB_FOCUS_OUT:
         m_down.reset(); // what is let go from now on is told to somebody else
         m_unsure.reset();
@@ -162,7 +148,7 @@ Disposition XcbEventReader::readDevice(xcb_generic_event_t& event)
     }
 }
 
-Disposition XcbEventReader::readKey(const X11Connection& x, const xcb_key_press_event_t& event)
+Disposition XcbEventReader::readKey(const xcb_key_press_event_t& event)
 {
     if (!isOurs(event.event))
         return Disposition::pass;
@@ -175,7 +161,7 @@ Disposition XcbEventReader::readKey(const X11Connection& x, const xcb_key_press_
     monitored.event.timestamp = uptimeNanoseconds();
     monitored.event.flags = flagsAfter(event, goesDown) | flagsOfKeyItself(monitored.event.keycode);
     monitored.location = location(QPointF(event.root_x, event.root_y));
-    return goesDown ? press(event, monitored) : release(x, event, monitored);
+    return goesDown ? press(event, monitored) : release(event, monitored);
 }
 
 Disposition XcbEventReader::press(const xcb_key_press_event_t& event, MonitoredEvent monitored)
@@ -195,12 +181,12 @@ Disposition XcbEventReader::press(const xcb_key_press_event_t& event, MonitoredE
     return disposition;
 }
 
-Disposition XcbEventReader::release(const X11Connection& x, const xcb_key_press_event_t& event,
-                                    MonitoredEvent monitored)
+Disposition XcbEventReader::release(const xcb_key_press_event_t& event, MonitoredEvent monitored)
 {
     // A held key comes as pairs of a release and a press of one time. The toolkit looks ahead for the press;
     // here the server is asked whether the key is down, which it is also after a quick second press.
-    if (isDown(x, event.detail)) {
+    XExchange exchange = m_x->exchange();
+    if (keysDown(exchange, xcb_query_keymap(m_x->xcb())).test(event.detail)) {
         m_unsure = Release{event.detail, event.time, monitored};
         return m_swallowed.test(event.detail) ? Disposition::swallow : Disposition::pass;
     }

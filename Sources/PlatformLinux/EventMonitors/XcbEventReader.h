@@ -3,10 +3,11 @@
 #pragma once
 
 #include "Platform/EventMonitors.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 #include "PlatformLinux/X11/ModifierRoles.h"
-#include "PlatformLinux/X11/X11Connection.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 struct xcb_input_button_press_event_t;
@@ -22,11 +23,11 @@ public:
     explicit XcbEventReader(Deliver deliver) : m_deliver(std::move(deliver)) {}
 
     /// Begins: takes over what is held at this moment.
-    void start(const X11Connection& x);
+    void start(std::shared_ptr<ApplicationLink> x);
     /// Whether the event is to go no further.
     /// May change it: of a button whose press was swallowed it says no more that it is held, or the toolkit
     /// would make up the press.
-    Disposition read(const X11Connection& x, xcb_generic_event_t& event);
+    Disposition read(xcb_generic_event_t& event);
 
 private:
     struct Release {
@@ -35,17 +36,17 @@ private:
         EventMonitors::MonitoredEvent event;
     };
 
-    Disposition readKey(const X11Connection& x, const xcb_key_press_event_t& event);
+    Disposition readKey(const xcb_key_press_event_t& event);
     Disposition readDevice(xcb_generic_event_t& event);
     Disposition readMouse(const xcb_input_button_press_event_t& event);
     Disposition press(const xcb_key_press_event_t& event, EventMonitors::MonitoredEvent monitored);
-    Disposition release(const X11Connection& x, const xcb_key_press_event_t& event,
-                        EventMonitors::MonitoredEvent monitored);
+    Disposition release(const xcb_key_press_event_t& event, EventMonitors::MonitoredEvent monitored);
     Disposition deliver(const EventMonitors::MonitoredEvent& event) { return m_deliver(event); }
     EventFlags flagsAfter(const xcb_key_press_event_t& event, bool goesDown);
-    void readMapping(const X11Connection& x);
+    void readMapping();
 
     Deliver m_deliver;
+    std::shared_ptr<ApplicationLink> m_x;
     std::uint8_t m_xinput = 0;
     std::uint8_t m_xkbEvent = 0;
     ModifierRoles m_roles;

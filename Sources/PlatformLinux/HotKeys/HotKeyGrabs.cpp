@@ -1,7 +1,7 @@
 #include "PlatformLinux/HotKeys/HotKeyGrabs.h"
 
 #include "PlatformLinux/X11/InputConnection.h"
-#include "PlatformLinux/X11/XcbReply.h"
+#include "PlatformLinux/X11/KeyboardMapping.h"
 #include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <QSocketNotifier>
@@ -24,6 +24,8 @@ constexpr auto keyboardSettlingTime = 50ms;
 constexpr auto longestGivingWay = 1s;
 /// For the server, in which the run loop stands still.
 constexpr auto longestWait = 500ms;
+/// Between two attempts to reach a server that doesn't answer.
+constexpr auto openingPause = 1s;
 
 void warn(LogSink& log, const QString& message)
 {
@@ -55,30 +57,61 @@ HotKeyGrabs::HotKeyGrabs(LogSink& log, Listener listener) : m_log(log), m_listen
     m_givingWayEnd.setInterval(longestGivingWay);
     QObject::connect(&m_givingWayEnd, &QTimer::timeout, &m_context,
                      [this] { takeBack([](const KeyCombination&) { return true; }); });
+    m_openingAgain.setSingleShot(true);
+    QObject::connect(&m_openingAgain, &QTimer::timeout, &m_context, [this] { openAgain(); });
 }
 
 HotKeyGrabs::~HotKeyGrabs() = default;
 
-bool HotKeyGrabs::open()
+HotKeyGrabs::Opening HotKeyGrabs::open()
 {
-    if (m_connection && !m_connection->isLost())
-        return true;
+    if (m_connection && m_connection->isLost())
+        lose();
+    if (m_connection)
+        return Opening::open;
     auto opened = InputConnection::open(within(longestWait));
+    if (opened.isLate)
+        return Opening::late;
     if (!opened.connection) {
         warn(m_log, QStringLiteral("No shortcut works outside of Orvane's own windows: %1.")
                         .arg(QString::fromStdString(opened.problem)));
-        return false;
+        return Opening::impossible;
     }
-    m_notifier.reset();
     m_connection = std::move(opened.connection);
     listenToKeyboard(m_connection->xcb());
-    m_masks = readMasks();
-    m_down.reset();
-    m_givesWayTo.clear();
-    m_watchesReleases = false;
+    m_masks = readMasks().value_or(ModifierMasks());
     m_notifier = std::make_unique<QSocketNotifier>(m_connection->descriptor(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { readEvents(); });
-    return true;
+    return Opening::open;
+}
+
+/// The server has ended the connection, and with it all grabs.
+void HotKeyGrabs::lose()
+{
+    m_notifier->setEnabled(false);
+    m_notifier.release()->deleteLater(); // it may be the one that has called
+    m_releases.reset();
+    m_connection.reset();
+    m_down.reset();
+    m_givesWayTo.clear();
+    for (auto& [combination, grabbed] : m_grabs)
+        grabbed.onServer = OnServer::absent;
+}
+
+void HotKeyGrabs::openAgain()
+{
+    if (m_grabs.empty())
+        return;
+    switch (open()) {
+    case Opening::open:
+        grabWhatIsAbsent();
+        break;
+    case Opening::late:
+        m_openingAgain.start(openingPause);
+        break;
+    case Opening::impossible:
+        break;
+    }
 }
 
 /// Not at once: a hot key is often taken away only to be replaced, and an end of the connection would let a
@@ -94,6 +127,7 @@ void HotKeyGrabs::closeWhenUnused()
             m_givingWayEnd.stop();
             m_givesWayTo.clear();
             m_notifier.reset();
+            m_releases.reset();
             m_connection.reset();
         },
         Qt::QueuedConnection);
@@ -101,10 +135,13 @@ void HotKeyGrabs::closeWhenUnused()
 
 OSStatus HotKeyGrabs::add(const KeyCombination& combination)
 {
-    if (!open())
+    const Opening opening = open();
+    if (opening == Opening::impossible)
         return unimpErr;
     Grab& grabbed = m_grabs[combination];
-    if (grabbed.onServer == OnServer::absent) {
+    if (opening == Opening::late) {
+        m_openingAgain.start(openingPause);
+    } else if (grabbed.onServer == OnServer::absent) {
         const OSStatus status = grab(combination);
         if (status != noErr) {
             if (grabbed.users == 0)
@@ -138,7 +175,8 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
     // A key that is being held now repeats, and that is no press of the hot key. Its release could come
     // before the answer does, so it is watched for from before the question on.
     watchReleases(true);
-    const bool isHeld = keysDown().test(combination.xKey);
+    XExchange answers = exchange();
+    const auto keymap = xcb_query_keymap(xcb);
     const auto variants = m_masks.withLocks(*state);
     std::vector<xcb_void_cookie_t> requests;
     requests.reserve(variants.size());
@@ -146,11 +184,11 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
         requests.push_back(xcb_grab_key_checked(xcb, 0, m_connection->root(), variant, combination.xKey,
                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
+    const bool isHeld = orvane::keysDown(answers, keymap).test(combination.xKey);
     OSStatus status = noErr;
     for (const xcb_void_cookie_t request : requests) {
-        const XcbReply<xcb_generic_error_t> error(xcb_request_check(xcb, request));
-        if (error && status == noErr)
-            status = error->error_code == XCB_ACCESS ? eventHotKeyExistsErr : eventHotKeyInvalidErr;
+        if (answers.check(request) == XOutcome::refused && status == noErr)
+            status = answers.error() == XCB_ACCESS ? eventHotKeyExistsErr : eventHotKeyInvalidErr;
     }
     if (m_connection->isLost())
         status = unimpErr;
@@ -159,7 +197,6 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
     else if (isHeld)
         m_down.set(combination.xKey);
     watchReleasesAsNeeded();
-    readEventsSoon();
     return status;
 }
 
@@ -173,43 +210,48 @@ void HotKeyGrabs::ungrab(const KeyCombination& combination)
     m_connection->flush();
 }
 
-ModifierMasks HotKeyGrabs::readMasks()
+XExchange HotKeyGrabs::exchange() const
 {
-    xcb_connection_t* xcb = m_connection->xcb();
-    const xcb_setup_t* setup = xcb_get_setup(xcb);
-    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const auto keysCookie = xcb_get_keyboard_mapping(xcb, setup->min_keycode, count);
-    const auto modifiersCookie = xcb_get_modifier_mapping(xcb);
-    const XcbReply<xcb_get_keyboard_mapping_reply_t> keys(
-        xcb_get_keyboard_mapping_reply(xcb, keysCookie, nullptr));
-    const XcbReply<xcb_get_modifier_mapping_reply_t> modifiers(
-        xcb_get_modifier_mapping_reply(xcb, modifiersCookie, nullptr));
-    if (!keys || !modifiers)
-        return {};
-    const auto keysymCount = static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(keys.get()));
-    const auto modifierKeyCount =
-        static_cast<std::size_t>(xcb_get_modifier_mapping_keycodes_length(modifiers.get()));
-    return ModifierMasks::fromMappings(
-        setup->min_keycode, keys->keysyms_per_keycode,
-        {xcb_get_keyboard_mapping_keysyms(keys.get()), keysymCount}, modifiers->keycodes_per_modifier,
-        {xcb_get_modifier_mapping_keycodes(modifiers.get()), modifierKeyCount});
+    return {m_connection->link(), within(longestWait)};
+}
+
+/// Absent when the server doesn't answer.
+std::optional<ModifierMasks> HotKeyGrabs::readMasks()
+{
+    XExchange answers = exchange();
+    const auto mapping = KeyboardMapping::read(answers);
+    if (answers.isLate())
+        return std::nullopt;
+    return ModifierMasks::fromMappings(mapping.firstKey, mapping.symbolsPerKey, mapping.keysyms,
+                                       mapping.keysPerModifier, mapping.modifierKeys);
 }
 
 void HotKeyGrabs::regrab()
 {
     if (!m_connection || m_connection->isLost())
         return;
-    const ModifierMasks masks = readMasks();
-    readEventsSoon();
-    if (masks == m_masks)
+    const auto masks = readMasks();
+    if (!masks) {
+        m_keyboardSettled.start(); // it is looked at again
+        return;
+    }
+    if (*masks == m_masks)
         return;
     for (auto& [combination, grabbed] : m_grabs) {
         if (grabbed.onServer == OnServer::present)
             ungrab(combination);
+        grabbed.onServer = OnServer::absent;
     }
-    m_masks = masks;
+    m_masks = *masks;
     m_givesWayTo.clear();
+    grabWhatIsAbsent();
+}
+
+void HotKeyGrabs::grabWhatIsAbsent()
+{
     for (auto& [combination, grabbed] : m_grabs) {
+        if (grabbed.onServer == OnServer::present)
+            continue;
         grabbed.onServer = grab(combination) == noErr ? OnServer::present : OnServer::absent;
         if (grabbed.onServer == OnServer::absent)
             warn(m_log, QStringLiteral("With the present keyboard, a shortcut of the key %1 is another "
@@ -218,27 +260,18 @@ void HotKeyGrabs::regrab()
     }
 }
 
-/// A round trip may have read events off the socket, which then has nothing more to tell.
-void HotKeyGrabs::readEventsSoon()
-{
-    if (m_willReadEvents)
-        return;
-    m_willReadEvents = true;
-    QMetaObject::invokeMethod(
-        &m_context, [this] { readEvents(); }, Qt::QueuedConnection);
-}
-
 void HotKeyGrabs::readEvents()
 {
-    m_willReadEvents = false;
     while (m_connection) {
         const auto event = m_connection->nextEvent();
         if (!event)
             break;
         handle(*event);
     }
-    if (m_connection && m_connection->isLost())
-        m_notifier->setEnabled(false);
+    if (!m_connection || !m_connection->isLost())
+        return;
+    lose();
+    m_openingAgain.start(0);
 }
 
 void HotKeyGrabs::handle(const xcb_generic_event_t& event)
@@ -303,18 +336,12 @@ void HotKeyGrabs::releaseWhatIsUp()
         if (m_down.test(key) && !present.test(key))
             handleRelease(static_cast<std::uint8_t>(key));
     }
-    readEventsSoon();
 }
 
 KeySet HotKeyGrabs::keysDown()
 {
-    xcb_connection_t* xcb = m_connection->xcb();
-    const XcbReply<xcb_query_keymap_reply_t> reply(
-        xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
-    KeySet keys;
-    for (std::size_t key = 0; reply && key < keys.size(); ++key)
-        keys.set(key, (reply->keys[key / 8] >> (key % 8) & 1) != 0);
-    return keys;
+    XExchange answers = exchange();
+    return orvane::keysDown(answers, xcb_query_keymap(m_connection->xcb()));
 }
 
 void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
@@ -330,9 +357,7 @@ void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
     // The answer comes when all that is done.
     const auto question = xcb_get_input_focus(m_connection->xcb());
     m_givesWaySince = question.sequence;
-    const XcbReply<xcb_get_input_focus_reply_t> answer(
-        xcb_get_input_focus_reply(m_connection->xcb(), question, nullptr));
-    readEventsSoon();
+    (void)exchange().reply<xcb_get_input_focus_reply_t>(question);
 }
 
 void HotKeyGrabs::takeBack(const std::function<bool(const KeyCombination&)>& which)
@@ -355,15 +380,11 @@ void HotKeyGrabs::watchReleasesAsNeeded()
 /// or with somebody's grab of the device. The raw ones come in any case.
 void HotKeyGrabs::watchReleases(bool watch)
 {
-    if (watch == m_watchesReleases)
+    if (watch == static_cast<bool>(m_releases))
         return;
-    m_watchesReleases = watch;
-    constexpr std::uint32_t rawRelease = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
-    const struct {
-        xcb_input_event_mask_t head;
-        std::uint32_t bits;
-    } mask = {{XCB_INPUT_DEVICE_ALL_MASTER, 1}, watch ? rawRelease : 0};
-    xcb_input_xi_select_events(m_connection->xcb(), m_connection->root(), 1, &mask.head);
+    m_releases = watch ? m_connection->link().selectInput(m_connection->root(), XCB_INPUT_DEVICE_ALL_MASTER,
+                                                          XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE)
+                       : XSelection();
     m_connection->flush();
 }
 

@@ -6,6 +6,7 @@
 #include "Platform/LogSink.h"
 #include "PlatformLinux/Keys/ModifierMasks.h"
 #include "PlatformLinux/X11/ModifierRoles.h"
+#include "PlatformLinux/X11/XSelection.h"
 
 #include <QObject>
 #include <QTimer>
@@ -15,6 +16,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 
 #include <xcb/xcb.h>
@@ -24,6 +26,7 @@ class QSocketNotifier;
 namespace orvane {
 
 class InputConnection;
+class XExchange;
 
 struct KeyCombination {
     std::uint8_t xKey = 0;
@@ -59,25 +62,29 @@ private:
     enum class OnServer { absent, present };
     struct Grab {
         int users = 0;
-        /// Absent after the keyboard's modifiers moved to where another program was first, and while it gives
-        /// way.
+        /// Absent after the keyboard's modifiers moved to where another program was first, while it gives
+        /// way, and until a server that is late or lost is back.
         OnServer onServer = OnServer::absent;
     };
 
-    bool open();
+    enum class Opening { open, late, impossible };
+    Opening open();
+    void openAgain();
+    void lose();
     void closeWhenUnused();
     OSStatus grab(const KeyCombination& combination);
     void ungrab(const KeyCombination& combination);
-    ModifierMasks readMasks();
+    std::optional<ModifierMasks> readMasks();
     void regrab();
+    void grabWhatIsAbsent();
 
-    void readEventsSoon();
     void readEvents();
     void handle(const xcb_generic_event_t& event);
     void handlePress(std::uint8_t key, std::uint16_t state);
     void handleRelease(std::uint8_t key);
     void handleRawRelease(std::uint8_t key, std::uint32_t sequence);
     void releaseWhatIsUp();
+    [[nodiscard]] XExchange exchange() const;
     KeySet keysDown();
     void watchReleases(bool watch);
     void watchReleasesAsNeeded();
@@ -96,8 +103,9 @@ private:
     std::uint32_t m_givesWaySince = 0;
     /// For a key that was never pressed.
     QTimer m_givingWayEnd;
-    bool m_watchesReleases = false;
-    bool m_willReadEvents = false;
+    XSelection m_releases;
+    /// For a server that didn't answer, or that has ended the connection.
+    QTimer m_openingAgain;
     QTimer m_keyboardSettled;
     /// The context of queued calls.
     QObject m_context;

@@ -3,6 +3,7 @@
 #include "PlatformLinux/Menus/KeyEquivalent.h"
 #include "PlatformLinux/Menus/MenuText.h"
 #include "PlatformLinux/Menus/TemplateTint.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 #include <QCursor>
@@ -27,12 +28,12 @@ namespace {
 /// window.
 void markAsPopupMenu(WId window)
 {
-    const auto x11 = X11Connection::ofApplication();
-    if (!x11)
+    const auto toolkit = X11Connection::ofApplication();
+    const auto x = ApplicationLink::get();
+    if (!toolkit || !x)
         return;
-    const xcb_atom_t type = x11->atom("_NET_WM_WINDOW_TYPE_POPUP_MENU");
-    xcb_change_property(x11->xcb(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
-                        x11->atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &type);
+    xcb_change_property(toolkit->xcb(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
+                        x->atoms().windowType, XCB_ATOM_ATOM, 32, 1, &x->atoms().windowTypePopupMenu);
 }
 
 constexpr auto keyEquivalentProperty = "orvaneKeyEquivalent";
@@ -133,10 +134,12 @@ void TrayMenuView::holdPointer()
     // A panel that reports a click as the button goes down holds the pointer until it comes up. The grab by
     // which the menu closes at a click elsewhere fails meanwhile, which Qt doesn't notice. The server
     // announces the end of the panel's grab to nobody, so we look again while the button is down.
-    const auto x = X11Connection::ofApplication();
+    const auto x = ApplicationLink::get();
     if (!x || !m_popup || !m_popup->isVisible())
         return;
-    if (x->pointerButtonIsDown()) {
+    constexpr unsigned realButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    const auto pointer = x->pointer();
+    if (pointer && (pointer->mask & realButtons)) {
         m_failedToHold = true;
         m_grabAgain.start();
     } else if (std::exchange(m_failedToHold, false)) {

@@ -2,14 +2,15 @@
 
 #include "Platform/NotificationCenter.h"
 #include "PlatformLinux/X11/WindowManagement.h"
+#include "PlatformLinux/X11/X11Connection.h"
 
-#include <QCoreApplication>
 #include <QWindow>
 
 #include <xcb/xfixes.h>
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace orvane {
 
@@ -53,91 +54,84 @@ void setInputRegion(const X11Connection& x11, const QWindow& window, const Exten
 
 } // namespace
 
-X11Panels::X11Panels(NotificationCenter& center) : m_center(center), m_x(X11Connection::ofApplication())
+X11Panels::X11Panels(NotificationCenter& center) : m_center(center), m_x(ApplicationLink::get())
 {
-    if (!m_x)
-        return;
-    m_atoms = {.state = m_x->atom("_NET_WM_STATE"),
-               .states = {m_x->atom("_NET_WM_STATE_STICKY"), m_x->atom("_NET_WM_STATE_SKIP_TASKBAR"),
-                          m_x->atom("_NET_WM_STATE_SKIP_PAGER")},
-               .desktop = m_x->atom("_NET_WM_DESKTOP"),
-               .extents = m_x->atom("_GTK_FRAME_EXTENTS")};
-    watchCompositor();
+    if (m_x)
+        watchCompositor();
 }
 
-X11Panels::~X11Panels()
-{
-    if (m_x && qApp)
-        qApp->removeNativeEventFilter(this);
-}
+X11Panels::~X11Panels() = default;
 
+/// The selection that a compositor owns for as long as it runs.
 void X11Panels::watchCompositor()
 {
-    xcb_connection_t* const xcb = m_x->xcb();
-    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(m_x->screenNumber());
-    m_compositor = m_x->atom(name.constData());
-
-    // A client has to send its version of the extension before it may ask for anything.
-    const auto* extension = xcb_get_extension_data(xcb, &xcb_xfixes_id);
-    if (extension && extension->present) {
-        const XcbReply<xcb_xfixes_query_version_reply_t> version(
-            xcb_xfixes_query_version_reply(xcb, xcb_xfixes_query_version(xcb, 5, 0), nullptr));
-        m_selectionNotify = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-        xcb_xfixes_select_selection_input(xcb, m_x->root(), m_compositor,
+    if (const auto* xfixes = m_x->link().extension(xcb_xfixes_id)) {
+        m_selectionNotify = static_cast<std::uint8_t>(xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+        xcb_xfixes_select_selection_input(m_x->xcb(), m_x->root(), m_x->atoms().compositor,
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                               XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                               XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-        qApp->installNativeEventFilter(this);
+        m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
     }
-    // This comes after the request for announcements, so that no change falls in between.
-    const XcbReply<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, m_compositor), nullptr));
-    m_isCompositing = owner && owner->owner != XCB_WINDOW_NONE;
+    // After the asking for news, so that no change falls between.
+    findCompositor();
+    QObject::connect(m_x.get(), &ApplicationLink::serverIsBack, &m_context, [this] {
+        const bool before = m_isCompositing;
+        findCompositor();
+        if (m_isCompositing != before)
+            m_center.post(didChangeCompositingNotification());
+    });
 }
 
-bool X11Panels::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+void X11Panels::findCompositor()
 {
-    if (eventType != "xcb_generic_event_t")
-        return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7f) != m_selectionNotify)
-        return false;
-    const auto* told = reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event);
-    if (told->selection != m_compositor || told->window != m_x->root())
-        return false;
+    const auto owner = m_x->exchange().reply<xcb_get_selection_owner_reply_t>(
+        xcb_get_selection_owner(m_x->xcb(), m_x->atoms().compositor));
+    if (owner)
+        m_isCompositing = owner->owner != XCB_WINDOW_NONE;
+}
+
+void X11Panels::handle(const xcb_generic_event_t& event)
+{
+    const auto& told = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    if ((event.response_type & 0x7F) != m_selectionNotify || told.selection != m_x->atoms().compositor ||
+        told.window != m_x->root())
+        return;
     const bool isCompositing =
-        told->subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER && told->owner != XCB_WINDOW_NONE;
-    if (isCompositing != m_isCompositing) {
-        m_isCompositing = isCompositing;
+        told.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER && told.owner != XCB_WINDOW_NONE;
+    if (isCompositing != std::exchange(m_isCompositing, isCompositing))
         m_center.post(didChangeCompositingNotification());
-    }
-    return false;
 }
 
 void X11Panels::joinAllSpaces(QWindow& window)
 {
-    if (!m_x || !window.handle())
+    const auto toolkit = X11Connection::ofApplication();
+    if (!m_x || !toolkit || !window.handle())
         return;
     const auto id = static_cast<xcb_window_t>(window.winId());
-    // The window manager has removed both if the window was shown before. Qt adds what it wants itself.
-    xcb_change_property(m_x->xcb(), XCB_PROP_MODE_REPLACE, id, m_atoms.desktop, XCB_ATOM_CARDINAL, 32, 1,
+    const XAtoms& atoms = m_x->atoms();
+    // The window manager has taken both away if the window was shown before. The toolkit adds what it wants
+    // for itself.
+    const std::array states{atoms.stateSticky, atoms.stateSkipTaskBar, atoms.stateSkipPager};
+    xcb_change_property(toolkit->xcb(), XCB_PROP_MODE_REPLACE, id, atoms.desktop, XCB_ATOM_CARDINAL, 32, 1,
                         &allDesktops);
-    xcb_change_property(m_x->xcb(), XCB_PROP_MODE_REPLACE, id, m_atoms.state, XCB_ATOM_ATOM, 32,
-                        static_cast<std::uint32_t>(m_atoms.states.size()), m_atoms.states.data());
+    xcb_change_property(toolkit->xcb(), XCB_PROP_MODE_REPLACE, id, atoms.state, XCB_ATOM_ATOM, 32,
+                        states.size(), states.data());
 }
 
 void X11Panels::setShadowMargins(QWindow& window, const QMargins& margins)
 {
-    if (!m_x || !m_selectionNotify || !window.handle())
+    const auto toolkit = X11Connection::ofApplication();
+    if (!m_x || !toolkit || !m_selectionNotify || !window.handle())
         return;
     const auto id = static_cast<xcb_window_t>(window.winId());
     const Extents extents = extentsOf(margins, window);
-    setInputRegion(*m_x, window, extents);
+    setInputRegion(*toolkit, window, extents);
     if (margins.isNull())
-        xcb_delete_property(m_x->xcb(), id, m_atoms.extents);
+        xcb_delete_property(toolkit->xcb(), id, m_x->atoms().gtkFrameExtents);
     else
-        xcb_change_property(m_x->xcb(), XCB_PROP_MODE_REPLACE, id, m_atoms.extents, XCB_ATOM_CARDINAL, 32, 4,
-                            &extents);
+        xcb_change_property(toolkit->xcb(), XCB_PROP_MODE_REPLACE, id, m_x->atoms().gtkFrameExtents,
+                            XCB_ATOM_CARDINAL, 32, 4, &extents);
 }
 
 void X11Panels::makeKey(QWindow& window)

@@ -3,18 +3,15 @@
 #pragma once
 
 #include "Platform/Panels.h"
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
-#include <QAbstractNativeEventFilter>
-
-#include <array>
-#include <optional>
+#include <memory>
 
 namespace orvane {
 
 class NotificationCenter;
 
-class X11Panels : public Panels, private QAbstractNativeEventFilter {
+class X11Panels : public Panels {
 public:
     /// The notification centre outlives this object.
     explicit X11Panels(NotificationCenter& center);
@@ -28,21 +25,14 @@ public:
     void makeKey(QWindow& window) override;
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void handle(const xcb_generic_event_t& event);
     void watchCompositor();
+    void findCompositor();
 
     NotificationCenter& m_center;
-    std::optional<X11Connection> m_x;
-    // Kept, because asking each time would delay the showing of a panel.
-    struct Atoms {
-        xcb_atom_t state;
-        std::array<xcb_atom_t, 3> states;
-        xcb_atom_t desktop;
-        xcb_atom_t extents;
-    };
-    Atoms m_atoms{};
-    /// The selection that a compositor owns while it runs.
-    xcb_atom_t m_compositor = XCB_ATOM_NONE;
+    std::shared_ptr<ApplicationLink> m_x;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
+    QObject m_context;
     std::uint8_t m_selectionNotify = 0; // 0 without the extension
     bool m_isCompositing = false;
 };

@@ -32,6 +32,7 @@ PasteboardThread::PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState
 PasteboardThread::~PasteboardThread()
 {
     m_isStopping = true;
+    m_stop.raise();
     m_wake.raise();
     m_thread.join();
 }
@@ -107,7 +108,7 @@ void PasteboardThread::handleMessages()
 
 void PasteboardThread::run()
 {
-    m_connection = SelectionConnection::open();
+    m_connection = SelectionConnection::open(m_stop.descriptor());
     if (m_connection) {
         m_server = std::make_unique<SelectionServer>(*m_connection, *m_state);
         m_reader = std::make_unique<SelectionReader>(*m_connection, *m_state);
@@ -117,7 +118,7 @@ void PasteboardThread::run()
         m_reader.reset();
         m_server.reset();
         m_connection.reset();
-    } else {
+    } else if (!m_isStopping) {
         log(QStringLiteral(
             "The clipboard can't be reached: there is no X server with the XFixes extension."));
     }
@@ -140,8 +141,6 @@ void PasteboardThread::work()
 void PasteboardThread::wait()
 {
     m_connection->flush();
-    if (handleNextEvent()) // a flush may have read it in, and the descriptor is silent about it
-        return;
     auto first = m_reader->deadline();
     if (const auto other = m_server->deadline(); other && (!first || *other < *first))
         first = other;
@@ -170,10 +169,10 @@ void PasteboardThread::workWithoutServer()
 /// False when there was none.
 bool PasteboardThread::handleNextEvent()
 {
-    const XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection->xcb()));
+    const auto event = m_connection->nextEvent();
     if (!event)
         return false;
-    const std::uint8_t type = event->response_type & 0x7F; // zero for an error: a window that is gone
+    const std::uint8_t type = event->response_type & 0x7F;
     switch (type) {
     case XCB_SELECTION_REQUEST:
         m_server->handle(as<xcb_selection_request_event_t>(*event));

@@ -30,7 +30,7 @@ public:
     using Answer = std::function<void(std::optional<PasteboardContents>)>;
 
     PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState> state);
-    /// Waits for what the thread is at, which waits for nobody but the server.
+    /// Ends the thread, which gives up what it waits for.
     ~PasteboardThread();
     PasteboardThread(const PasteboardThread&) = delete;
     PasteboardThread& operator=(const PasteboardThread&) = delete;
@@ -61,6 +61,8 @@ private:
     LogSink& m_log;
     const std::shared_ptr<PasteboardState> m_state;
     EventSignal m_wake;
+    /// Ends the thread's waits for the server.
+    EventSignal m_stop;
     std::atomic<bool> m_isStopping{false};
 
     std::mutex m_messagesMutex;

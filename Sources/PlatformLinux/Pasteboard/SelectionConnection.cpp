@@ -2,48 +2,58 @@
 
 #include <xcb/xfixes.h>
 
+#include <array>
+#include <chrono>
 #include <vector>
 
 namespace orvane {
 
-std::unique_ptr<SelectionConnection> SelectionConnection::open()
+namespace {
+
+/// This thread may wait until another client lets the server go. The main thread doesn't wait for this one.
+constexpr std::chrono::minutes patience(1);
+
+} // namespace
+
+std::unique_ptr<SelectionConnection> SelectionConnection::open(int cancellation)
 {
-    std::unique_ptr<SelectionConnection> connection(new SelectionConnection);
-    int screenNumber = 0;
-    connection->m_xcb.reset(xcb_connect(nullptr, &screenNumber));
-    if (connection->isLost() || !connection->begin(screenNumber))
+    static const std::array extensions{&xcb_xfixes_id};
+    auto opened = XLink::open({.extensions = extensions, .cancellation = cancellation}, within(patience));
+    if (!opened.link)
         return nullptr;
-    return connection;
+    std::unique_ptr<SelectionConnection> connection(new SelectionConnection(std::move(opened.link)));
+    return connection->begin() ? std::move(connection) : nullptr;
 }
 
-bool SelectionConnection::begin(int screenNumber)
+XExchange SelectionConnection::exchange() const
 {
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(xcb()));
-    for (int i = 0; i < screenNumber && screens.rem > 1; ++i)
-        xcb_screen_next(&screens);
-    m_root = screens.data->root;
-    const auto* xfixes = xcb_get_extension_data(xcb(), &xcb_xfixes_id);
-    if (!xfixes || !xfixes->present)
+    return {*m_link, within(patience)};
+}
+
+bool SelectionConnection::begin()
+{
+    const auto* xfixes = m_link->extension(xcb_xfixes_id);
+    if (!xfixes)
         return false;
-    const XcbReply<xcb_xfixes_query_version_reply_t> version(
-        xcb_xfixes_query_version_reply(xcb(), xcb_xfixes_query_version(xcb(), 1, 0), nullptr));
+    const auto version =
+        exchange().reply<xcb_xfixes_query_version_reply_t>(xcb_xfixes_query_version(xcb(), 1, 0));
     if (!version)
         return false;
     m_selectionEvent = static_cast<std::uint8_t>(xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    m_clipboard = atom(QByteArrayLiteral("CLIPBOARD"));
     m_window = createWindow();
-    xcb_xfixes_select_selection_input(xcb(), m_window, m_clipboard,
+    xcb_xfixes_select_selection_input(xcb(), m_window, clipboard(),
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    return m_clipboard != XCB_ATOM_NONE && !isLost();
+    flush();
+    return !isLost();
 }
 
 xcb_window_t SelectionConnection::createWindow()
 {
     const xcb_window_t window = xcb_generate_id(xcb());
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(xcb(), 0, window, m_root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+    xcb_create_window(xcb(), 0, window, m_link->root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                       XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
     return window;
 }
@@ -59,7 +69,7 @@ xcb_atom_t SelectionConnection::atom(const QByteArray& name)
     if (known != m_atoms.constEnd())
         return *known;
     const auto cookie = xcb_intern_atom(xcb(), 0, static_cast<std::uint16_t>(name.size()), name.constData());
-    const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(xcb(), cookie, nullptr));
+    const auto reply = exchange().reply<xcb_intern_atom_reply_t>(cookie);
     if (!reply)
         return XCB_ATOM_NONE;
     m_atoms.insert(name, reply->atom);
@@ -74,10 +84,9 @@ QList<QByteArray> SelectionConnection::names(const xcb_atom_t* atoms, std::size_
         if (!m_names.contains(atoms[i]))
             unknown.emplace_back(atoms[i], xcb_get_atom_name(xcb(), atoms[i]));
     }
+    XExchange answers = exchange();
     for (const auto& [atom, cookie] : unknown) {
-        xcb_generic_error_t* error = nullptr;
-        const XcbReply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(xcb(), cookie, &error));
-        const XcbReply<xcb_generic_error_t> ownedError(error);
+        const auto reply = answers.reply<xcb_get_atom_name_reply_t>(cookie);
         if (!reply)
             continue;
         const QByteArray name(xcb_get_atom_name_name(reply.get()),
@@ -100,9 +109,7 @@ SelectionConnection::takeProperty(xcb_window_t window, xcb_atom_t name, qsizetyp
     // The server deletes what it has told whole.
     const auto longs = static_cast<std::uint32_t>(limit / 4 + 1);
     const auto cookie = xcb_get_property(xcb(), 1, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, longs);
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
+    const auto reply = exchange().reply<xcb_get_property_reply_t>(cookie);
     if (!reply)
         return Property{};
     const int length = xcb_get_property_value_length(reply.get());
@@ -114,8 +121,8 @@ SelectionConnection::takeProperty(xcb_window_t window, xcb_atom_t name, qsizetyp
 
 bool SelectionConnection::clipboardHasOwner() const
 {
-    const XcbReply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(xcb(), xcb_get_selection_owner(xcb(), m_clipboard), nullptr));
+    const auto reply =
+        exchange().reply<xcb_get_selection_owner_reply_t>(xcb_get_selection_owner(xcb(), clipboard()));
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 

@@ -1,8 +1,8 @@
-// The pasteboard thread's connection to the X server: atoms by name, properties, windows to ask from. All
-// requests may meet a window that is gone; their errors are dropped with the events.
+// The pasteboard thread's connection to the X server: atoms by name, properties, windows to ask from.
+// Requests may meet a window that is gone; their errors are dropped.
 #pragma once
 
-#include "PlatformLinux/X11/XcbReply.h"
+#include "PlatformLinux/X11/XExchange.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -18,15 +18,18 @@ namespace orvane {
 
 class SelectionConnection {
 public:
-    /// Null without a server, or without its XFixes extension. Waits for the server.
-    static std::unique_ptr<SelectionConnection> open();
+    /// Null without a server, or without its XFixes extension. Waits for the server, here and later, until
+    /// `cancellation` is readable.
+    [[nodiscard]] static std::unique_ptr<SelectionConnection> open(int cancellation = -1);
 
-    [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb.get(); }
-    [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(m_xcb.get()); }
-    [[nodiscard]] bool isLost() const { return xcb_connection_has_error(m_xcb.get()) != 0; }
+    [[nodiscard]] xcb_connection_t* xcb() const { return m_link->xcb(); }
+    [[nodiscard]] XLink& link() const { return *m_link; }
+    [[nodiscard]] int descriptor() const { return m_link->descriptor(); }
+    [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent() { return m_link->nextEvent(); }
+    [[nodiscard]] bool isLost() const { return m_link->isLost(); }
     /// The type of the events about changes of owner.
     [[nodiscard]] std::uint8_t selectionEvent() const { return m_selectionEvent; }
-    [[nodiscard]] xcb_atom_t clipboard() const { return m_clipboard; }
+    [[nodiscard]] xcb_atom_t clipboard() const { return m_link->atoms().clipboard; }
 
     /// The window that owns the clipboard when this program does.
     [[nodiscard]] xcb_window_t window() const { return m_window; }
@@ -48,16 +51,15 @@ public:
     [[nodiscard]] std::optional<Property> takeProperty(xcb_window_t window, xcb_atom_t name, qsizetype limit);
 
     [[nodiscard]] bool clipboardHasOwner() const;
-    void flush() { xcb_flush(m_xcb.get()); }
+    void flush() { m_link->flush(); }
 
 private:
-    SelectionConnection() = default;
-    bool begin(int screenNumber);
+    explicit SelectionConnection(std::unique_ptr<XLink> link) : m_link(std::move(link)) {}
+    bool begin();
+    [[nodiscard]] XExchange exchange() const;
 
-    XcbConnection m_xcb;
-    xcb_window_t m_root = XCB_WINDOW_NONE;
+    std::unique_ptr<XLink> m_link;
     xcb_window_t m_window = XCB_WINDOW_NONE;
-    xcb_atom_t m_clipboard = XCB_ATOM_NONE;
     std::uint8_t m_selectionEvent = 0;
     QHash<QByteArray, xcb_atom_t> m_atoms;
     QHash<xcb_atom_t, QByteArray> m_names;

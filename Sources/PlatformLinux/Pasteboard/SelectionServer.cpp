@@ -132,11 +132,12 @@ void SelectionServer::putInPieces(xcb_window_t requestor, xcb_atom_t property, x
 {
     endTransfers(
         [&](const Transfer& former) { return former.requestor == requestor && former.property == property; });
-    listen(requestor, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    XSelection listening = m_connection.link().select(requestor, XCB_EVENT_MASK_PROPERTY_CHANGE |
+                                                                     XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     const auto size = static_cast<std::uint32_t>(bytes.size());
     xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, m_incr, 32, 1, &size);
-    m_transfers.push_back(
-        {requestor, property, type, std::move(bytes), 0, std::chrono::steady_clock::now() + longestSilence});
+    m_transfers.push_back({requestor, property, type, std::move(bytes), 0,
+                           std::chrono::steady_clock::now() + longestSilence, std::move(listening)});
 }
 
 /// Deleting the property asks for the next piece.
@@ -171,21 +172,7 @@ void SelectionServer::handle(const xcb_destroy_notify_event_t& event)
 
 void SelectionServer::endTransfers(const std::function<bool(const Transfer&)>& which)
 {
-    const auto firstEnded = std::stable_partition(m_transfers.begin(), m_transfers.end(),
-                                                  [&](const Transfer& transfer) { return !which(transfer); });
-    std::vector<xcb_window_t> windows;
-    std::transform(firstEnded, m_transfers.end(), std::back_inserter(windows),
-                   [](const Transfer& transfer) { return transfer.requestor; });
-    m_transfers.erase(firstEnded, m_transfers.end());
-    for (const xcb_window_t window : windows) {
-        if (std::ranges::find(m_transfers, window, &Transfer::requestor) == m_transfers.end())
-            listen(window, XCB_EVENT_MASK_NO_EVENT);
-    }
-}
-
-void SelectionServer::listen(xcb_window_t requestor, std::uint32_t mask)
-{
-    xcb_change_window_attributes(m_connection.xcb(), requestor, XCB_CW_EVENT_MASK, &mask);
+    std::erase_if(m_transfers, which);
 }
 
 void SelectionServer::notify(const xcb_selection_request_event_t& event, xcb_atom_t property)

@@ -54,6 +54,7 @@ private:
         QByteArray bytes;
         qsizetype sent = 0;
         Time until;
+        XSelection listening;
     };
 
     void answer(const xcb_selection_request_event_t& event);
@@ -65,7 +66,6 @@ private:
     void putInPieces(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type, QByteArray bytes);
     bool sendPiece(Transfer& transfer);
     void endTransfers(const std::function<bool(const Transfer&)>& which);
-    void listen(xcb_window_t requestor, std::uint32_t mask);
     void notify(const xcb_selection_request_event_t& event, xcb_atom_t property);
 
     SelectionConnection& m_connection;

@@ -1,63 +1,29 @@
 #include "PlatformLinux/Screens/DockStruts.h"
 
-#include "PlatformLinux/X11/PropertyNumbers.h"
-
 #include <algorithm>
-#include <cstring>
 
 namespace orvane {
 
-namespace {
-
-using Values = std::vector<std::uint32_t>;
-
-xcb_get_property_cookie_t ask(const X11Connection& x, xcb_window_t window, xcb_atom_t name, xcb_atom_t type)
+DockStruts::DockStruts(ApplicationLink& x)
+    : m_x(x), m_rootSelection(x.link().select(x.root(), XCB_EVENT_MASK_PROPERTY_CHANGE))
 {
-    constexpr std::uint32_t longestValue = 64;
-    return xcb_get_property(x.xcb(), 0, window, name, type, 0, longestValue);
-}
-
-/// Empty where the window, the property or the type isn't so.
-Values take(const X11Connection& x, xcb_get_property_cookie_t cookie)
-{
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x.xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
-    if (!reply || reply->format != 32)
-        return {};
-    return propertyNumbers(xcb_get_property_value(reply.get()),
-                           static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
-}
-
-} // namespace
-
-DockStruts::DockStruts(const X11Connection& x)
-    : m_x(x),
-      m_clientList(x.atom("_NET_CLIENT_LIST")),
-      m_workArea(x.atom("_NET_WORKAREA")),
-      m_windowType(x.atom("_NET_WM_WINDOW_TYPE")),
-      m_dock(x.atom("_NET_WM_WINDOW_TYPE_DOCK")),
-      m_partial(x.atom("_NET_WM_STRUT_PARTIAL")),
-      m_whole(x.atom("_NET_WM_STRUT"))
-{
-    m_x.addEventMask(m_x.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 bool DockStruts::concerns(const xcb_property_notify_event_t& event)
 {
     if (event.window == m_x.root()) {
-        if (event.atom == m_clientList) {
+        if (event.atom == m_x.atoms().clientList) {
             m_isListStale = true;
             return true;
         }
-        if (event.atom != m_workArea)
+        if (event.atom != m_x.atoms().workArea)
             return false;
         // Some window keeps another part of it, perhaps one that isn't watched.
         for (auto& [window, client] : m_clients)
             client.isStale = true;
         return true;
     }
-    if (event.atom != m_partial && event.atom != m_whole)
+    if (event.atom != m_x.atoms().strutPartial && event.atom != m_x.atoms().strut)
         return false;
     const auto found = m_clients.find(event.window);
     if (found == m_clients.end())
@@ -66,11 +32,18 @@ bool DockStruts::concerns(const xcb_property_notify_event_t& event)
     return true;
 }
 
-void DockStruts::refresh()
+void DockStruts::forget()
+{
+    m_isListStale = true;
+    for (auto& [window, client] : m_clients)
+        client.isStale = true;
+}
+
+void DockStruts::refresh(XExchange& exchange)
 {
     if (m_isListStale)
-        readClientList();
-    readStaleClients();
+        readClientList(exchange);
+    readStaleClients(exchange);
 }
 
 std::vector<Strut> DockStruts::struts() const
@@ -83,22 +56,22 @@ std::vector<Strut> DockStruts::struts() const
     return struts;
 }
 
-void DockStruts::readClientList()
+void DockStruts::readClientList(XExchange& exchange)
 {
+    const auto list =
+        exchange.numbers(exchange.askProperty(m_x.root(), m_x.atoms().clientList, XCB_ATOM_WINDOW));
+    if (exchange.isLate())
+        return;
     m_isListStale = false;
-    const QByteArray list = m_x.property(m_x.root(), m_clientList, XCB_ATOM_WINDOW);
     std::map<xcb_window_t, Client> clients;
-    constexpr qsizetype width = sizeof(xcb_window_t);
-    for (qsizetype at = 0; at + width <= list.size(); at += width) {
-        xcb_window_t window = XCB_WINDOW_NONE;
-        std::memcpy(&window, list.constData() + at, sizeof window);
+    for (const xcb_window_t window : list) {
         const auto known = m_clients.find(window);
         clients.emplace(window, known == m_clients.end() ? Client{} : known->second);
     }
     m_clients = std::move(clients);
 }
 
-void DockStruts::readStaleClients()
+void DockStruts::readStaleClients(XExchange& exchange)
 {
     struct Question {
         xcb_window_t window;
@@ -107,29 +80,34 @@ void DockStruts::readStaleClients()
         xcb_get_property_cookie_t partial;
         xcb_get_property_cookie_t whole;
     };
+    const XAtoms& atoms = m_x.atoms();
     std::vector<Question> questions;
     for (auto& [window, client] : m_clients) {
         if (!client.isStale)
             continue;
-        questions.push_back({window, &client, ask(m_x, window, m_windowType, XCB_ATOM_ATOM),
-                             ask(m_x, window, m_partial, XCB_ATOM_CARDINAL),
-                             ask(m_x, window, m_whole, XCB_ATOM_CARDINAL)});
+        questions.push_back({window, &client, exchange.askProperty(window, atoms.windowType, XCB_ATOM_ATOM),
+                             exchange.askProperty(window, atoms.strutPartial, XCB_ATOM_CARDINAL),
+                             exchange.askProperty(window, atoms.strut, XCB_ATOM_CARDINAL)});
     }
     bool hasNewWatch = false;
     for (const Question& question : questions) {
-        const Values types = take(m_x, question.type);
-        Client& client = *question.client;
-        client.strut = strutOf(take(m_x, question.partial), take(m_x, question.whole));
-        client.isStale = false;
-        if (client.isWatched || (!client.strut && std::ranges::find(types, m_dock) == types.end()))
+        const auto types = exchange.numbers(question.type);
+        const auto partial = exchange.numbers(question.partial);
+        const auto whole = exchange.numbers(question.whole);
+        if (exchange.isLate())
             continue;
-        m_x.addEventMask(question.window, XCB_EVENT_MASK_PROPERTY_CHANGE);
-        client.isWatched = true;
+        Client& client = *question.client;
+        client.strut = strutOf(partial, whole);
+        client.isStale = false;
+        if (client.watch || (!client.strut && std::ranges::find(types, atoms.windowTypeDock) == types.end()))
+            continue;
+        client.watch =
+            std::make_shared<XSelection>(m_x.link().select(question.window, XCB_EVENT_MASK_PROPERTY_CHANGE));
         client.isStale = true; // it may have changed before it was watched
         hasNewWatch = true;
     }
     if (hasNewWatch)
-        readStaleClients();
+        readStaleClients(exchange);
 }
 
 } // namespace orvane

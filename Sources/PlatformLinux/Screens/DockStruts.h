@@ -3,40 +3,41 @@
 #pragma once
 
 #include "PlatformLinux/Screens/Struts.h"
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace orvane {
 
 class DockStruts {
 public:
-    explicit DockStruts(const X11Connection& x);
+    /// The link outlives this object.
+    explicit DockStruts(ApplicationLink& x);
 
     /// Whether struts may be others after this; refresh() finds out which.
     [[nodiscard]] bool concerns(const xcb_property_notify_event_t& event);
-    /// Asks for what has changed; a few round trips at most.
-    void refresh();
+    /// Asks for what has changed; a few round trips at most. What the exchange doesn't tell in time stays as
+    /// it was, and is asked for again the next time.
+    void refresh(XExchange& exchange);
+    /// Everything may have changed.
+    void forget();
     [[nodiscard]] std::vector<Strut> struts() const;
 
 private:
     struct Client {
         bool isStale = true;
-        bool isWatched = false;
+        /// Shared by the copies of the list.
+        std::shared_ptr<XSelection> watch;
         std::optional<Strut> strut;
     };
 
-    void readClientList();
-    void readStaleClients();
+    void readClientList(XExchange& exchange);
+    void readStaleClients(XExchange& exchange);
 
-    X11Connection m_x;
-    xcb_atom_t m_clientList;
-    xcb_atom_t m_workArea;
-    xcb_atom_t m_windowType;
-    xcb_atom_t m_dock;
-    xcb_atom_t m_partial;
-    xcb_atom_t m_whole;
+    ApplicationLink& m_x;
+    XSelection m_rootSelection;
     bool m_isListStale = true;
     std::map<xcb_window_t, Client> m_clients;
 };

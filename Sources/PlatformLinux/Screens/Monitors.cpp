@@ -1,6 +1,6 @@
 #include "PlatformLinux/Screens/Monitors.h"
 
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/XExchange.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -23,40 +23,42 @@ std::uint32_t numberOf(const QByteArray& identity)
     return hash ? hash : 1;
 }
 
-QByteArray nameOf(const X11Connection& x, xcb_atom_t atom)
+/// What a monitor is called, and what it says of itself.
+struct Question {
+    Question(XExchange& exchange, const xcb_randr_monitor_info_t& monitor)
+        : name(xcb_get_atom_name(exchange.xcb(), monitor.name))
+    {
+        constexpr std::uint32_t longest = 128; // the first block, in words and then some
+        if (monitor.nOutput > 0) {
+            identification =
+                xcb_randr_get_output_property(exchange.xcb(), *xcb_randr_monitor_info_outputs(&monitor),
+                                              exchange.atoms().edid, XCB_ATOM_ANY, 0, longest, 0, 0);
+        }
+    }
+
+    xcb_get_atom_name_cookie_t name;
+    /// Absent for a monitor without an output.
+    std::optional<xcb_randr_get_output_property_cookie_t> identification;
+};
+
+QByteArray takeName(XExchange& exchange, const Question& question)
 {
-    const auto cookie = xcb_get_atom_name(x.xcb(), atom);
-    const XcbReply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(x.xcb(), cookie, nullptr));
+    const auto reply = exchange.reply<xcb_get_atom_name_reply_t>(question.name);
     if (!reply)
         return {};
     return {xcb_get_atom_name_name(reply.get()), xcb_get_atom_name_name_length(reply.get())};
 }
 
-/// What the monitor at an output says of itself; empty when it doesn't.
-QByteArray identification(const X11Connection& x, xcb_randr_output_t output)
+/// Empty when the monitor doesn't say anything.
+QByteArray takeIdentification(XExchange& exchange, const Question& question)
 {
-    constexpr std::uint32_t longest = 128; // the first block, in words and then some
-    const auto cookie =
-        xcb_randr_get_output_property(x.xcb(), output, x.atom("EDID"), XCB_ATOM_ANY, 0, longest, 0, 0);
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_randr_get_output_property_reply_t> reply(
-        xcb_randr_get_output_property_reply(x.xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
+    const auto reply = question.identification
+                           ? exchange.reply<xcb_randr_get_output_property_reply_t>(*question.identification)
+                           : nullptr;
     if (!reply)
         return {};
     return {reinterpret_cast<const char*>(xcb_randr_get_output_property_data(reply.get())),
             xcb_randr_get_output_property_data_length(reply.get())};
-}
-
-bool canTell(const X11Connection& x)
-{
-    const auto* extension = xcb_get_extension_data(x.xcb(), &xcb_randr_id);
-    if (!extension || !extension->present)
-        return false;
-    const auto cookie = xcb_randr_query_version(x.xcb(), 1, 5);
-    const XcbReply<xcb_randr_query_version_reply_t> version(
-        xcb_randr_query_version_reply(x.xcb(), cookie, nullptr));
-    return version && (version->major_version > 1 || version->minor_version >= 5);
 }
 
 struct Told {
@@ -64,27 +66,36 @@ struct Told {
     bool isPrimary = false;
 };
 
-std::vector<Told> toldByServer(const X11Connection& x)
+std::vector<Told> toldByServer(XExchange& exchange)
 {
-    constexpr std::uint8_t activeOnes = 1;
-    const auto cookie = xcb_randr_get_monitors(x.xcb(), x.root(), activeOnes);
-    const XcbReply<xcb_randr_get_monitors_reply_t> reply(
-        xcb_randr_get_monitors_reply(x.xcb(), cookie, nullptr));
     std::vector<Told> list;
-    if (!reply)
+    if (!exchange.link().extension(xcb_randr_id))
         return list;
+    constexpr std::uint8_t activeOnes = 1;
+    const auto versionCookie = xcb_randr_query_version(exchange.xcb(), 1, 5);
+    const auto cookie = xcb_randr_get_monitors(exchange.xcb(), exchange.link().root(), activeOnes);
+    const auto version = exchange.reply<xcb_randr_query_version_reply_t>(versionCookie);
+    const auto reply = exchange.reply<xcb_randr_get_monitors_reply_t>(cookie);
+    const bool canTell = version && (version->major_version > 1 || version->minor_version >= 5);
+    if (!canTell || !reply)
+        return list;
+    std::vector<Question> questions;
     for (auto at = xcb_randr_get_monitors_monitors_iterator(reply.get()); at.rem;
-         xcb_randr_monitor_info_next(&at)) {
-        const QByteArray name = nameOf(x, at.data->name);
-        QByteArray identity = name;
-        if (at.data->nOutput > 0)
-            identity += identification(x, *xcb_randr_monitor_info_outputs(at.data));
+         xcb_randr_monitor_info_next(&at))
+        questions.emplace_back(exchange, *at.data);
+    auto question = questions.cbegin();
+    for (auto at = xcb_randr_get_monitors_monitors_iterator(reply.get()); at.rem;
+         xcb_randr_monitor_info_next(&at), ++question) {
+        const QByteArray name = takeName(exchange, *question);
+        const QByteArray identity = name + takeIdentification(exchange, *question);
         list.push_back({{.name = QString::fromUtf8(name),
                          .pixels = {{double(at.data->x), double(at.data->y)},
                                     {double(at.data->width), double(at.data->height)}},
                          .number = numberOf(identity)},
                         at.data->primary != 0});
     }
+    if (exchange.isLate())
+        list.clear();
     return list;
 }
 
@@ -112,9 +123,9 @@ double scaleOf(const QString& name)
 
 } // namespace
 
-std::vector<Monitor> readMonitors(const X11Connection* x)
+std::vector<Monitor> readMonitors(XExchange* exchange)
 {
-    std::vector<Told> told = x && canTell(*x) ? toldByServer(*x) : std::vector<Told>();
+    std::vector<Told> told = exchange ? toldByServer(*exchange) : std::vector<Told>();
     if (told.empty())
         told = toldByToolkit();
     const bool hasPrimary = std::ranges::any_of(told, &Told::isPrimary);

@@ -1,4 +1,4 @@
-// The monitors of the desktop, as the X server and the toolkit have them at this moment. Main thread; a few
+// The monitors of the desktop, as the X server and the toolkit have them at this moment. Main thread; two
 // round trips.
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-class X11Connection;
+class XExchange;
 
 struct Monitor {
     QString name;
@@ -27,7 +27,7 @@ struct Monitor {
 };
 
 /// The primary one first. Of those that show the same picture, one. From the toolkit alone where there is no
-/// X server or it can't tell.
-std::vector<Monitor> readMonitors(const X11Connection* x);
+/// X server or it can't tell in time.
+[[nodiscard]] std::vector<Monitor> readMonitors(XExchange* exchange);
 
 } // namespace orvane

@@ -4,13 +4,13 @@
 #include <QScreen>
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
 
 #include <xcb/randr.h>
 
 namespace orvane {
 
-ScreenWatch::ScreenWatch() : m_x(X11Connection::ofApplication())
+ScreenWatch::ScreenWatch() : m_x(ApplicationLink::get())
 {
     connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) {
         follow(screen);
@@ -21,19 +21,28 @@ ScreenWatch::ScreenWatch() : m_x(X11Connection::ofApplication())
     for (QScreen* screen : QGuiApplication::screens())
         follow(screen);
     if (m_x) {
-        const auto* randr = xcb_get_extension_data(m_x->xcb(), &xcb_randr_id);
-        m_randrEvent = randr && randr->present ? randr->first_event : 0;
-        m_activeWindowAtom = m_x->atom("_NET_ACTIVE_WINDOW");
+        const auto* randr = m_x->link().extension(xcb_randr_id);
+        m_randrEvent = randr ? randr->first_event : 0;
+        if (randr)
+            selectDisplays();
         m_struts.emplace(*m_x);
-        qApp->installNativeEventFilter(this);
+        m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
+        connect(m_x.get(), &ApplicationLink::serverIsBack, this, [this] {
+            m_activeWindow.reset();
+            m_struts->forget();
+            monitorsMayHaveChanged();
+        });
     }
     refresh();
 }
 
-ScreenWatch::~ScreenWatch()
+ScreenWatch::~ScreenWatch() = default;
+
+void ScreenWatch::selectDisplays()
 {
-    if (m_x && qApp)
-        qApp->removeNativeEventFilter(this);
+    xcb_randr_select_input(m_x->xcb(), m_x->root(),
+                           XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+                               XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_PROPERTY);
 }
 
 void ScreenWatch::follow(QScreen* screen)
@@ -42,23 +51,19 @@ void ScreenWatch::follow(QScreen* screen)
     connect(screen, &QScreen::logicalDotsPerInchChanged, this, &ScreenWatch::monitorsMayHaveChanged);
 }
 
-bool ScreenWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+void ScreenWatch::handle(const xcb_generic_event_t& event)
 {
-    if (eventType != "xcb_generic_event_t")
-        return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    const int type = event->response_type & 0x7f;
+    const int type = event.response_type & 0x7F;
     if (type == XCB_PROPERTY_NOTIFY)
-        readProperty(*reinterpret_cast<const xcb_property_notify_event_t*>(event));
+        readProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
     else if (m_randrEvent != 0 && (type == m_randrEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
                                    type == m_randrEvent + XCB_RANDR_NOTIFY))
         monitorsMayHaveChanged();
-    return false;
 }
 
 void ScreenWatch::readProperty(const xcb_property_notify_event_t& event)
 {
-    if (event.window == m_x->root() && event.atom == m_activeWindowAtom)
+    if (event.window == m_x->root() && event.atom == m_x->atoms().activeWindow)
         m_activeWindow.reset();
     else if (m_struts->concerns(event))
         scheduleRefresh();
@@ -81,24 +86,29 @@ void ScreenWatch::scheduleRefresh()
 void ScreenWatch::refresh()
 {
     m_isRefreshScheduled = false;
-    if (std::exchange(m_areMonitorsStale, false)) {
-        m_monitors = readMonitors(m_x ? &*m_x : nullptr);
-        readRoot();
+    if (!m_x) {
+        m_monitors = readMonitors(nullptr);
+    } else {
+        XExchange exchange = m_x->exchange();
+        if (m_areMonitorsStale)
+            readDisplays(exchange);
+        m_struts->refresh(exchange);
     }
-    if (m_struts)
-        m_struts->refresh();
     rebuild();
 }
 
-/// Struts are measured from its edges, which may be outside of all monitors.
-void ScreenWatch::readRoot()
+/// Struts are measured from the root window's edges, which may be outside of all monitors.
+void ScreenWatch::readDisplays(XExchange& exchange)
 {
-    if (!m_x)
-        return;
     const auto cookie = xcb_get_geometry(m_x->xcb(), m_x->root());
-    const XcbReply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(m_x->xcb(), cookie, nullptr));
-    if (reply)
-        m_root = {double(reply->width), double(reply->height)};
+    auto monitors = readMonitors(&exchange);
+    const auto root = exchange.reply<xcb_get_geometry_reply_t>(cookie);
+    // What the server doesn't tell now is asked for again when it is back.
+    m_areMonitorsStale = exchange.isLate();
+    if (!m_areMonitorsStale || m_monitors.empty())
+        m_monitors = std::move(monitors);
+    if (root)
+        m_root = {double(root->width), double(root->height)};
 }
 
 void ScreenWatch::rebuild()
@@ -122,33 +132,30 @@ void ScreenWatch::rebuild()
     Q_EMIT changed();
 }
 
-xcb_window_t ScreenWatch::activeWindow()
+xcb_window_t ScreenWatch::activeWindow(XExchange& exchange)
 {
     if (m_activeWindow)
         return *m_activeWindow;
-    xcb_window_t window = XCB_WINDOW_NONE;
-    if (m_x) {
-        const QByteArray bytes = m_x->property(m_x->root(), m_activeWindowAtom, XCB_ATOM_WINDOW);
-        if (bytes.size() >= static_cast<qsizetype>(sizeof window))
-            std::memcpy(&window, bytes.constData(), sizeof window);
-    }
-    m_activeWindow = window;
-    return window;
+    const auto windows =
+        exchange.numbers(exchange.askProperty(m_x->root(), m_x->atoms().activeWindow, XCB_ATOM_WINDOW));
+    if (exchange.isLate())
+        return XCB_WINDOW_NONE;
+    m_activeWindow = windows.empty() ? xcb_window_t{XCB_WINDOW_NONE} : windows[0];
+    return *m_activeWindow;
 }
 
-std::optional<Point> ScreenWatch::middleOf(xcb_window_t window) const
+std::optional<Point> ScreenWatch::middleOfActiveWindow()
 {
-    if (!m_x || window == XCB_WINDOW_NONE)
+    if (!m_x)
+        return std::nullopt;
+    XExchange exchange = m_x->exchange();
+    const xcb_window_t window = activeWindow(exchange);
+    if (window == XCB_WINDOW_NONE)
         return std::nullopt;
     const auto sizeCookie = xcb_get_geometry(m_x->xcb(), window);
     const auto placeCookie = xcb_translate_coordinates(m_x->xcb(), window, m_x->root(), 0, 0);
-    xcb_generic_error_t* sizeError = nullptr;
-    xcb_generic_error_t* placeError = nullptr;
-    const XcbReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(m_x->xcb(), sizeCookie, &sizeError));
-    const XcbReply<xcb_translate_coordinates_reply_t> place(
-        xcb_translate_coordinates_reply(m_x->xcb(), placeCookie, &placeError));
-    const XcbReply<xcb_generic_error_t> ownedSizeError(sizeError);
-    const XcbReply<xcb_generic_error_t> ownedPlaceError(placeError);
+    const auto size = exchange.reply<xcb_get_geometry_reply_t>(sizeCookie);
+    const auto place = exchange.reply<xcb_translate_coordinates_reply_t>(placeCookie);
     if (!size || !place)
         return std::nullopt;
     return Point{place->dst_x + size->width * 0.5, place->dst_y + size->height * 0.5};
@@ -156,7 +163,7 @@ std::optional<Point> ScreenWatch::middleOf(xcb_window_t window) const
 
 qsizetype ScreenWatch::activeIndex()
 {
-    const auto middle = m_screens.size() > 1 ? middleOf(activeWindow()) : std::nullopt;
+    const auto middle = m_screens.size() > 1 ? middleOfActiveWindow() : std::nullopt;
     if (!middle)
         return 0;
     const auto found = std::ranges::find_if(

@@ -7,14 +7,13 @@
 #include "PlatformLinux/Screens/Monitors.h"
 #include "PlatformLinux/Screens/ScreenSpace.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QObject>
 
 class QScreen;
 
 namespace orvane {
 
-class ScreenWatch : public QObject, private QAbstractNativeEventFilter {
+class ScreenWatch : public QObject {
     Q_OBJECT
 public:
     ScreenWatch();
@@ -32,20 +31,21 @@ Q_SIGNALS:
     void changed();
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void handle(const xcb_generic_event_t& event);
     void readProperty(const xcb_property_notify_event_t& event);
     void follow(QScreen* screen);
     void monitorsMayHaveChanged();
     void scheduleRefresh();
     void refresh();
-    void readRoot();
+    void selectDisplays();
+    void readDisplays(XExchange& exchange);
     void rebuild();
-    [[nodiscard]] xcb_window_t activeWindow();
-    [[nodiscard]] std::optional<Point> middleOf(xcb_window_t window) const;
+    [[nodiscard]] xcb_window_t activeWindow(XExchange& exchange);
+    [[nodiscard]] std::optional<Point> middleOfActiveWindow();
 
-    std::optional<X11Connection> m_x;
+    std::shared_ptr<ApplicationLink> m_x;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
     std::optional<DockStruts> m_struts;
-    xcb_atom_t m_activeWindowAtom = XCB_ATOM_NONE;
     /// Absent when it may be another one by now.
     std::optional<xcb_window_t> m_activeWindow;
     std::uint8_t m_randrEvent = 0;

@@ -2,10 +2,7 @@
 
 #include "PlatformLinux/Applications/WindowProgram.h"
 
-#include <QSocketNotifier>
-
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 namespace orvane {
@@ -16,30 +13,19 @@ MenuWindowWatch::~MenuWindowWatch() = default;
 
 void MenuWindowWatch::start()
 {
-    if (!X11Connection::ofApplication())
+    m_x = ApplicationLink::get();
+    if (!m_x)
         return;
-    int screenNumber = 0;
-    m_connection.reset(xcb_connect(nullptr, &screenNumber));
-    if (xcb_connection_has_error(m_connection.get()))
-        return;
-    m_x = X11Connection::over(m_connection.get(), screenNumber);
-    m_windowType = m_x->atom("_NET_WM_WINDOW_TYPE");
-    m_menuTypes = {m_x->atom("_NET_WM_WINDOW_TYPE_POPUP_MENU"),
-                   m_x->atom("_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"), m_x->atom("_NET_WM_WINDOW_TYPE_MENU")};
-    auto* notifier =
-        new QSocketNotifier(xcb_get_file_descriptor(m_connection.get()), QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, &MenuWindowWatch::read);
-    m_x->addEventMask(m_x->root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    m_selection = m_x->link().select(m_x->root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
     findShown();
-    read(); // the descriptor doesn't announce events that were read with the answers
 }
 
-/// Finds menus that were shown before this object listened.
+/// The menu may have come before anybody was told of it.
 void MenuWindowWatch::findShown()
 {
-    const auto treeCookie = xcb_query_tree(m_connection.get(), m_x->root());
-    const XcbReply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(m_connection.get(), treeCookie, nullptr));
+    XExchange exchange = m_x->exchange();
+    const auto tree = exchange.reply<xcb_query_tree_reply_t>(xcb_query_tree(m_x->xcb(), m_x->root()));
     if (!tree)
         return;
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
@@ -47,28 +33,11 @@ void MenuWindowWatch::findShown()
     std::vector<xcb_get_window_attributes_cookie_t> cookies;
     cookies.reserve(windows.size());
     for (const xcb_window_t window : windows)
-        cookies.push_back(xcb_get_window_attributes(m_connection.get(), window));
+        cookies.push_back(xcb_get_window_attributes(m_x->xcb(), window));
     for (std::size_t i = 0; i < windows.size(); ++i) {
-        xcb_generic_error_t* error = nullptr;
-        const XcbReply<xcb_get_window_attributes_reply_t> reply(
-            xcb_get_window_attributes_reply(m_connection.get(), cookies[i], &error));
-        const XcbReply<xcb_generic_error_t> ownedError(error);
+        const auto reply = exchange.reply<xcb_get_window_attributes_reply_t>(cookies[i]);
         if (reply && reply->override_redirect && reply->map_state == XCB_MAP_STATE_VIEWABLE)
             add(windows[i]);
-    }
-}
-
-void MenuWindowWatch::read()
-{
-    while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())})
-        handle(*event);
-    if (!xcb_connection_has_error(m_connection.get()))
-        return;
-    for (auto* notifier : findChildren<QSocketNotifier*>())
-        notifier->setEnabled(false);
-    if (!m_menus.empty()) {
-        m_menus.clear();
-        Q_EMIT changed(false);
     }
 }
 
@@ -110,14 +79,14 @@ void MenuWindowWatch::remove(xcb_window_t window)
 
 bool MenuWindowWatch::isMenu(xcb_window_t window) const
 {
-    const QByteArray types = m_x->property(window, m_windowType, XCB_ATOM_ATOM);
-    bool isTyped = false;
-    for (qsizetype at = 0; at + qsizetype{sizeof(xcb_atom_t)} <= types.size(); at += sizeof(xcb_atom_t)) {
-        xcb_atom_t type = XCB_ATOM_NONE;
-        std::memcpy(&type, types.constData() + at, sizeof type);
-        isTyped = isTyped || std::ranges::find(m_menuTypes, type) != m_menuTypes.end();
-    }
-    return isTyped && processOfWindow(*m_x, window) == m_process;
+    const XAtoms& atoms = m_x->atoms();
+    XExchange exchange = m_x->exchange();
+    const auto types = exchange.numbers(exchange.askProperty(window, atoms.windowType, XCB_ATOM_ATOM));
+    const bool isTyped = std::ranges::any_of(types, [&](xcb_atom_t type) {
+        return type == atoms.windowTypePopupMenu || type == atoms.windowTypeDropdownMenu ||
+               type == atoms.windowTypeMenu;
+    });
+    return isTyped && processOfWindow(exchange, window) == m_process;
 }
 
 } // namespace orvane

@@ -3,13 +3,12 @@
 // while it is needed. Main thread.
 #pragma once
 
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <QObject>
 
-#include <array>
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <set>
 
 namespace orvane {
@@ -30,17 +29,15 @@ Q_SIGNALS:
 
 private:
     void findShown();
-    void read();
     void handle(const xcb_generic_event_t& event);
     void add(xcb_window_t window);
     void remove(xcb_window_t window);
     [[nodiscard]] bool isMenu(xcb_window_t window) const;
 
     std::int64_t m_process;
-    XcbConnection m_connection;
-    std::optional<X11Connection> m_x;
-    xcb_atom_t m_windowType = XCB_ATOM_NONE;
-    std::array<xcb_atom_t, 3> m_menuTypes{};
+    std::shared_ptr<ApplicationLink> m_x;
+    XSelection m_selection;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
     std::set<xcb_window_t> m_menus;
 };
 

@@ -1,7 +1,7 @@
 #include "PlatformLinux/Tray/StatusNotifierItem.h"
 
 #include "PlatformLinux/Tray/StatusNotifierNames.h"
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>
@@ -204,8 +204,9 @@ void StatusNotifierItem::Scroll(int, const QString&)
 void StatusNotifierItem::reportClick(StatusItemEvent::Type type)
 {
     // The protocol doesn't carry the modifiers, but they are still held.
-    const auto x = X11Connection::ofApplication();
-    const StatusItemEvent event{type, x ? x->modifierFlags() : EventFlags{0}};
+    const auto x = ApplicationLink::get();
+    const auto pointer = x ? x->pointer() : std::nullopt;
+    const StatusItemEvent event{type, pointer ? eventFlagsOfXState(pointer->mask) : EventFlags{0}};
     QMetaObject::invokeMethod(
         this, [clicked = m_clicked, event] { clicked(event); }, Qt::QueuedConnection);
 }

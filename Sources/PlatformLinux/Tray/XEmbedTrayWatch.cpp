@@ -1,99 +1,92 @@
 #include "PlatformLinux/Tray/XEmbedTrayWatch.h"
 
-#include <QCoreApplication>
-
-#include <cstring>
+#include "PlatformLinux/X11/X11Connection.h"
 
 namespace orvane {
 
-XEmbedTrayWatch::XEmbedTrayWatch(QObject* parent) : QObject(parent), m_x(X11Connection::ofApplication())
+XEmbedTrayWatch::XEmbedTrayWatch(QObject* parent) : QObject(parent), m_x(ApplicationLink::get())
 {
     if (!m_x)
         return;
-    const QByteArray name = "_NET_SYSTEM_TRAY_S" + QByteArray::number(m_x->screenNumber());
-    m_selection = m_x->atom(name.constData());
-    m_manager = m_x->atom("MANAGER");
-    m_colors = m_x->atom("_NET_SYSTEM_TRAY_COLORS");
-    m_x->addEventMask(m_x->root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    qApp->installNativeEventFilter(this);
+    m_rootSelection = m_x->link().select(m_x->root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
+    connect(m_x.get(), &ApplicationLink::serverIsBack, this, &XEmbedTrayWatch::findTray);
     findTray();
 }
 
-XEmbedTrayWatch::~XEmbedTrayWatch()
-{
-    if (m_x && qApp)
-        qApp->removeNativeEventFilter(this);
-}
+XEmbedTrayWatch::~XEmbedTrayWatch() = default;
 
 void XEmbedTrayWatch::findTray()
 {
-    const auto owner = [this] {
-        const auto cookie = xcb_get_selection_owner(m_x->xcb(), m_selection);
-        const XcbReply<xcb_get_selection_owner_reply_t> reply(
-            xcb_get_selection_owner_reply(m_x->xcb(), cookie, nullptr));
+    XExchange exchange = m_x->exchange();
+    const auto owner = [&] {
+        const auto reply = exchange.reply<xcb_get_selection_owner_reply_t>(
+            xcb_get_selection_owner(m_x->xcb(), m_x->atoms().tray));
         return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
     };
-    // We listen first and ask again, so that an owner can't vanish unnoticed in between.
+    // Listening first and asking again leaves no moment in which an owner could vanish unheard.
+    XSelection selection;
     xcb_window_t tray = owner();
     for (xcb_window_t listened = XCB_WINDOW_NONE; tray != listened; tray = owner()) {
         listened = tray;
-        m_x->addEventMask(tray, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+        selection =
+            m_x->link().select(tray, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     }
+    if (exchange.isLate())
+        return; // it is looked for again when the server is back
+    m_traySelection = std::move(selection);
     m_tray = tray;
-    readVisual();
-    readForeground();
+    readVisual(exchange);
+    readForeground(exchange);
     Q_EMIT trayChanged();
 }
 
-void XEmbedTrayWatch::readVisual()
+void XEmbedTrayWatch::readVisual(XExchange& exchange)
 {
-    m_visual = m_x->screen().root_visual;
+    m_visual = m_x->link().screen().root_visual;
     if (!m_tray)
         return;
-    const auto bytes = m_x->property(m_tray, m_x->atom("_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID);
-    xcb_visualid_t visual = 0;
+    const auto told =
+        exchange.numbers(exchange.askProperty(m_tray, m_x->atoms().trayVisual, XCB_ATOM_VISUALID));
+    const auto toolkit = X11Connection::ofApplication();
     std::uint8_t depth = 0;
-    if (bytes.size() == sizeof visual)
-        std::memcpy(&visual, bytes.constData(), sizeof visual);
-    if (visual && m_x->visual(visual, &depth))
-        m_visual = visual;
+    if (told.size() == 1 && toolkit && toolkit->visual(told[0], &depth))
+        m_visual = told[0];
 }
 
-void XEmbedTrayWatch::readForeground()
+void XEmbedTrayWatch::readForeground(XExchange& exchange)
 {
     m_foreground.reset();
     if (!m_tray)
         return;
     // Foreground, error, warning and success, three channels of 16 bits each.
-    const auto bytes = m_x->property(m_tray, m_colors, XCB_ATOM_CARDINAL);
-    std::uint32_t channels[12];
-    if (bytes.size() != sizeof channels)
+    constexpr std::size_t channelCount = 12;
+    const auto channels =
+        exchange.numbers(exchange.askProperty(m_tray, m_x->atoms().trayColors, XCB_ATOM_CARDINAL));
+    if (channels.size() != channelCount)
         return;
-    std::memcpy(channels, bytes.constData(), sizeof channels);
     m_foreground = QColor::fromRgba64(static_cast<quint16>(channels[0]), static_cast<quint16>(channels[1]),
                                       static_cast<quint16>(channels[2]));
 }
 
-bool XEmbedTrayWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+void XEmbedTrayWatch::handle(const xcb_generic_event_t& event)
 {
-    if (eventType != "xcb_generic_event_t")
-        return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    switch (event->response_type & 0x7f) {
+    switch (event.response_type & 0x7F) {
     case XCB_CLIENT_MESSAGE: {
-        const auto* told = reinterpret_cast<const xcb_client_message_event_t*>(event);
-        if (told->type == m_manager && told->data.data32[1] == m_selection)
+        const auto& told = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        if (told.type == m_x->atoms().manager && told.data.data32[1] == m_x->atoms().tray)
             findTray();
         break;
     }
     case XCB_DESTROY_NOTIFY:
-        if (m_tray && reinterpret_cast<const xcb_destroy_notify_event_t*>(event)->window == m_tray)
+        if (m_tray && reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_tray)
             findTray();
         break;
     case XCB_PROPERTY_NOTIFY: {
-        const auto* told = reinterpret_cast<const xcb_property_notify_event_t*>(event);
-        if (m_tray && told->window == m_tray && told->atom == m_colors) {
-            readForeground();
+        const auto& told = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (m_tray && told.window == m_tray && told.atom == m_x->atoms().trayColors) {
+            XExchange exchange = m_x->exchange();
+            readForeground(exchange);
             Q_EMIT foregroundChanged();
         }
         break;
@@ -101,7 +94,6 @@ bool XEmbedTrayWatch::nativeEventFilter(const QByteArray& eventType, void* messa
     default:
         break;
     }
-    return false;
 }
 
 } // namespace orvane

@@ -2,17 +2,17 @@
 // Main thread. Does nothing where there is no X server.
 #pragma once
 
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QColor>
 #include <QObject>
 
+#include <memory>
 #include <optional>
 
 namespace orvane {
 
-class XEmbedTrayWatch : public QObject, private QAbstractNativeEventFilter {
+class XEmbedTrayWatch : public QObject {
     Q_OBJECT
 public:
     explicit XEmbedTrayWatch(QObject* parent = nullptr);
@@ -29,15 +29,15 @@ Q_SIGNALS:
     void foregroundChanged();
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void handle(const xcb_generic_event_t& event);
     void findTray();
-    void readForeground();
-    void readVisual();
+    void readForeground(XExchange& exchange);
+    void readVisual(XExchange& exchange);
 
-    std::optional<X11Connection> m_x;
-    xcb_atom_t m_selection = XCB_ATOM_NONE;
-    xcb_atom_t m_manager = XCB_ATOM_NONE;
-    xcb_atom_t m_colors = XCB_ATOM_NONE;
+    std::shared_ptr<ApplicationLink> m_x;
+    XSelection m_rootSelection;
+    XSelection m_traySelection;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
     xcb_window_t m_tray = XCB_WINDOW_NONE;
     xcb_visualid_t m_visual = 0;
     std::optional<QColor> m_foreground;

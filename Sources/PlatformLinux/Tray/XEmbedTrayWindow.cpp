@@ -29,7 +29,8 @@ XEmbedTrayWindow::XEmbedTrayWindow(StatusItemContent content, TrayTint tint, Cli
     : m_content(std::move(content)),
       m_tint(tint),
       m_clicked(std::move(clicked)),
-      m_x(X11Connection::ofApplication())
+      m_x(X11Connection::ofApplication()),
+      m_link(ApplicationLink::get())
 {
     m_toolTipDelay.setSingleShot(true);
     m_toolTipDelay.setInterval(QApplication::style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay));
@@ -46,7 +47,7 @@ XEmbedTrayWindow::~XEmbedTrayWindow()
 
 void XEmbedTrayWindow::dock(xcb_window_t tray, xcb_visualid_t visual)
 {
-    if (!m_x || (tray == m_tray && m_window))
+    if (!m_x || !m_link || (tray == m_tray && m_window))
         return;
     destroy();
     m_tray = tray;
@@ -76,6 +77,7 @@ void XEmbedTrayWindow::create(xcb_visualid_t visual)
     m_size = QSize(usualSide, usualSide);
     xcb_create_window(c, m_depth, m_window, m_x->root(), 0, 0, usualSide, usualSide, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, visual, mask, values);
+    X11Connection::noteWindow(m_window);
     m_gc = xcb_generate_id(c);
     xcb_create_gc(c, m_gc, m_window, 0, nullptr);
     setProperties();
@@ -93,6 +95,7 @@ void XEmbedTrayWindow::destroy()
     m_x->ignoreErrors(xcb_free_gc_checked(c, m_gc));
     m_x->ignoreErrors(xcb_free_colormap_checked(c, m_colormap));
     xcb_flush(c);
+    X11Connection::forgetWindow(m_window);
     m_window = XCB_WINDOW_NONE;
     m_docked = false;
 }
@@ -101,7 +104,7 @@ void XEmbedTrayWindow::setProperties()
 {
     xcb_connection_t* c = m_x->xcb();
     constexpr std::uint32_t embedding[] = {0 /* version */, 1 /* mapped */};
-    const xcb_atom_t info = m_x->atom("_XEMBED_INFO");
+    const xcb_atom_t info = m_link->atoms().xembedInfo;
     m_x->ignoreErrors(
         xcb_change_property_checked(c, XCB_PROP_MODE_REPLACE, m_window, info, info, 32, 2, embedding));
 
@@ -111,12 +114,12 @@ void XEmbedTrayWindow::setProperties()
 
     const QByteArray title = plainMenuTitle(m_content.title()).toUtf8();
     m_x->ignoreErrors(xcb_change_property_checked(
-        c, XCB_PROP_MODE_REPLACE, m_window, m_x->atom("_NET_WM_NAME"), m_x->atom("UTF8_STRING"), 8,
+        c, XCB_PROP_MODE_REPLACE, m_window, m_link->atoms().windowName, m_link->atoms().utf8String, 8,
         static_cast<std::uint32_t>(title.size()), title.constData()));
 
     const auto pid = static_cast<std::uint32_t>(QCoreApplication::applicationPid());
-    m_x->ignoreErrors(xcb_change_property_checked(c, XCB_PROP_MODE_REPLACE, m_window,
-                                                  m_x->atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &pid));
+    m_x->ignoreErrors(xcb_change_property_checked(c, XCB_PROP_MODE_REPLACE, m_window, m_link->atoms().process,
+                                                  XCB_ATOM_CARDINAL, 32, 1, &pid));
 }
 
 void XEmbedTrayWindow::suggestSize()
@@ -144,7 +147,7 @@ void XEmbedTrayWindow::sendDockRequest()
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = m_tray;
-    message.type = m_x->atom("_NET_SYSTEM_TRAY_OPCODE");
+    message.type = m_link->atoms().trayOpcode;
     message.data.data32[0] = XCB_CURRENT_TIME;
     message.data.data32[1] = requestDock;
     message.data.data32[2] = m_window;
@@ -172,14 +175,11 @@ void XEmbedTrayWindow::setTint(const TrayTint& tint)
 
 QImage XEmbedTrayWindow::background() const
 {
-    xcb_connection_t* c = m_x->xcb();
     const auto width = static_cast<std::uint16_t>(m_size.width());
     const auto height = static_cast<std::uint16_t>(m_size.height());
-    m_x->ignoreErrors(xcb_clear_area_checked(c, 0, m_window, 0, 0, width, height));
-    const auto cookie = xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, m_window, 0, 0, width, height, ~0u);
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(c, cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
+    xcb_clear_area(m_link->xcb(), 0, m_window, 0, 0, width, height);
+    const auto reply = m_link->exchange().reply<xcb_get_image_reply_t>(
+        xcb_get_image(m_link->xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_window, 0, 0, width, height, ~0u));
     const std::uint32_t expected = 4u * width * height;
     if (!reply || static_cast<std::uint32_t>(xcb_get_image_data_length(reply.get())) != expected)
         return {};
@@ -306,11 +306,8 @@ std::optional<QRect> XEmbedTrayWindow::screenGeometry() const
 {
     if (!m_window || !m_docked)
         return std::nullopt;
-    const auto cookie = xcb_translate_coordinates(m_x->xcb(), m_window, m_x->root(), 0, 0);
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_translate_coordinates_reply_t> reply(
-        xcb_translate_coordinates_reply(m_x->xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
+    const auto reply = m_link->exchange().reply<xcb_translate_coordinates_reply_t>(
+        xcb_translate_coordinates(m_link->xcb(), m_window, m_link->root(), 0, 0));
     if (!reply)
         return std::nullopt;
     // Qt leaves the corners of screens in pixels and scales what is inside.

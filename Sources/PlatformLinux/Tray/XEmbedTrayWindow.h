@@ -4,6 +4,7 @@
 
 #include "PlatformLinux/Menus/TemplateTint.h"
 #include "PlatformLinux/Tray/StatusItemContent.h"
+#include "PlatformLinux/X11/ApplicationLink.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>
@@ -12,6 +13,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace orvane {
@@ -48,7 +50,9 @@ private:
     StatusItemContent m_content;
     TrayTint m_tint;
     ClickHandler m_clicked;
+    /// The window lives on the toolkit's connection; what is asked about it goes over the link.
     std::optional<X11Connection> m_x;
+    std::shared_ptr<ApplicationLink> m_link;
     xcb_window_t m_tray = XCB_WINDOW_NONE;
     xcb_window_t m_window = XCB_WINDOW_NONE;
     xcb_colormap_t m_colormap = XCB_NONE;

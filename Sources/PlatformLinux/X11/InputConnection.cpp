@@ -48,9 +48,10 @@ InputConnection::Opened InputConnection::open(Deadline deadline)
 {
     static const std::array extensions{&xcb_input_id, &xcb_test_id, &xcb_xkb_id};
     auto opened = XLink::open({.extensions = extensions}, deadline);
+    if (opened.outcome == XOutcome::late)
+        return {nullptr, "the X server doesn't answer", true};
     if (!opened.link)
-        return {nullptr, opened.outcome == XOutcome::late ? "the X server doesn't answer"
-                                                          : "the X server can't be reached"};
+        return {nullptr, "the X server can't be reached"};
     std::unique_ptr<InputConnection> made(new InputConnection(std::move(opened.link)));
     std::string problem = made->negotiate(deadline);
     if (!problem.empty())

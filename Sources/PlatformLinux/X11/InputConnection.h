@@ -46,6 +46,8 @@ public:
         std::unique_ptr<InputConnection> connection;
         /// Why there is none: a sentence for the log.
         std::string problem;
+        /// Whether it may be there in a moment.
+        bool isLate = false;
     };
     /// To the display of the environment. Until it is open, another client can hold it up.
     [[nodiscard]] static Opened open(Deadline deadline);

@@ -1,44 +1,40 @@
 #include "PlatformLinux/X11/WindowManagerWatch.h"
 
-#include <QCoreApplication>
-
-#include <cstring>
-
 namespace orvane {
 
 WindowManagerWatch::WindowManagerWatch(std::function<void(bool isPresent)> changed)
-    : m_changed(std::move(changed)), m_x(X11Connection::ofApplication())
+    : m_changed(std::move(changed)), m_x(ApplicationLink::get())
 {
     if (!m_x)
         return;
-    m_check = m_x->atom("_NET_SUPPORTING_WM_CHECK");
-    m_x->addEventMask(m_x->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
-    qApp->installNativeEventFilter(this);
+    m_rootSelection = m_x->link().select(m_x->root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
+    QObject::connect(m_x.get(), &ApplicationLink::serverIsBack, &m_context, [this] { findAgain(); });
     find();
 }
 
-WindowManagerWatch::~WindowManagerWatch()
-{
-    if (m_x && qApp)
-        qApp->removeNativeEventFilter(this);
-}
+WindowManagerWatch::~WindowManagerWatch() = default;
 
-xcb_window_t WindowManagerWatch::windowToldBy(xcb_window_t window) const
+xcb_window_t WindowManagerWatch::windowToldBy(XExchange& exchange, xcb_window_t window) const
 {
-    const QByteArray bytes = m_x->property(window, m_check, XCB_ATOM_WINDOW);
-    xcb_window_t told = XCB_WINDOW_NONE;
-    if (bytes.size() == sizeof told)
-        std::memcpy(&told, bytes.constData(), sizeof told);
-    return told;
+    const auto told =
+        exchange.numbers(exchange.askProperty(window, exchange.atoms().supportingCheck, XCB_ATOM_WINDOW));
+    return told.size() == 1 ? told[0] : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 /// A manager that died leaves its word on the root window; only its own window proves that it lives.
 void WindowManagerWatch::find()
 {
-    const xcb_window_t window = windowToldBy(m_x->root());
+    XExchange exchange = m_x->exchange();
+    const xcb_window_t window = windowToldBy(exchange, m_x->root());
+    XSelection selection; // first, so that its end isn't missed
     if (window)
-        m_x->addEventMask(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY); // first, so that its end isn't missed
-    m_window = window && windowToldBy(window) == window ? window : xcb_window_t{XCB_WINDOW_NONE};
+        selection = m_x->link().select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    const bool isAlive = window && windowToldBy(exchange, window) == window;
+    if (exchange.isLate())
+        return;
+    m_windowSelection = std::move(selection);
+    m_window = isAlive ? window : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 void WindowManagerWatch::findAgain()
@@ -49,26 +45,22 @@ void WindowManagerWatch::findAgain()
         m_changed(isPresent());
 }
 
-bool WindowManagerWatch::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+void WindowManagerWatch::handle(const xcb_generic_event_t& event)
 {
-    if (eventType != "xcb_generic_event_t")
-        return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    switch (event->response_type & 0x7f) {
+    switch (event.response_type & 0x7F) {
     case XCB_PROPERTY_NOTIFY: {
-        const auto* told = reinterpret_cast<const xcb_property_notify_event_t*>(event);
-        if (told->window == m_x->root() && told->atom == m_check)
+        const auto& told = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (told.window == m_x->root() && told.atom == m_x->atoms().supportingCheck)
             findAgain();
         break;
     }
     case XCB_DESTROY_NOTIFY:
-        if (m_window && reinterpret_cast<const xcb_destroy_notify_event_t*>(event)->window == m_window)
+        if (m_window && reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_window)
             findAgain();
         break;
     default:
         break;
     }
-    return false;
 }
 
 } // namespace orvane

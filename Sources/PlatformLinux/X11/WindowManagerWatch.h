@@ -2,36 +2,37 @@
 // There is never one where there is no X server.
 #pragma once
 
-#include "PlatformLinux/X11/X11Connection.h"
-
-#include <QAbstractNativeEventFilter>
+#include "PlatformLinux/X11/ApplicationLink.h"
 
 #include <functional>
-#include <optional>
+#include <memory>
 
 namespace orvane {
 
-class WindowManagerWatch : private QAbstractNativeEventFilter {
+class WindowManagerWatch {
 public:
     /// `changed` is told of each coming and going from now on.
     explicit WindowManagerWatch(std::function<void(bool isPresent)> changed = {});
-    ~WindowManagerWatch() override;
+    ~WindowManagerWatch();
     WindowManagerWatch(const WindowManagerWatch&) = delete;
     WindowManagerWatch& operator=(const WindowManagerWatch&) = delete;
 
     [[nodiscard]] bool isPresent() const { return m_window != XCB_WINDOW_NONE; }
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void handle(const xcb_generic_event_t& event);
     void find();
     void findAgain();
-    [[nodiscard]] xcb_window_t windowToldBy(xcb_window_t window) const;
+    [[nodiscard]] xcb_window_t windowToldBy(XExchange& exchange, xcb_window_t window) const;
 
     std::function<void(bool)> m_changed;
-    std::optional<X11Connection> m_x;
-    xcb_atom_t m_check = XCB_ATOM_NONE;
+    std::shared_ptr<ApplicationLink> m_x;
+    XSelection m_rootSelection;
+    XSelection m_windowSelection;
+    std::unique_ptr<ApplicationLink::Listener> m_listener;
     /// The manager's own, which goes with it.
     xcb_window_t m_window = XCB_WINDOW_NONE;
+    QObject m_context;
 };
 
 } // namespace orvane

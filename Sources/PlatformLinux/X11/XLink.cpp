@@ -82,6 +82,7 @@ XLink::Opened XLink::open(const Request& request, Deadline deadline)
     if (xcb_connection_has_error(xcb.get()) != 0)
         return {nullptr, XOutcome::lost};
     std::unique_ptr<XLink> link(new XLink(std::move(xcb), screenNumber));
+    link->m_cancellation = request.cancellation;
     const XOutcome outcome = link->begin(request, screenNumber, deadline);
     return {outcome == XOutcome::answered ? std::move(link) : nullptr, outcome};
 }
@@ -142,6 +143,7 @@ XcbReply<xcb_generic_event_t> XLink::nextEvent()
         first = std::move(m_queue.front());
         m_queue.pop_front();
     }
+    noticeRecovery();
     ring();
     return first;
 }
@@ -255,11 +257,9 @@ XLink::Answer XLink::await(unsigned sequence, Deadline deadline)
 {
     const std::scoped_lock turn(m_turnToWait);
     m_isWaiting = true;
-    std::optional<Answer> answer;
-    if (!isOverdue()) {
-        answer = poll(sequence);
-        if (!answer)
-            sendAll(deadline);
+    std::optional<Answer> answer = poll(sequence);
+    if (!answer && !isOverdue()) {
+        sendAll(deadline);
         while (!answer && waitForInput(deadline))
             answer = poll(sequence);
     }
@@ -272,10 +272,8 @@ XLink::Answer XLink::await(unsigned sequence, Deadline deadline)
     if (answer)
         return std::move(*answer);
     xcb_discard_reply(m_xcb.get(), sequence);
-    if (!m_overdue) {
-        m_overdue = xcb_get_input_focus(m_xcb.get()).sequence;
-        sendAll(Deadline::clock::now());
-    }
+    noteOverdue();
+    sendAll(Deadline::clock::now());
     return {};
 }
 
@@ -296,19 +294,46 @@ std::optional<XLink::Answer> XLink::poll(unsigned sequence)
     return answer;
 }
 
-/// Whether a late answer is still to come: then the server answers nothing.
+/// Has the answer to one more question tell that the server is back.
+void XLink::noteOverdue()
+{
+    const std::scoped_lock lock(m_queueMutex);
+    if (m_overdue)
+        return;
+    m_overdue = xcb_get_input_focus(m_xcb.get()).sequence;
+    m_expected.try_emplace(*m_overdue);
+}
+
+/// Whether the server owes an answer and so gives none.
 bool XLink::isOverdue()
 {
-    if (m_overdue && poll(*m_overdue))
-        m_overdue.reset();
+    const std::scoped_lock lock(m_queueMutex);
+    keepWhatWasRead();
+    noticeRecovery();
+    ring();
     return m_overdue.has_value();
+}
+
+void XLink::noticeRecovery()
+{
+    if (!m_overdue || !m_expected[*m_overdue])
+        return;
+    m_expected.erase(*m_overdue);
+    m_overdue.reset();
+    m_hasRecovered = true;
+}
+
+bool XLink::takeRecovery()
+{
+    const std::scoped_lock lock(m_queueMutex);
+    return std::exchange(m_hasRecovered, false);
 }
 
 /// The server doesn't read while another client holds it, and a full socket would hold this thread.
 void XLink::sendAll(Deadline deadline)
 {
-    pollfd room{xcb_get_file_descriptor(m_xcb.get()), POLLOUT, 0};
-    if (pollUntil({&room, 1}, deadline))
+    pollfd waits[] = {{xcb_get_file_descriptor(m_xcb.get()), POLLOUT, 0}, {m_cancellation, POLLIN, 0}};
+    if (pollUntil(waits, deadline) && waits[0].revents != 0)
         flush();
 }
 
@@ -316,18 +341,13 @@ void XLink::sendAll(Deadline deadline)
 bool XLink::waitForInput(Deadline deadline)
 {
     pollfd waits[] = {{xcb_get_file_descriptor(m_xcb.get()), POLLIN, 0},
-                      {m_answersMayBeThere.descriptor(), POLLIN, 0}};
-    if (m_waitsNoMore || !pollUntil(waits, deadline))
+                      {m_answersMayBeThere.descriptor(), POLLIN, 0},
+                      {m_cancellation, POLLIN, 0}};
+    if (!pollUntil(waits, deadline))
         return false;
     if (waits[1].revents != 0)
         m_answersMayBeThere.clear();
-    return !m_waitsNoMore;
-}
-
-void XLink::stopWaiting()
-{
-    m_waitsNoMore = true;
-    m_answersMayBeThere.raise();
+    return waits[2].revents == 0;
 }
 
 } // namespace orvane

@@ -50,7 +50,7 @@ public:
         std::span<xcb_extension_t* const> extensions;
         /// The environment's display where it is null.
         const char* display = nullptr;
-        /// Ends the opening as late when it becomes readable.
+        /// Once it is readable, nothing is waited for any more: all is late. For a thread that is to end.
         int cancellation = -1;
     };
     struct Opened {
@@ -100,6 +100,8 @@ public:
         std::uint8_t error = 0;
     };
     [[nodiscard]] Answer await(unsigned sequence, Deadline deadline);
+    /// True once after the server has been heard from again. The descriptor tells of that as of an event.
+    [[nodiscard]] bool takeRecovery();
     /// For an answer that nobody waits for: the descriptor becomes readable when it is there, until it is
     /// taken. Sends the question. Those that were asked before it can be had without waiting as soon as this
     /// one can.
@@ -107,14 +109,14 @@ public:
     /// Nothing when it isn't there yet.
     [[nodiscard]] std::optional<Answer> takeExpected(unsigned sequence);
     void expectNoMore(unsigned sequence);
-    /// Ends all waits for answers, present and future, as late. For a thread that is to end.
-    void stopWaiting();
 
 private:
     XLink(XcbConnection xcb, int screenNumber);
     XOutcome begin(const Request& request, int screenNumber, Deadline deadline);
     std::optional<Answer> poll(unsigned sequence);
+    void noteOverdue();
     bool isOverdue();
+    void noticeRecovery();
     void sendAll(Deadline deadline);
     bool waitForInput(Deadline deadline);
     void readIn();
@@ -133,15 +135,16 @@ private:
     std::mutex m_queueMutex;
     std::deque<XcbReply<xcb_generic_event_t>> m_queue;
     std::map<unsigned, std::optional<Answer>> m_expected;
+    /// After a late answer: the question whose answer tells that the server is back.
+    std::optional<unsigned> m_overdue;
+    bool m_hasRecovered = false;
     bool m_rings = false;
 
     std::mutex m_turnToWait;
     /// Another thread may have read in the answer that is waited for.
     EventSignal m_answersMayBeThere;
     std::atomic<bool> m_isWaiting{false};
-    std::atomic<bool> m_waitsNoMore{false};
-    /// After a late answer: the question whose answer tells that the server is back.
-    std::optional<unsigned> m_overdue;
+    int m_cancellation = -1;
 };
 
 } // namespace orvane

@@ -204,11 +204,33 @@ TEST_F(XLinkTest, AServerThatGoesAwayIsLost)
 
 TEST_F(XLinkTest, AThreadThatWaitsCanBeStopped)
 {
-    const auto link = open();
+    EventSignal cancellation;
+    const auto link = XLink::open({.extensions = {},
+                                   .display = server.display().c_str(),
+                                   .cancellation = cancellation.descriptor()},
+                                  within(soon))
+                          .link;
+    ASSERT_TRUE(link);
     server.hold();
     auto waiter = std::async(std::launch::async, [&] { return ask(*link, within(never)); });
-    link->stopWaiting();
+    cancellation.raise();
     EXPECT_EQ(waiter.get(), XOutcome::late);
+}
+
+TEST_F(XLinkTest, TellsOnceThatALateServerIsBack)
+{
+    const auto link = open();
+    server.hold();
+    ASSERT_EQ(ask(*link, within(20ms)), XOutcome::late);
+    EXPECT_FALSE(link->nextEvent());
+    EXPECT_FALSE(link->takeRecovery());
+    server.release();
+    ASSERT_TRUE(isReadable(*link, 30'000));
+    EXPECT_FALSE(link->nextEvent());
+    EXPECT_TRUE(link->takeRecovery());
+    EXPECT_FALSE(link->takeRecovery());
+    EXPECT_FALSE(isReadable(*link));
+    EXPECT_EQ(ask(*link), XOutcome::answered);
 }
 
 TEST_F(XLinkTest, TwoOwnersOfASelectionHearWhatAnyOfThemWants)
