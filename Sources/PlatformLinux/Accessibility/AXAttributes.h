@@ -35,8 +35,7 @@ std::optional<AXAttribute> axAttribute(const QString& name);
 
 class AXAttributes {
 public:
-    AXAttributes(XExchange& exchange, WindowReader& reader, const ScreenSpace& space,
-                 DesktopEntries& entries)
+    AXAttributes(XExchange& exchange, WindowReader& reader, const ScreenSpace& space, DesktopEntries& entries)
         : m_exchange(exchange), m_reader(reader), m_space(space), m_entries(entries)
     {
     }
@@ -51,16 +50,16 @@ private:
     Copied ofButton(const AXBody& button, AXAttribute attribute);
 
     [[nodiscard]] Copied given(const AXValue& value) const;
-    /// When the element is there, but not the value.
+    /// The result when the element is there, but not the value.
     [[nodiscard]] Copied nothing() const;
-    /// When a window gave nothing.
+    /// The result when a window gave nothing.
     [[nodiscard]] Copied gone() const;
 
     Copied applicationTitle(const ProgramId& program);
     Copied windowFrame(xcb_window_t window, AXAttribute part);
     Copied windowState(xcb_window_t window, AXAttribute part);
     Copied windowButtons(xcb_window_t window, AXAttribute which);
-    /// The one that the keyboard goes to when the program is in front.
+    /// Returns the window that gets the keyboard when the program is in front.
     std::optional<xcb_window_t> mainWindow(const ProgramId& program);
 
     XExchange& m_exchange;

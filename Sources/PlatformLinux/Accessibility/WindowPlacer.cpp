@@ -13,18 +13,18 @@ using namespace std::chrono_literals;
 
 /// Window managers answer within milliseconds, programs that redraw their own shadows within a few frames.
 constexpr std::chrono::milliseconds longestSettling = 1s;
-/// Within which a window manager has done what it does of itself at the end of a drag.
+/// The time within which a window manager does its own changes at the end of a drag.
 constexpr std::chrono::milliseconds windowManagersTurn = 300ms;
-/// Of the questions asked on the way.
+/// The limit for questions asked on the way.
 constexpr std::chrono::milliseconds longestQuestion = 100ms;
-/// A program that insists on another place shall have it.
+/// A program that insists on another place keeps it.
 constexpr int mostRepetitions = 4;
 
 bool isPlace(double one, double other)
 {
     // Far beyond any screen, and within the integers of the protocol.
     constexpr double limit = 1e6;
-    return std::abs(one) < limit && std::abs(other) < limit; // false for what is no number
+    return std::abs(one) < limit && std::abs(other) < limit; // false for a value that isn't a number
 }
 
 bool isMaximized(const WindowState& state)
@@ -34,7 +34,8 @@ bool isMaximized(const WindowState& state)
 
 } // namespace
 
-WindowPlacer::WindowPlacer(ApplicationLink& x, WindowReader& reader, std::function<const ScreenSpace&()> space)
+WindowPlacer::WindowPlacer(ApplicationLink& x, WindowReader& reader,
+                           std::function<const ScreenSpace&()> space)
     : m_x(x), m_reader(reader), m_requests(x.link()), m_space(std::move(space))
 {
     m_look.setSingleShot(true);
@@ -88,7 +89,7 @@ void WindowPlacer::restore(xcb_window_t window, const WindowState& state)
         m_wish.mayBeUndone = true;
 }
 
-/// Of what isn't wished for, as it is.
+/// Takes the present value of what isn't requested.
 WindowPlacer::Target WindowPlacer::target(const WindowReader::Placed& placed) const
 {
     const ScreenSpace& space = m_space();
@@ -120,7 +121,8 @@ void WindowPlacer::request(const WindowReader::Placed& placed, const Target& tar
     if (parts == Parts::origin)
         placement.clientSize.reset();
     const PixelMargins margins = visibleMargins(placed.place);
-    // Read while the window and its frame were on their way, one of the two is wrong, and so is a request.
+    // If they were read while the window and its frame were moving, one of the two is wrong, and so is the
+    // request.
     if (m_wish.margins && *m_wish.margins != margins)
         m_wish.mayBeUndone = true;
     m_wish.margins = margins;
@@ -181,7 +183,7 @@ void WindowPlacer::putAgainIfNeeded()
     const auto pointer = exchange.reply<xcb_query_pointer_reply_t>(pointerCookie);
     if (!placed || !pointer || placed->state.isShaded)
         return;
-    // A person who has taken the window in hand again knows better.
+    // A person who drags the window again decides.
     if (placed->state.isFullScreen || (pointer->mask & XCB_BUTTON_MASK_1)) {
         stopFollowing();
         return;
@@ -201,7 +203,7 @@ void WindowPlacer::putAgainIfNeeded()
     request(*placed, wanted, Parts::originAndSize);
 }
 
-/// At the end of a drag to an edge some window managers maximize the window, and may come after us.
+/// At the end of a drag to an edge some window managers maximize the window, and may do so after our request.
 void WindowPlacer::undoMaximizing(const WindowReader::Placed& placed)
 {
     const bool isTheirTurn = m_end.remainingTimeAsDuration() > longestSettling - windowManagersTurn;

@@ -1,8 +1,8 @@
-// Puts windows of other programs where a person shall see them. Main thread.
+// Places windows of other programs. Main thread.
 //
-// A place comes in pieces, position and size, and the window manager and the program act on them later. So a
-// wish is kept for a moment: a size is rounded at the position wished for with it, and when decoration or
-// shadows turn out different, as after the end of a maximized state, the window is put there once more.
+// A place comes in two calls, position and size, and the window manager and the program act on them later. So
+// a request is kept for a moment: a size is rounded at the position requested with it, and when decoration or
+// shadows turn out different, as after the end of a maximized state, the window is placed once more.
 #pragma once
 
 #include "Platform/Accessibility.h"
@@ -26,8 +26,8 @@ public:
     WindowPlacer(ApplicationLink& x, WindowReader& reader, std::function<const ScreenSpace&()> space);
     ~WindowPlacer() override;
 
-    /// Points of the accessibility space. A maximized or rolled-up window is restored; a full-screen one is
-    /// left alone, which is a failure.
+    /// In points of the accessibility space. A maximized or rolled-up window is restored; a full-screen one
+    /// is left alone, which is a failure.
     AXError setPosition(XExchange& exchange, xcb_window_t window, Point position);
     AXError setSize(XExchange& exchange, xcb_window_t window, Size size);
 
@@ -38,11 +38,11 @@ private:
         xcb_window_t window = XCB_WINDOW_NONE;
         std::optional<Point> origin;
         std::optional<Size> size;
-        /// Around the window, as the last request reckoned.
+        /// The margins around the window that the last request assumed.
         std::optional<PixelMargins> margins;
-        /// The window manager or the program may be about to put the window elsewhere.
+        /// True if the window manager or the program may be about to place the window elsewhere.
         bool mayBeUndone = false;
-        /// It wasn't maximized, or isn't any more.
+        /// True if it wasn't maximized, or isn't any more.
         bool isRestored = false;
         int repetitions = 0;
     };
@@ -71,7 +71,7 @@ private:
     std::unique_ptr<ApplicationLink::Listener> m_listener;
     XSelection m_selection;
     QTimer m_end;
-    /// Several changes that come together are looked at once.
+    /// Combines changes that come together into one look.
     QTimer m_look;
 };
 

@@ -14,8 +14,8 @@ bool contains(const PropertyNumbers& numbers, xcb_atom_t atom)
     return std::ranges::find(numbers, atom) != numbers.end();
 }
 
-/// The processes behind all the server's clients, in one question: asked for along with the window whose
-/// program is wanted, it saves a round trip.
+/// The processes behind all the server's clients, in one question: asked along with the window whose program
+/// is wanted, it saves a round trip.
 class Processes {
 public:
     explicit Processes(XExchange& exchange) : m_link(exchange.link())
@@ -63,7 +63,7 @@ WindowState stateFrom(const XAtoms& atoms, ManagedState managed, const PropertyN
             .isShaded = contains(states, atoms.stateShaded)};
 }
 
-/// The two properties that tell it.
+/// The two properties that hold the state.
 class StateQuestion {
 public:
     StateQuestion(XExchange& exchange, xcb_window_t window)
@@ -107,7 +107,7 @@ PixelEdges outerEdges(const xcb_get_geometry_reply_t& geometry)
     return edgesAt(geometry.x, geometry.y, geometry.width + borders, geometry.height + borders);
 }
 
-/// All about a window's place but its frame, which others have to be asked for.
+/// Asks for everything about a window's place except its frame, for which other windows have to be asked.
 class PlaceQuestion {
 public:
     PlaceQuestion(XExchange& exchange, xcb_window_t window)
@@ -276,8 +276,7 @@ std::optional<QString> WindowReader::title(XExchange& exchange, xcb_window_t win
     return name.empty() ? QString::fromLatin1(oldName) : QString::fromUtf8(name);
 }
 
-std::optional<WindowReader::WindowClass> WindowReader::windowClass(XExchange& exchange,
-                                                                   xcb_window_t window)
+std::optional<WindowReader::WindowClass> WindowReader::windowClass(XExchange& exchange, xcb_window_t window)
 {
     StateQuestion state(exchange, window);
     const auto cookie = exchange.askProperty(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
@@ -299,7 +298,7 @@ std::optional<WindowReader::Abilities> WindowReader::abilities(XExchange& exchan
     const MotifFunctions motif = motifFunctions(exchange.numbers(motifCookie));
     if (!isThere)
         return std::nullopt;
-    // What the window manager says counts; what the window wishes, where it says nothing.
+    // What the window manager allows counts; where it says nothing, what the window wishes.
     if (allowed.empty())
         return Abilities{motif.canClose, motif.canMaximize};
     return Abilities{.canClose = contains(allowed, atoms.actionClose),

@@ -1,10 +1,10 @@
-// What the X server and the window manager tell of programs and their windows. Every question goes to the
+// What the X server and the window manager know of programs and their windows. Every question goes to the
 // server alone, so a program that hangs costs nothing. A window that isn't managed any more gives nothing.
 // Main thread.
 #pragma once
 
-#include "PlatformLinux/X11/XExchange.h"
 #include "PlatformLinux/Accessibility/WindowProperties.h"
+#include "PlatformLinux/X11/XExchange.h"
 
 #include <QString>
 
@@ -13,10 +13,10 @@
 
 namespace orvane {
 
-/// Whose a window is: a process of this machine, or else whoever is at the other end of that connection.
+/// The owner of a window: a process of this machine, or else the client at the other end of that connection.
 struct ProgramId {
     std::int64_t process = 0;
-    /// Where the process isn't known.
+    /// Set where the process isn't known.
     std::uint32_t client = 0;
     friend bool operator==(const ProgramId&, const ProgramId&) = default;
 };
@@ -34,21 +34,21 @@ public:
     struct Owned {
         xcb_window_t window = XCB_WINDOW_NONE;
         ProgramId program;
-        /// What a person would call a window; not the desktop, nor a panel.
+        /// True for what a person would call a window; not for the desktop or a panel.
         bool isOrdinary = true;
     };
     /// One round trip while the same window stays active.
     std::optional<Owned> activeWindow(XExchange& exchange);
-    /// Those of a program, the one in front first; without the desktop and panels.
+    /// Returns the windows of a program, the one in front first; without the desktop and panels.
     std::vector<xcb_window_t> windowsOf(XExchange& exchange, const ProgramId& program);
     std::optional<ProgramId> programOf(XExchange& exchange, xcb_window_t window);
 
-    /// One round trip for a window that was asked for last; two or more else, to find its frame.
+    /// One round trip for the window that was asked for last; two or more for another, to find its frame.
     struct Placed {
         WindowPlace place;
         WindowState state;
         SizeHints hints;
-        /// Whether the window manager takes requests to place it as messages.
+        /// True if the window manager takes requests to place it as messages.
         bool canBePlacedByMessage = false;
     };
     std::optional<Placed> placed(XExchange& exchange, xcb_window_t window);
@@ -66,7 +66,7 @@ public:
         bool canMaximize = true;
     };
     std::optional<Abilities> abilities(XExchange& exchange, xcb_window_t window);
-    /// Whether the window manager listens to messages of that kind.
+    /// True if the window manager listens to messages of that kind.
     bool isSupported(XExchange& exchange, xcb_atom_t message);
 
 private:
@@ -78,7 +78,7 @@ private:
     };
     std::optional<Frame> findFrame(XExchange& exchange, xcb_window_t window, xcb_window_t parent);
 
-    /// Good guesses, asked for along with the question that proves them.
+    /// Good guesses, which are sent along with the question that confirms them.
     Frame m_lastFrame;
     xcb_window_t m_lastActive = XCB_WINDOW_NONE;
 };

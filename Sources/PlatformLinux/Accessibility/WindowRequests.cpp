@@ -8,7 +8,7 @@ namespace orvane {
 
 namespace {
 
-/// As a pager asks, in the name of the person: not held up by what guards the focus against programs.
+/// The request is made as a pager does, for the user, so protections of the focus don't delay it.
 constexpr std::uint32_t fromTheUser = 2;
 
 std::uint32_t number(int value)

@@ -1,9 +1,9 @@
-// What can be asked of the window manager for windows of other programs. Requests only: they are flushed, and
-// what becomes of them shows later. Main thread.
+// Requests to the window manager for windows of other programs. They are only sent and flushed; their effect
+// shows later. Main thread.
 #pragma once
 
-#include "PlatformLinux/X11/XExchange.h"
 #include "PlatformLinux/Accessibility/WindowProperties.h"
+#include "PlatformLinux/X11/XExchange.h"
 
 #include <array>
 #include <optional>
@@ -15,9 +15,9 @@ public:
     explicit WindowRequests(XLink& link) : m_link(link) {}
 
     enum class Change : std::uint32_t { remove = 0, add = 1 };
-    /// One or two states of _NET_WM_STATE.
+    /// Changes one or two states of _NET_WM_STATE.
     void changeState(xcb_window_t window, Change change, xcb_atom_t state, xcb_atom_t other = XCB_ATOM_NONE);
-    /// Brings it to the front with the keyboard's focus, out of its icon if need be.
+    /// Brings it to the front with the keyboard's focus, and restores it if it is minimized.
     void activate(xcb_window_t window);
     void minimize(xcb_window_t window);
     void close(xcb_window_t window);
@@ -26,11 +26,11 @@ public:
     void raise(xcb_window_t window, Way way);
 
     struct Placement {
-        /// As a request counts it, for the gravity.
+        /// The origin in the terms of a request, which depends on the gravity.
         std::optional<PixelPoint> origin;
         std::optional<SizeHints::PixelSize> clientSize;
     };
-    /// A message is for gravity northWest; a configure request is taken by the window's own gravity.
+    /// A message is for gravity northWest; a configure request is read by the window's own gravity.
     void place(xcb_window_t window, const Placement& placement, Way way);
 
 private:

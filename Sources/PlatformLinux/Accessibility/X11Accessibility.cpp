@@ -12,7 +12,7 @@ namespace orvane {
 
 namespace {
 
-/// Longer than anybody would wait, and short enough to be added to any time.
+/// Longer than any useful wait, and short enough to be added to any time.
 constexpr std::chrono::duration<float> longestTimeout{600};
 
 Deadline deadlineOf(const AXBody& body)
@@ -139,7 +139,7 @@ AXError X11Accessibility::setFlag(Session& session, XExchange& exchange, std::ui
             session.requests.activate(window);
         return AXError::success;
     default:
-        // A window loses the focus by another one's getting it.
+        // A window loses the focus when another one gets it.
         if (!*value)
             return AXError::illegalArgument;
         session.requests.activate(window);

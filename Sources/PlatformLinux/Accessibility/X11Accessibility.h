@@ -1,8 +1,8 @@
-// Programs and their windows as accessibility elements, by what the X server and the window manager tell,
+// Programs and their windows as accessibility elements, from what the X server and the window manager know,
 // over the link that the main thread shares. Main thread.
 //
 // A call waits for the X server alone, never for the program behind a window, and for no longer than its
-// element's time-out. What is set is a request to the window manager, which acts a moment later.
+// element's time-out. To set a value is a request to the window manager, which acts a moment later.
 #pragma once
 
 #include "Platform/Accessibility.h"
@@ -39,10 +39,9 @@ private:
     template <typename Work>
     auto onCall(const AXUIElement& element, Work work)
         -> decltype(work(std::declval<Session&>(), std::declval<XExchange&>()));
-    static AXError setFlag(Session& session, XExchange& exchange, std::uint32_t window,
-                           AXAttribute attribute, const bool* value);
-    static void perform(Session& session, XExchange& exchange, const AXBody& body,
-                        const WindowState& state);
+    static AXError setFlag(Session& session, XExchange& exchange, std::uint32_t window, AXAttribute attribute,
+                           const bool* value);
+    static void perform(Session& session, XExchange& exchange, const AXBody& body, const WindowState& state);
 
     const X11Screens& m_screens;
     Permissions& m_permissions;

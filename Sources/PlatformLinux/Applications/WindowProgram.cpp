@@ -47,11 +47,10 @@ public:
     }
 
 private:
-    /// 0 when the window is gone, or the server too old for the question.
+    /// Returns 0 when the window is gone, or the server is too old for the question.
     std::int64_t toldByServer(XExchange& exchange)
     {
-        const auto reply =
-            m_isKnown ? exchange.reply<xcb_res_query_client_ids_reply_t>(m_client) : nullptr;
+        const auto reply = m_isKnown ? exchange.reply<xcb_res_query_client_ids_reply_t>(m_client) : nullptr;
         if (!reply)
             return 0;
         for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem;

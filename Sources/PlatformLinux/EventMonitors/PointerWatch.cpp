@@ -27,7 +27,7 @@ constexpr EventMask mouseEvents = buttonEvents | dragEvents | bits(EventType::mo
 constexpr std::uint32_t rawButtons =
     XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
 
-/// The buttons that a core event can tell of.
+/// Returns the buttons that a core event can report.
 ButtonSet buttonsHeld(unsigned mask)
 {
     ButtonSet held = 0;
@@ -40,21 +40,21 @@ ButtonSet buttonsHeld(unsigned mask)
     return held;
 }
 
-/// The server remembers its last steps, each by where it set out from. Absent when there is none.
+/// The server keeps its last steps, each with the place where it began. Absent when there is none.
 std::optional<xcb_timecoord_t> firstStep(const xcb_get_motion_events_reply_t* reply)
 {
     if (!reply)
         return std::nullopt;
     const xcb_timecoord_t* steps = xcb_get_motion_events_events(reply);
     for (std::uint32_t i = 0; i < reply->events_len; ++i) {
-        // Buttons leave steps without a place among them.
+        // Buttons leave entries without a place among them.
         if (steps[i].x != 0 || steps[i].y != 0)
             return steps[i];
     }
     return std::nullopt;
 }
 
-/// The child of a window that is at a place of the root window.
+/// Returns the child of a window at a place of the root window.
 xcb_window_t childAt(XExchange& exchange, xcb_window_t window, const PointerState& place)
 {
     const auto reply = exchange.reply<xcb_translate_coordinates_reply_t>(
@@ -63,7 +63,7 @@ xcb_window_t childAt(XExchange& exchange, xcb_window_t window, const PointerStat
     return reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
 }
 
-/// Where a window of this program is: one whose rectangle isn't under the pointer needs no further look.
+/// The place of a window of this program: one whose rectangle isn't under the pointer needs no further look.
 struct OwnWindow {
     OwnWindow(XLink& link, xcb_window_t window)
         : place(xcb_translate_coordinates(link.xcb(), window, link.root(), 0, 0)),
@@ -87,11 +87,11 @@ struct OwnWindow {
 
 struct PointerWatch::Question {
     Raw raw;
-    /// What a release is told as.
+    /// The type with which a release is reported.
     EventType released = EventType::null;
     xcb_get_motion_events_cookie_t steps{};
     std::vector<OwnWindow> ownWindows{};
-    /// The last of all: when its answer is there, so are the others.
+    /// The last question: when its answer is there, so are the others.
     xcb_query_pointer_cookie_t pointer{};
 };
 
@@ -167,13 +167,13 @@ void PointerWatch::select()
 {
     std::uint32_t mask = 0;
     if (m_wanted & (buttonEvents | dragEvents))
-        mask |= rawButtons; // drags begin with one
+        mask |= rawButtons; // drags begin with a button
     if (isWanted(EventType::mouseMoved))
         mask |= rawButtons | XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
     const EventType motion = m_ledger.motionToExpect();
     if (isWanted(motion))
         mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
-    // From the press on, though it isn't known yet whose it is.
+    // From the press on, though its owner isn't known yet.
     if (m_question && m_question->raw.kind == Raw::Kind::press &&
         isWanted(typeOfMotion(m_ledger.held() | buttonBit(m_question->raw.button))))
         mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
@@ -205,8 +205,8 @@ void PointerWatch::queue(Raw raw)
     if (raw.button >= 1 && raw.button <= m_buttonMap.size())
         raw.button = m_buttonMap[raw.button - 1];
     if (raw.kind != Raw::Kind::motion && raw.button == 0)
-        return; // one that the user has put out of use
-    // Of several motions one is told, and before what comes behind them.
+        return; // a device that the user has disabled
+    // Of several motions one is reported, before the event that follows them.
     const bool isOneMore =
         raw.kind == Raw::Kind::motion && !m_raw.empty() && m_raw.back().kind == Raw::Kind::motion;
     if (!isOneMore)
@@ -262,7 +262,7 @@ void PointerWatch::answer(XLink::Answer last)
     XExchange exchange = m_x->exchange();
     auto pointer = pointerState(static_cast<const xcb_query_pointer_reply_t*>(last.reply.get()));
     if (raw.kind != Raw::Kind::motion) {
-        // Where it was when the button moved, though it may have gone on.
+        // Returns where the pointer was when the button moved, though it may have moved on.
         const auto steps = exchange.reply<xcb_get_motion_events_reply_t>(question->steps);
         const auto step = firstStep(steps.get());
         if (pointer && step) {
@@ -295,7 +295,7 @@ void PointerWatch::answer(XLink::Answer last)
     work();
 }
 
-/// Of the window under the pointer, and not of the frame that the window manager has put around it.
+/// Asks for the window under the pointer, and not for the frame that the window manager has put around it.
 PressLedger::Owner PointerWatch::ownerAt(XExchange& exchange, const PointerState& pointer) const
 {
     const auto toolkit = X11Connection::ofApplication();

@@ -1,7 +1,7 @@
-// The mouse as it is used on other programs' windows, whoever has grabbed the pointer: the X server's raw
-// events. That is selected which somebody wants to hear of, motion only while it would be told, so that a
-// pointer that merely moves wakes nobody. Raw events don't tell where the pointer is. The server is asked,
-// and the event is told when the answer comes: nobody waits. Main thread.
+// The mouse as it is used on other programs' windows, whichever client has grabbed the pointer: the X
+// server's raw events. Only wanted events are selected, and motion only while it would be reported, so a
+// pointer that merely moves wakes nothing. Raw events don't contain the pointer's place: the server is asked,
+// and the event is reported when the answer comes, without a wait. Main thread.
 #pragma once
 
 #include "PlatformLinux/EventMonitors/PressLedger.h"
@@ -19,7 +19,7 @@ namespace orvane {
 
 class PointerWatch {
 public:
-    /// Called for each event, with where the pointer was at that moment. May change what is wanted.
+    /// Called for each event, with the pointer's place at that moment. May change what is wanted.
     using Deliver = std::function<void(EventType, const PointerState&)>;
 
     explicit PointerWatch(Deliver deliver);
@@ -27,9 +27,9 @@ public:
     PointerWatch(const PointerWatch&) = delete;
     PointerWatch& operator=(const PointerWatch&) = delete;
 
-    /// The types of mouse events to tell of, from now on: the server has heard of it when this returns.
+    /// Sets the types of mouse events to report: the server knows of it when this returns.
     void want(EventMask types);
-    /// How many events the server has sent.
+    /// Returns how many events the server has sent.
     [[nodiscard]] std::uint64_t eventsRead() const { return m_eventsRead; }
 
 private:
@@ -38,7 +38,7 @@ private:
         std::uint32_t button = 0;
         xcb_timestamp_t time = 0;
     };
-    /// All that is asked about one event, at once.
+    /// All questions about one event, asked at once.
     struct Question;
 
     void open();
@@ -68,7 +68,7 @@ private:
     /// By the number of the hardware's button, from 1.
     std::vector<std::uint8_t> m_buttonMap;
     PressLedger m_ledger;
-    /// Those behind the one that is being asked about.
+    /// The events after the one that is being asked about.
     std::deque<Raw> m_raw;
     std::unique_ptr<Question> m_question;
     std::uint64_t m_eventsRead = 0;

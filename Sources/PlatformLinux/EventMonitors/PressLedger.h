@@ -1,5 +1,5 @@
-// Whose the events of the mouse are. While a button is held, all of them go to where the first press went,
-// whatever window is under the pointer. Pure; one thread.
+// Decides who gets the events of the mouse. While a button is held, all of them go to the owner of the first
+// press, whatever window is under the pointer. Pure; one thread.
 #pragma once
 
 #include "PlatformLinux/EventMonitors/MouseButtons.h"
@@ -10,15 +10,15 @@ class PressLedger {
 public:
     enum class Owner { ourselves, others };
 
-    /// Takes over what is held already.
+    /// Takes over the buttons that are held already.
     void start(ButtonSet held, Owner owner)
     {
         m_held = held;
         m_owner = owner;
     }
 
-    /// Each gives the type of the event, or null when it is one of ours or none. `ownerUnderPointer` is asked
-    /// only when no button is held.
+    /// Each returns the type of the event, or null when it is one of ours or none. `ownerUnderPointer` is
+    /// called only when no button is held.
     template <typename OwnerUnderPointer>
     EventType press(std::uint32_t button, OwnerUnderPointer ownerUnderPointer)
     {
@@ -46,9 +46,9 @@ public:
     }
 
     [[nodiscard]] ButtonSet held() const { return m_held; }
-    /// Whether the next press or motion belongs to whatever is under the pointer.
+    /// True if the next press or motion belongs to the window under the pointer.
     [[nodiscard]] bool dependsOnPlace() const { return m_held == 0; }
-    /// What a motion would be told as; null in a drag of ours.
+    /// Returns the type that a motion would have; null in a drag of ours.
     [[nodiscard]] EventType motionToExpect() const
     {
         return m_held ? of(m_owner, typeOfMotion(m_held)) : EventType::mouseMoved;
@@ -61,7 +61,7 @@ private:
     }
 
     ButtonSet m_held = 0;
-    /// Of the first of those held.
+    /// The owner of the first button that is held.
     Owner m_owner = Owner::others;
 };
 

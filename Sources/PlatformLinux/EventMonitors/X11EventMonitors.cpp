@@ -66,7 +66,7 @@ Point X11EventMonitors::mouseLocation() const
     return m_screens.space().cocoaOfPointer({location.x(), location.y()});
 }
 
-/// Where it was last, when the server doesn't answer.
+/// Returns the last known place when the server doesn't answer.
 QPointF X11EventMonitors::pointerLocation() const
 {
     const auto x = ApplicationLink::get();
@@ -120,7 +120,7 @@ void X11EventMonitors::tap(bool taps)
     }
     if (m_tap || m_isTapRefused)
         return;
-    // Behind the taps that change keys: the menu gets what they make.
+    // The tap comes after those that change keys: the menu gets the changed ones.
     m_tap = m_taps.tapCreate(EventTaps::Location::session, EventTaps::Placement::tailAppend,
                              EventTaps::Options::defaultTap, menuEvents, &tapCallback, this);
     m_isTapRefused = !m_tap;

@@ -1,7 +1,7 @@
-// Event monitors on X11: the events of this process's windows as the server sends them; while the desktop has
-// a menu of ours open, the keyboards themselves, by an event tap; and the mouse on other programs' windows,
-// by raw events. Of other programs' keys nothing is told. Without monitors there is no filter and nothing is
-// selected, and without an open menu no tap. Main thread.
+// Event monitors on X11: the events of this process's windows as the server sends them; the keyboards
+// themselves, by an event tap, while the desktop has a menu of ours open; and the mouse on other programs'
+// windows, by raw events. Other programs' keys aren't reported. Without monitors there is no filter and
+// nothing is selected, and without an open menu no tap. Main thread.
 #pragma once
 
 #include "Platform/EventMonitors.h"
@@ -38,7 +38,7 @@ public:
 
     [[nodiscard]] bool isListening() const { return m_isListening; }
     [[nodiscard]] bool isTapping() const { return m_tap != nullptr; }
-    /// What the server has sent of the mouse on other programs' windows.
+    /// Returns how many events of the mouse on other programs' windows the server has sent.
     [[nodiscard]] std::uint64_t pointerEventsRead() const { return m_pointer.eventsRead(); }
 
 private:
@@ -59,7 +59,7 @@ private:
     MonitorList m_menuTracking;
     XcbEventReader m_reader;
     PointerWatch m_pointer;
-    /// The one that monitors are being told of.
+    /// The event for which monitors are being called.
     const MonitoredEvent* m_current = nullptr;
     std::unique_ptr<EventTap> m_tap;
     mutable QPointF m_lastLocation;

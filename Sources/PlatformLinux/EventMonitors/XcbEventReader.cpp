@@ -36,8 +36,8 @@ bool isOurs(xcb_window_t id)
         windows, [id](const QWindow* window) { return window->handle() && window->winId() == id; });
 }
 
-/// The server's pixels as the toolkit's points: each screen is scaled about its own corner. Not by the
-/// window, whose place the toolkit may not know yet.
+/// Converts the server's pixels to the toolkit's points: each screen is scaled about its own corner. The
+/// window isn't used, as the toolkit may not know its place yet.
 QPointF location(QPointF pixel)
 {
     for (const QScreen* screen : QGuiApplication::screens()) {
@@ -104,7 +104,7 @@ Disposition XcbEventReader::read(xcb_generic_event_t& event)
     case XCB_KEY_RELEASE:
         return readKey(reinterpret_cast<const xcb_key_press_event_t&>(event));
     case XCB_FOCUS_OUT:
-        m_down.reset(); // what is let go from now on is told to somebody else
+        m_down.reset(); // keys released from now on are reported to another program
         m_unsure.reset();
         return Disposition::pass;
     case XCB_GE_GENERIC:
@@ -124,7 +124,8 @@ Disposition XcbEventReader::readDevice(xcb_generic_event_t& event)
     case XCB_INPUT_BUTTON_RELEASE: {
         const Disposition disposition = readMouse(device);
         const std::uint32_t bit = device.detail < 32 ? 1u << device.detail : 0;
-        // Crossings that follow the release may still have the button in them, so until its next press.
+        // Crossings that follow the release may still have the button in them, so it stays marked until its
+        // next press.
         if (device.event_type == XCB_INPUT_BUTTON_PRESS)
             m_swallowedButtons =
                 disposition == Disposition::swallow ? m_swallowedButtons | bit : m_swallowedButtons & ~bit;
@@ -183,8 +184,8 @@ Disposition XcbEventReader::press(const xcb_key_press_event_t& event, MonitoredE
 
 Disposition XcbEventReader::release(const xcb_key_press_event_t& event, MonitoredEvent monitored)
 {
-    // A held key comes as pairs of a release and a press of one time. The toolkit looks ahead for the press;
-    // here the server is asked whether the key is down, which it is also after a quick second press.
+    // A held key comes as pairs of a release and a press of the same time. The toolkit looks ahead for the
+    // press; here the server is asked whether the key is down, which it also is after a quick second press.
     XExchange exchange = m_x->exchange();
     if (keysDown(exchange, xcb_query_keymap(m_x->xcb())).test(event.detail)) {
         m_unsure = Release{event.detail, event.time, monitored};
@@ -195,13 +196,13 @@ Disposition XcbEventReader::release(const xcb_key_press_event_t& event, Monitore
     return deliver(monitored);
 }
 
-/// The server tells what was in force before.
+/// The server sends the state before the event.
 EventFlags XcbEventReader::flagsAfter(const xcb_key_press_event_t& event, bool goesDown)
 {
     EventFlags flags = eventFlagsOfXState(event.state);
     const ModifierRole role = m_roles.roleOf(event.detail);
     if (role == ModifierRole::capsLock) {
-        // The lock sets in with the press; the press that finds it set ends it with its release.
+        // The lock begins with the press; the press that finds it set ends it with its release.
         if (goesDown)
             m_capsUnlocksOnRelease = (flags & eventFlag::alphaShift) != 0;
         const bool isLocked = goesDown || !m_capsUnlocksOnRelease;
@@ -220,7 +221,7 @@ EventFlags XcbEventReader::flagsAfter(const xcb_key_press_event_t& event, bool g
 Disposition XcbEventReader::readMouse(const xcb_input_button_press_event_t& event)
 {
     const bool isMotion = event.event_type == XCB_INPUT_MOTION;
-    // What the server makes up for old programs is told in the proper form as well.
+    // Events that the server makes for old programs are sent in the proper form as well.
     if (!isMotion && (event.flags & XCB_INPUT_POINTER_EVENT_FLAGS_POINTER_EMULATED) != 0)
         return Disposition::pass;
     if (!isOurs(event.event))

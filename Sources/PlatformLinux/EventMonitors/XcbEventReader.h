@@ -1,5 +1,5 @@
-// Reads the key and mouse events that the X server sends to windows of this process. They are taken as they
-// come from the server: before input methods, shortcuts and widgets, and once each. Main thread.
+// Reads the key and mouse events that the X server sends to windows of this process, in the form of the
+// server: before input methods, shortcuts and widgets, and once each. Main thread.
 #pragma once
 
 #include "Platform/EventMonitors.h"
@@ -22,11 +22,10 @@ public:
 
     explicit XcbEventReader(Deliver deliver) : m_deliver(std::move(deliver)) {}
 
-    /// Begins: takes over what is held at this moment.
+    /// Begins, and takes over what is held at this moment.
     void start(std::shared_ptr<ApplicationLink> x);
-    /// Whether the event is to go no further.
-    /// May change it: of a button whose press was swallowed it says no more that it is held, or the toolkit
-    /// would make up the press.
+    /// Returns true if the event must go no further. May change it: a button whose press was swallowed isn't
+    /// shown as held, or the toolkit would make up the press.
     Disposition read(xcb_generic_event_t& event);
 
 private:
@@ -56,7 +55,7 @@ private:
     /// Bits of the buttons, by number, whose press was swallowed.
     std::uint32_t m_swallowedButtons = 0;
     bool m_capsUnlocksOnRelease = false;
-    /// Half of a repeat, or a real release; the next press tells.
+    /// Half of a repeat, or a real release; the next press decides.
     std::optional<Release> m_unsure;
 };
 

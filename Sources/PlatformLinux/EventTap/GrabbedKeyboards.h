@@ -28,8 +28,8 @@ public:
     /// Grabs those that aren't grabbed yet, and listens from now on to devices that come and go. Returns a
     /// sentence for each one that can't be had. Round trips.
     std::vector<std::string> grab();
-    /// Releases what is down on the XTEST keyboard: what a program that was killed together with its guardian
-    /// has left there. Round trip.
+    /// Releases the keys that are down on the XTEST keyboard and were left by a program that was killed
+    /// together with its guardian. Round trip.
     void releaseLeftovers();
     [[nodiscard]] bool isEmpty() const { return m_keyboards.isEmpty(); }
     [[nodiscard]] bool has(DeviceId device) const { return m_keyboards.has(device); }

@@ -16,8 +16,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Before a guardian is replaced for the second time. Each further pause is twice as long as the one before
-/// it.
+/// The pause before a guardian is replaced for the second time. Each further pause is twice as long as the
+/// one before it.
 constexpr std::chrono::milliseconds shortestPause = 500ms;
 /// A guardian that has lived longer than this is replaced at once.
 constexpr std::chrono::milliseconds longestPause = 60s;

@@ -40,8 +40,8 @@ public:
     [[nodiscard]] int descriptor() const { return m_link ? m_link->descriptor() : -1; }
     /// For poll(): milliseconds until watch() is due though nothing has happened, or -1.
     [[nodiscard]] int timeout() const;
-    /// What poll() said of the descriptor. A guardian that has died is replaced, the first one at once, and
-    /// those after it when a pause is over that grows from one to the next.
+    /// Takes the events that poll() returned for the descriptor. A guardian that has died is replaced, the
+    /// first one at once, and the later ones after a pause that grows from one to the next.
     void watch(short happened);
 
 private:

@@ -138,8 +138,8 @@ void TapThread::work()
 
 void TapThread::wait()
 {
-    // While an answer is awaited nothing was asked of the server here, and a flush would stand in the way of
-    // the main thread's.
+    // While an answer is awaited nothing was sent to the server here, and a flush would delay the main
+    // thread's.
     if (!m_injector->isAwaited())
         m_connection->flush();
     pollfd waits[] = {{m_connection->descriptor(), POLLIN, 0},

@@ -20,11 +20,11 @@ using namespace std::chrono_literals;
 
 /// A change of the layout comes in several pieces.
 constexpr auto keyboardSettlingTime = 50ms;
-/// What was posted has long been pressed by then.
+/// A posted key has been pressed long before this.
 constexpr auto longestGivingWay = 1s;
-/// For the server, in which the run loop stands still.
+/// The limit of a wait for the server, during which the run loop stands still.
 constexpr auto longestWait = 500ms;
-/// Between two attempts to reach a server that doesn't answer.
+/// The pause between two attempts to reach a server that doesn't answer.
 constexpr auto openingPause = 1s;
 
 void warn(LogSink& log, const QString& message)
@@ -32,7 +32,7 @@ void warn(LogSink& log, const QString& message)
     log.write(LogLevel::error, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("HotKeys"), message);
 }
 
-/// Has the connection told of changes of the keyboard, and of a held key's end once and not at each repeat.
+/// Makes the server announce changes of the keyboard, and the end of a held key once and not at each repeat.
 void listenToKeyboard(xcb_connection_t* xcb)
 {
     constexpr std::uint32_t detectableRepeat = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
@@ -89,7 +89,7 @@ HotKeyGrabs::Opening HotKeyGrabs::open()
 void HotKeyGrabs::lose()
 {
     m_notifier->setEnabled(false);
-    m_notifier.release()->deleteLater(); // it may be the one that has called
+    m_notifier.release()->deleteLater(); // the call may come from the notifier itself
     m_releases.reset();
     m_connection.reset();
     m_down.reset();
@@ -114,8 +114,8 @@ void HotKeyGrabs::openAgain()
     }
 }
 
-/// Not at once: a hot key is often taken away only to be replaced, and an end of the connection would let a
-/// key that is still held slip through to a window.
+/// The connection isn't closed at once: a hot key is often removed only to be replaced, and the end of the
+/// connection would let a key that is still held reach a window.
 void HotKeyGrabs::closeWhenUnused()
 {
     QMetaObject::invokeMethod(
@@ -172,8 +172,8 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
     if (!state)
         return eventHotKeyInvalidErr;
     xcb_connection_t* xcb = m_connection->xcb();
-    // A key that is being held now repeats, and that is no press of the hot key. Its release could come
-    // before the answer does, so it is watched for from before the question on.
+    // A key that is already held repeats, which is no press of the hot key. Its release could come before the
+    // answer does, so releases are watched from before the question on.
     watchReleases(true);
     XExchange answers = exchange();
     const auto keymap = xcb_query_keymap(xcb);
@@ -193,7 +193,7 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
     if (m_connection->isLost())
         status = unimpErr;
     if (status != noErr)
-        ungrab(combination); // what isn't grabbed is nobody's loss
+        ungrab(combination); // it isn't grabbed, so it reaches the program anyway
     else if (isHeld)
         m_down.set(combination.xKey);
     watchReleasesAsNeeded();
@@ -306,7 +306,7 @@ void HotKeyGrabs::handlePress(std::uint8_t key, std::uint16_t state)
     }
 }
 
-/// One from before it gave way is that of the user's own key.
+/// A release from before it gave way belongs to the user's own key.
 void HotKeyGrabs::handleRawRelease(std::uint8_t key, std::uint32_t sequence)
 {
     if (static_cast<std::int32_t>(sequence - m_givesWaySince) >= 0)
@@ -325,8 +325,8 @@ void HotKeyGrabs::handleRelease(std::uint8_t key)
     closeWhenUnused();
 }
 
-/// With the first of several keys the server's grab ends, and the others may have followed before the watch
-/// for their releases began.
+/// The server's grab ends with the release of the first of several keys, and the others may have been
+/// released before the watch for releases began.
 void HotKeyGrabs::releaseWhatIsUp()
 {
     if (m_down.none())
@@ -354,7 +354,7 @@ void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
     watchReleasesAsNeeded();
     ungrab(combination);
     grabbed->second.onServer = OnServer::absent;
-    // The answer comes when all that is done.
+    // The answer comes when all of that is done.
     const auto question = xcb_get_input_focus(m_connection->xcb());
     m_givesWaySince = question.sequence;
     (void)exchange().reply<xcb_get_input_focus_reply_t>(question);
@@ -376,8 +376,8 @@ void HotKeyGrabs::watchReleasesAsNeeded()
     watchReleases(m_down.any() || !m_givesWayTo.empty());
 }
 
-/// The server's grab tells of a release only as long as it lasts, and it ends with the first of several keys
-/// or with somebody's grab of the device. The raw ones come in any case.
+/// The server's grab reports a release only as long as it lasts, and it ends with the first of several keys
+/// or with another client's grab of the device. Raw releases come in any case.
 void HotKeyGrabs::watchReleases(bool watch)
 {
     if (watch == static_cast<bool>(m_releases))

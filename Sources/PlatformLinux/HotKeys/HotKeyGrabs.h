@@ -1,5 +1,5 @@
-// Passive grabs of keys on the root window, on a connection of its own that is there while something is
-// grabbed. Nothing wakes it but the grabbed keys and changes of the keyboard. Main thread.
+// Passive grabs of keys on the root window, on a separate connection that exists while something is grabbed.
+// Only the grabbed keys and changes of the keyboard wake it. Main thread.
 #pragma once
 
 #include "Platform/HotKeys.h"
@@ -30,7 +30,7 @@ class XExchange;
 
 struct KeyCombination {
     std::uint8_t xKey = 0;
-    /// Carbon bits.
+    /// In Carbon bits.
     std::uint32_t modifiers = 0;
     // The check takes the 0 of the comparison for a pointer.
     // NOLINTNEXTLINE(modernize-use-nullptr)
@@ -40,9 +40,9 @@ struct KeyCombination {
 class HotKeyGrabs {
 public:
     struct Listener {
-        /// Once for each press, whatever the locks are and however long it lasts.
+        /// Called once for each press, whatever the locks are and however long it lasts.
         std::function<void(const KeyCombination&)> pressed;
-        /// Once for each key that was pressed so, with whatever modifiers it is let go.
+        /// Called once for each key that was pressed so, whatever modifiers are held when it is released.
         std::function<void(std::uint8_t xKey)> released;
     };
 
@@ -51,11 +51,11 @@ public:
     HotKeyGrabs(const HotKeyGrabs&) = delete;
     HotKeyGrabs& operator=(const HotKeyGrabs&) = delete;
 
-    /// Counted: each success wants its remove(). A few round trips for the first of a combination.
+    /// Counted: each success needs its remove(). A few round trips for the first of a combination.
     OSStatus add(const KeyCombination& combination);
     void remove(const KeyCombination& combination);
-    /// This program is about to press it, for the program in front: it isn't grabbed until its key was let
-    /// go. A round trip, and nothing for what isn't grabbed.
+    /// To be called when this program is about to press it for the program in front: it isn't grabbed until
+    /// its key was released. A round trip, and nothing if it isn't grabbed.
     void giveWayTo(const KeyCombination& combination);
 
 private:
@@ -96,10 +96,10 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
     ModifierMasks m_masks;
     std::map<KeyCombination, Grab> m_grabs;
-    /// Keys that are down and whose further presses are repeats.
+    /// Keys that are down: further presses of them are repeats.
     KeySet m_down;
     std::set<KeyCombination> m_givesWayTo;
-    /// The request from which on the releases of their keys count.
+    /// The request from which on the releases of the keys count.
     std::uint32_t m_givesWaySince = 0;
     /// For a key that was never pressed.
     QTimer m_givingWayEnd;

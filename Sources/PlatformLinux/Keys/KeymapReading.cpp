@@ -53,7 +53,7 @@ std::shared_ptr<const KeymapTables> readTables(xcb_connection_t* xcb)
 
 KeymapReading::KeymapReading()
 {
-    sigset_t all, before; // signals are the program's business
+    sigset_t all, before; // signals are handled on the main thread
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
     m_thread = std::thread([this] { run(); });
@@ -65,7 +65,7 @@ KeymapReading::~KeymapReading()
     m_isStopping = true;
     m_stop.raise();
     if (m_socket >= 0)
-        ::shutdown(m_socket, SHUT_RDWR); // what waits for the server fails
+        ::shutdown(m_socket, SHUT_RDWR); // makes waits for the server fail
     m_thread.join();
 }
 

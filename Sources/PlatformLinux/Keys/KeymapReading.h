@@ -1,5 +1,5 @@
-// One reading of the X server's keymap. The library that does it waits for the server without an end, so it
-// is done on a thread and a connection that end with this object.
+// One reading of the X server's keymap. The library that does it waits for the server without a time limit,
+// so it runs on a thread and a connection that end with this object.
 #pragma once
 
 #include "PlatformLinux/Common/EventSignal.h"
@@ -22,9 +22,9 @@ public:
 
     /// Readable when it is done.
     [[nodiscard]] int descriptor() const { return m_done.descriptor(); }
-    /// Whether it is done by then.
+    /// Returns true if it is done by then.
     [[nodiscard]] bool wait(Deadline deadline) const;
-    /// When it is done. Null where the server didn't tell.
+    /// To be called when it is done. Null where the server didn't answer.
     [[nodiscard]] std::shared_ptr<const KeymapTables> tables() const { return m_tables; }
 
 private:

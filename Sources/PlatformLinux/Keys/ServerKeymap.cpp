@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 /// A change of the layout comes in several pieces.
 constexpr auto settlingTime = 50ms;
 
-/// Has the server tell of another keymap or another group.
+/// Makes the server announce another keymap or another group.
 void selectKeyboard(ApplicationLink& x)
 {
     constexpr std::uint16_t wanted = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY |
@@ -45,7 +45,7 @@ ServerKeymap::ServerKeymap() : m_x(ApplicationLink::get())
     m_settled.setSingleShot(true);
     m_settled.setInterval(settlingTime);
     connect(&m_settled, &QTimer::timeout, this, [this] {
-        forget(); // somebody may have read it between two of the pieces
+        forget(); // the keymap may have been read between two of the pieces
         Q_EMIT changed();
     });
     selectKeyboard(*m_x);

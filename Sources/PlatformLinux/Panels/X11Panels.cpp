@@ -62,7 +62,7 @@ X11Panels::X11Panels(NotificationCenter& center) : m_center(center), m_x(Applica
 
 X11Panels::~X11Panels() = default;
 
-/// The selection that a compositor owns for as long as it runs.
+/// Watches the selection that a compositor owns while it runs.
 void X11Panels::watchCompositor()
 {
     if (const auto* xfixes = m_x->link().extension(xcb_xfixes_id)) {
@@ -73,7 +73,7 @@ void X11Panels::watchCompositor()
                                               XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
         m_listener = m_x->listen([this](const xcb_generic_event_t& event) { handle(event); });
     }
-    // After the asking for news, so that no change falls between.
+    // This comes after the request for announcements, so that no change falls in between.
     findCompositor();
     QObject::connect(m_x.get(), &ApplicationLink::serverIsBack, &m_context, [this] {
         const bool before = m_isCompositing;
@@ -110,8 +110,8 @@ void X11Panels::joinAllSpaces(QWindow& window)
         return;
     const auto id = static_cast<xcb_window_t>(window.winId());
     const XAtoms& atoms = m_x->atoms();
-    // The window manager has taken both away if the window was shown before. The toolkit adds what it wants
-    // for itself.
+    // The window manager has removed both if the window was shown before. The toolkit adds what it wants
+    // itself.
     const std::array states{atoms.stateSticky, atoms.stateSkipTaskBar, atoms.stateSkipPager};
     xcb_change_property(toolkit->xcb(), XCB_PROP_MODE_REPLACE, id, atoms.desktop, XCB_ATOM_CARDINAL, 32, 1,
                         &allDesktops);

@@ -15,8 +15,8 @@ namespace {
 /// The memory that a decoded picture may take.
 constexpr int largestPictureMegabytes = 512;
 
-/// Bytes that end at a deadline, whatever is left of them: a decoder that comes back for more has to stop.
-/// They are given a few at a time, since a few can mean minutes of work.
+/// Bytes that end at a deadline, whatever is left of them: a decoder that asks for more has to stop. They are
+/// given a few at a time, since a few can mean minutes of work.
 class TimedSource : public QIODevice {
 public:
     TimedSource(const QByteArray& bytes, PictureDeadline deadline) : m_bytes(bytes), m_deadline(deadline) {}

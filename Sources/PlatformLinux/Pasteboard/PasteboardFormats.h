@@ -33,7 +33,7 @@ QString decodeLatin1(const QByteArray& bytes);
 bool isPng(const QByteArray& bytes);
 using PictureDeadline = std::chrono::steady_clock::time_point;
 
-/// A picture of this format, "bmp" or "jpeg", as PNG. Bytes of another format aren't looked into, because
+/// Converts a picture of this format, "bmp" or "jpeg", to PNG. Bytes of another format aren't read, because
 /// some readers open further files. Returns nothing for one that isn't decoded by the deadline. Any thread.
 std::optional<QByteArray> convertToPng(const QByteArray& bytes, const char* format, PictureDeadline deadline);
 

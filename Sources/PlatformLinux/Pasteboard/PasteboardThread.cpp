@@ -41,7 +41,7 @@ void PasteboardThread::claim()
 {
     leave([this] {
         if (!m_server) {
-            m_state->claimTold(); // nobody else will
+            m_state->claimTold(); // the server won't announce it
             return;
         }
         m_server->claim();
@@ -71,7 +71,7 @@ PasteboardThread::ReadId PasteboardThread::read(const QStringList& types, Answer
     return id;
 }
 
-/// What this program copies can still be read by itself.
+/// This program can still read what it has copied itself.
 void PasteboardThread::answerWithoutServer(const QStringList& types, const Answer& answer)
 {
     auto own = m_state->ownContents();
@@ -128,7 +128,7 @@ void PasteboardThread::run()
 void PasteboardThread::work()
 {
     while (!m_isStopping && !m_connection->isLost()) {
-        while (handleNextEvent()) // first: a read that is asked for is of the owner that is known
+        while (handleNextEvent()) // first: a read refers to the owner that is known when it is asked for
             ;
         handleMessages();
         const auto now = std::chrono::steady_clock::now();
@@ -166,7 +166,7 @@ void PasteboardThread::workWithoutServer()
     }
 }
 
-/// False when there was none.
+/// Returns false when there was no event.
 bool PasteboardThread::handleNextEvent()
 {
     const auto event = m_connection->nextEvent();

@@ -1,6 +1,6 @@
-// The thread that speaks with the other programs about the clipboard: it owns and serves what this program
-// has copied, counts what others copy, and reads it. The operations leave a message for it and return at
-// once; what it has read goes to the run loop.
+// The thread that exchanges the clipboard with other programs: it owns and serves what this program has
+// copied, counts what others copy, and reads it. The operations leave a message for it and return at once;
+// what it has read goes to the run loop.
 #pragma once
 
 #include "Platform/LogSink.h"
@@ -30,7 +30,7 @@ public:
     using Answer = std::function<void(std::optional<PasteboardContents>)>;
 
     PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState> state);
-    /// Ends the thread, which gives up what it waits for.
+    /// Ends the thread, which gives up its waits.
     ~PasteboardThread();
     PasteboardThread(const PasteboardThread&) = delete;
     PasteboardThread& operator=(const PasteboardThread&) = delete;
@@ -69,7 +69,7 @@ private:
     std::vector<Message> m_messages;
     std::atomic<ReadId> m_lastRead{0};
 
-    // Of the thread alone. Without a server they are null.
+    // Used by the thread alone. Null without a server.
     std::unique_ptr<SelectionConnection> m_connection;
     std::unique_ptr<SelectionServer> m_server;
     std::unique_ptr<SelectionReader> m_reader;

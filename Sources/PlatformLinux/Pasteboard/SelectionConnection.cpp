@@ -10,7 +10,7 @@ namespace orvane {
 
 namespace {
 
-/// This thread may wait until another client lets the server go. The main thread doesn't wait for this one.
+/// This thread may wait until another client releases the server. The main thread doesn't wait for this one.
 constexpr std::chrono::minutes patience(1);
 
 } // namespace
@@ -106,7 +106,7 @@ QList<QByteArray> SelectionConnection::names(const xcb_atom_t* atoms, std::size_
 std::optional<SelectionConnection::Property>
 SelectionConnection::takeProperty(xcb_window_t window, xcb_atom_t name, qsizetype limit)
 {
-    // The server deletes what it has told whole.
+    // The server deletes a property that it has sent completely.
     const auto longs = static_cast<std::uint32_t>(limit / 4 + 1);
     const auto cookie = xcb_get_property(xcb(), 1, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, longs);
     const auto reply = exchange().reply<xcb_get_property_reply_t>(cookie);

@@ -27,19 +27,19 @@ public:
     [[nodiscard]] int descriptor() const { return m_link->descriptor(); }
     [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent() { return m_link->nextEvent(); }
     [[nodiscard]] bool isLost() const { return m_link->isLost(); }
-    /// The type of the events about changes of owner.
+    /// Returns the type of the events about changes of owner.
     [[nodiscard]] std::uint8_t selectionEvent() const { return m_selectionEvent; }
     [[nodiscard]] xcb_atom_t clipboard() const { return m_link->atoms().clipboard; }
 
-    /// The window that owns the clipboard when this program does.
+    /// Returns the window that owns the clipboard when this program does.
     [[nodiscard]] xcb_window_t window() const { return m_window; }
-    /// A further window; its destruction is the caller's.
+    /// Makes a further window, which the caller has to destroy.
     [[nodiscard]] xcb_window_t createWindow();
     void destroyWindow(xcb_window_t window);
 
-    /// A round trip for each new one. None where the server has no room for it.
+    /// Makes a round trip for each new one. None when the server has no room for it.
     [[nodiscard]] xcb_atom_t atom(const QByteArray& name);
-    /// In one round trip for all that are new; unknown atoms are left out.
+    /// Makes one round trip for all new ones; unknown atoms are left out.
     [[nodiscard]] QList<QByteArray> names(const xcb_atom_t* atoms, std::size_t count);
 
     struct Property {
@@ -47,7 +47,8 @@ public:
         std::uint8_t format = 0;
         QByteArray bytes;
     };
-    /// Takes a property away from its window. Nothing when it is larger than the limit, and then it stays.
+    /// Returns a property and deletes it from its window. Nothing when it is larger than the limit, and then
+    /// it stays.
     [[nodiscard]] std::optional<Property> takeProperty(xcb_window_t window, xcb_atom_t name, qsizetype limit);
 
     [[nodiscard]] bool clipboardHasOwner() const;

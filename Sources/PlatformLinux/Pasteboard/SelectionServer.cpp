@@ -9,7 +9,7 @@ namespace orvane {
 
 namespace {
 
-/// Pairs in one request for several targets; more isn't honest.
+/// The limit of pairs in one request for several targets; no honest program sends more.
 constexpr qsizetype largestMultiple = qsizetype{64} * 1024;
 
 } // namespace
@@ -25,8 +25,8 @@ SelectionServer::SelectionServer(SelectionConnection& connection, const Pasteboa
 {
 }
 
-/// The server's own time, so that it can't be too late; the server tells which it was. Ends when the server
-/// has done it: who pastes from then on asks this program.
+/// Uses the server's own time, so that it can't be too late; the server reports which it was. Returns when
+/// the server has done it: a program that pastes from then on asks this one.
 void SelectionServer::claim()
 {
     xcb_set_selection_owner(m_connection.xcb(), m_connection.window(), m_connection.clipboard(),
@@ -53,7 +53,7 @@ void SelectionServer::writingFinished()
 void SelectionServer::answer(const xcb_selection_request_event_t& event)
 {
     const auto contents = m_state.ownContents();
-    // Old programs name no property and mean one of the target's name.
+    // Old programs name no property and mean one with the target's name.
     const xcb_atom_t property = event.property == XCB_ATOM_NONE ? event.target : event.property;
     bool isGiven = false;
     if (contents && event.selection == m_connection.clipboard() && !isStale(event.time)) {
@@ -63,7 +63,7 @@ void SelectionServer::answer(const xcb_selection_request_event_t& event)
     notify(event, isGiven ? property : xcb_atom_t{XCB_ATOM_NONE});
 }
 
-/// From before the content was ours. Times of the server wrap around.
+/// True if the time is from before the content was ours. Times of the server wrap around.
 bool SelectionServer::isStale(xcb_timestamp_t time) const
 {
     return time != XCB_CURRENT_TIME && m_ownedSince != XCB_CURRENT_TIME &&
@@ -106,8 +106,8 @@ void SelectionServer::putTargets(const PasteboardContents& contents, xcb_window_
                         static_cast<std::uint32_t>(atoms.size()), atoms.data());
 }
 
-/// The requestor's property has pairs of a target and a property. Of what can't be given, the property
-/// becomes None in it.
+/// The requestor's property has pairs of a target and a property. Where the target can't be given, the
+/// property becomes None in it.
 bool SelectionServer::putMultiple(const PasteboardContents& contents, xcb_window_t requestor,
                                   xcb_atom_t property)
 {
@@ -153,7 +153,7 @@ void SelectionServer::handle(const xcb_property_notify_event_t& event)
         endTransfers(isMeant);
 }
 
-/// False for the last one, which is empty.
+/// Returns false for the last piece, which is empty.
 bool SelectionServer::sendPiece(Transfer& transfer)
 {
     const qsizetype size = std::min(pieceSize, transfer.bytes.size() - transfer.sent);
@@ -179,7 +179,7 @@ void SelectionServer::notify(const xcb_selection_request_event_t& event, xcb_ato
 {
     union {
         xcb_selection_notify_event_t notify;
-        char whole[32]; // the size of every event on the wire
+        char whole[32]; // the size of every event in the protocol
     } sent{};
     sent.notify.response_type = XCB_SELECTION_NOTIFY;
     sent.notify.time = event.time;

@@ -1,5 +1,5 @@
-// Owns the clipboard for this program and gives its content to all who ask, in pieces where it is large and
-// to several at once. Waits for nobody; it is driven by events and by its deadline.
+// Owns the clipboard for this program and gives its content to all that ask, in pieces where it is large and
+// to several at once. Never blocks; it is driven by events and by its deadline.
 #pragma once
 
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
@@ -17,26 +17,26 @@ class SelectionServer {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// Who asks while content is being put together waits for so long at most, however busy the main thread
-    /// is.
+    /// A program that asks while content is being put together waits at most this long, however busy the main
+    /// thread is.
     static constexpr std::chrono::milliseconds longestHold{100};
-    /// Who doesn't take the next piece for so long gets no more.
+    /// A program that doesn't take the next piece within this time gets no more.
     static constexpr std::chrono::seconds longestSilence{10};
-    /// More than this goes in pieces of this size.
+    /// Larger content goes in pieces of this size.
     static constexpr qsizetype pieceSize = qsizetype{256} << 10;
 
     SelectionServer(SelectionConnection& connection, const PasteboardState& state);
 
     /// Waits for the server.
     void claim();
-    /// Answers those who were held.
+    /// Answers the requests that were held.
     void writingFinished();
 
     void handle(const xcb_selection_request_event_t& event);
-    /// Of a requestor's property.
+    /// Handles an event of a requestor's property.
     void handle(const xcb_property_notify_event_t& event);
     void handle(const xcb_destroy_notify_event_t& event);
-    /// The server tells when our ownership began.
+    /// To be called when the server reports the begin of our ownership.
     void noteOwnedSince(xcb_timestamp_t time) { m_ownedSince = time; }
 
     [[nodiscard]] std::optional<Time> deadline() const;

@@ -18,7 +18,7 @@ bool DockStruts::concerns(const xcb_property_notify_event_t& event)
         }
         if (event.atom != m_x.atoms().workArea)
             return false;
-        // Some window keeps another part of it, perhaps one that isn't watched.
+        // Another window reserves another part, perhaps one that isn't watched.
         for (auto& [window, client] : m_clients)
             client.isStale = true;
         return true;

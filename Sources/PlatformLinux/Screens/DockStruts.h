@@ -1,5 +1,5 @@
 // The struts of the windows that the window manager has. Wakes only when such a window comes or goes, and
-// when one that is a dock, or keeps something already, changes what it keeps. Main thread.
+// when one that is a dock, or reserves space already, changes its struts. Main thread.
 #pragma once
 
 #include "PlatformLinux/Screens/Struts.h"
@@ -16,12 +16,12 @@ public:
     /// The link outlives this object.
     explicit DockStruts(ApplicationLink& x);
 
-    /// Whether struts may be others after this; refresh() finds out which.
+    /// True if struts may have changed; refresh() finds out which.
     [[nodiscard]] bool concerns(const xcb_property_notify_event_t& event);
-    /// Asks for what has changed; a few round trips at most. What the exchange doesn't tell in time stays as
-    /// it was, and is asked for again the next time.
+    /// Asks for what has changed; a few round trips at most. What the exchange doesn't answer in time stays
+    /// as it was, and is asked for again the next time.
     void refresh(XExchange& exchange);
-    /// Everything may have changed.
+    /// To be called when everything may have changed.
     void forget();
     [[nodiscard]] std::vector<Strut> struts() const;
 

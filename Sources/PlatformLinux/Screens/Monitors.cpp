@@ -14,7 +14,7 @@ namespace orvane {
 
 namespace {
 
-/// FNV-1a.
+/// Computes the FNV-1a hash.
 std::uint32_t numberOf(const QByteArray& identity)
 {
     std::uint32_t hash = 2166136261u;
@@ -23,12 +23,12 @@ std::uint32_t numberOf(const QByteArray& identity)
     return hash ? hash : 1;
 }
 
-/// What a monitor is called, and what it says of itself.
+/// The questions for a monitor's name and its identification.
 struct Question {
     Question(XExchange& exchange, const xcb_randr_monitor_info_t& monitor)
         : name(xcb_get_atom_name(exchange.xcb(), monitor.name))
     {
-        constexpr std::uint32_t longest = 128; // the first block, in words and then some
+        constexpr std::uint32_t longest = 128; // the first block of 128 bytes fits, counted in words of four
         if (monitor.nOutput > 0) {
             identification =
                 xcb_randr_get_output_property(exchange.xcb(), *xcb_randr_monitor_info_outputs(&monitor),

@@ -16,18 +16,18 @@ class XExchange;
 
 struct Monitor {
     QString name;
-    /// Of the root window.
+    /// In pixels of the root window.
     Rect pixels;
     double scale = 1;
-    /// Made of the connector's name and of what the monitor says of itself, so that it is the same one when
-    /// it comes back; never 0.
+    /// Made from the connector's name and the monitor's identification, so that a monitor that comes back has
+    /// the same number; never 0.
     std::uint32_t number = 0;
 
     friend bool operator==(const Monitor&, const Monitor&) = default;
 };
 
-/// The primary one first. Of those that show the same picture, one. From the toolkit alone where there is no
-/// X server or it can't tell in time.
+/// Returns the primary one first, and one of those that show the same picture. Uses the toolkit alone where
+/// there is no X server or it doesn't answer in time.
 [[nodiscard]] std::vector<Monitor> readMonitors(XExchange* exchange);
 
 } // namespace orvane

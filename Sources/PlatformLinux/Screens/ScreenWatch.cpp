@@ -75,7 +75,7 @@ void ScreenWatch::monitorsMayHaveChanged()
     scheduleRefresh();
 }
 
-/// Later, also because the toolkit gets each event after the filters.
+/// The refresh comes later, also because the toolkit gets each event after the filters.
 void ScreenWatch::scheduleRefresh()
 {
     if (std::exchange(m_isRefreshScheduled, true))
@@ -103,7 +103,7 @@ void ScreenWatch::readDisplays(XExchange& exchange)
     const auto cookie = xcb_get_geometry(m_x->xcb(), m_x->root());
     auto monitors = readMonitors(&exchange);
     const auto root = exchange.reply<xcb_get_geometry_reply_t>(cookie);
-    // What the server doesn't tell now is asked for again when it is back.
+    // What the server doesn't answer now is asked for again when it is back.
     m_areMonitorsStale = exchange.isLate();
     if (!m_areMonitorsStale || m_monitors.empty())
         m_monitors = std::move(monitors);

@@ -1,4 +1,4 @@
-// Keeps the list of the displays. What the X server and the toolkit tell in a burst is looked at once, in a
+// Keeps the list of the displays. A burst of changes from the X server and the toolkit is handled once, in a
 // later turn of the run loop; between changes nothing wakes it. Main thread.
 #pragma once
 
@@ -20,14 +20,15 @@ public:
     ~ScreenWatch() override;
 
     [[nodiscard]] const QList<Screen>& screens() const { return m_screens; }
-    /// Its displays are in the order of screens().
+    /// Returns a space whose displays are in the order of screens().
     [[nodiscard]] const ScreenSpace& space() const { return m_space; }
-    /// Of screens(), the one under the middle of the active window. With one display it asks nobody; with
-    /// more, a round trip tells where the window is, and another one which it is when that has changed.
+    /// Returns the index in screens() of the display under the middle of the active window. With one display
+    /// it asks nobody; with more, a round trip asks where the window is, and another one which it is when
+    /// that has changed.
     [[nodiscard]] qsizetype activeIndex();
 
 Q_SIGNALS:
-    /// Some value of the list is another one, and is so already.
+    /// Emitted after some value of the list has changed.
     void changed();
 
 private:
@@ -46,7 +47,7 @@ private:
     std::shared_ptr<ApplicationLink> m_x;
     std::unique_ptr<ApplicationLink::Listener> m_listener;
     std::optional<DockStruts> m_struts;
-    /// Absent when it may be another one by now.
+    /// Absent when it may have changed.
     std::optional<xcb_window_t> m_activeWindow;
     std::uint8_t m_randrEvent = 0;
     bool m_isRefreshScheduled = false;

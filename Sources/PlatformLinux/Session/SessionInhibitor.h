@@ -1,5 +1,5 @@
-// A service of the desktop on the session bus that holds back what happens to an idle session, asked for as
-// long as the object lives. A service that starts later, or anew, is asked when it does. Main thread.
+// A service of the desktop on the session bus that prevents the actions of an idle session while the object
+// lives. A service that starts later, or anew, is asked when it does. Main thread.
 #pragma once
 
 #include <QString>

@@ -16,20 +16,20 @@ namespace orvane {
 
 namespace {
 
-/// The toolkit has waited for the server before, and without an end.
+/// The toolkit has waited for the server before, and without a time limit.
 constexpr std::chrono::seconds longestOpening(5);
 
-/// A client has to name its versions before it may ask for more. The server says what it has in any case, and
-/// who uses an extension asks whether it is there.
+/// A client has to send its versions before it may ask for more. The server answers with what it has in any
+/// case, and users of an extension ask whether it is there.
 void nameVersions(XLink& link)
 {
     const auto discard = [&](unsigned sequence) { xcb_discard_reply(link.xcb(), sequence); };
-    // To a client of an older version a grab hides the raw events.
+    // For a client of an older version a grab hides the raw events.
     if (link.extension(xcb_input_id))
         discard(xcb_input_xi_query_version(link.xcb(), 2, 2).sequence);
     if (link.extension(xcb_xfixes_id))
         discard(xcb_xfixes_query_version(link.xcb(), 5, 0).sequence);
-    // A client that knows of XKB is spared the event that all others get whenever another keyboard is used.
+    // A client that knows XKB doesn't get the event that all others get whenever another keyboard is used.
     if (link.extension(xcb_xkb_id))
         discard(xcb_xkb_use_extension(link.xcb(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION).sequence);
 }
@@ -44,7 +44,8 @@ std::shared_ptr<ApplicationLink> ApplicationLink::get()
         return link;
     if (!X11Connection::ofApplication())
         return nullptr;
-    static const std::array extensions{&xcb_input_id, &xcb_xkb_id, &xcb_xfixes_id, &xcb_randr_id, &xcb_res_id};
+    static const std::array extensions{&xcb_input_id, &xcb_xkb_id, &xcb_xfixes_id, &xcb_randr_id,
+                                       &xcb_res_id};
     auto opened = XLink::open({.extensions = extensions}, within(longestOpening));
     if (!opened.link)
         return nullptr;
@@ -82,7 +83,7 @@ ApplicationLink::Listener::~Listener()
 
 void ApplicationLink::read()
 {
-    const auto self = shared_from_this(); // a handler may let go of the last one
+    const auto self = shared_from_this(); // a handler may release the last reference
     while (const auto event = m_link->nextEvent())
         dispatch(*event);
     giveAnswers();
@@ -98,7 +99,7 @@ void ApplicationLink::dispatch(const xcb_generic_event_t& event)
     for (const Listener* listener : snapshot) {
         if (std::ranges::find(m_listeners, listener) == m_listeners.end())
             continue;
-        const auto handler = listener->m_handler; // it may end its listener
+        const auto handler = listener->m_handler; // the handler may end its listener
         (*handler)(event);
     }
 }
@@ -126,7 +127,7 @@ void ApplicationLink::giveAnswers()
         const auto then = std::move(at->second);
         m_questions.erase(at);
         then(std::move(*answer));
-        at = m_questions.begin(); // it may have asked or forgotten others
+        at = m_questions.begin(); // the call may have added or removed others
     }
 }
 
@@ -154,8 +155,7 @@ xcb_timestamp_t ApplicationLink::serverTime()
 
 std::optional<PointerState> ApplicationLink::pointer()
 {
-    return pointerState(
-        exchange().reply<xcb_query_pointer_reply_t>(xcb_query_pointer(xcb(), root())).get());
+    return pointerState(exchange().reply<xcb_query_pointer_reply_t>(xcb_query_pointer(xcb(), root())).get());
 }
 
 std::optional<PointerState> pointerState(const xcb_query_pointer_reply_t* reply)
@@ -190,8 +190,7 @@ void sendToWindowManager(xcb_connection_t* xcb, xcb_window_t root, xcb_window_t 
     message.window = window;
     message.type = type;
     std::ranges::copy(data, message.data.data32);
-    xcb_send_event(xcb, 0, root,
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+    xcb_send_event(xcb, 0, root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
 }
 

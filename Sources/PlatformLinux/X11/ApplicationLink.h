@@ -1,5 +1,6 @@
 // The link to the X server that everything on the main thread shares, and its events in the run loop. The
-// toolkit's own connection can't be waited for with a deadline: a thread of the toolkit reads it. Main thread.
+// toolkit's own connection can't be waited for with a deadline, since a thread of the toolkit reads it. Main
+// thread.
 #pragma once
 
 #include "Platform/EventFlags.h"
@@ -20,22 +21,22 @@ namespace orvane {
 
 /// The pointer at one moment.
 struct PointerState {
-    /// Pixels of the root window.
+    /// In pixels of the root window.
     int x = 0;
     int y = 0;
     /// Modifiers and the first five buttons, as in a core event.
     unsigned mask = 0;
-    /// The child of the root window that it is over.
+    /// The child of the root window that is under it.
     xcb_window_t child = XCB_WINDOW_NONE;
 };
 
 class ApplicationLink : public QObject, public std::enable_shared_from_this<ApplicationLink> {
     Q_OBJECT
 public:
-    /// How long the main thread waits for the answers to one batch of questions.
+    /// The time that the main thread waits for the answers to one batch of questions.
     static constexpr std::chrono::milliseconds patience{500};
 
-    /// Null where the program doesn't run on an X server. It ends with the last one who holds it.
+    /// Null where the program doesn't run on an X server. It ends with its last holder.
     [[nodiscard]] static std::shared_ptr<ApplicationLink> get();
     ~ApplicationLink() override;
 
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] XExchange exchange() const { return {*m_link, within(patience)}; }
 
     using Handler = std::function<void(const xcb_generic_event_t&)>;
-    /// Gives every event to the handler until the listener ends.
+    /// Passes every event to the handler until the listener ends.
     class Listener {
     public:
         Listener(const std::shared_ptr<ApplicationLink>& link, Handler handler);
@@ -61,13 +62,13 @@ public:
     };
     [[nodiscard]] std::unique_ptr<Listener> listen(Handler handler);
 
-    /// Calls back with the answer, whenever it comes; nobody waits. Those to earlier questions can then be had
-    /// from an exchange at once.
+    /// Calls back with the answer, whenever it comes; nobody waits. Those to earlier questions can then be
+    /// had from an exchange at once.
     void whenAnswered(unsigned sequence, std::function<void(XLink::Answer)> then);
     void forget(unsigned sequence);
 
-    /// One round trip. The clock by which the server puts the requests of users in order; XCB_CURRENT_TIME where
-    /// it doesn't answer.
+    /// One round trip. The clock by which the server puts the requests of users in order; XCB_CURRENT_TIME
+    /// where it doesn't answer.
     [[nodiscard]] xcb_timestamp_t serverTime();
     /// One round trip. Absent without an answer, or when the pointer is on another screen of the server.
     [[nodiscard]] std::optional<PointerState> pointer();

@@ -24,7 +24,7 @@ bool hasKeys(const xcb_input_xi_device_info_t* device)
     return false;
 }
 
-/// The device that gave a master its present keys.
+/// Returns the device whose keys a master took last.
 DeviceId sourceOfKeys(const xcb_input_xi_device_info_t* device)
 {
     auto classes = xcb_input_xi_device_info_classes_iterator(device);
@@ -59,7 +59,7 @@ InputConnection::Opened InputConnection::open(Deadline deadline)
     return {std::move(made), {}};
 }
 
-/// Gives what is missing, or nothing.
+/// Returns what is missing, or nothing.
 std::string InputConnection::negotiate(Deadline deadline)
 {
     // An untrusted client is shown neither of these two.
@@ -78,7 +78,7 @@ std::string InputConnection::negotiate(Deadline deadline)
     XExchange exchange(*m_link, deadline);
     const auto versionCookie = xcb_input_xi_query_version(xcb(), 2, 2);
     const auto useCookie = xcb_xkb_use_extension(xcb(), 1, 0);
-    // A client that holds the server, as window managers do for a moment, would hold up every key.
+    // Otherwise a client that holds the server, as window managers do for a moment, would delay every key.
     xcb_test_grab_control(xcb(), 1);
     const auto version = exchange.reply<xcb_input_xi_query_version_reply_t>(versionCookie);
     const auto use = exchange.reply<xcb_xkb_use_extension_reply_t>(useCookie);

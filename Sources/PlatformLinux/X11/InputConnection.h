@@ -1,5 +1,5 @@
 // A connection to the X server for keyboards: their state, their keys, and keys that this program presses. A
-// lost server ends nothing but the connection. Threads as those of its link.
+// lost server ends only the connection. Threads as those of its link.
 #pragma once
 
 #include "PlatformLinux/X11/KeyActions.h"
@@ -22,34 +22,34 @@ struct KeyboardDevice {
     std::string name;
     enum class Attachment {
         master,   // its keys go to the applications
-        floating, // set aside by the user, or grabbed by some client
+        floating, // set aside by the user, or grabbed by a client
     } attachment = Attachment::master;
 };
 
 /// The keyboards behind the pointer and focus that a client has by default.
 struct Keyboards {
     DeviceId master = 0;
-    /// The device whose key was the last one that the master took over.
+    /// The device whose key was the last one that the master took.
     DeviceId lastUsed = 0;
     DeviceId xtest = 0;
-    /// The enabled ones of the user, XTEST's left out.
+    /// The user's enabled ones, without XTEST's.
     std::vector<KeyboardDevice> hardware;
 };
 
 class InputConnection {
 public:
-    /// How long an answer may take. Another client's hold on the server doesn't count: this connection is
-    /// served all the same.
+    /// The time that an answer may take. A grab of the server by another client doesn't count: this
+    /// connection is served all the same.
     static constexpr std::chrono::milliseconds patience{1000};
 
     struct Opened {
         std::unique_ptr<InputConnection> connection;
-        /// Why there is none: a sentence for the log.
+        /// The reason when there is no connection: a sentence for the log.
         std::string problem;
         /// Whether it may be there in a moment.
         bool isLate = false;
     };
-    /// To the display of the environment. Until it is open, another client can hold it up.
+    /// Connects to the display of the environment. Until it is open, another client can delay it.
     [[nodiscard]] static Opened open(Deadline deadline);
 
     [[nodiscard]] XLink& link() const { return *m_link; }
@@ -62,19 +62,19 @@ public:
     [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent() { return m_link->nextEvent(); }
     void flush() { m_link->flush(); }
 
-    /// Each of these waits for the server; what it doesn't tell in time is empty.
+    /// Each of these waits for the server; the result is empty where no answer comes in time.
     [[nodiscard]] Keyboards keyboards();
-    /// `request` becomes the number of the request, with which those of events compare.
+    /// `request` becomes the number of the request, which can be compared with those of events.
     [[nodiscard]] KeySet keysDown(DeviceId device, std::uint32_t* request = nullptr);
     [[nodiscard]] ModifierRoles modifierRoles();
     [[nodiscard]] bool capsIsLocked();
-    /// Returns when the server has done all that was asked of it.
+    /// Returns when the server has done everything that was asked of it.
     void synchronize();
 
     /// Sent with the next flush or question.
     void press(std::uint8_t key) { fake(key, KeyMotion::press); }
     void release(std::uint8_t key) { fake(key, KeyMotion::release); }
-    /// As if it came from a device itself.
+    /// Presses a key as if it came from the device itself.
     void pressOn(DeviceId device, std::uint8_t key);
     void releaseOn(DeviceId device, std::uint8_t key);
 

@@ -22,7 +22,8 @@ xcb_window_t WindowManagerWatch::windowToldBy(XExchange& exchange, xcb_window_t 
     return told.size() == 1 ? told[0] : xcb_window_t{XCB_WINDOW_NONE};
 }
 
-/// A manager that died leaves its word on the root window; only its own window proves that it lives.
+/// A window manager that died leaves its property on the root window; only its own window proves that it
+/// runs.
 void WindowManagerWatch::find()
 {
     XExchange exchange = m_x->exchange();

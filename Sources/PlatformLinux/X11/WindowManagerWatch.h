@@ -1,5 +1,5 @@
-// Whether a window manager that speaks EWMH is running, as it comes and goes. Main thread.
-// There is never one where there is no X server.
+// Knows if a window manager that speaks EWMH is running, as it comes and goes. Main thread. There is never
+// one without an X server.
 #pragma once
 
 #include "PlatformLinux/X11/ApplicationLink.h"
@@ -11,7 +11,7 @@ namespace orvane {
 
 class WindowManagerWatch {
 public:
-    /// `changed` is told of each coming and going from now on.
+    /// `changed` is called for each coming and going from now on.
     explicit WindowManagerWatch(std::function<void(bool isPresent)> changed = {});
     ~WindowManagerWatch();
     WindowManagerWatch(const WindowManagerWatch&) = delete;
@@ -30,7 +30,7 @@ private:
     XSelection m_rootSelection;
     XSelection m_windowSelection;
     std::unique_ptr<ApplicationLink::Listener> m_listener;
-    /// The manager's own, which goes with it.
+    /// The manager's own window, which goes with it.
     xcb_window_t m_window = XCB_WINDOW_NONE;
     QObject m_context;
 };

@@ -1,7 +1,8 @@
 // The toolkit's connection to the X server, for requests that have to stand in line with the toolkit's own:
-// about its windows and theirs alone. Nothing is ever waited for on it; questions go over the ApplicationLink.
-// Main thread. There is none where the program runs on another platform plugin. Errors of requests that may hit
-// a window of another program are to be dropped with ignoreErrors(), or the toolkit would print them.
+// about its windows and theirs alone. Nothing is ever waited for on it; questions go over the
+// ApplicationLink. Main thread. There is none where the program runs on another platform plugin. Errors of
+// requests that may hit a window of another program are to be dropped with ignoreErrors(), or the toolkit
+// would print them.
 #pragma once
 
 #include <QByteArray>
@@ -22,7 +23,7 @@ public:
     [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
     /// For a request made with its `_checked` form.
     void ignoreErrors(xcb_void_cookie_t request) const;
-    /// By visual id; null if the screen has none such.
+    /// Finds a visual by its id; null if the screen doesn't have it.
     [[nodiscard]] const xcb_visualtype_t* visual(xcb_visualid_t id, std::uint8_t* depth) const;
     /// Whether a window was made on this connection.
     [[nodiscard]] bool hasMade(xcb_window_t window) const;
@@ -39,7 +40,7 @@ private:
     const xcb_screen_t* m_screen;
 };
 
-/// "comma" for ',': the X name of the key that types a Latin-1 character; empty for any other.
+/// Returns "comma" for ',': the X name of the key that types a Latin-1 character; empty for any other.
 [[nodiscard]] QByteArray keysymName(char16_t character);
 
 } // namespace orvane

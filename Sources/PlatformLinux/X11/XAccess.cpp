@@ -67,20 +67,20 @@ std::optional<xcb_input_device_id_t> hardwareKeyboard(XExchange& exchange)
     return std::nullopt;
 }
 
-/// Whether the server refuses the grab of a keyboard.
+/// True if the server refuses the grab of a keyboard.
 ///
 /// A real grab, however short, would take the keyboard from its master for that time, and keys typed then are
-/// lost to everybody. A passive grab has to pass the same check of the server, for access to grab the device,
-/// and this one waits for a key that no keyboard has: nothing is ever taken. Somebody else's grab doesn't
-/// disturb it; it says nothing about being allowed.
+/// lost. A passive grab has to pass the same check of the server, for access to grab the device, and this one
+/// waits for a key that no keyboard has, so nothing is ever taken. Another client's grab doesn't disturb it
+/// and says nothing about being allowed.
 bool grabIsRefused(XExchange& exchange, xcb_input_device_id_t keyboard)
 {
     constexpr std::uint32_t keyThatIsNone = 255;
     constexpr std::uint32_t noModifiers = 0;
     constexpr std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
     const auto cookie = xcb_input_xi_passive_grab_device(
-        exchange.xcb(), XCB_CURRENT_TIME, exchange.link().root(), XCB_CURSOR_NONE, keyThatIsNone, keyboard, 1, 1,
-        XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+        exchange.xcb(), XCB_CURRENT_TIME, exchange.link().root(), XCB_CURSOR_NONE, keyThatIsNone, keyboard, 1,
+        1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
         XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, &noModifiers);
     (void)exchange.reply<xcb_input_xi_passive_grab_device_reply_t>(cookie);
     // The end of the connection ends the grab.
@@ -95,7 +95,7 @@ XAccess tryInputAccess()
     if (!link)
         return noServer(outcome);
     if (!link->extension(xcb_input_id) || !link->extension(xcb_test_id)) {
-        // That is all that an untrusted client sees of it.
+        // An untrusted client sees no more than this.
         return denied(QStringLiteral("The X server doesn't offer XInput and XTEST to this program, so it can "
                                      "neither see nor change keys. A server does so to programs that it "
                                      "doesn't trust, as those of \"ssh -X\": start Orvane on the desktop "
@@ -126,8 +126,8 @@ XAccess tryScreenAccess()
         return noServer(outcome);
     constexpr std::uint32_t allPlanes = ~std::uint32_t{0};
     XExchange exchange(*link, within(patience));
-    const auto image = exchange.reply<xcb_get_image_reply_t>(xcb_get_image(
-        exchange.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, link->root(), 0, 0, 1, 1, allPlanes));
+    const auto image = exchange.reply<xcb_get_image_reply_t>(
+        xcb_get_image(exchange.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, link->root(), 0, 0, 1, 1, allPlanes));
     if (exchange.isLate())
         return noServer(XOutcome::late);
     if (image)

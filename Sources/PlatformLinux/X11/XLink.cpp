@@ -23,17 +23,17 @@ bool pollUntil(std::span<pollfd> waits, Deadline deadline)
     const auto left = std::max(deadline - Deadline::clock::now(), Deadline::duration::zero());
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
     const timespec limit{seconds.count(), static_cast<long>((left - seconds).count())};
-    return ::ppoll(waits.data(), waits.size(), &limit, nullptr) != 0; // a signal is no end
+    return ::ppoll(waits.data(), waits.size(), &limit, nullptr) != 0; // a signal doesn't end the wait
 }
 
-/// The library's own connecting has no end, so it runs beside the thread that waits for it, and is left
-/// behind when it is late.
+/// The library's own connecting has no time limit, so it runs on a thread beside the one that waits for it,
+/// and is abandoned when it is late.
 class Connecting {
 public:
     static std::shared_ptr<Connecting> start(const char* display)
     {
         auto made = std::make_shared<Connecting>();
-        sigset_t all, before; // signals are the program's business
+        sigset_t all, before; // signals are handled on the main thread
         sigfillset(&all);
         pthread_sigmask(SIG_SETMASK, &all, &before);
         std::thread([made, name = display ? std::optional<std::string>(display) : std::nullopt] {
@@ -41,7 +41,7 @@ public:
             XcbConnection xcb(xcb_connect(name ? name->c_str() : nullptr, &screenNumber));
             const std::scoped_lock lock(made->m_mutex);
             if (made->m_isLeft)
-                return; // nobody takes it, so it ends here
+                return; // nobody waits for the connection any more, so it ends here
             made->m_xcb = std::move(xcb);
             made->m_screenNumber = screenNumber;
             made->m_done.raise();
@@ -50,7 +50,7 @@ public:
         return made;
     }
 
-    /// Null without an answer by the deadline, or when `cancellation` becomes readable.
+    /// Null without a connection by the deadline, or when `cancellation` becomes readable.
     XcbConnection wait(Deadline deadline, int cancellation, int& screenNumber)
     {
         pollfd waits[] = {{m_done.descriptor(), POLLIN, 0}, {cancellation, POLLIN, 0}};
@@ -156,7 +156,7 @@ void XLink::takeEvents(const std::function<bool(const xcb_generic_event_t&)>& is
     ring();
 }
 
-/// All events that there are, because the socket is silent about those that were read in with the first.
+/// Reads all events that there are, because the socket doesn't announce those that were read with the first.
 void XLink::readIn()
 {
     keep(xcb_poll_for_event(m_xcb.get()));
@@ -175,7 +175,7 @@ void XLink::flush()
         m_answersMayBeThere.raise();
 }
 
-/// A flush and a wait for an answer read in events and other answers as well.
+/// A flush and a wait for an answer read events and other answers as well.
 void XLink::keepWhatWasRead()
 {
     for (auto& [sequence, answer] : m_expected) {
@@ -193,7 +193,7 @@ void XLink::keep(xcb_generic_event_t* event)
         m_queue.push_back(std::move(owned));
 }
 
-/// Has the descriptor tell whether there is something to take.
+/// Makes the descriptor readable while there is something to take.
 void XLink::ring()
 {
     const bool isThere = !m_queue.empty() || std::ranges::any_of(m_expected, [](const auto& entry) {
@@ -329,7 +329,7 @@ bool XLink::takeRecovery()
     return std::exchange(m_hasRecovered, false);
 }
 
-/// The server doesn't read while another client holds it, and a full socket would hold this thread.
+/// The server doesn't read while another client holds it, and a full socket would block this thread.
 void XLink::sendAll(Deadline deadline)
 {
     pollfd waits[] = {{xcb_get_file_descriptor(m_xcb.get()), POLLOUT, 0}, {m_cancellation, POLLIN, 0}};
@@ -337,7 +337,8 @@ void XLink::sendAll(Deadline deadline)
         flush();
 }
 
-/// From the socket, or from another thread that may have read from it. False when the deadline has passed.
+/// Waits for the socket, or for another thread that may have read from it. False when the deadline has
+/// passed.
 bool XLink::waitForInput(Deadline deadline)
 {
     pollfd waits[] = {{xcb_get_file_descriptor(m_xcb.get()), POLLIN, 0},

@@ -1,12 +1,11 @@
-// A connection to the X server: its queue of events, its atoms, what it has selected, and an end to every
+// A connection to the X server: its queue of events, its atoms, its selections, and a time limit for every
 // wait. Free of Qt.
 //
 // Threads. One thread, the reader, takes the events. Everything else may be called on any thread: requests
 // over xcb(), flush(), exchanges and selections; of several threads that wait for answers one waits at a
-// time. The descriptor is readable as long as an event is there that nobody has taken, whichever thread has
-// read it in, so the reader needs no further look after a flush or an answer. For that, whoever sends on
-// another thread than the reader's sends with flush() and not with xcb_flush(), and nobody calls
-// xcb_poll_for_event() himself.
+// time. The descriptor is readable as long as there is an event that hasn't been taken, whichever thread has
+// read it, so the reader needs no further look after a flush or an answer. For this, other threads than the
+// reader's have to send with flush() and not with xcb_flush(), and xcb_poll_for_event() must not be called.
 #pragma once
 
 #include "PlatformLinux/Common/EventSignal.h"
@@ -40,13 +39,13 @@ enum class XOutcome : std::uint8_t {
     answered,
     refused, // with an error
     late,    // not by the deadline: the server hangs, or another client holds it
-    lost,    // there is no server, or no more
+    lost,    // there is no server, or no longer
 };
 
 class XLink {
 public:
     struct Request {
-        /// The extensions that will be used: the library would wait for others without an end.
+        /// The extensions that will be used: the library would wait for others without a time limit.
         std::span<xcb_extension_t* const> extensions;
         /// The environment's display where it is null.
         const char* display = nullptr;
@@ -68,31 +67,32 @@ public:
     [[nodiscard]] const xcb_screen_t& screen() const { return *m_screen; }
     [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
     [[nodiscard]] const XAtoms& atoms() const { return m_atoms; }
-    /// Null when the server doesn't offer it. Only for those that were named when the link was opened.
+    /// Null when the server doesn't offer it. Only for extensions that were named when the link was opened.
     [[nodiscard]] const xcb_query_extension_reply_t* extension(xcb_extension_t& extension) const;
-    /// The part of a resource's number that tells its client.
+    /// Returns the part of a resource's number that identifies its client.
     [[nodiscard]] std::uint32_t clientOf(std::uint32_t resource) const;
     [[nodiscard]] bool isLost() const { return xcb_connection_has_error(m_xcb.get()) != 0; }
 
-    /// For poll(): readable while nextEvent() has something to give, and for good once the server is lost.
+    /// For poll(): readable while nextEvent() has an event, and always once the server is lost.
     [[nodiscard]] int descriptor() const { return m_descriptor.get(); }
-    /// In the order of the server; null when there is none at present. Errors of requests that have no answer
-    /// are dropped. On the reader's thread.
+    /// Returns the events in the order of the server; null when there is none at present. Errors of requests
+    /// that have no answer are dropped. On the reader's thread.
     [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent();
-    /// Takes those out of the queue that are wanted; the others stay, in their order.
+    /// Takes the wanted events out of the queue; the others stay, in their order.
     void takeEvents(const std::function<bool(const xcb_generic_event_t&)>& isWanted);
-    /// Waits only for a server that has left some hundred kilobytes unread.
+    /// Blocks only when the server has left some hundred kilobytes unread.
     void flush();
 
-    /// Adds to what this link hears of a window, and takes it away again with the object's end: what others
-    /// have selected there stays. Sent with the next flush.
+    /// Adds to the events of a window that this link gets, until the object ends; what others have selected
+    /// there stays. Sent with the next flush.
     [[nodiscard]] XSelection select(xcb_window_t window, std::uint32_t coreEvents);
-    /// The same for XInput 2 events of a device, which has to be among the extensions.
+    /// Does the same for XInput 2 events of a device; the extension must have been named.
     [[nodiscard]] XSelection selectInput(xcb_window_t window, std::uint16_t device,
                                          std::uint32_t inputEvents);
 
-    /// Waits for the answer to a request that was sent with this link. After a late one the link doesn't wait
-    /// again until the server has been heard from: all is late at once. XExchange has the words for this.
+    /// Waits for the answer to a request that was sent with this link. After a late answer the link doesn't
+    /// wait again until the server has answered: everything is late at once. XExchange is the convenient form
+    /// of this.
     struct Answer {
         XOutcome outcome = XOutcome::late;
         XcbReply<void> reply;
@@ -102,8 +102,8 @@ public:
     [[nodiscard]] Answer await(unsigned sequence, Deadline deadline);
     /// True once after the server has been heard from again. The descriptor tells of that as of an event.
     [[nodiscard]] bool takeRecovery();
-    /// For an answer that nobody waits for: the descriptor becomes readable when it is there, until it is
-    /// taken. Sends the question. Those that were asked before it can be had without waiting as soon as this
+    /// For an answer that isn't waited for: the descriptor becomes readable when it is there, until it is
+    /// taken. Sends the question. The answers to earlier questions can be had without waiting as soon as this
     /// one can.
     void expect(unsigned sequence);
     /// Nothing when it isn't there yet.
@@ -129,19 +129,19 @@ private:
     XAtoms m_atoms{};
     std::shared_ptr<XSelections> m_selections;
 
-    /// The server's socket together with the signal for what was read in already.
+    /// The server's socket together with the signal for events that were read already.
     FileDescriptor m_descriptor;
     EventSignal m_somethingIsThere;
     std::mutex m_queueMutex;
     std::deque<XcbReply<xcb_generic_event_t>> m_queue;
     std::map<unsigned, std::optional<Answer>> m_expected;
-    /// After a late answer: the question whose answer tells that the server is back.
+    /// After a late answer: the question whose answer shows that the server is back.
     std::optional<unsigned> m_overdue;
     bool m_hasRecovered = false;
     bool m_rings = false;
 
     std::mutex m_turnToWait;
-    /// Another thread may have read in the answer that is waited for.
+    /// Raised when another thread may have read the answer that is waited for.
     EventSignal m_answersMayBeThere;
     std::atomic<bool> m_isWaiting{false};
     int m_cancellation = -1;

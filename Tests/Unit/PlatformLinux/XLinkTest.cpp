@@ -19,7 +19,7 @@ namespace {
 
 using Atoms = std::vector<xcb_atom_t>;
 
-/// Where a test would hang rather than fail; far beyond what anything here takes.
+/// Where a test would hang rather than fail; far longer than anything here takes.
 constexpr auto never = 1h;
 constexpr auto soon = 30s;
 
