@@ -2,7 +2,7 @@
 //   ClipboardBeside [rounds]   from start to the icon in the panel; memory of all its processes with the same
 //                              1,000 texts; from a copy to its data being read, and to the entry
 // Needs a desktop with a panel, and CopyQ, which is installed for this alone:
-//   apt-get install copyq; Tools/desktop/session -- build/bench/bin/ClipboardBeside
+//   apt-get install copyq; Tools/desktop/session -- build/release/bin/ClipboardBeside
 #include "ClipboardProcess.h"
 
 #include <QClipboard>

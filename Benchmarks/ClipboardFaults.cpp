@@ -1,6 +1,6 @@
 // Measures how long the main thread lets others wait while the clipboard and the history's files misbehave,
 // and checks that a copy made after it is captured:
-// Tools/desktop/session -- build/bench/bin/ClipboardFaults
+// Tools/desktop/session -- build/release/bin/ClipboardFaults
 // The first line of the result is for comparison: nothing happens there.
 #include "ClipboardProcess.h"
 #include "MainThreadProbe.h"

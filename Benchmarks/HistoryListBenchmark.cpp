@@ -1,7 +1,7 @@
 // The list of the history's panel beside the toolkit's list view with a delegate that paints the same rows:
 // from the entries to the first picture, after a letter of the search, and for a page of scrolling. Runs on
 // the offscreen platform, so a picture is what the widget paints, without the desktop.
-//   QT_QPA_PLATFORM=offscreen build/bench/bin/HistoryListBenchmark
+//   QT_QPA_PLATFORM=offscreen build/release/bin/HistoryListBenchmark
 #include "Capabilities/ClipboardHistory/Panel/HistoryListView.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryViewModel.h"
 #include "Fakes/FakePlatform.h"

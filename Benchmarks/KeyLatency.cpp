@@ -1,6 +1,6 @@
 // The time of a key from the hardware to an application, in one run: without a tap, with the least possible
 // one (BareKeyTap), and with the tap of Ctrl Shortcuts.
-// Tools/desktop/session -- build/bench/bin/KeyLatency [keys [another build of the program]]
+// Tools/desktop/session -- build/release/bin/KeyLatency [keys [another build of the program]]
 // Needs the private desktop's hardware keyboard "testkbd".
 #include <QCoreApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
 // Measures Orvane as a process beside a bare Qt Widgets program with a tray icon, in one run:
 //   ProcessCost startup [rounds]   time from exec to the icon in the status area, and memory after it
 //   ProcessCost idle [seconds]     how often the process is woken while nothing happens
-// Needs a desktop with a StatusNotifierItem panel: Tools/desktop/session -- build/bench/bin/ProcessCost
+// Needs a desktop with a StatusNotifierItem panel: Tools/desktop/session -- build/release/bin/ProcessCost
 // startup
 #include "ProcessFigures.h"
 

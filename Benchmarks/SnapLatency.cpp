@@ -1,6 +1,6 @@
 // The time from the key of a snap shortcut until the X server reports the window in its place, beside wmctrl
 // and beside the bare message to the window manager, by turns in one run.
-// Tools/desktop/session -- build/bench/bin/SnapLatency [times]
+// Tools/desktop/session -- build/release/bin/SnapLatency [times]
 // Needs the private desktop's hardware keyboard "testkbd", a window manager and wmctrl.
 #include <QCoreApplication>
 #include <QDir>

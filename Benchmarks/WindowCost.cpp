@@ -2,7 +2,7 @@
 //   WindowCost [rounds]        time from the request to the first full frame, and memory with the window open
 //                              and after it has been closed
 //   WindowCost idle [seconds]  how often Orvane is woken once its window is closed
-// Needs a desktop: Tools/desktop/session -- build/bench/bin/WindowCost
+// Needs a desktop: Tools/desktop/session -- build/release/bin/WindowCost
 #include "ProcessFigures.h"
 
 #include <QCoreApplication>
