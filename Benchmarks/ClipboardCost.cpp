@@ -2,7 +2,8 @@
 //   ClipboardCost panel [rounds]   from the hot key to the panel's first full frame, and from a key in its
 //                                  search to the list's last change; memory
 //   ClipboardCost idle [seconds]   how often it is woken while nothing is copied
-// Needs the private desktop's hardware keyboard: Tools/desktop/session -- build/release/bin/ClipboardCost panel
+// Needs the private desktop's hardware keyboard: Tools/desktop/session -- build/release/bin/ClipboardCost
+// panel
 #include "ClipboardProcess.h"
 
 #include "Desktop/Support/Hardware.h"

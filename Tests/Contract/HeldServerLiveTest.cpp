@@ -71,7 +71,8 @@ protected:
     /// When another mouse is used than before, the toolkit itself asks the server about it, and waits.
     static void letToolkitReadDevices()
     {
-        (void)ToolkitServer::ofApplication()->atom("WM_NAME"); // what came before it is in the toolkit's queue
+        (void)ToolkitServer::ofApplication()->atom(
+            "WM_NAME"); // what came before it is in the toolkit's queue
         QCoreApplication::processEvents();
     }
 

@@ -13,8 +13,8 @@ constexpr std::chrono::milliseconds longestPassage(50);
 
 xcb_window_t activeWindow(XExchange& exchange)
 {
-    const auto windows = exchange.numbers(exchange.askProperty(
-        exchange.link().root(), exchange.atoms().activeWindow, XCB_ATOM_WINDOW));
+    const auto windows = exchange.numbers(
+        exchange.askProperty(exchange.link().root(), exchange.atoms().activeWindow, XCB_ATOM_WINDOW));
     return windows.empty() ? xcb_window_t{XCB_WINDOW_NONE} : windows[0];
 }
 

@@ -33,8 +33,7 @@ bool isPartOfDesktop(XExchange& exchange, xcb_window_t window)
     });
 }
 
-void send(ApplicationLink& x, xcb_window_t window, xcb_atom_t type,
-          const std::array<std::uint32_t, 5>& data)
+void send(ApplicationLink& x, xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data)
 {
     sendToWindowManager(x.xcb(), x.root(), window, type, data);
 }

@@ -25,7 +25,7 @@ private:
 
 /// Returns one of the existing windows of the process: the first of the recent ones, else the topmost.
 [[nodiscard]] std::optional<xcb_window_t> windowToActivate(XExchange& exchange, std::int64_t process,
-                                             const std::vector<xcb_window_t>& recent);
+                                                           const std::vector<xcb_window_t>& recent);
 
 /// Asks the window manager in the way of a user's choice: a minimized window is restored, and its desktop
 /// becomes the current one.

@@ -15,10 +15,10 @@ class DesktopEntries;
 /// The bundle identifier of this program itself.
 inline constexpr QLatin1StringView ownBundleIdentifier("net.lindenrow.orvane");
 
-/// Absent when the window is gone, or the exchange is late. The process identifier is 0 for a window of another
-/// machine.
+/// Absent when the window is gone, or the exchange is late. The process identifier is 0 for a window of
+/// another machine.
 [[nodiscard]] std::optional<RunningApplication> programOfWindow(XExchange& exchange, xcb_window_t window,
-                                                  DesktopEntries& entries);
+                                                                DesktopEntries& entries);
 
 /// Returns the process on this machine that made the window; 0 when the server doesn't know it or it is on
 /// another machine.
