@@ -2,7 +2,6 @@
 
 #include "Capabilities/PlainPaste/Text/PlainText.h"
 #include "OrvaneCore/Input/SyntheticEvent.h"
-#include "Platform/EventTaps.h"
 #include "Platform/Permissions.h"
 #include "Platform/Platform.h"
 
@@ -104,11 +103,7 @@ void PlainPasteController::endPress()
 
 void PlainPasteController::synthesizePaste()
 {
-    for (const EventType type : {EventType::keyDown, EventType::keyUp}) {
-        Event event{.type = type, .flags = eventFlag::command, .keycode = vKey};
-        SyntheticEvent::mark(event);
-        platform().eventTaps.post(EventTaps::Location::hid, event);
-    }
+    SyntheticEvent::postKey(vKey, eventFlag::command);
 }
 
 } // namespace orvane

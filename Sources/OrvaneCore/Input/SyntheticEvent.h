@@ -1,4 +1,4 @@
-// The mark on events that the program itself posts.
+// Events that the program itself posts, and the mark on them.
 #pragma once
 
 #include "Platform/Event.h"
@@ -17,5 +17,8 @@ inline bool isOurs(const Event& event)
 {
     return event.integerValueField(EventField::eventSourceUserData) == marker;
 }
+
+/// Posts a marked press and release of a virtual key at the HID location, with these modifiers.
+void postKey(std::int64_t keycode, EventFlags flags);
 
 } // namespace orvane::SyntheticEvent

@@ -3,7 +3,6 @@
 #include "Capabilities/ClipboardHistory/Archive/PlainFile.h"
 #include "Capabilities/ClipboardHistory/Capture/Picture.h"
 #include "OrvaneCore/Input/SyntheticEvent.h"
-#include "Platform/EventTaps.h"
 #include "Platform/Platform.h"
 
 namespace orvane::PastebackEngine {
@@ -54,11 +53,7 @@ int place(const ClipItem& item, const std::optional<PasteboardImage>& image)
 
 void synthesizePaste()
 {
-    for (const EventType type : {EventType::keyDown, EventType::keyUp}) {
-        Event event{.type = type, .flags = eventFlag::command, .keycode = vKey};
-        SyntheticEvent::mark(event);
-        platform().eventTaps.post(EventTaps::Location::hid, event);
-    }
+    SyntheticEvent::postKey(vKey, eventFlag::command);
 }
 
 } // namespace orvane::PastebackEngine
