@@ -67,6 +67,31 @@ protected:
 
 } // namespace
 
+TEST_F(GlobalMonitorsLiveTest, AWheelNotchThatNobodyAskedForSendsNoRequest)
+{
+    const auto monitor = note(presses);
+    const auto link = ApplicationLink::get();
+    const auto requestsSoFar = [&] {
+        const auto question = xcb_get_input_focus(link->xcb());
+        EXPECT_TRUE(link->exchange().reply<xcb_get_input_focus_reply_t>(question));
+        return question.sequence;
+    };
+    constexpr std::uint8_t up = 4;
+    constexpr std::uint8_t down = 5;
+    const auto notch = [&](std::uint8_t wheel) {
+        const auto eventsBefore = monitors.pointerEventsRead();
+        theirs.fakeButton(wheel, true);
+        theirs.fakeButton(wheel, false);
+        EXPECT_TRUE(eventually(deadline, [&] { return monitors.pointerEventsRead() >= eventsBefore + 2; }));
+    };
+    notch(up); // what is asked once is asked now
+    const unsigned before = requestsSoFar();
+    notch(up);
+    notch(down);
+    EXPECT_EQ(requestsSoFar(), before + 1) << "only this test's own question";
+    EXPECT_TRUE(seen.empty());
+}
+
 TEST_F(GlobalMonitorsLiveTest, WithoutAMonitorNothingIsRead)
 {
     hardware.click(theirs.middle());

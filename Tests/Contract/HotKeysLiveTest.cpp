@@ -1,109 +1,29 @@
-#include "Contract/EventTapSupport.h"
-#include "Contract/HotKeysSupport.h"
-#include "Desktop/Support/Hardware.h"
-#include "Desktop/Support/KeyWindow.h"
-#include "Desktop/Support/OtherClient.h"
-#include "Fakes/FakeLogSink.h"
+#include "Contract/HotKeysFixture.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
-#include "PlatformLinux/HotKeys/X11HotKeys.h"
-#include "PlatformLinux/Keys/ServerKeymap.h"
-#include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
-#include "PlatformLinux/X11/XcbReply.h"
-#include "Support/Eventually.h"
 
 #include <QProcess>
 
-#include <gmock/gmock.h>
+#include <filesystem>
+#include <set>
+#include <string>
 
-#include <X11/XKBlib.h>
-#include <X11/Xlib.h>
-#include <X11/extensions/sync.h>
-
-#include <xcb/res.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
 
 namespace orvane::tests {
 namespace {
 
-constexpr std::uint8_t xKeyOfJ = 44, xKeyOfK = 45, xKeyOfAlt = 64;
-
-/// A client for the grabs and questions that OtherClient doesn't have.
-class Xlib {
-public:
-    Xlib() = default;
-    ~Xlib() { XCloseDisplay(m_display); }
-    Xlib(const Xlib&) = delete;
-    Xlib& operator=(const Xlib&) = delete;
-
-    void grab(int key, unsigned modifiers)
-    {
-        XGrabKey(m_display, key, modifiers, DefaultRootWindow(m_display), False, GrabModeAsync,
-                 GrabModeAsync);
-        XSync(m_display, False);
+std::set<int> openSockets()
+{
+    std::set<int> sockets;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        const int descriptor = std::stoi(entry.path().filename().string());
+        struct stat status {};
+        if (::fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode))
+            sockets.insert(descriptor);
     }
-
-    /// True if one more client could have the combination.
-    bool couldGrab(int key, unsigned modifiers)
-    {
-        static bool isRefused;
-        isRefused = false;
-        const auto previous = XSetErrorHandler([](Display*, XErrorEvent*) {
-            isRefused = true;
-            return 0;
-        });
-        grab(key, modifiers);
-        XUngrabKey(m_display, key, modifiers, DefaultRootWindow(m_display));
-        XSync(m_display, False);
-        XSetErrorHandler(previous);
-        return !isRefused;
-    }
-
-    void lockGroup(unsigned group)
-    {
-        XkbLockGroup(m_display, XkbUseCoreKbd, group);
-        XSync(m_display, False);
-    }
-
-    int clients()
-    {
-        const XcbConnection xcb(xcb_connect(nullptr, nullptr));
-        const XcbReply<xcb_res_query_clients_reply_t> reply(
-            xcb_res_query_clients_reply(xcb.get(), xcb_res_query_clients(xcb.get()), nullptr));
-        return reply ? static_cast<int>(reply->num_clients) : -1;
-    }
-
-    /// Returns the time of the server's own clock.
-    qint64 milliseconds()
-    {
-        int count = 0;
-        int major = 0, minor = 0;
-        XSyncInitialize(m_display, &major, &minor);
-        XSyncSystemCounter* counters = XSyncListSystemCounters(m_display, &count);
-        qint64 time = 0;
-        for (int i = 0; i < count; ++i) {
-            XSyncValue value;
-            if (qstrcmp(counters[i].name, "SERVERTIME") == 0 &&
-                XSyncQueryCounter(m_display, counters[i].counter, &value))
-                time = qint64{XSyncValueHigh32(value)} << 32 | XSyncValueLow32(value);
-        }
-        XSyncFreeSystemCounterList(counters);
-        return time;
-    }
-
-private:
-    Display* m_display = XOpenDisplay(nullptr);
-};
-
-class QuickRepeat {
-public:
-    explicit QuickRepeat(OtherClient& client) : m_client(client) { m_client.setRepeatRate({60, 20}); }
-    ~QuickRepeat() { m_client.setRepeatRate(m_before); }
-    QuickRepeat(const QuickRepeat&) = delete;
-    QuickRepeat& operator=(const QuickRepeat&) = delete;
-
-private:
-    OtherClient& m_client;
-    OtherClient::RepeatRate m_before = m_client.repeatRate();
-};
+    return sockets;
+}
 
 void setLayout(const QString& layout, const QStringList& options = {})
 {
@@ -115,65 +35,6 @@ void setLayout(const QString& layout, const QStringList& options = {})
 }
 
 } // namespace
-
-class HotKeysLiveTest : public ::testing::Test {
-protected:
-    ~HotKeysLiveTest() override
-    {
-        // Keys of one test must not be down in the next one.
-        EXPECT_TRUE(eventually(10s, [this] { return other.keysDown().isEmpty(); }));
-        EXPECT_EQ(other.lockedModifiers(), 0u);
-    }
-
-    HotKeys::Registration registerKey(std::uint32_t virtualKeyCode, std::uint32_t id,
-                                      std::uint32_t modifiers = controlOption)
-    {
-        return hotKeys.registerEventHotKey(virtualKeyCode, modifiers, hotKeyId(id));
-    }
-    void pressModifiers()
-    {
-        hardware.press(key::controlL);
-        hardware.press(xKeyOfAlt);
-    }
-    void releaseModifiers()
-    {
-        hardware.release(xKeyOfAlt);
-        hardware.release(key::controlL);
-    }
-    void tap(std::uint8_t xKey)
-    {
-        pressModifiers();
-        hardware.tap(xKey);
-        releaseModifiers();
-    }
-    /// Waits until the server's clock would have repeated a held key a dozen times by QuickRepeat.
-    void awaitRepeats()
-    {
-        const qint64 begin = xlib.milliseconds();
-        EXPECT_TRUE(eventually(10s, [&] { return xlib.milliseconds() > begin + 300; }));
-    }
-    void hold(std::uint8_t xKey)
-    {
-        hardware.press(xKey);
-        awaitRepeats();
-        hardware.release(xKey);
-    }
-    bool hears(const char* events)
-    {
-        return eventually(10s, [&] { return log.text() == QLatin1String(events); });
-    }
-    [[nodiscard]] std::string heard() const { return log.text().toStdString(); }
-
-    FakeLogSink logSink;
-    OtherClient other;
-    Xlib xlib;
-    KeyWindow window;
-    ServerKeymap keymap;
-    DesktopShortcuts desktopShortcuts{keymap};
-    X11HotKeys hotKeys{logSink, desktopShortcuts};
-    HotKeyLog log{hotKeys};
-    Hardware hardware;
-};
 
 TEST_F(HotKeysLiveTest, TheLocksDontMatter)
 {
@@ -194,6 +55,50 @@ TEST_F(HotKeysLiveTest, TheLocksDontMatter)
                 hardware.tap(key::numLock);
         }
     }
+}
+
+TEST_F(HotKeysLiveTest, LocksOfOtherModifiersDontMatterEither)
+{
+    const auto registration = registerKey(virtualKey::k, 1);
+    for (const unsigned lock :
+         {unsigned{Mod3Mask}, unsigned{Mod5Mask}, unsigned{Mod3Mask | Mod5Mask | LockMask}}) {
+        const auto before = log.events().size();
+        xlib.lockModifiers(lock);
+        tap(xKeyOfK);
+        EXPECT_TRUE(eventually(3s, [&] { return log.events().size() == before + 2; }))
+            << "lock " << lock << ": " << heard();
+        xlib.lockModifiers(0);
+    }
+}
+
+TEST_F(HotKeysLiveTest, ALockedModifierOfAnotherCombinationDoesMatter)
+{
+    const auto plain = registerKey(virtualKey::k, 1);
+    const auto more = registerKey(virtualKey::k, 2, controlOption | carbonModifier::command);
+    xlib.lockModifiers(Mod4Mask);
+    tap(xKeyOfK);
+    EXPECT_TRUE(hears("+2 -2")) << heard();
+    xlib.lockModifiers(0);
+}
+
+TEST_F(HotKeysLiveTest, AfterALostConnectionTheKeysAreGrabbedAgain)
+{
+    const std::set<int> before = openSockets();
+    const auto registration = registerKey(virtualKey::k, 1);
+    tap(xKeyOfK);
+    ASSERT_TRUE(hears("+1 -1")) << heard();
+    std::set<int> made = openSockets();
+    for (const int socket : before)
+        made.erase(socket);
+    ASSERT_EQ(made.size(), 1u);
+    // Another client can't kill this one: it has no resource by which it could be named.
+    ASSERT_EQ(::shutdown(*made.begin(), SHUT_RDWR), 0);
+    int questions = 0; // without the event loop, or it would be grabbed again meanwhile
+    while (!xlib.couldGrab(xKeyOfK, ControlMask | Mod1Mask))
+        ASSERT_LT(++questions, 10000) << "the grab ends with the connection";
+    EXPECT_TRUE(eventually(10s, [this] { return !xlib.couldGrab(xKeyOfK, ControlMask | Mod1Mask); }));
+    tap(xKeyOfK);
+    EXPECT_TRUE(hears("+1 -1 +1 -1")) << heard();
 }
 
 TEST_F(HotKeysLiveTest, AKeyThatIsHeldFiresOnce)

@@ -3,9 +3,6 @@
 #include "Platform/HotKeys.h"
 #include "PlatformLinux/X11/ModifierRoles.h"
 
-#include <algorithm>
-
-#include <X11/keysym.h>
 #include <xcb/xproto.h>
 
 namespace orvane {
@@ -16,18 +13,6 @@ constexpr unsigned modifierCount = 8;
 /// Mod1: the five before it always have the same meaning.
 constexpr unsigned firstFreeModifier = 3;
 constexpr std::uint16_t allModifiers = 0xFF;
-
-KeySet keysWith(std::uint32_t keysym, std::uint8_t firstKey, unsigned perKey,
-                std::span<const std::uint32_t> keysyms)
-{
-    KeySet keys;
-    for (std::size_t i = 0; perKey > 0 && i < keysyms.size(); ++i) {
-        const std::size_t key = firstKey + i / perKey;
-        if (keysyms[i] == keysym && key < keys.size())
-            keys.set(key);
-    }
-    return keys;
-}
 
 /// Returns the lowest free modifier that one of the keys sets; 0 for none.
 std::uint16_t maskOf(const KeySet& keys, unsigned perModifier, std::span<const std::uint8_t> modifierKeys)
@@ -62,8 +47,6 @@ ModifierMasks ModifierMasks::fromMappings(std::uint8_t firstKey, unsigned symbol
     ModifierMasks made;
     made.m_option = maskOfRole(ModifierRole::option);
     made.m_command = maskOfRole(ModifierRole::command);
-    made.m_numLock =
-        maskOf(keysWith(XK_Num_Lock, firstKey, symbolsPerKey, keysyms), keysPerModifier, modifierKeys);
     return made;
 }
 
@@ -88,22 +71,25 @@ std::optional<std::uint16_t> ModifierMasks::stateOf(std::uint32_t carbonModifier
     return state;
 }
 
+std::uint16_t ModifierMasks::ours() const
+{
+    return static_cast<std::uint16_t>(XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | m_option | m_command);
+}
+
 std::vector<std::uint16_t> ModifierMasks::withLocks(std::uint16_t state) const
 {
+    const std::uint16_t others = static_cast<std::uint16_t>(allModifiers & ~ours());
     std::vector<std::uint16_t> states;
-    for (const std::uint16_t num : {std::uint16_t{0}, m_numLock}) {
-        for (const std::uint16_t caps : {std::uint16_t{0}, std::uint16_t{XCB_MOD_MASK_LOCK}}) {
-            const auto variant = static_cast<std::uint16_t>(state | num | caps);
-            if (std::ranges::find(states, variant) == states.end())
-                states.push_back(variant);
-        }
+    for (std::uint16_t locks = 0; locks <= allModifiers; ++locks) {
+        if ((locks & ~others) == 0)
+            states.push_back(static_cast<std::uint16_t>(state | locks));
     }
     return states;
 }
 
 std::uint16_t ModifierMasks::withoutLocks(std::uint16_t state) const
 {
-    return static_cast<std::uint16_t>(state & allModifiers & ~(XCB_MOD_MASK_LOCK | m_numLock));
+    return static_cast<std::uint16_t>(state & ours());
 }
 
 } // namespace orvane

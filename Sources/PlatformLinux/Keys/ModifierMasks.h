@@ -22,7 +22,8 @@ public:
     /// Returns the state for modifiers in carbon bits, of which only the four count. Absent when the keyboard
     /// lacks one of them.
     [[nodiscard]] std::optional<std::uint16_t> stateOf(std::uint32_t carbonModifiers) const;
-    /// Returns the state with each combination of the locks, which must not matter for a hot key.
+    /// Returns the state with each combination of the modifiers that aren't ours. Any of them can be locked,
+    /// by Caps Lock, Num Lock, Scroll Lock or a lock of a level, and that must not matter for a hot key.
     [[nodiscard]] std::vector<std::uint16_t> withLocks(std::uint16_t state) const;
     /// Returns the part of an event's state by which a hot key is found.
     [[nodiscard]] std::uint16_t withoutLocks(std::uint16_t state) const;
@@ -30,9 +31,10 @@ public:
     friend bool operator==(const ModifierMasks&, const ModifierMasks&) = default;
 
 private:
+    [[nodiscard]] std::uint16_t ours() const;
+
     std::uint16_t m_option = 0;
     std::uint16_t m_command = 0;
-    std::uint16_t m_numLock = 0;
 };
 
 } // namespace orvane

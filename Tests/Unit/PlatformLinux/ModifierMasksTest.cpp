@@ -7,13 +7,13 @@
 #include <xcb/xproto.h>
 
 #include <array>
+#include <set>
 #include <vector>
 
 namespace orvane::tests {
 namespace {
 
 using namespace carbonModifier;
-using ::testing::UnorderedElementsAre;
 
 constexpr std::uint8_t firstKey = 8, keyAlt = 8, keySuper = 9, keyNum = 10, keyMeta = 11;
 
@@ -66,23 +66,36 @@ TEST(ModifierMasks, AModifierThatTheKeyboardLacksHasNoState)
     EXPECT_EQ(ModifierMasks().stateOf(option), std::nullopt);
 }
 
-TEST(ModifierMasks, TheLocksMakeFourStates)
+TEST(ModifierMasks, AHotKeyHasAStateForEachCombinationOfTheOtherModifiers)
 {
+    // Lock, Mod2, Mod3 and Mod5 carry none of the four.
     const auto usual = masks({0, 0, 0, keyAlt, keyNum, 0, keySuper, 0});
-    EXPECT_THAT(usual.withLocks(XCB_MOD_MASK_1),
-                UnorderedElementsAre(XCB_MOD_MASK_1, XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK,
-                                     XCB_MOD_MASK_1 | XCB_MOD_MASK_2,
-                                     XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_LOCK));
-    EXPECT_EQ(usual.withoutLocks(XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_LOCK | 0x2000),
-              XCB_MOD_MASK_1)
-        << "the bits of the group aren't modifiers";
+    const auto states = usual.withLocks(XCB_MOD_MASK_1);
+    EXPECT_THAT(states, ::testing::SizeIs(16));
+    EXPECT_THAT(std::set(states.begin(), states.end()), ::testing::SizeIs(16));
+    constexpr int others = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 | XCB_MOD_MASK_5;
+    for (const std::uint16_t state : states)
+        EXPECT_EQ(state & ~others, XCB_MOD_MASK_1);
+    for (const int lock : {0, int{XCB_MOD_MASK_LOCK}, int{XCB_MOD_MASK_3}, int{XCB_MOD_MASK_5}, others})
+        EXPECT_THAT(states, ::testing::Contains(XCB_MOD_MASK_1 | lock));
 }
 
-TEST(ModifierMasks, WithoutANumLockThereAreTwoStates)
+TEST(ModifierMasks, AHotKeyIsFoundByTheFourModifiersAlone)
 {
-    const auto poor = masks({0, 0, 0, keyAlt, 0, 0, keySuper, 0});
-    EXPECT_THAT(poor.withLocks(0), UnorderedElementsAre(0, XCB_MOD_MASK_LOCK));
-    EXPECT_EQ(poor.withoutLocks(XCB_MOD_MASK_2), XCB_MOD_MASK_2);
+    const auto usual = masks({0, 0, 0, keyAlt, keyNum, 0, keySuper, 0});
+    EXPECT_EQ(usual.withoutLocks(XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 | XCB_MOD_MASK_5 |
+                                 XCB_MOD_MASK_LOCK | 0x2000),
+              XCB_MOD_MASK_1)
+        << "the bits of the group aren't modifiers";
+    constexpr int ours = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
+    EXPECT_EQ(usual.withoutLocks(ours), ours);
+}
+
+TEST(ModifierMasks, ABitOfAModifierThatTheKeyboardLacksDoesntCount)
+{
+    const auto poor = masks({0, 0, 0, keyAlt, 0, 0, 0, 0});
+    EXPECT_THAT(poor.withLocks(0), ::testing::SizeIs(32)) << "Lock and Mod2 to Mod5";
+    EXPECT_EQ(poor.withoutLocks(XCB_MOD_MASK_4 | XCB_MOD_MASK_1), XCB_MOD_MASK_1);
 }
 
 TEST(ModifierMasks, BrokenMappingsGiveNothing)
