@@ -28,17 +28,15 @@ constexpr std::uint32_t allControls = 0x1FFFu | XCB_XKB_CONTROL_GROUPS_WRAP | XC
 /// Returns the whole reply with the numbers of the device and of the reply set to zero, so that two replies
 /// can be compared.
 template <typename Reply>
-std::vector<std::byte> bytesOf(Reply* reply)
+std::vector<std::byte> bytesOf(XcbReply<Reply> reply)
 {
     if (!reply)
         return {};
     reply->deviceID = 0;
     reply->sequence = 0;
     constexpr std::size_t shortestReply = 32;
-    const auto* first = reinterpret_cast<const std::byte*>(reply);
-    std::vector<std::byte> bytes(first, first + shortestReply + reply->length * std::size_t{4});
-    std::free(reply);
-    return bytes;
+    const auto* first = reinterpret_cast<const std::byte*>(reply.get());
+    return {first, first + shortestReply + reply->length * std::size_t{4}};
 }
 
 template <typename Reply>
@@ -162,22 +160,25 @@ void setControls(xcb_connection_t* xcb, DeviceId device, const xcb_xkb_get_contr
 
 DeviceKeymap DeviceKeymap::of(InputConnection& connection, DeviceId device)
 {
-    xcb_connection_t* xcb = connection.xcb();
+    XExchange exchange(connection.link(), within(InputConnection::patience));
+    xcb_connection_t* xcb = exchange.xcb();
     const auto map =
         xcb_xkb_get_map(xcb, device, allMapParts, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
     const auto compat = xcb_xkb_get_compat_map(xcb, device, allGroups, 1, 0, 0);
     const auto controls = xcb_xkb_get_controls(xcb, device);
     DeviceKeymap read;
-    read.m_map = bytesOf(xcb_xkb_get_map_reply(xcb, map, nullptr));
-    read.m_compatMap = bytesOf(xcb_xkb_get_compat_map_reply(xcb, compat, nullptr));
-    read.m_controls = bytesOf(xcb_xkb_get_controls_reply(xcb, controls, nullptr));
-    return read;
+    read.m_map = bytesOf(exchange.reply<xcb_xkb_get_map_reply_t>(map));
+    read.m_compatMap = bytesOf(exchange.reply<xcb_xkb_get_compat_map_reply_t>(compat));
+    read.m_controls = bytesOf(exchange.reply<xcb_xkb_get_controls_reply_t>(controls));
+    return exchange.isLate() ? DeviceKeymap() : read;
 }
 
 void DeviceKeymap::applyTo(InputConnection& connection, DeviceId device) const
 {
     xcb_connection_t* xcb = connection.xcb();
     const DeviceKeymap present = of(connection, device);
+    if (present.isEmpty())
+        return;
     if (!m_map.empty() && m_map != present.m_map)
         setKeyMap(xcb, device, m_map);
     if (!m_compatMap.empty() && m_compatMap != present.m_compatMap)
@@ -188,9 +189,9 @@ void DeviceKeymap::applyTo(InputConnection& connection, DeviceId device) const
 
 void copyLocks(InputConnection& connection, DeviceId from, DeviceId to)
 {
-    xcb_connection_t* xcb = connection.xcb();
-    const XcbReply<xcb_xkb_get_state_reply_t> state(
-        xcb_xkb_get_state_reply(xcb, xcb_xkb_get_state(xcb, from), nullptr));
+    XExchange exchange(connection.link(), within(InputConnection::patience));
+    xcb_connection_t* xcb = exchange.xcb();
+    const auto state = exchange.reply<xcb_xkb_get_state_reply_t>(xcb_xkb_get_state(xcb, from));
     if (state)
         xcb_xkb_latch_lock_state(xcb, to, allModifiers, state->lockedMods, 1, state->lockedGroup, 0, 0, 0);
 }

@@ -14,10 +14,12 @@ class DeviceKeymap {
 public:
     /// An empty keymap, which is never applied.
     DeviceKeymap() = default;
-    /// Round trip.
-    static DeviceKeymap of(InputConnection& connection, DeviceId device);
+    /// Empty where the server doesn't answer in time. Round trip.
+    [[nodiscard]] static DeviceKeymap of(InputConnection& connection, DeviceId device);
 
-    /// Makes a device work like this one; sends nothing where it already does. Round trip.
+    [[nodiscard]] bool isEmpty() const { return m_map.empty(); }
+    /// Makes a device work like this one; sends nothing where it already does, or where the server doesn't
+    /// say how it works. Round trip.
     void applyTo(InputConnection& connection, DeviceId device) const;
 
     friend bool operator==(const DeviceKeymap&, const DeviceKeymap&) = default;
@@ -30,7 +32,8 @@ private:
     Bytes m_controls;
 };
 
-/// Gives the device `to` the locked modifiers and the locked group of `from`, and so its lights.
+/// Gives the device `to` the locked modifiers and the locked group of `from`, and so its lights. Round trip;
+/// nothing happens where the server doesn't answer in time.
 void copyLocks(InputConnection& connection, DeviceId from, DeviceId to);
 
 } // namespace orvane

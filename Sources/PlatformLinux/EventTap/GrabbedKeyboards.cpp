@@ -61,17 +61,18 @@ std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
     const auto cookie = xcb_input_xi_grab_device(
         m_connection.xcb(), m_connection.root(), XCB_CURRENT_TIME, XCB_NONE, device.id,
         XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, 1, &mask);
-    xcb_generic_error_t* error = nullptr;
-    const XcbReply<xcb_input_xi_grab_device_reply_t> reply(
-        xcb_input_xi_grab_device_reply(m_connection.xcb(), cookie, &error));
-    const XcbReply<xcb_generic_error_t> ownedError(error);
-    if (error) {
-        return refusal(device.name, error->error_code == XCB_ACCESS
+    XExchange exchange(m_connection.link(), within(InputConnection::patience));
+    const auto reply = exchange.reply<xcb_input_xi_grab_device_reply_t>(cookie);
+    if (exchange.outcome() == XOutcome::refused) {
+        return refusal(device.name, exchange.error() == XCB_ACCESS
                                         ? "the X server doesn't trust this program"
                                         : "the X server knows no such device any more");
     }
-    if (!reply)
+    if (!reply) {
+        // The server may still grant it, and the keys of a device that isn't known here would go nowhere.
+        xcb_input_xi_ungrab_device(m_connection.xcb(), XCB_CURRENT_TIME, device.id);
         return refusal(device.name, "the X server doesn't answer");
+    }
     switch (reply->status) {
     case XCB_GRAB_STATUS_SUCCESS:
         break;
@@ -93,6 +94,15 @@ void GrabbedKeyboards::releaseLeftovers()
     m_connection.flush();
 }
 
+std::vector<std::string> GrabbedKeyboards::serverIsBack()
+{
+    if (m_isFree)
+        return {};
+    followKeymap();
+    followLocks();
+    return grab();
+}
+
 GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hierarchy_event_t& event)
 {
     if (m_isFree)
@@ -109,7 +119,7 @@ GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hie
 void GrabbedKeyboards::followKeymap()
 {
     DeviceKeymap present = DeviceKeymap::of(m_connection, m_xtest);
-    if (present == m_keymap)
+    if (present.isEmpty() || present == m_keymap)
         return;
     m_keymap = std::move(present);
     for (const auto& keyboard : m_keyboards.keyboards())
@@ -133,7 +143,7 @@ void GrabbedKeyboards::letGo()
         if (isEnabled)
             xcb_input_xi_ungrab_device(m_connection.xcb(), XCB_CURRENT_TIME, keyboard.id);
     }
-    m_connection.synchronize();
+    m_connection.synchronize(); // without an answer the connection's end frees them
 }
 
 void GrabbedKeyboards::followLocks()

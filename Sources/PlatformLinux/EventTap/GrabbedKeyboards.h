@@ -49,6 +49,9 @@ public:
         std::vector<std::string> problems;
     };
     Changed hierarchyChanged(const xcb_input_hierarchy_event_t& event);
+    /// To be called when the server is heard from after late answers: asks again. Returns new sentences like
+    /// those of grab(). Round trips.
+    std::vector<std::string> serverIsBack();
 
     /// To be called when the layout or the repeat rate may have changed. Grabbed devices aren't told, so they
     /// get the new ones here; otherwise the old ones would be back when they are let go. Round trips.
@@ -58,7 +61,8 @@ public:
     void followLocks();
 
     /// Lets all go. Their earlier events are in the connection's queue when this returns, and no further ones
-    /// come. Round trips.
+    /// come. Where the server doesn't answer in time, only the connection's end is sure to free them. Round
+    /// trips.
     void letGo();
     /// After letGo(), for the keys that are still down: makes `modifiers` count again, which the applications
     /// have seen released, and keeps `heldBack`, which they have never seen, from repeating. Round trips.

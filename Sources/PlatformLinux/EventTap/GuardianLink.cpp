@@ -7,6 +7,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -20,8 +22,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Much longer than a guardian in order needs; then it is killed.
-constexpr std::chrono::milliseconds farewell = 1s;
+/// Longer than a guardian in order needs; then it is killed. The main thread waits meanwhile.
+constexpr std::chrono::milliseconds farewell = 250ms;
 constexpr char goodbye = 'b';
 
 bool endsWithin(pid_t process, std::chrono::milliseconds limit)
@@ -86,6 +88,14 @@ GuardianLink::GuardianLink(QByteArray program, std::uint32_t window, const Share
         m_process = -1;
         m_pipe.reset();
     }
+}
+
+void GuardianLink::abandon()
+{
+    m_pipe.reset();
+    const pid_t process = std::exchange(m_process, -1);
+    if (process >= 0)
+        std::thread([process] { ::waitpid(process, nullptr, 0); }).detach(); // or it would stay as a zombie
 }
 
 GuardianLink::~GuardianLink()

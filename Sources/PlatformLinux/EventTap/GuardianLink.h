@@ -30,6 +30,8 @@ public:
 
     /// For poll(): in error when the guardian has died too early. -1 when there is none.
     [[nodiscard]] int descriptor() const { return m_pipe.get(); }
+    /// Leaves the guardian to its work as if this process had died; nothing waits for it any more.
+    void abandon();
 
 private:
     pid_t m_process = -1;

@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// The time that the X server may take to open the connection; the main thread waits for it.
-constexpr auto longestOpening = 1s;
+constexpr auto longestOpening = 500ms;
 constexpr std::uint8_t lockModifier = 1 << 1;
 
 std::uint64_t uptimeNanoseconds()
@@ -29,17 +29,17 @@ void write(LogSink& log, const QString& sentence)
 
 } // namespace
 
-std::shared_ptr<KeyListener> KeyListener::begin(LogSink& log, FakedMotions& faked, Handlers handlers)
+KeyListener::Begun KeyListener::begin(LogSink& log, FakedMotions& faked, Handlers handlers)
 {
     auto opened = InputConnection::open(within(longestOpening));
     if (!opened.connection) {
         write(log, QStringLiteral("Keyboard events can't be heard: %1.")
                        .arg(QString::fromStdString(opened.problem)));
-        return nullptr;
+        return {nullptr, opened.isLate};
     }
     std::shared_ptr<KeyListener> listener(
         new KeyListener(std::move(opened.connection), log, faked, std::move(handlers)));
-    return listener;
+    return {std::move(listener)};
 }
 
 KeyListener::KeyListener(std::unique_ptr<InputConnection> connection, LogSink& log, FakedMotions& faked,
@@ -60,15 +60,20 @@ KeyListener::KeyListener(std::unique_ptr<InputConnection> connection, LogSink& l
     m_hierarchy =
         link.selectInput(m_connection->root(), XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     selectKeyboardSettings(*m_connection);
-    m_held.setRoles(m_connection->modifierRoles());
-    m_held.setCapsLocked(m_connection->capsIsLocked());
-    findKeyboards();
+    readState();
     m_held.set(m_keyboards.down());
 }
 
 KeyListener::~KeyListener()
 {
     m_faked.setHeard(false);
+}
+
+void KeyListener::readState()
+{
+    m_held.setRoles(m_connection->modifierRoles());
+    m_held.setCapsLocked(m_connection->capsIsLocked());
+    findKeyboards();
 }
 
 void KeyListener::findKeyboards()
@@ -99,6 +104,8 @@ void KeyListener::read()
     const auto self = shared_from_this(); // a handler may end it
     while (const auto event = m_connection->nextEvent())
         readEvent(*event);
+    if (m_connection->link().takeRecovery())
+        readState(); // whatever was asked meanwhile isn't known
     if (!m_connection->isLost() || std::exchange(m_isLost, true))
         return;
     m_notifier.setEnabled(false);

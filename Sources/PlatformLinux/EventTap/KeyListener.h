@@ -27,8 +27,14 @@ public:
         /// Called once, in a turn of the event loop, when the X server is gone.
         std::function<void()> lost;
     };
-    /// Null when it can't begin; the log says why. Round trips.
-    static std::shared_ptr<KeyListener> begin(LogSink& log, FakedMotions& faked, Handlers handlers);
+    struct Begun {
+        /// Null when it can't begin; the log says why.
+        std::shared_ptr<KeyListener> listener;
+        /// True if it may begin later: the server didn't answer in time.
+        bool isLate = false;
+    };
+    /// Round trips, and a wait of half a second at most for the connection.
+    [[nodiscard]] static Begun begin(LogSink& log, FakedMotions& faked, Handlers handlers);
     ~KeyListener();
     KeyListener(const KeyListener&) = delete;
     KeyListener& operator=(const KeyListener&) = delete;
@@ -41,6 +47,7 @@ public:
 private:
     KeyListener(std::unique_ptr<InputConnection> connection, LogSink& log, FakedMotions& faked,
                 Handlers handlers);
+    void readState();
     void findKeyboards();
     void read();
     void readEvent(const xcb_generic_event_t& event);

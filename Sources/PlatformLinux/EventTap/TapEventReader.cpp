@@ -50,6 +50,8 @@ void TapEventReader::restoreHeldKeys(const KeyInjector::Held& held)
 bool TapEventReader::readNext()
 {
     const auto event = m_connection.nextEvent();
+    if (m_connection.link().takeRecovery())
+        readAgain();
     if (!event)
         return false;
     const std::uint8_t type = event->response_type & 0x7F;
@@ -64,6 +66,20 @@ bool TapEventReader::readNext()
     else if (type == m_connection.xkbFirstEvent())
         readKeyboardSettings(event->pad0); // the one type of that extension's events has their kind here
     return true;
+}
+
+/// After late answers: whatever was asked meanwhile isn't known.
+void TapEventReader::readAgain()
+{
+    m_injector.awaitAnswer();
+    m_injector.followLayout();
+    m_injector.followCapsLock();
+    if (m_keyboards) {
+        for (const std::string& problem : m_keyboards->serverIsBack())
+            m_log(LogLevel::notice, problem);
+        m_guardian->noteKeyboards(*m_keyboards);
+    }
+    m_connection.flush();
 }
 
 void TapEventReader::readInput(const xcb_generic_event_t& event)

@@ -36,6 +36,7 @@ public:
     bool readNext();
 
 private:
+    void readAgain();
     void readInput(const xcb_generic_event_t& event);
     void readKey(const xcb_input_key_press_event_t& event);
     void readHierarchy(const xcb_input_hierarchy_event_t& event);

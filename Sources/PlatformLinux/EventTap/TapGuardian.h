@@ -43,6 +43,14 @@ public:
     /// Takes the events that poll() returned for the descriptor. A guardian that has died is replaced, the
     /// first one at once, and the later ones after a pause that grows from one to the next.
     void watch(short happened);
+    /// To be called where the server doesn't say whether it has done what this program asked: the guardian
+    /// releases the keys when the server is back.
+    void abandon()
+    {
+        if (m_link)
+            m_link->abandon();
+        m_link.reset();
+    }
 
 private:
     using Clock = std::chrono::steady_clock;

@@ -14,6 +14,9 @@ using namespace std::chrono_literals;
 
 /// Events are posted in bursts, which share one connection.
 constexpr auto postingIdleTime = 2s;
+/// The pause after an attempt to reach a server that didn't answer. Shorter than the time after which a
+/// disabled tap is enabled again.
+constexpr auto pauseAfterLateness = 1s;
 
 } // namespace
 
@@ -42,59 +45,69 @@ TapSource::~TapSource()
     stopThread();
 }
 
-bool TapSource::setNeed(Need need, EventMask mask)
+TapSource::Result TapSource::setNeed(Need need, EventMask mask)
 {
     m_need = need;
     m_mask = mask;
-    const bool isThere = have(need);
+    const Result result = have(need);
     if (isTapping())
         m_thread->setMask(mask);
     tidySoon();
-    return isThere;
+    return result;
 }
 
-bool TapSource::canHave(Need need)
+TapSource::Result TapSource::tryNeed(Need need)
 {
-    const bool isThere = have(need);
+    const Result result = have(need);
     tidySoon();
-    return isThere;
+    return result;
 }
 
-bool TapSource::have(Need need)
+TapSource::Result TapSource::have(Need need)
 {
-    switch (need) {
-    case Need::nothing:
-        return true;
-    case Need::listening:
-        // The thread serves those that listen too, until it is stopped.
-        return isTapping() || startListener();
-    case Need::filtering:
-        break;
-    }
-    if (isTapping())
-        return true;
+    // The thread serves those that listen too, until it is stopped.
+    if (need == Need::nothing || isTapping())
+        return Result::there;
+    if (need == Need::listening)
+        return startListener();
     stopThread(); // a thread for posting: what was posted goes out before it ends
-    if (!startThread(TapThread::Purpose::tap))
-        return false;
+    const Result result = startThread(TapThread::Purpose::tap);
+    if (result != Result::there)
+        return result;
     if (m_listener && !m_listenerIsEnding) {
         m_listenerIsEnding = true;
         m_listener->stopHearing();
     }
-    return true;
+    return Result::there;
 }
 
-bool TapSource::startThread(TapThread::Purpose purpose)
+bool TapSource::isTooSoon() const
 {
+    return Deadline::clock::now() < m_nextAttempt;
+}
+
+TapSource::Result TapSource::noteLate()
+{
+    m_nextAttempt = within(pauseAfterLateness);
+    return Result::late;
+}
+
+TapSource::Result TapSource::startThread(TapThread::Purpose purpose)
+{
+    if (isTooSoon())
+        return Result::late;
     auto thread = std::make_unique<TapThread>(purpose, m_log, m_faked, m_commandKeys);
     if (thread->ending() == TapThread::Ending::failed)
-        return false;
+        return Result::refused;
+    if (thread->ending() == TapThread::Ending::late)
+        return noteLate();
     m_log.forget();
     m_thread = std::move(thread);
     if (purpose == TapThread::Purpose::tap)
         m_shortTurns.emplace();
     m_notifier.reset(new QSocketNotifier(m_thread->mailbox().descriptor(), QSocketNotifier::Read));
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { answerNext(); });
-    return true;
+    return Result::there;
 }
 
 void TapSource::stopThread()
@@ -110,20 +123,24 @@ void TapSource::stopThread()
     m_unseen.insert(m_unseen.end(), unseen.begin(), unseen.end());
 }
 
-bool TapSource::startListener()
+TapSource::Result TapSource::startListener()
 {
     finishListener();
-    if (!m_listener)
-        m_listener = KeyListener::begin(m_log, m_faked,
-                                        {.hear = [this](const Event& event) { hear(event); },
-                                         .lost =
-                                             [this] {
-                                                 m_listener.reset();
-                                                 m_handlers.listenerEnded();
-                                             }});
     if (m_listener)
-        m_log.forget();
-    return m_listener != nullptr;
+        return Result::there;
+    if (isTooSoon())
+        return Result::late;
+    const auto lost = [this] {
+        m_listener.reset();
+        m_handlers.listenerEnded();
+    };
+    auto begun = KeyListener::begin(m_log, m_faked,
+                                    {.hear = [this](const Event& event) { hear(event); }, .lost = lost});
+    if (!begun.listener)
+        return begun.isLate ? noteLate() : Result::refused;
+    m_listener = std::move(begun.listener);
+    m_log.forget();
+    return Result::there;
 }
 
 /// Reports the keys from before the grab ahead of those that the thread offers.
@@ -152,7 +169,7 @@ void TapSource::tidy()
     finishListener();
     if (isTapping() && m_need != Need::filtering) {
         // It begins to listen before the keyboards are free, so it misses no key.
-        const bool isHeard = m_need != Need::listening || startListener();
+        const bool isHeard = m_need != Need::listening || startListener() == Result::there;
         stopThread();
         if (!isHeard)
             m_handlers.listenerEnded();
@@ -206,7 +223,7 @@ void TapSource::press(const Event& event)
         return;
     }
     noticeEnding();
-    if (!m_thread && !startThread(TapThread::Purpose::posting))
+    if (!m_thread && startThread(TapThread::Purpose::posting) != Result::there)
         return;
     m_postingEnd.start();
     (void)m_thread->post(event); // if it has ended since, the server is gone, and no program gets any key

@@ -27,6 +27,11 @@ class KeyListener;
 class TapSource {
 public:
     enum class Need { nothing, listening, filtering };
+    enum class Result {
+        there,
+        late,    // the X server doesn't answer; a later attempt may succeed
+        refused, // the log says why
+    };
     struct Handlers {
         /// Called for a key that waits for the decision.
         std::function<EventTapDecision(Event&)> decide;
@@ -43,10 +48,12 @@ public:
     TapSource(const TapSource&) = delete;
     TapSource& operator=(const TapSource&) = delete;
 
-    /// Sets what the taps in place want from now on. False when it can't be had; the log says why.
-    [[nodiscard]] bool setNeed(Need need, EventMask mask);
-    /// True if it could be had. If nothing needs it, it ends with this turn of the event loop.
-    [[nodiscard]] bool canHave(Need need);
+    /// Sets what the taps in place want from now on, and returns if that is there. May wait for the X server
+    /// for half a second, and after a late answer not again for a second.
+    [[nodiscard]] Result setNeed(Need need, EventMask mask);
+    /// Tries if it could be had, as setNeed() does. If nothing needs it, it ends with this turn of the event
+    /// loop.
+    [[nodiscard]] Result tryNeed(Need need);
     /// Calls threadEnded() if the thread has ended and that wasn't reported yet.
     void noticeEnding();
 
@@ -58,14 +65,16 @@ private:
         void operator()(QSocketNotifier* notifier) const;
     };
 
-    bool have(Need need);
+    Result have(Need need);
     [[nodiscard]] bool isTapping() const
     {
         return m_thread && m_thread->purpose() == TapThread::Purpose::tap;
     }
-    bool startThread(TapThread::Purpose purpose);
+    Result startThread(TapThread::Purpose purpose);
     void stopThread();
-    bool startListener();
+    Result startListener();
+    [[nodiscard]] bool isTooSoon() const;
+    Result noteLate();
     void finishListener();
     void tidySoon();
     void tidy();
@@ -90,6 +99,8 @@ private:
     std::optional<ShortTurns> m_shortTurns;
     QTimer m_postingEnd;
     bool m_willTidy = false;
+    /// Until then the server isn't asked again for a connection.
+    Deadline m_nextAttempt;
     /// The context of queued calls.
     QObject m_context;
 };

@@ -14,7 +14,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The time that the X server may take to open the tap's connection.
+/// The time that the main thread waits for the thread's beginning, and for its end.
+constexpr auto longestWait = 500ms;
+/// The time that the X server may take to open the tap's connection; the main thread ends the wait before.
 constexpr auto longestOpening = 2s;
 
 } // namespace
@@ -37,9 +39,17 @@ TapThread::TapThread(Purpose purpose, LogSink& log, FakedMotions& faked,
     sigset_t before = {};
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    m_thread = std::thread([this, promise = std::move(begun)]() mutable { run(std::move(promise)); });
+    std::promise<void> ended;
+    m_ended = ended.get_future();
+    m_thread = std::thread([this, begins = std::move(begun), ends = std::move(ended)]() mutable {
+        run(std::move(begins), std::move(ends));
+    });
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    answer.wait();
+    if (answer.wait_for(longestWait) == std::future_status::ready)
+        return;
+    m_givesUp.raise();
+    finish();
+    m_ending = Ending::late;
 }
 
 TapThread::~TapThread()
@@ -49,13 +59,19 @@ TapThread::~TapThread()
 
 std::vector<Event> TapThread::stop()
 {
-    if (m_thread.joinable()) {
-        m_mailbox.close();
-        m_isStopping = true;
-        m_wake.raise();
-        m_thread.join();
-    }
+    if (m_thread.joinable())
+        finish();
     return std::exchange(m_unseen, {});
+}
+
+void TapThread::finish()
+{
+    m_mailbox.close();
+    m_isStopping = true;
+    m_wake.raise();
+    if (m_ended.wait_for(longestWait) != std::future_status::ready)
+        m_givesUp.raise();
+    m_thread.join();
 }
 
 bool TapThread::post(const Event& event)
@@ -70,15 +86,13 @@ bool TapThread::post(const Event& event)
     return true;
 }
 
-void TapThread::run(std::promise<void> begun)
+void TapThread::run(std::promise<void> begun, std::promise<void> ended)
 {
     const ShortTurns shortTurns;
     const bool hasBegun = begin();
     if (hasBegun) {
         begun.set_value();
         work();
-    } else {
-        m_reason = Ending::failed;
     }
     end();
     m_ending = m_reason;
@@ -86,12 +100,14 @@ void TapThread::run(std::promise<void> begun)
         m_mailbox.ring();
     else
         begun.set_value();
+    ended.set_value();
 }
 
 bool TapThread::begin()
 {
-    auto opened = InputConnection::open(within(longestOpening));
+    auto opened = InputConnection::open(within(longestOpening), m_givesUp.descriptor());
     if (!opened.connection) {
+        m_reason = opened.isLate ? Ending::late : Ending::failed;
         log(LogLevel::error, "Keyboard events can't be reached: " + opened.problem + ".");
         return false;
     }
@@ -108,8 +124,10 @@ bool TapThread::begin()
     if (m_purpose == Purpose::posting)
         return true;
     m_guardian = std::make_unique<TapGuardian>(*m_connection, m_guardianProgram, say);
-    if (!m_reader->grabKeyboards(m_faked, *m_guardian))
+    if (!m_reader->grabKeyboards(m_faked, *m_guardian)) {
+        m_reason = m_connection->synchronize() == XOutcome::late ? Ending::late : Ending::failed;
         return false;
+    }
     m_guardian->start();
     return true;
 }
@@ -173,9 +191,11 @@ void TapThread::end()
         ;
     injectPosts();
     m_reader->restoreHeldKeys(m_injector->releaseAll());
-    m_connection->synchronize();
+    const XOutcome outcome = m_connection->synchronize();
     if (m_connection->isLost() && m_reason == Ending::none)
         noticeLoss(); // a dying server closes one connection after the other, and the main thread's was first
+    if (outcome == XOutcome::late && m_guardian)
+        m_guardian->abandon();
     m_unseen = m_injector->takeUnseen();
     m_guardian.reset();
     m_reader.reset();

@@ -29,12 +29,13 @@ public:
     enum class Ending {
         none,       // it runs
         failed,     // it couldn't begin; the log says why
+        late,       // the X server didn't answer in time when it was to begin
         timedOut,   // the main thread let an event wait for too long, or the whole program stood still
         serverLost, // the X server is gone
     };
 
     /// `commandKeys` is called on the thread. Returns when the keyboards are grabbed, or can't be: after some
-    /// round trips.
+    /// round trips, and in any case after half a second.
     TapThread(Purpose purpose, LogSink& log, FakedMotions& faked, std::function<CommandKeys()> commandKeys);
     ~TapThread();
     TapThread(const TapThread&) = delete;
@@ -50,12 +51,14 @@ public:
     /// Presses this event after those before it. False when the thread has ended.
     [[nodiscard]] bool post(const Event& event);
 
-    /// Lets everything go after pressing what was posted. Returns in order the events of the mask that went
-    /// on without being shown to the main thread.
+    /// Lets everything go after pressing what was posted. Where the server doesn't answer for half a second,
+    /// the end of the connection frees the keyboards, and the guardian releases the keys. Returns in order
+    /// the events of the mask that went on without being shown to the main thread.
     std::vector<Event> stop();
 
 private:
-    void run(std::promise<void> begun);
+    void run(std::promise<void> begun, std::promise<void> ended);
+    void finish();
     bool begin();
     void work();
     void wait();
@@ -75,6 +78,8 @@ private:
     TapMailbox m_mailbox{
         [this](const Event& answer, EventTapDecision decision) { m_injector->inject(answer, decision); }};
     EventSignal m_wake;
+    /// Raised when the main thread has waited for long enough: the thread's waits for the server end.
+    EventSignal m_givesUp;
     std::atomic<EventMask> m_mask{0};
     std::atomic<bool> m_isStopping{false};
     std::atomic<Ending> m_ending{Ending::none};
@@ -92,6 +97,7 @@ private:
     Ending m_reason = Ending::none;
     std::vector<Event> m_unseen;
 
+    std::future<void> m_ended;
     std::thread m_thread;
 };
 

@@ -59,8 +59,9 @@ std::unique_ptr<EventTap> XInputEventTaps::tapCreate(Location location, Placemen
         return nullptr;
     }
     noticeEnding();
-    // Trying shows whether the server allows it.
-    if (!m_source.canHave(needOf(options)))
+    // Trying shows whether the server allows it. One that doesn't answer has not refused: the tap is made,
+    // and can be enabled when the server is back.
+    if (m_source.tryNeed(needOf(options)) == TapSource::Result::refused)
         return nullptr;
     auto tap = std::make_unique<XInputEventTap>(*this, location, options, eventsOfInterest & supportedEvents,
                                                 callback, userInfo);
@@ -106,7 +107,7 @@ bool XInputEventTaps::update()
         need = std::max(need, needOf(tap->options()));
         mask |= tap->mask();
     }
-    return m_source.setNeed(need, mask);
+    return m_source.setNeed(need, mask) == TapSource::Result::there;
 }
 
 EventTapDecision XInputEventTaps::decide(Event& event, Location from)

@@ -38,7 +38,8 @@ private:
 
     void insert(XInputEventTap* tap, Placement placement);
     void remove(XInputEventTap* tap);
-    /// To be called when a tap begins or ceases to want events. False when what the taps need can't be had.
+    /// To be called when a tap begins or ceases to want events. False when what the taps need can't be had,
+    /// at least at present.
     bool update();
     void noticeEnding() { m_source.noticeEnding(); }
 

@@ -21,8 +21,8 @@ using orvane::InputConnection;
 using orvane::KeySet;
 using orvane::KeyWatch;
 
-/// Another client may hold the server for a while; nothing waits for this process.
-constexpr std::chrono::seconds longestOpening(60);
+/// The server may not answer for a while; nothing waits for this process.
+constexpr std::chrono::seconds longestWait(60);
 
 enum class Farewell { goodbye, death, standstill, serverLost };
 
@@ -80,7 +80,7 @@ private:
     /// window is gone.
     void waitForLastKeys()
     {
-        orvane::XExchange exchange(m_connection.link(), orvane::within(InputConnection::patience));
+        orvane::XExchange exchange(m_connection.link(), orvane::within(longestWait));
         const auto tree =
             exchange.reply<xcb_query_tree_reply_t>(xcb_query_tree(m_connection.xcb(), m_window));
         if (!tree)
@@ -162,7 +162,7 @@ int main(int argc, char** argv)
 
     // This comes first, before anything else could get that number.
     auto pulse = orvane::SharedPulse::ofDescriptor(orvane::SharedPulse::descriptorInGuardian);
-    const auto connection = InputConnection::open(orvane::within(longestOpening)).connection;
+    const auto connection = InputConnection::open(orvane::within(longestWait)).connection;
     if (!connection)
         return 1;
     Guardian(*connection, window, std::move(pulse), program).run();

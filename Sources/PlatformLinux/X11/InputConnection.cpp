@@ -44,33 +44,33 @@ bool isXTestDevice(XExchange& exchange, DeviceId device)
 
 } // namespace
 
-InputConnection::Opened InputConnection::open(Deadline deadline)
+InputConnection::Opened InputConnection::open(Deadline deadline, int cancellation)
 {
     static const std::array extensions{&xcb_input_id, &xcb_test_id, &xcb_xkb_id};
-    auto opened = XLink::open({.extensions = extensions}, deadline);
+    auto opened = XLink::open({.extensions = extensions, .cancellation = cancellation}, deadline);
     if (opened.outcome == XOutcome::late)
         return {nullptr, "the X server doesn't answer", true};
     if (!opened.link)
         return {nullptr, "the X server can't be reached"};
     std::unique_ptr<InputConnection> made(new InputConnection(std::move(opened.link)));
-    std::string problem = made->negotiate(deadline);
-    if (!problem.empty())
-        return {nullptr, std::move(problem)};
-    return {std::move(made), {}};
+    Opened result = made->negotiate(deadline);
+    if (result.problem.empty())
+        result.connection = std::move(made);
+    return result;
 }
 
-/// Returns what is missing, or nothing.
-std::string InputConnection::negotiate(Deadline deadline)
+/// Returns what is missing, or no problem.
+InputConnection::Opened InputConnection::negotiate(Deadline deadline)
 {
     // An untrusted client is shown neither of these two.
     const auto* xinput = m_link->extension(xcb_input_id);
     const auto* xkb = m_link->extension(xcb_xkb_id);
     if (!xinput)
-        return "the X server doesn't let this program at input devices (no XInput)";
+        return {nullptr, "the X server doesn't let this program at input devices (no XInput)"};
     if (!m_link->extension(xcb_test_id))
-        return "the X server doesn't let this program press keys (no XTEST)";
+        return {nullptr, "the X server doesn't let this program press keys (no XTEST)"};
     if (!xkb)
-        return "the X server has no keyboard extension";
+        return {nullptr, "the X server has no keyboard extension"};
     m_xinputOpcode = xinput->major_opcode;
     m_xinputFirstEvent = xinput->first_event;
     m_xkbFirstEvent = xkb->first_event;
@@ -83,11 +83,11 @@ std::string InputConnection::negotiate(Deadline deadline)
     const auto version = exchange.reply<xcb_input_xi_query_version_reply_t>(versionCookie);
     const auto use = exchange.reply<xcb_xkb_use_extension_reply_t>(useCookie);
     if (exchange.isLate())
-        return "the X server doesn't answer";
+        return {nullptr, "the X server doesn't answer", true};
     if (!version || version->major_version < 2)
-        return "the X server's XInput is older than version 2";
+        return {nullptr, "the X server's XInput is older than version 2"};
     if (!use || !use->supported)
-        return "the X server's keyboard extension isn't of version 1";
+        return {nullptr, "the X server's keyboard extension isn't of version 1"};
     flush();
     return {};
 }
@@ -163,9 +163,9 @@ bool InputConnection::capsIsLocked()
     return reply && (reply->lockedMods & lockModifier) != 0;
 }
 
-void InputConnection::synchronize()
+XOutcome InputConnection::synchronize()
 {
-    XExchange(*m_link, within(patience)).synchronize();
+    return XExchange(*m_link, within(patience)).synchronize();
 }
 
 void InputConnection::fake(std::uint8_t key, KeyMotion motion)

@@ -40,7 +40,7 @@ class InputConnection {
 public:
     /// The time that an answer may take. A grab of the server by another client doesn't count: this
     /// connection is served all the same.
-    static constexpr std::chrono::milliseconds patience{1000};
+    static constexpr std::chrono::milliseconds patience{500};
 
     struct Opened {
         std::unique_ptr<InputConnection> connection;
@@ -49,8 +49,9 @@ public:
         /// Whether it may be there in a moment.
         bool isLate = false;
     };
-    /// Connects to the display of the environment. Until it is open, another client can delay it.
-    [[nodiscard]] static Opened open(Deadline deadline);
+    /// Connects to the display of the environment. Until it is open, another client can delay it. Once
+    /// `cancellation` is readable, nothing is waited for any more.
+    [[nodiscard]] static Opened open(Deadline deadline, int cancellation = -1);
 
     [[nodiscard]] XLink& link() const { return *m_link; }
     [[nodiscard]] xcb_connection_t* xcb() const { return m_link->xcb(); }
@@ -68,8 +69,8 @@ public:
     [[nodiscard]] KeySet keysDown(DeviceId device, std::uint32_t* request = nullptr);
     [[nodiscard]] ModifierRoles modifierRoles();
     [[nodiscard]] bool capsIsLocked();
-    /// Returns when the server has done everything that was asked of it.
-    void synchronize();
+    /// Waits until the server has done everything that was asked of it.
+    XOutcome synchronize();
 
     /// Sent with the next flush or question.
     void press(std::uint8_t key) { fake(key, KeyMotion::press); }
@@ -80,7 +81,7 @@ public:
 
 private:
     explicit InputConnection(std::unique_ptr<XLink> link) : m_link(std::move(link)) {}
-    std::string negotiate(Deadline deadline);
+    Opened negotiate(Deadline deadline);
     void fake(std::uint8_t key, KeyMotion motion);
 
     std::unique_ptr<XLink> m_link;
