@@ -225,9 +225,12 @@ TEST_F(XLinkTest, TellsOnceThatALateServerIsBack)
     EXPECT_FALSE(link->nextEvent());
     EXPECT_FALSE(link->takeRecovery());
     server.release();
-    ASSERT_TRUE(isReadable(*link, 30'000));
-    EXPECT_FALSE(link->nextEvent());
-    EXPECT_TRUE(link->takeRecovery());
+    bool isBack = false; // the late answers may come one by one
+    while (!isBack && isReadable(*link, 30'000)) {
+        EXPECT_FALSE(link->nextEvent());
+        isBack = link->takeRecovery();
+    }
+    EXPECT_TRUE(isBack);
     EXPECT_FALSE(link->takeRecovery());
     EXPECT_FALSE(isReadable(*link));
     EXPECT_EQ(ask(*link), XOutcome::answered);
