@@ -175,7 +175,7 @@ DeviceKeymap DeviceKeymap::of(InputConnection& connection, DeviceId device)
 
 void DeviceKeymap::applyTo(InputConnection& connection, DeviceId device) const
 {
-    xcb_connection_t* xcb = connection.xcb();
+    xcb_connection_t* xcb = connection.link().xcb();
     const DeviceKeymap present = of(connection, device);
     if (present.isEmpty())
         return;

@@ -24,7 +24,7 @@ GrabbedKeyboards::~GrabbedKeyboards()
 std::vector<std::string> GrabbedKeyboards::grab()
 {
     if (!m_hierarchy)
-        m_hierarchy = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL,
+        m_hierarchy = m_connection.link().selectInput(m_connection.link().root(), XCB_INPUT_DEVICE_ALL,
                                                       XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     const Keyboards present = m_connection.keyboards();
     m_master = present.master;
@@ -59,7 +59,7 @@ std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
     const KeySet down = m_connection.keysDown(device.id);
     constexpr std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
     const auto cookie = xcb_input_xi_grab_device(
-        m_connection.xcb(), m_connection.root(), XCB_CURRENT_TIME, XCB_NONE, device.id,
+        m_connection.link().xcb(), m_connection.link().root(), XCB_CURRENT_TIME, XCB_NONE, device.id,
         XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, 1, &mask);
     XExchange exchange(m_connection.link(), within(InputConnection::patience));
     const auto reply = exchange.reply<xcb_input_xi_grab_device_reply_t>(cookie);
@@ -70,7 +70,7 @@ std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
     }
     if (!reply) {
         // The server may still grant it, and the keys of a device that isn't known here would go nowhere.
-        xcb_input_xi_ungrab_device(m_connection.xcb(), XCB_CURRENT_TIME, device.id);
+        xcb_input_xi_ungrab_device(m_connection.link().xcb(), XCB_CURRENT_TIME, device.id);
         return refusal(device.name, "the X server doesn't answer");
     }
     switch (reply->status) {
@@ -91,7 +91,7 @@ std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
 void GrabbedKeyboards::releaseLeftovers()
 {
     forEachKey(m_connection.keysDown(m_xtest), [this](std::uint8_t key) { m_connection.release(key); });
-    m_connection.flush();
+    m_connection.link().flush();
 }
 
 std::vector<std::string> GrabbedKeyboards::serverIsBack()
@@ -141,7 +141,7 @@ void GrabbedKeyboards::letGo()
         const bool isEnabled = std::ranges::any_of(
             present.hardware, [&](const KeyboardDevice& device) { return device.id == keyboard.id; });
         if (isEnabled)
-            xcb_input_xi_ungrab_device(m_connection.xcb(), XCB_CURRENT_TIME, keyboard.id);
+            xcb_input_xi_ungrab_device(m_connection.link().xcb(), XCB_CURRENT_TIME, keyboard.id);
     }
     m_connection.synchronize(); // without an answer the connection's end frees them
 }

@@ -119,7 +119,7 @@ void KeyInjector::perform(const KeyActions& actions)
             m_connection.press(action.key);
     }
     if (!actions.empty())
-        m_connection.flush();
+        m_connection.link().flush();
 }
 
 } // namespace orvane

@@ -48,17 +48,17 @@ KeyListener::KeyListener(std::unique_ptr<InputConnection> connection, LogSink& l
       m_log(log),
       m_faked(faked),
       m_handlers(std::move(handlers)),
-      m_notifier(m_connection->descriptor(), QSocketNotifier::Read)
+      m_notifier(m_connection->link().descriptor(), QSocketNotifier::Read)
 {
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { read(); });
     m_faked.setHeard(true);
     // This comes before any question: changes from now on come as events.
     XLink& link = m_connection->link();
     m_keys =
-        link.selectInput(m_connection->root(), XCB_INPUT_DEVICE_ALL_MASTER,
+        link.selectInput(m_connection->link().root(), XCB_INPUT_DEVICE_ALL_MASTER,
                          XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-    m_hierarchy =
-        link.selectInput(m_connection->root(), XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
+    m_hierarchy = link.selectInput(m_connection->link().root(), XCB_INPUT_DEVICE_ALL,
+                                   XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
     selectKeyboardSettings(*m_connection);
     readState();
     m_held.set(m_keyboards.down());
@@ -90,7 +90,7 @@ void KeyListener::findKeyboards()
 void KeyListener::stopHearing()
 {
     m_keys.reset();
-    m_connection->flush();
+    m_connection->link().flush();
 }
 
 void KeyListener::finish()
@@ -102,11 +102,11 @@ void KeyListener::finish()
 void KeyListener::read()
 {
     const auto self = shared_from_this(); // a handler may end it
-    while (const auto event = m_connection->nextEvent())
+    while (const auto event = m_connection->link().nextEvent())
         readEvent(*event);
     if (m_connection->link().takeRecovery())
         readState(); // whatever was asked meanwhile isn't known
-    if (!m_connection->isLost() || std::exchange(m_isLost, true))
+    if (!m_connection->link().isLost() || std::exchange(m_isLost, true))
         return;
     m_notifier.setEnabled(false);
     write(m_log, QStringLiteral("The X server is gone; keyboard events can't be heard any more."));

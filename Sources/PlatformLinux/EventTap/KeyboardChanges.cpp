@@ -17,8 +17,8 @@ void selectKeyboardSettings(InputConnection& connection)
                                                 XCB_XKB_CONTROL_PER_KEY_REPEAT |
                                                 XCB_XKB_CONTROL_CONTROLS_ENABLED;
     constexpr std::uint16_t mapParts = 0xFF;
-    xcb_xkb_select_events_aux(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, wanted, 0, 0, mapParts, mapParts,
-                              &details);
+    xcb_xkb_select_events_aux(connection.link().xcb(), XCB_XKB_ID_USE_CORE_KBD, wanted, 0, 0, mapParts,
+                              mapParts, &details);
 }
 
 std::vector<DeviceId> devicesGone(const xcb_input_hierarchy_event_t& event)

@@ -9,7 +9,7 @@ void LiftedKeys::watch(bool watches)
     if (!watches)
         m_rawKeys.reset();
     else
-        m_rawKeys = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL,
+        m_rawKeys = m_connection.link().selectInput(m_connection.link().root(), XCB_INPUT_DEVICE_ALL,
                                                     XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
                                                         XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
 }

@@ -20,7 +20,7 @@ bool TapEventReader::grabKeyboards(FakedMotions& faked, TapGuardian& guardian)
     m_guardian = &guardian;
     selectKeyboardSettings(m_connection);
     // Listens to buttons: after a click a held modifier isn't a lone one any more.
-    m_buttons = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL_MASTER,
+    m_buttons = m_connection.link().selectInput(m_connection.link().root(), XCB_INPUT_DEVICE_ALL_MASTER,
                                                 XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
     m_keyboards = std::make_unique<GrabbedKeyboards>(m_connection, faked);
     for (const std::string& problem : m_keyboards->grab())
@@ -49,7 +49,7 @@ void TapEventReader::restoreHeldKeys(const KeyInjector::Held& held)
 
 bool TapEventReader::readNext()
 {
-    const auto event = m_connection.nextEvent();
+    const auto event = m_connection.link().nextEvent();
     if (m_connection.link().takeRecovery())
         readAgain();
     if (!event)
@@ -79,7 +79,7 @@ void TapEventReader::readAgain()
             m_log(LogLevel::notice, problem);
         m_guardian->noteKeyboards(*m_keyboards);
     }
-    m_connection.flush();
+    m_connection.link().flush();
 }
 
 void TapEventReader::readInput(const xcb_generic_event_t& event)
@@ -124,7 +124,7 @@ void TapEventReader::readHierarchy(const xcb_input_hierarchy_event_t& event)
     forEachKey(changed.released, [this](std::uint8_t key) { m_injector.take({key, KeyMotion::release}); });
     for (const std::string& problem : changed.problems)
         m_log(LogLevel::notice, problem);
-    m_connection.flush();
+    m_connection.link().flush();
 }
 
 void TapEventReader::readKeyboardSettings(std::uint8_t kind)
@@ -133,14 +133,14 @@ void TapEventReader::readKeyboardSettings(std::uint8_t kind)
         m_injector.followCapsLock();
         if (m_keyboards)
             m_keyboards->followLocks();
-        m_connection.flush();
+        m_connection.link().flush();
         return;
     }
     m_injector.followLayout();
     // Done at once, and not only when they are let go: after a crash it would not be done.
     if (m_keyboards)
         m_keyboards->followKeymap();
-    m_connection.flush();
+    m_connection.link().flush();
 }
 
 } // namespace orvane

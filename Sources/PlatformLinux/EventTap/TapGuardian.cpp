@@ -28,10 +28,10 @@ TapGuardian::TapGuardian(InputConnection& connection, QByteArray program, Log lo
     : m_connection(connection), m_program(std::move(program)), m_log(std::move(log))
 {
     // Its end shows the guardian that our last key has gone through.
-    xcb_connection_t* xcb = connection.xcb();
+    xcb_connection_t* xcb = connection.link().xcb();
     m_window = xcb_generate_id(xcb);
-    xcb_create_window(xcb, 0, m_window, connection.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_create_window(xcb, 0, m_window, connection.link().root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     constexpr std::string_view name = "Orvane event tap";
     xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
                         name.size(), name.data());
@@ -78,7 +78,7 @@ void TapGuardian::watch(short happened)
 {
     if (happened != 0 && m_link) {
         m_connection.synchronize();
-        if (m_connection.isLost())
+        if (m_connection.link().isLost())
             return; // it went with the server, as it should, or has ended our connection
         m_link.reset();
         if (Clock::now() - m_started > longestPause)

@@ -144,7 +144,7 @@ void TapThread::work()
         }
         if (hasRead)
             continue;
-        if (m_connection->isLost()) {
+        if (m_connection->link().isLost()) {
             noticeLoss();
             return;
         }
@@ -159,8 +159,8 @@ void TapThread::wait()
     // While an answer is awaited nothing was sent to the server here, and a flush would delay the main
     // thread's.
     if (!m_injector->isAwaited())
-        m_connection->flush();
-    pollfd waits[] = {{m_connection->descriptor(), POLLIN, 0},
+        m_connection->link().flush();
+    pollfd waits[] = {{m_connection->link().descriptor(), POLLIN, 0},
                       {m_wake.descriptor(), POLLIN, 0},
                       {m_guardian ? m_guardian->descriptor() : -1, 0, 0}};
     // An answer doesn't wake this thread, so it looks once whether there was one in time.
@@ -192,7 +192,7 @@ void TapThread::end()
     injectPosts();
     m_reader->restoreHeldKeys(m_injector->releaseAll());
     const XOutcome outcome = m_connection->synchronize();
-    if (m_connection->isLost() && m_reason == Ending::none)
+    if (m_connection->link().isLost() && m_reason == Ending::none)
         noticeLoss(); // a dying server closes one connection after the other, and the main thread's was first
     if (outcome == XOutcome::late && m_guardian)
         m_guardian->abandon();

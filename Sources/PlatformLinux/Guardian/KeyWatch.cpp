@@ -35,10 +35,10 @@ void KeyWatch::listen(bool listens)
     if (!listens)
         m_rawKeys.reset();
     else
-        m_rawKeys = m_connection.link().selectInput(m_connection.root(), XCB_INPUT_DEVICE_ALL,
+        m_rawKeys = m_connection.link().selectInput(m_connection.link().root(), XCB_INPUT_DEVICE_ALL,
                                                     XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
                                                         XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-    m_connection.flush();
+    m_connection.link().flush();
 }
 
 void KeyWatch::take(const xcb_generic_event_t& event)

@@ -32,8 +32,8 @@ public:
         : m_connection(connection), m_window(window), m_keys(connection, std::move(pulse), program)
     {
         const std::uint32_t interest = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        xcb_change_window_attributes(connection.xcb(), window, XCB_CW_EVENT_MASK, &interest);
-        connection.flush();
+        xcb_change_window_attributes(connection.link().xcb(), window, XCB_CW_EVENT_MASK, &interest);
+        connection.link().flush();
     }
 
     void run()
@@ -45,7 +45,7 @@ public:
         case Farewell::standstill:
             // The end of its connection frees the keyboards, in the server and at once.
             m_keys.setFreed();
-            xcb_kill_client(m_connection.xcb(), m_window);
+            xcb_kill_client(m_connection.link().xcb(), m_window);
             break;
         case Farewell::death:
             break;
@@ -62,14 +62,14 @@ private:
         for (;;) {
             // A goodbye may come after the window's end: only the pipe shows whether there is one.
             handleEvents();
-            pollfd waits[] = {{STDIN_FILENO, POLLIN, 0}, {m_connection.descriptor(), POLLIN, 0}};
+            pollfd waits[] = {{STDIN_FILENO, POLLIN, 0}, {m_connection.link().descriptor(), POLLIN, 0}};
             if (::poll(waits, 2, m_keys.timeout()) < 0 && errno != EINTR)
                 return Farewell::death;
             if (waits[0].revents != 0) {
                 char letter = 0;
                 return ::read(STDIN_FILENO, &letter, 1) == 1 ? Farewell::goodbye : Farewell::death;
             }
-            if (m_connection.isLost())
+            if (m_connection.link().isLost())
                 return Farewell::serverLost;
             if (m_keys.look() == KeyWatch::Finding::stuck)
                 return Farewell::standstill;
@@ -82,21 +82,21 @@ private:
     {
         orvane::XExchange exchange(m_connection.link(), orvane::within(longestWait));
         const auto tree =
-            exchange.reply<xcb_query_tree_reply_t>(xcb_query_tree(m_connection.xcb(), m_window));
+            exchange.reply<xcb_query_tree_reply_t>(xcb_query_tree(m_connection.link().xcb(), m_window));
         if (!tree)
             return;
         for (;;) {
             handleEvents();
-            if (m_windowIsGone || m_connection.isLost())
+            if (m_windowIsGone || m_connection.link().isLost())
                 return;
-            pollfd wait{m_connection.descriptor(), POLLIN, 0};
+            pollfd wait{m_connection.link().descriptor(), POLLIN, 0};
             ::poll(&wait, 1, -1);
         }
     }
 
     void handleEvents()
     {
-        while (const auto event = m_connection.nextEvent()) {
+        while (const auto event = m_connection.link().nextEvent()) {
             const auto* destroyed = reinterpret_cast<const xcb_destroy_notify_event_t*>(event.get());
             if ((event->response_type & 0x7F) == XCB_DESTROY_NOTIFY && destroyed->window == m_window)
                 m_windowIsGone = true;

@@ -65,7 +65,7 @@ HotKeyGrabs::~HotKeyGrabs() = default;
 
 HotKeyGrabs::Opening HotKeyGrabs::open()
 {
-    if (m_connection && m_connection->isLost())
+    if (m_connection && m_connection->link().isLost())
         lose();
     if (m_connection)
         return Opening::open;
@@ -78,9 +78,9 @@ HotKeyGrabs::Opening HotKeyGrabs::open()
         return Opening::impossible;
     }
     m_connection = std::move(opened.connection);
-    listenToKeyboard(m_connection->xcb());
+    listenToKeyboard(m_connection->link().xcb());
     m_masks = readMasks().value_or(ModifierMasks());
-    m_notifier = std::make_unique<QSocketNotifier>(m_connection->descriptor(), QSocketNotifier::Read);
+    m_notifier = std::make_unique<QSocketNotifier>(m_connection->link().descriptor(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { readEvents(); });
     return Opening::open;
 }
@@ -171,7 +171,7 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
     const auto state = m_masks.stateOf(combination.modifiers);
     if (!state)
         return eventHotKeyInvalidErr;
-    xcb_connection_t* xcb = m_connection->xcb();
+    xcb_connection_t* xcb = m_connection->link().xcb();
     // A key that is already held repeats, which is no press of the hot key. Its release could come before the
     // answer does, so releases are watched from before the question on.
     watchReleases(true);
@@ -181,8 +181,8 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
     std::vector<xcb_void_cookie_t> requests;
     requests.reserve(variants.size());
     for (const std::uint16_t variant : variants) {
-        requests.push_back(xcb_grab_key_checked(xcb, 0, m_connection->root(), variant, combination.xKey,
-                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        requests.push_back(xcb_grab_key_checked(xcb, 0, m_connection->link().root(), variant,
+                                                combination.xKey, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
     const bool isHeld = orvane::keysDown(answers, keymap).test(combination.xKey);
     OSStatus status = noErr;
@@ -190,7 +190,7 @@ OSStatus HotKeyGrabs::grab(const KeyCombination& combination)
         if (answers.check(request) == XOutcome::refused && status == noErr)
             status = answers.error() == XCB_ACCESS ? eventHotKeyExistsErr : eventHotKeyInvalidErr;
     }
-    if (m_connection->isLost())
+    if (m_connection->link().isLost())
         status = unimpErr;
     if (status != noErr)
         ungrab(combination); // it isn't grabbed, so it reaches the program anyway
@@ -206,8 +206,8 @@ void HotKeyGrabs::ungrab(const KeyCombination& combination)
     if (!state)
         return;
     for (const std::uint16_t variant : m_masks.withLocks(*state))
-        xcb_ungrab_key(m_connection->xcb(), combination.xKey, m_connection->root(), variant);
-    m_connection->flush();
+        xcb_ungrab_key(m_connection->link().xcb(), combination.xKey, m_connection->link().root(), variant);
+    m_connection->link().flush();
 }
 
 XExchange HotKeyGrabs::exchange() const
@@ -228,7 +228,7 @@ std::optional<ModifierMasks> HotKeyGrabs::readMasks()
 
 void HotKeyGrabs::regrab()
 {
-    if (!m_connection || m_connection->isLost())
+    if (!m_connection || m_connection->link().isLost())
         return;
     const auto masks = readMasks();
     if (!masks) {
@@ -263,12 +263,12 @@ void HotKeyGrabs::grabWhatIsAbsent()
 void HotKeyGrabs::readEvents()
 {
     while (m_connection) {
-        const auto event = m_connection->nextEvent();
+        const auto event = m_connection->link().nextEvent();
         if (!event)
             break;
         handle(*event);
     }
-    if (!m_connection || !m_connection->isLost())
+    if (!m_connection || !m_connection->link().isLost())
         return;
     lose();
     m_openingAgain.start(0);
@@ -341,7 +341,7 @@ void HotKeyGrabs::releaseWhatIsUp()
 KeySet HotKeyGrabs::keysDown()
 {
     XExchange answers = exchange();
-    return orvane::keysDown(answers, xcb_query_keymap(m_connection->xcb()));
+    return orvane::keysDown(answers, xcb_query_keymap(m_connection->link().xcb()));
 }
 
 void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
@@ -355,7 +355,7 @@ void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
     ungrab(combination);
     grabbed->second.onServer = OnServer::absent;
     // The answer comes when all of that is done.
-    const auto question = xcb_get_input_focus(m_connection->xcb());
+    const auto question = xcb_get_input_focus(m_connection->link().xcb());
     m_givesWaySince = question.sequence;
     (void)exchange().reply<xcb_get_input_focus_reply_t>(question);
 }
@@ -382,10 +382,11 @@ void HotKeyGrabs::watchReleases(bool watch)
 {
     if (watch == static_cast<bool>(m_releases))
         return;
-    m_releases = watch ? m_connection->link().selectInput(m_connection->root(), XCB_INPUT_DEVICE_ALL_MASTER,
-                                                          XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE)
-                       : XSelection();
-    m_connection->flush();
+    m_releases =
+        watch ? m_connection->link().selectInput(m_connection->link().root(), XCB_INPUT_DEVICE_ALL_MASTER,
+                                                 XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE)
+              : XSelection();
+    m_connection->link().flush();
 }
 
 } // namespace orvane

@@ -76,10 +76,10 @@ InputConnection::Opened InputConnection::negotiate(Deadline deadline)
     m_xkbFirstEvent = xkb->first_event;
 
     XExchange exchange(*m_link, deadline);
-    const auto versionCookie = xcb_input_xi_query_version(xcb(), 2, 2);
-    const auto useCookie = xcb_xkb_use_extension(xcb(), 1, 0);
+    const auto versionCookie = xcb_input_xi_query_version(m_link->xcb(), 2, 2);
+    const auto useCookie = xcb_xkb_use_extension(m_link->xcb(), 1, 0);
     // Otherwise a client that holds the server, as window managers do for a moment, would delay every key.
-    xcb_test_grab_control(xcb(), 1);
+    xcb_test_grab_control(m_link->xcb(), 1);
     const auto version = exchange.reply<xcb_input_xi_query_version_reply_t>(versionCookie);
     const auto use = exchange.reply<xcb_xkb_use_extension_reply_t>(useCookie);
     if (exchange.isLate())
@@ -88,15 +88,15 @@ InputConnection::Opened InputConnection::negotiate(Deadline deadline)
         return {nullptr, "the X server's XInput is older than version 2"};
     if (!use || !use->supported)
         return {nullptr, "the X server's keyboard extension isn't of version 1"};
-    flush();
+    m_link->flush();
     return {};
 }
 
 Keyboards InputConnection::keyboards()
 {
     XExchange exchange(*m_link, within(patience));
-    const auto pointerCookie = xcb_input_xi_get_client_pointer(xcb(), XCB_NONE);
-    const auto devicesCookie = xcb_input_xi_query_device(xcb(), XCB_INPUT_DEVICE_ALL);
+    const auto pointerCookie = xcb_input_xi_get_client_pointer(m_link->xcb(), XCB_NONE);
+    const auto devicesCookie = xcb_input_xi_query_device(m_link->xcb(), XCB_INPUT_DEVICE_ALL);
     const auto pointer = exchange.reply<xcb_input_xi_get_client_pointer_reply_t>(pointerCookie);
     const auto devices = exchange.reply<xcb_input_xi_query_device_reply_t>(devicesCookie);
     Keyboards found;
@@ -131,7 +131,7 @@ Keyboards InputConnection::keyboards()
 KeySet InputConnection::keysDown(DeviceId device, std::uint32_t* request)
 {
     KeySet keys;
-    const auto cookie = xcb_input_query_device_state(xcb(), static_cast<std::uint8_t>(device));
+    const auto cookie = xcb_input_query_device_state(m_link->xcb(), static_cast<std::uint8_t>(device));
     if (request)
         *request = cookie.sequence;
     const auto reply =
@@ -159,7 +159,7 @@ bool InputConnection::capsIsLocked()
 {
     const auto reply =
         XExchange(*m_link, within(patience))
-            .reply<xcb_xkb_get_state_reply_t>(xcb_xkb_get_state(xcb(), XCB_XKB_ID_USE_CORE_KBD));
+            .reply<xcb_xkb_get_state_reply_t>(xcb_xkb_get_state(m_link->xcb(), XCB_XKB_ID_USE_CORE_KBD));
     return reply && (reply->lockedMods & lockModifier) != 0;
 }
 
@@ -171,20 +171,20 @@ XOutcome InputConnection::synchronize()
 void InputConnection::fake(std::uint8_t key, KeyMotion motion)
 {
     const std::uint8_t type = motion == KeyMotion::release ? XCB_KEY_RELEASE : XCB_KEY_PRESS;
-    xcb_test_fake_input(xcb(), type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    xcb_test_fake_input(m_link->xcb(), type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
 }
 
 void InputConnection::pressOn(DeviceId device, std::uint8_t key)
 {
     const auto type = static_cast<std::uint8_t>(m_xinputFirstEvent + XCB_INPUT_DEVICE_KEY_PRESS);
-    xcb_test_fake_input(xcb(), type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
+    xcb_test_fake_input(m_link->xcb(), type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
                         static_cast<std::uint8_t>(device));
 }
 
 void InputConnection::releaseOn(DeviceId device, std::uint8_t key)
 {
     const auto type = static_cast<std::uint8_t>(m_xinputFirstEvent + XCB_INPUT_DEVICE_KEY_RELEASE);
-    xcb_test_fake_input(xcb(), type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
+    xcb_test_fake_input(m_link->xcb(), type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
                         static_cast<std::uint8_t>(device));
 }
 

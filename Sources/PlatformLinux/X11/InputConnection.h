@@ -54,14 +54,8 @@ public:
     [[nodiscard]] static Opened open(Deadline deadline, int cancellation = -1);
 
     [[nodiscard]] XLink& link() const { return *m_link; }
-    [[nodiscard]] xcb_connection_t* xcb() const { return m_link->xcb(); }
-    [[nodiscard]] xcb_window_t root() const { return m_link->root(); }
     [[nodiscard]] std::uint8_t xinputOpcode() const { return m_xinputOpcode; }
     [[nodiscard]] std::uint8_t xkbFirstEvent() const { return m_xkbFirstEvent; }
-    [[nodiscard]] bool isLost() const { return m_link->isLost(); }
-    [[nodiscard]] int descriptor() const { return m_link->descriptor(); }
-    [[nodiscard]] XcbReply<xcb_generic_event_t> nextEvent() { return m_link->nextEvent(); }
-    void flush() { m_link->flush(); }
 
     /// Each of these waits for the server; the result is empty where no answer comes in time.
     [[nodiscard]] Keyboards keyboards();
