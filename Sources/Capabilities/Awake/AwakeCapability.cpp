@@ -26,7 +26,7 @@ QList<MenuBarItem> AwakeCapability::menuBarContributions()
 {
     if (!controller())
         return {};
-    if (controller()->isAwake.get())
+    if (controller()->hasPeriod())
         return {{QStringLiteral("awake.off"), QStringLiteral("Let Mac Sleep"), QStringLiteral("eye.slash"),
                  withController(&AwakeController::deactivate)}};
     return {{QStringLiteral("awake.on"), QStringLiteral("Keep Awake"), QStringLiteral("eye.fill"),

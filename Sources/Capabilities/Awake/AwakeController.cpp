@@ -79,14 +79,13 @@ void AwakeController::hold()
 {
     const PowerAssertions::Status status = createAssertion();
     if (status != PowerAssertions::Status::success) {
-        m_log.error(
-            QStringLiteral("Failed to create power assertion: %1").arg(static_cast<std::int32_t>(status)));
-        m_expiryTimer.reset();
-        showState(false);
-        if (mayPass(status))
-            retryLater();
+        if (m_loggedFailures.insert(status).second)
+            m_log.error(QStringLiteral("Failed to create power assertion: %1")
+                            .arg(static_cast<std::int32_t>(status)));
+        showFailure(status);
         return;
     }
+    m_loggedFailures.clear();
     m_retryPause = firstRetryPause;
     showState(true);
     startExpiryTimer();
@@ -102,6 +101,16 @@ void AwakeController::showState(bool awake)
     if (m_menuBar)
         m_menuBar->refreshIcon();
     expiresAt.set(awake && m_period ? m_period->end : std::nullopt);
+}
+
+void AwakeController::showFailure(PowerAssertions::Status status)
+{
+    m_expiryTimer.reset();
+    if (mayPass(status))
+        retryLater();
+    else
+        m_period.reset();
+    showState(false);
 }
 
 void AwakeController::retryLater()
@@ -151,7 +160,7 @@ void AwakeController::deactivate()
 
 void AwakeController::toggleDefault()
 {
-    if (isAwake.get())
+    if (hasPeriod())
         deactivate();
     else
         activateDefault();
@@ -194,12 +203,8 @@ void AwakeController::reapplyAssertionTypeIfNeeded()
         return;
     releaseHeldAssertion();
     const PowerAssertions::Status status = createAssertion();
-    if (status == PowerAssertions::Status::success)
-        return;
-    m_expiryTimer.reset();
-    showState(false);
-    if (mayPass(status))
-        retryLater();
+    if (status != PowerAssertions::Status::success)
+        showFailure(status);
 }
 
 void AwakeController::endPeriod()
@@ -207,6 +212,7 @@ void AwakeController::endPeriod()
     m_expiryTimer.reset();
     m_retryTimer.reset();
     m_period.reset();
+    m_loggedFailures.clear();
     releaseHeldAssertion();
 }
 

@@ -1,7 +1,8 @@
 // Holds the one power assertion, for a chosen time or until turned off. Main thread.
 //
 // The observed state is what is held, not what was asked for: it is awake exactly while there is an
-// assertion. An assertion that failed for a reason that may pass is asked for again, in growing pauses.
+// assertion. An assertion that failed for a reason that may pass is asked for again, in growing pauses, until
+// the period ends or is called off.
 #pragma once
 
 #include "Capabilities/Awake/AwakeDuration.h"
@@ -14,6 +15,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 
 namespace orvane {
 
@@ -29,13 +31,16 @@ public:
 
     [[nodiscard]] const std::shared_ptr<AwakeSettings>& settings() const { return m_settings; }
 
-    /// Starts a new period; one that runs ends first. While no assertion can be had, the failure is logged
-    /// and the state is asleep.
+    /// Starts a new period; one that runs ends first. While no assertion can be had, the state is asleep, and
+    /// each kind of failure is logged once.
     void activate(AwakeDuration duration);
     /// Begins a period of the length in the settings.
     void activateDefault();
     void deactivate();
+    /// Ends the period that was asked for, also one that isn't held yet; begins one if there is none.
     void toggleDefault();
+    /// True while there is a period, whether its assertion is held or still asked for.
+    [[nodiscard]] bool hasPeriod() const { return m_period.has_value(); }
 
     /// Called when the capability is switched on and off.
     void start();
@@ -55,6 +60,7 @@ private:
     PowerAssertions::Status createAssertion();
     void hold();
     void showState(bool awake);
+    void showFailure(PowerAssertions::Status status);
     void retryLater();
     void startExpiryTimer();
     void endIfExpired();
@@ -62,7 +68,7 @@ private:
     std::shared_ptr<AwakeSettings> m_settings;
     Logger m_log;
     PowerAssertionID m_assertionID = 0;
-    /// What was asked for last, whether it could be held or not.
+    /// What was asked for last. It is kept while it can't be held, unless that will never change.
     struct Period {
         AwakeDuration duration;
         std::optional<Clock::Date> end;
@@ -71,6 +77,8 @@ private:
     std::unique_ptr<Timer> m_expiryTimer;
     std::unique_ptr<Timer> m_retryTimer;
     std::chrono::milliseconds m_retryPause{0};
+    /// The failures since the period began or an assertion was last had.
+    std::set<PowerAssertions::Status> m_loggedFailures;
     std::unique_ptr<NotificationCenter::Token> m_wakeObserver;
     std::unique_ptr<AwakeMenuBar> m_menuBar;
     bool m_active = false;

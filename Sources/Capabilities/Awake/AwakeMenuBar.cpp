@@ -67,9 +67,9 @@ Menu AwakeMenuBar::makeMenu(const AwakeController& controller)
     };
 
     Menu menu;
-    const bool isAwake = controller.isAwake.get();
-    menu.items.append(item(isAwake ? QStringLiteral("Turn Off Awake") : QStringLiteral("Keep Awake"),
-                           &AwakeMenuBar::toggleAwake));
+    menu.items.append(
+        item(controller.hasPeriod() ? QStringLiteral("Turn Off Awake") : QStringLiteral("Keep Awake"),
+             &AwakeMenuBar::toggleAwake));
     menu.items.append(MenuItem::separator());
 
     MenuItem heading;
@@ -77,6 +77,7 @@ Menu AwakeMenuBar::makeMenu(const AwakeController& controller)
     heading.enabled = false;
     menu.items.append(heading);
 
+    const bool isAwake = controller.isAwake.get();
     const AwakeDuration defaultDuration = controller.settings()->defaultDuration.get();
     for (const AwakeDuration duration : allCases<AwakeDuration>()) {
         MenuItem choice;

@@ -252,6 +252,65 @@ TEST_F(AwakeTest, TurningItOffEndsTheRetries)
     EXPECT_FALSE(controller().isAwake.get());
 }
 
+TEST_F(AwakeTest, ATogglePressedDuringTheRetriesCallsThePeriodOff)
+{
+    refuseAssertions();
+    controller().toggleDefault();
+    EXPECT_EQ(fake.runLoop.timerCount(), 1u);
+    controller().toggleDefault();
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    fake.runLoop.advance(1h);
+    EXPECT_FALSE(controller().isAwake.get());
+    controller().toggleDefault();
+    EXPECT_TRUE(controller().isAwake.get());
+}
+
+TEST_F(AwakeTest, AToggleAfterAFailureThatStaysAsksAgain)
+{
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::unsupported;
+    controller().toggleDefault();
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    controller().toggleDefault();
+    EXPECT_TRUE(controller().isAwake.get());
+
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::notPermitted;
+    settings->keepDisplayAwake.set(false);
+    EXPECT_FALSE(controller().isAwake.get());
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    controller().toggleDefault();
+    EXPECT_TRUE(controller().isAwake.get());
+}
+
+TEST_F(AwakeTest, TheRetriesLogEachKindOfFailureOnce)
+{
+    const auto failures = [this](PowerAssertions::Status status) {
+        return fake.log.messages().count(
+            QStringLiteral("Failed to create power assertion: %1").arg(static_cast<std::int32_t>(status)));
+    };
+    refuseAssertions();
+    controller().activate(AwakeDuration::indefinite);
+    fake.runLoop.advance(10min);
+    EXPECT_EQ(failures(PowerAssertions::Status::error), 1);
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::timeout;
+    fake.runLoop.advance(10min);
+    refuseAssertions();
+    fake.runLoop.advance(10min);
+    EXPECT_EQ(failures(PowerAssertions::Status::error), 1);
+    EXPECT_EQ(failures(PowerAssertions::Status::timeout), 1);
+
+    // After a success and after a new request it is news again.
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    fake.runLoop.advance(1min);
+    EXPECT_TRUE(controller().isAwake.get());
+    refuseAssertions();
+    settings->keepDisplayAwake.set(false);
+    fake.runLoop.advance(10min);
+    EXPECT_EQ(failures(PowerAssertions::Status::error), 2);
+    controller().activate(AwakeDuration::indefinite);
+    EXPECT_EQ(failures(PowerAssertions::Status::error), 3);
+}
+
 TEST_F(AwakeTest, APeriodThatEndsDuringASuspendEndsAtTheWake)
 {
     controller().activate(AwakeDuration::minutes30);
@@ -485,6 +544,18 @@ TEST_F(AwakeTest, TheFirstMenuItemToggles)
     EXPECT_FALSE(controller().isAwake.get());
 }
 
+TEST_F(AwakeTest, TheFirstMenuItemCallsOffAPeriodThatIsStillTriedFor)
+{
+    controller().start();
+    refuseAssertions();
+    controller().activateDefault();
+    const Menu menu = openMenu();
+    EXPECT_TRUE(checked(menu).isEmpty());
+    EXPECT_TRUE(choose(menu, QStringLiteral("Turn Off Awake")));
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+    EXPECT_EQ(openMenu().items.first().title, QStringLiteral("Keep Awake"));
+}
+
 TEST_F(AwakeTest, APickedDurationBecomesTheDefaultAndStartsNow)
 {
     controller().start();
@@ -638,6 +709,19 @@ TEST_F(AwakeCapabilityTest, TheMenuEntryFollowsTheState)
     contribution.action();
     EXPECT_TRUE(held().empty());
     EXPECT_EQ(capability->menuBarContributions().size(), 1);
+}
+
+TEST_F(AwakeCapabilityTest, TheMenuEntryCallsOffAPeriodThatIsStillTriedFor)
+{
+    capability->activate(context);
+    refuseAssertions();
+    capability->menuBarContributions().first().action();
+    EXPECT_EQ(fake.runLoop.timerCount(), 1u);
+    const auto contribution = capability->menuBarContributions().first();
+    EXPECT_EQ(contribution.id, QStringLiteral("awake.off"));
+    contribution.action();
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+    EXPECT_EQ(capability->menuBarContributions().first().id, QStringLiteral("awake.on"));
 }
 
 TEST_F(AwakeCapabilityTest, ActivationRunsOneServiceInItsHost)
