@@ -30,7 +30,6 @@ EventTapService::EventTapService(Logger logger) : m_log(std::move(logger)) {}
 
 EventTapService::~EventTapService()
 {
-    m_watchdog.reset();
     teardown(m_machPort);
     teardown(m_listenOnlyPort);
 }
@@ -92,7 +91,6 @@ void EventTapService::stop()
     m_running = false;
     teardown(m_machPort);
     teardown(m_listenOnlyPort);
-    updateWatchdog();
     m_wakeObserver.reset();
 }
 
@@ -102,7 +100,7 @@ void EventTapService::rebuildTap()
     if (!m_subscribers->empty())
         m_machPort = makeTap(EventTaps::Placement::headInsert, EventTaps::Options::defaultTap,
                              maskOf(*m_subscribers), &EventTapService::eventTapCallback);
-    updateWatchdog();
+    startWatchdog();
 }
 
 /// This tap comes after the other one: listeners see events as the subscribers have changed them.
@@ -112,7 +110,7 @@ void EventTapService::rebuildListenOnlyTap()
     if (!m_listeners->empty())
         m_listenOnlyPort = makeTap(EventTaps::Placement::tailAppend, EventTaps::Options::listenOnly,
                                    maskOf(*m_listeners), &EventTapService::listenOnlyCallback);
-    updateWatchdog();
+    startWatchdog();
 }
 
 std::unique_ptr<EventTap> EventTapService::makeTap(EventTaps::Placement placement, EventTaps::Options options,
@@ -131,26 +129,27 @@ std::unique_ptr<EventTap> EventTapService::makeTap(EventTaps::Placement placemen
     return tap;
 }
 
+/// Ends the watchdog too, so that it can't find a tap that is half torn down.
 void EventTapService::teardown(std::unique_ptr<EventTap>& tap)
 {
     if (!tap)
         return;
+    m_watchdog.reset();
     tap->removeFromMainRunLoop();
     tap->enable(false);
     tap->invalidate();
     tap.reset();
 }
 
-void EventTapService::updateWatchdog()
+/// Begins a whole period anew if there is a tap.
+void EventTapService::startWatchdog()
 {
-    if (!m_machPort && !m_listenOnlyPort) {
-        m_watchdog.reset();
+    m_watchdog.reset();
+    if (!m_machPort && !m_listenOnlyPort)
         return;
-    }
     // The timer is owned by this service, so it can't outlive it.
-    if (!m_watchdog)
-        m_watchdog = platform().mainRunLoop.scheduleTimer(
-            std::chrono::milliseconds(1500), RunLoop::Repeats::yes, [this] { reenableIfNeeded(); });
+    m_watchdog = platform().mainRunLoop.scheduleTimer(std::chrono::milliseconds(1500), RunLoop::Repeats::yes,
+                                                      [this] { reenableIfNeeded(); });
 }
 
 void EventTapService::installWakeObserver()

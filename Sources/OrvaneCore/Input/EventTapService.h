@@ -78,9 +78,9 @@ private:
     void rebuildListenOnlyTap();
     std::unique_ptr<EventTap> makeTap(EventTaps::Placement placement, EventTaps::Options options,
                                       EventMask mask, EventTapCallback callback);
-    static void teardown(std::unique_ptr<EventTap>& tap);
+    void teardown(std::unique_ptr<EventTap>& tap);
     void reenable(EventTap* tap);
-    void updateWatchdog();
+    void startWatchdog();
     void installWakeObserver();
 
     Logger m_log;
@@ -89,7 +89,7 @@ private:
     std::shared_ptr<const Listeners> m_listeners = std::make_shared<Listeners>();
     std::unique_ptr<EventTap> m_machPort;
     std::unique_ptr<EventTap> m_listenOnlyPort;
-    std::unique_ptr<Timer> m_watchdog;
+    std::unique_ptr<Timer> m_watchdog; // runs while there is a tap
     std::unique_ptr<NotificationCenter::Token> m_wakeObserver;
     bool m_running = false;
 };

@@ -436,6 +436,35 @@ TEST_F(EventTapServiceTest, TheWatchdogFindsASilentlyDisabledTapWithinItsPeriod)
     EXPECT_TRUE(tap().isEnabled());
 }
 
+TEST_F(EventTapServiceTest, ARemadeTapHasAWholePeriodOfTheWatchdogBeforeIt)
+{
+    service.start();
+    add(keyMask);
+    fake.runLoop.advance(1s);
+    add(flagsMask);
+    tap().enable(false);
+    fake.runLoop.advance(1499ms);
+    EXPECT_FALSE(tap().isEnabled());
+    fake.runLoop.advance(1ms);
+    EXPECT_TRUE(tap().isEnabled());
+    EXPECT_EQ(fake.runLoop.timerCount(), 1u);
+}
+
+TEST_F(EventTapServiceTest, TheWatchdogStartsAnewWithEachTapAndGoesOnForTheOneThatStays)
+{
+    service.start();
+    listen(keyMask);
+    fake.runLoop.advance(1s);
+    const auto subscriber = add(keyMask);
+    fake.runLoop.advance(1s);
+    service.removeSubscriber(subscriber);
+    tap().enable(false);
+    fake.runLoop.advance(1499ms);
+    EXPECT_FALSE(tap().isEnabled());
+    fake.runLoop.advance(1ms);
+    EXPECT_TRUE(tap().isEnabled());
+}
+
 TEST_F(EventTapServiceTest, ATapThatCanNotBeEnabledIsTriedAgainAndAgainAndSaidToBeSoOnceItIs)
 {
     service.start();
