@@ -15,7 +15,7 @@ namespace orvane {
 
 class AtomicFile {
 public:
-    /// Who may read the file; the writer's umask has no say.
+    /// The users who may read the file. The mode is set as it is here, regardless of the umask.
     enum class Readers : mode_t { owner = 0600, everyone = 0644 };
 
     /// Creates the temporary file. Symbolic links at `path` are followed: what they name is replaced.

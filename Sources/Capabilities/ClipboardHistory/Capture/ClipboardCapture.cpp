@@ -116,7 +116,7 @@ void ClipboardCapture::takeData(std::optional<PasteboardContents> contents)
     classify(*std::move(contents));
 }
 
-/// Whether a PNG was offered and nothing of it came, and there is a TIFF to ask for.
+/// Returns true if a PNG was offered but came empty, and a TIFF is offered to ask for instead.
 bool ClipboardCapture::lacksItsPng(const PasteboardContents& contents) const
 {
     return m_settings->captureImages.get() && contents.fileURLs.isEmpty() &&
