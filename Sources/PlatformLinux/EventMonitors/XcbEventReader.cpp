@@ -1,5 +1,6 @@
 #include "PlatformLinux/EventMonitors/XcbEventReader.h"
 
+#include "PlatformLinux/Common/Uptime.h"
 #include "PlatformLinux/EventMonitors/MouseButtons.h"
 #include "PlatformLinux/Keys/EventKeyCodes.h"
 #include "PlatformLinux/Keys/KeyFlags.h"
@@ -11,7 +12,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <chrono>
 #include <span>
 
 #include <xcb/xinput.h>
@@ -22,12 +22,6 @@ namespace {
 
 using MonitoredEvent = EventMonitors::MonitoredEvent;
 using Disposition = EventMonitors::Disposition;
-
-std::uint64_t uptimeNanoseconds()
-{
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(std::chrono::nanoseconds(now).count());
-}
 
 bool isOurs(xcb_window_t id)
 {

@@ -1,21 +1,10 @@
 #include "PlatformLinux/EventTap/KeyInjector.h"
 
-#include <chrono>
+#include "PlatformLinux/Common/Uptime.h"
+
 #include <utility>
 
 namespace orvane {
-
-namespace {
-
-using namespace std::chrono_literals;
-
-std::uint64_t uptimeNanoseconds()
-{
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(std::chrono::nanoseconds(now).count());
-}
-
-} // namespace
 
 KeyInjector::KeyInjector(const Parts& parts, InjectorModel::Devices devices)
     : m_connection(parts.connection),

@@ -1,5 +1,6 @@
 #include "PlatformLinux/EventTap/KeyListener.h"
 
+#include "PlatformLinux/Common/Uptime.h"
 #include "PlatformLinux/EventTap/KeyboardChanges.h"
 #include "PlatformLinux/X11/XkbProtocol.h"
 
@@ -15,12 +16,6 @@ using namespace std::chrono_literals;
 /// The time that the X server may take to open the connection; the main thread waits for it.
 constexpr auto longestOpening = 500ms;
 constexpr std::uint8_t lockModifier = 1 << 1;
-
-std::uint64_t uptimeNanoseconds()
-{
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(std::chrono::nanoseconds(now).count());
-}
 
 void write(LogSink& log, const QString& sentence)
 {

@@ -1,8 +1,8 @@
 #include "PlatformLinux/EventTap/TapThread.h"
 
+#include "PlatformLinux/Common/SignalFreeThread.h"
 #include "PlatformLinux/EventTap/ShortTurns.h"
 
-#include <csignal>
 #include <string>
 #include <utility>
 
@@ -34,17 +34,11 @@ TapThread::TapThread(Purpose purpose, LogSink& log, FakedMotions& faked,
     m_postsAtHand.reserve(usualPosts);
     std::promise<void> begun;
     auto answer = begun.get_future();
-    // Signals are handled on the main thread.
-    sigset_t all = {};
-    sigset_t before = {};
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
     std::promise<void> ended;
     m_ended = ended.get_future();
-    m_thread = std::thread([this, begins = std::move(begun), ends = std::move(ended)]() mutable {
+    m_thread = startSignalFreeThread([this, begins = std::move(begun), ends = std::move(ended)]() mutable {
         run(std::move(begins), std::move(ends));
     });
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     if (answer.wait_for(longestWait) == std::future_status::ready)
         return;
     m_givesUp.raise();

@@ -1,10 +1,10 @@
 #include "PlatformLinux/Keys/KeymapReading.h"
 
+#include "PlatformLinux/Common/SignalFreeThread.h"
 #include "PlatformLinux/Keys/KeymapTables.h"
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -53,11 +53,7 @@ std::shared_ptr<const KeymapTables> readTables(xcb_connection_t* xcb)
 
 KeymapReading::KeymapReading()
 {
-    sigset_t all, before; // signals are handled on the main thread
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    m_thread = std::thread([this] { run(); });
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    m_thread = startSignalFreeThread([this] { run(); });
 }
 
 KeymapReading::~KeymapReading()
