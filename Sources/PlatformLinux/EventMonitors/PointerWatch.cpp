@@ -93,6 +93,18 @@ struct PointerWatch::Question {
     std::vector<OwnWindow> ownWindows{};
     /// The last question: when its answer is there, so are the others.
     xcb_query_pointer_cookie_t pointer{};
+
+    /// For a question whose answers nobody will fetch: the link would keep them as long as it lives.
+    void discard(ApplicationLink& link) const
+    {
+        link.forget(pointer.sequence);
+        if (raw.kind != Raw::Kind::motion)
+            xcb_discard_reply(link.xcb(), steps.sequence);
+        for (const OwnWindow& window : ownWindows) {
+            xcb_discard_reply(link.xcb(), window.place.sequence);
+            xcb_discard_reply(link.xcb(), window.size.sequence);
+        }
+    }
 };
 
 PointerWatch::PointerWatch(Deliver deliver) : m_deliver(std::move(deliver)) {}
@@ -133,7 +145,7 @@ void PointerWatch::open()
 void PointerWatch::close()
 {
     if (m_question)
-        m_x->forget(m_question->pointer.sequence);
+        m_question->discard(*m_x);
     m_question.reset();
     m_raw.clear();
     m_selection.reset();

@@ -91,7 +91,7 @@ private:
     xcb_window_t m_clock = XCB_WINDOW_NONE;
 };
 
-/// Of an answered question; absent when the pointer is on another screen.
+/// Reads an answer about the pointer. Absent without one, or when the pointer is on another screen.
 [[nodiscard]] std::optional<PointerState> pointerState(const xcb_query_pointer_reply_t* reply);
 /// Modifier bits of a core event or of a pointer query.
 [[nodiscard]] EventFlags eventFlagsOfXState(unsigned state);

@@ -25,7 +25,7 @@ public:
     void ignoreErrors(xcb_void_cookie_t request) const;
     /// Finds a visual by its id; null if the screen doesn't have it.
     [[nodiscard]] const xcb_visualtype_t* visual(xcb_visualid_t id, std::uint8_t* depth) const;
-    /// Whether a window was made on this connection.
+    /// True if a window was made on this connection.
     [[nodiscard]] bool hasMade(xcb_window_t window) const;
     /// The windows of this program that are to be seen, as far as the toolkit knows, and those of the trays.
     [[nodiscard]] static std::vector<xcb_window_t> shownWindows();

@@ -1,9 +1,9 @@
 #include "PlatformLinux/X11/XLink.h"
 
+#include "PlatformLinux/Common/SignalFreeThread.h"
 #include "PlatformLinux/X11/XExchange.h"
 
 #include <algorithm>
-#include <csignal>
 #include <string>
 #include <thread>
 #include <utility>
@@ -33,10 +33,7 @@ public:
     static std::shared_ptr<Connecting> start(const char* display)
     {
         auto made = std::make_shared<Connecting>();
-        sigset_t all, before; // signals are handled on the main thread
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before);
-        std::thread([made, name = display ? std::optional<std::string>(display) : std::nullopt] {
+        startSignalFreeThread([made, name = display ? std::optional<std::string>(display) : std::nullopt] {
             int screenNumber = 0;
             XcbConnection xcb(xcb_connect(name ? name->c_str() : nullptr, &screenNumber));
             const std::scoped_lock lock(made->m_mutex);
@@ -46,7 +43,6 @@ public:
             made->m_screenNumber = screenNumber;
             made->m_done.raise();
         }).detach();
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
         return made;
     }
 
@@ -144,6 +140,8 @@ XcbReply<xcb_generic_event_t> XLink::nextEvent()
         m_queue.pop_front();
     }
     noticeRecovery();
+    if (!first)
+        m_readerKnowsOfRecovery = true;
     ring();
     return first;
 }
@@ -161,8 +159,6 @@ void XLink::readIn()
 {
     keep(xcb_poll_for_event(m_xcb.get()));
     keepWhatWasRead();
-    if (m_isWaiting)
-        m_answersMayBeThere.raise();
 }
 
 void XLink::flush()
@@ -171,11 +167,10 @@ void XLink::flush()
     const std::scoped_lock lock(m_queueMutex);
     keepWhatWasRead();
     ring();
-    if (m_isWaiting)
-        m_answersMayBeThere.raise();
 }
 
-/// A flush and a wait for an answer read events and other answers as well.
+/// A flush and a look for an answer read events and other answers as well, also the one that another thread
+/// waits for.
 void XLink::keepWhatWasRead()
 {
     for (auto& [sequence, answer] : m_expected) {
@@ -184,6 +179,8 @@ void XLink::keepWhatWasRead()
     }
     while (auto* event = xcb_poll_for_queued_event(m_xcb.get()))
         keep(event);
+    if (m_isWaiting)
+        m_answersMayBeThere.raise();
 }
 
 void XLink::keep(xcb_generic_event_t* event)
@@ -196,9 +193,9 @@ void XLink::keep(xcb_generic_event_t* event)
 /// Makes the descriptor readable while there is something to take.
 void XLink::ring()
 {
-    const bool isThere = !m_queue.empty() || std::ranges::any_of(m_expected, [](const auto& entry) {
-        return entry.second.has_value();
-    });
+    const bool isThere =
+        !m_queue.empty() || !m_readerKnowsOfRecovery ||
+        std::ranges::any_of(m_expected, [](const auto& entry) { return entry.second.has_value(); });
     if (m_rings == isThere)
         return;
     m_rings = isThere;
@@ -304,7 +301,7 @@ void XLink::noteOverdue()
     m_expected.try_emplace(*m_overdue);
 }
 
-/// Whether the server owes an answer and so gives none.
+/// True while the server owes an earlier answer: until that comes no other will.
 bool XLink::isOverdue()
 {
     const std::scoped_lock lock(m_queueMutex);
@@ -321,11 +318,14 @@ void XLink::noticeRecovery()
     m_expected.erase(*m_overdue);
     m_overdue.reset();
     m_hasRecovered = true;
+    m_readerKnowsOfRecovery = false;
 }
 
 bool XLink::takeRecovery()
 {
     const std::scoped_lock lock(m_queueMutex);
+    m_readerKnowsOfRecovery = true;
+    ring();
     return std::exchange(m_hasRecovered, false);
 }
 

@@ -73,7 +73,8 @@ public:
     [[nodiscard]] std::uint32_t clientOf(std::uint32_t resource) const;
     [[nodiscard]] bool isLost() const { return xcb_connection_has_error(m_xcb.get()) != 0; }
 
-    /// For poll(): readable while nextEvent() has an event, and always once the server is lost.
+    /// For poll(): readable while nextEvent() has an event, while an expected answer is there, after the
+    /// server has been heard from again, and always once it is lost.
     [[nodiscard]] int descriptor() const { return m_descriptor.get(); }
     /// Returns the events in the order of the server; null when there is none at present. Errors of requests
     /// that have no answer are dropped. On the reader's thread.
@@ -100,7 +101,8 @@ public:
         std::uint8_t error = 0;
     };
     [[nodiscard]] Answer await(unsigned sequence, Deadline deadline);
-    /// True once after the server has been heard from again. The descriptor tells of that as of an event.
+    /// True once after the server has been heard from again, whichever thread has read that. The descriptor
+    /// tells of it until this is called, or until nextEvent() has no event, for readers that don't ask.
     [[nodiscard]] bool takeRecovery();
     /// For an answer that isn't waited for: the descriptor becomes readable when it is there, until it is
     /// taken. Sends the question. The answers to earlier questions can be had without waiting as soon as this
@@ -138,6 +140,7 @@ private:
     /// After a late answer: the question whose answer shows that the server is back.
     std::optional<unsigned> m_overdue;
     bool m_hasRecovered = false;
+    bool m_readerKnowsOfRecovery = true;
     bool m_rings = false;
 
     std::mutex m_turnToWait;

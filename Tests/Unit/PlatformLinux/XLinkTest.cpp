@@ -51,6 +51,18 @@ protected:
         return XExchange(link, deadline).synchronize();
     }
 
+    /// After a late answer.
+    void askUntilTheServerIsBack(XLink& link)
+    {
+        server.hold();
+        ASSERT_EQ(ask(link, within(20ms)), XOutcome::late);
+        server.release();
+        XOutcome outcome = XOutcome::late;
+        for (const Deadline end = within(soon); outcome == XOutcome::late && Deadline::clock::now() < end;)
+            outcome = ask(link);
+        ASSERT_EQ(outcome, XOutcome::answered);
+    }
+
     FakeXServer server;
 };
 
@@ -152,6 +164,26 @@ TEST_F(XLinkTest, AnAnswerThatIsExpectedNoMoreIsForgotten)
     EXPECT_FALSE(link->takeExpected(expected));
 }
 
+TEST_F(XLinkTest, AnAnswerThatALookForAnotherHasReadInReachesTheThreadThatWaits)
+{
+    const auto link = open();
+    for (int round = 0; round < 300; ++round) {
+        server.hold();
+        const unsigned expected = xcb_get_input_focus(link->xcb()).sequence;
+        link->expect(expected);
+        std::atomic<bool> isAnswered = false;
+        auto waiter = std::async(std::launch::async, [&] {
+            const XOutcome outcome = ask(*link, within(never));
+            isAnswered = true;
+            return outcome;
+        });
+        server.release();
+        while (!isAnswered)
+            (void)link->takeExpected(expected);
+        ASSERT_EQ(waiter.get(), XOutcome::answered);
+    }
+}
+
 TEST_F(XLinkTest, AServerThatDoesNotLetAnybodyInIsLate)
 {
     server.hold();
@@ -234,6 +266,24 @@ TEST_F(XLinkTest, TellsOnceThatALateServerIsBack)
     EXPECT_FALSE(link->takeRecovery());
     EXPECT_FALSE(isReadable(*link));
     EXPECT_EQ(ask(*link), XOutcome::answered);
+}
+
+TEST_F(XLinkTest, TellsTheReaderThatAQuestionHasFoundTheServerBack)
+{
+    const auto link = open();
+    askUntilTheServerIsBack(*link);
+    EXPECT_TRUE(isReadable(*link));
+    EXPECT_TRUE(link->takeRecovery());
+    EXPECT_FALSE(isReadable(*link));
+}
+
+TEST_F(XLinkTest, AReaderThatDoesNotTakeTheRecoveryIsWokenByItOnce)
+{
+    const auto link = open();
+    askUntilTheServerIsBack(*link);
+    EXPECT_FALSE(link->nextEvent());
+    EXPECT_FALSE(isReadable(*link));
+    EXPECT_TRUE(link->takeRecovery());
 }
 
 TEST_F(XLinkTest, TwoOwnersOfASelectionHearWhatAnyOfThemWants)
