@@ -20,16 +20,6 @@ void follow(Cancellables& subscriptions, const Live<T>& value, Show show)
         subscriptions.push_back(std::move(subscription));
 }
 
-/// Makes a value from an observable member of an object, which it keeps alive: `mapped(lamp, &Lamp::glow,
-/// [](double glow) { return glow > 0; })`.
-template <class Owner, class Property, class Make>
-[[nodiscard]] auto mapped(const std::shared_ptr<Owner>& owner, Property Owner::*member, Make make)
-{
-    const auto bound = bind(owner, member);
-    using T = std::invoke_result_t<Make, decltype(bound.get())>;
-    return Live<T>([bound, make] { return make(bound.get()); }, bound.sources());
-}
-
 /// A binding in the form that one control needs. The control shows every value that the binding takes, and
 /// after each set the value that the binding then has, so a refused value goes back.
 template <class T>

@@ -60,17 +60,6 @@ TEST_F(OrvaBoundValueTest, SaysThatItShowsOnlyWhileItDoes)
     EXPECT_FALSE(value.isShowing());
 }
 
-TEST_F(OrvaBoundValueTest, AMappedMemberFollowsItsObject)
-{
-    const Live<QString> text = mapped(lamp, &Lamp::glow, [](int glow) { return QString::number(glow); });
-    int changes = 0;
-    const Cancellables subscriptions = text.onChange([&] { ++changes; });
-    EXPECT_EQ(text.get(), QStringLiteral("1"));
-    lamp->glow.set(2);
-    EXPECT_EQ(text.get(), QStringLiteral("2"));
-    EXPECT_EQ(changes, 1);
-}
-
 struct OrvaFocusTest : testing::Test {
     QWidget window;
     QLineEdit first{&window};
