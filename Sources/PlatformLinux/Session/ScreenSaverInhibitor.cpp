@@ -1,39 +1,35 @@
 #include "PlatformLinux/Session/ScreenSaverInhibitor.h"
 
-#include <QGuiApplication>
+#include "PlatformLinux/X11/ApplicationLink.h"
 
-#include <X11/Xlib.h>
-#include <X11/extensions/scrnsaver.h>
+#include <utility>
+
+#include <xcb/screensaver.h>
 
 namespace orvane {
 
-namespace {
-
-/// The server counts suspensions by connection, so each of ours has to be undone once.
-bool suspendServer(bool suspend)
-{
-    const auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    if (!x11)
-        return false;
-    int eventBase = 0;
-    int errorBase = 0;
-    if (!XScreenSaverQueryExtension(x11->display(), &eventBase, &errorBase))
-        return false;
-    XScreenSaverSuspend(x11->display(), suspend ? True : False);
-    XFlush(x11->display());
-    return true;
-}
-
-} // namespace
-
 std::unique_ptr<ScreenSaverInhibitor> ScreenSaverInhibitor::create()
 {
-    return suspendServer(true) ? std::unique_ptr<ScreenSaverInhibitor>(new ScreenSaverInhibitor) : nullptr;
+    auto x = ApplicationLink::get();
+    if (!x || !x->link().extension(xcb_screensaver_id))
+        return nullptr;
+    return std::unique_ptr<ScreenSaverInhibitor>(new ScreenSaverInhibitor(std::move(x)));
+}
+
+ScreenSaverInhibitor::ScreenSaverInhibitor(std::shared_ptr<ApplicationLink> x) : m_x(std::move(x))
+{
+    suspend(true);
 }
 
 ScreenSaverInhibitor::~ScreenSaverInhibitor()
 {
-    suspendServer(false);
+    suspend(false);
+}
+
+void ScreenSaverInhibitor::suspend(bool isSuspended)
+{
+    xcb_screensaver_suspend(m_x->xcb(), isSuspended ? 1 : 0);
+    m_x->link().flush();
 }
 
 } // namespace orvane

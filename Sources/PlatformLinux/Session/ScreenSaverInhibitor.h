@@ -1,9 +1,12 @@
-// Suspends the X server's screen saver, and DPMS with it; its end lets the display blank again. Main thread.
+// Suspends the X server's screen saver, and DPMS with it; its end, or that of the process, lets the display
+// blank again. The server isn't waited for. Main thread.
 #pragma once
 
 #include <memory>
 
 namespace orvane {
+
+class ApplicationLink;
 
 class ScreenSaverInhibitor {
 public:
@@ -14,7 +17,11 @@ public:
     ScreenSaverInhibitor& operator=(const ScreenSaverInhibitor&) = delete;
 
 private:
-    ScreenSaverInhibitor() = default;
+    explicit ScreenSaverInhibitor(std::shared_ptr<ApplicationLink> x);
+    void suspend(bool isSuspended);
+
+    /// The server counts suspensions by connection, and ends those of one that ends.
+    std::shared_ptr<ApplicationLink> m_x;
 };
 
 } // namespace orvane

@@ -9,6 +9,7 @@
 
 #include <xcb/randr.h>
 #include <xcb/res.h>
+#include <xcb/screensaver.h>
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
@@ -44,8 +45,8 @@ std::shared_ptr<ApplicationLink> ApplicationLink::get()
         return link;
     if (!X11Connection::ofApplication())
         return nullptr;
-    static const std::array extensions{&xcb_input_id, &xcb_xkb_id, &xcb_xfixes_id, &xcb_randr_id,
-                                       &xcb_res_id};
+    static const std::array extensions{&xcb_input_id, &xcb_xkb_id, &xcb_xfixes_id,
+                                       &xcb_randr_id, &xcb_res_id, &xcb_screensaver_id};
     auto opened = XLink::open({.extensions = extensions}, within(longestOpening));
     if (!opened.link)
         return nullptr;
