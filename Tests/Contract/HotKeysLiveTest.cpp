@@ -3,23 +3,31 @@
 
 #include <QProcess>
 
+#include <cstddef>
 #include <filesystem>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include <sys/socket.h>
-#include <sys/stat.h>
+#include <sys/un.h>
 
 namespace orvane::tests {
 namespace {
 
-std::set<int> openSockets()
+/// The descriptors of this process's connections to the X server.
+std::set<int> connectionsToTheServer()
 {
     std::set<int> sockets;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         const int descriptor = std::stoi(entry.path().filename().string());
-        struct stat status {};
-        if (::fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode))
+        sockaddr_un peer{};
+        socklen_t size = sizeof peer;
+        if (::getpeername(descriptor, reinterpret_cast<sockaddr*>(&peer), &size) != 0 ||
+            peer.sun_family != AF_UNIX)
+            continue;
+        const std::size_t length = size - offsetof(sockaddr_un, sun_path);
+        if (std::string_view(peer.sun_path, length).find(".X11-unix/") != std::string_view::npos)
             sockets.insert(descriptor);
     }
     return sockets;
@@ -83,16 +91,18 @@ TEST_F(HotKeysLiveTest, ALockedModifierOfAnotherCombinationDoesMatter)
 
 TEST_F(HotKeysLiveTest, AfterALostConnectionTheKeysAreGrabbedAgain)
 {
-    const std::set<int> before = openSockets();
+    const std::set<int> before = connectionsToTheServer();
     const auto registration = registerKey(virtualKey::k, 1);
     tap(xKeyOfK);
     ASSERT_TRUE(hears("+1 -1")) << heard();
-    std::set<int> made = openSockets();
+    std::set<int> made = connectionsToTheServer();
     for (const int socket : before)
         made.erase(socket);
-    ASSERT_EQ(made.size(), 1u);
-    // Another client can't kill this one: it has no resource by which it could be named.
-    ASSERT_EQ(::shutdown(*made.begin(), SHUT_RDWR), 0);
+    // The keymap's reading may still have a connection beside that of the hot keys.
+    ASSERT_FALSE(made.empty());
+    // Another client can't kill these: they have no resource by which they could be named.
+    for (const int socket : made)
+        ASSERT_EQ(::shutdown(socket, SHUT_RDWR), 0);
     int questions = 0; // without the event loop, or it would be grabbed again meanwhile
     while (!xlib.couldGrab(xKeyOfK, ControlMask | Mod1Mask))
         ASSERT_LT(++questions, 10000) << "the grab ends with the connection";

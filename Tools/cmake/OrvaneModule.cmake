@@ -37,9 +37,9 @@ if(ORVANE_TSAN)
   target_link_options(orvane_options INTERFACE -fsanitize=thread)
 endif()
 
-# The code of tests isn't optimized, which halves the time to compile it; what is tested is, as the preset says.
+# The code of tests is never optimized, which halves the time to compile it; what is tested is, as the preset says.
 add_library(orvane_test_options INTERFACE)
-target_compile_options(orvane_test_options INTERFACE $<$<CONFIG:Release,RelWithDebInfo>:-O0>)
+target_compile_options(orvane_test_options INTERFACE -O0)
 
 # Lets a target that links Qt6::Core use a precompiled header: orvane_precompiled or orvane_precompiled_tests.
 function(orvane_reuse_precompiled target header)

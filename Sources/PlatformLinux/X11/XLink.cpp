@@ -26,6 +26,9 @@ bool pollUntil(std::span<pollfd> waits, Deadline deadline)
     return ::ppoll(waits.data(), waits.size(), &limit, nullptr) != 0; // a signal doesn't end the wait
 }
 
+/// The time for which one question more waits for a server that has been late.
+constexpr auto aMoment = std::chrono::milliseconds(5);
+
 /// The library's own connecting has no time limit, so it runs on a thread beside the one that waits for it,
 /// and is abandoned when it is late.
 class Connecting {
@@ -253,14 +256,15 @@ XSelection XLink::selectInput(xcb_window_t window, std::uint16_t device, std::ui
 XLink::Answer XLink::await(unsigned sequence, Deadline deadline)
 {
     const std::scoped_lock turn(m_turnToWait);
-    m_isWaiting = true;
     std::optional<Answer> answer = poll(sequence);
-    if (!answer && !isOverdue()) {
+    if (!answer && awaitRecovery(std::min(deadline, within(aMoment)))) {
+        m_isWaiting = true;
         sendAll(deadline);
+        answer = poll(sequence);
         while (!answer && waitForInput(deadline))
             answer = poll(sequence);
+        m_isWaiting = false;
     }
-    m_isWaiting = false;
     {
         const std::scoped_lock lock(m_queueMutex);
         keepWhatWasRead();
@@ -299,6 +303,16 @@ void XLink::noteOverdue()
         return;
     m_overdue = xcb_get_input_focus(m_xcb.get()).sequence;
     m_expected.try_emplace(*m_overdue);
+}
+
+/// A server that was held until now answers within a moment; false when it still owes an answer then.
+bool XLink::awaitRecovery(Deadline deadline)
+{
+    while (isOverdue()) {
+        if (!waitForInput(deadline))
+            return false;
+    }
+    return true;
 }
 
 /// True while the server owes an earlier answer: until that comes no other will.

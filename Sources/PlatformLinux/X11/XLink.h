@@ -91,9 +91,9 @@ public:
     [[nodiscard]] XSelection selectInput(xcb_window_t window, std::uint16_t device,
                                          std::uint32_t inputEvents);
 
-    /// Waits for the answer to a request that was sent with this link. After a late answer the link doesn't
-    /// wait again until the server has answered: everything is late at once. XExchange is the convenient form
-    /// of this.
+    /// Waits for the answer to a request that was sent with this link. After a late answer the link gives the
+    /// server a moment each time, and waits as told only once the server has answered. XExchange is the
+    /// convenient form of this.
     struct Answer {
         XOutcome outcome = XOutcome::late;
         XcbReply<void> reply;
@@ -118,6 +118,7 @@ private:
     std::optional<Answer> poll(unsigned sequence);
     void noteOverdue();
     bool isOverdue();
+    bool awaitRecovery(Deadline deadline);
     void noticeRecovery();
     void sendAll(Deadline deadline);
     bool waitForInput(Deadline deadline);
