@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <tuple>
 
 namespace {
 
@@ -122,11 +123,11 @@ public:
     {
         start();
         waitFor("CopyQ doesn't answer", [this] { return run({QStringLiteral("count")}) == "0"; });
-        run({QStringLiteral("config"), QStringLiteral("maxitems"), QString::number(texts)});
+        std::ignore = run({QStringLiteral("config"), QStringLiteral("maxitems"), QString::number(texts)});
         QStringList add{QStringLiteral("add")};
         for (int i = texts - 1; i >= 0; --i)
             add.append(paragraph(i));
-        run(add);
+        std::ignore = run(add);
         if (run({QStringLiteral("count")}) != QByteArray::number(texts))
             qFatal("CopyQ hasn't taken the texts");
         stop();
@@ -144,7 +145,7 @@ public:
     {
         if (m_server.state() == QProcess::NotRunning)
             return;
-        run({QStringLiteral("exit")});
+        std::ignore = run({QStringLiteral("exit")});
         if (!m_server.waitForFinished(10'000))
             m_server.kill();
         m_server.waitForFinished();
