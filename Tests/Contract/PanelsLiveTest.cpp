@@ -59,6 +59,14 @@ protected:
                has("_NET_WM_STATE_STICKY") && has("_NET_WM_STATE_SKIP_TASKBAR") &&
                has("_NET_WM_STATE_SKIP_PAGER") && has("_NET_WM_STATE_ABOVE");
     }
+    /// Returns whether the window manager has mapped the window: the last that it does then is to tell the
+    /// state.
+    [[nodiscard]] bool isNormal(const QWidget& window) const
+    {
+        const auto state = property(window, "WM_STATE", x11->atom("WM_STATE"));
+        constexpr std::uint32_t normal = 1; // ICCCM 4.1.3.1, NormalState
+        return !state.empty() && state.front() == normal;
+    }
     static bool setCompositing(bool isOn)
     {
         return QProcess::execute(QStringLiteral("xfconf-query"),
@@ -99,8 +107,8 @@ TEST_F(PanelsLiveTest, AJoinedWindowIsOnAllSpacesAtEachShowing)
         panels.joinAllSpaces(*window.windowHandle());
         window.show();
         EXPECT_TRUE(eventually(deadline, [&] { return isOnAllSpaces(window); })) << showing;
-        // Hidden before the window manager has mapped it, it would be mapped for good.
-        EXPECT_TRUE(eventually(deadline, [&] { return window.windowHandle()->isExposed(); })) << showing;
+        // Hidden before the window manager is done with mapping it, it would be mapped for good.
+        EXPECT_TRUE(eventually(deadline, [&] { return isNormal(window); })) << showing;
         window.hide();
         EXPECT_TRUE(eventually(deadline, [&] {
             return property(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL).empty();
