@@ -35,7 +35,7 @@ public:
     }
 
 Q_SIGNALS:
-    void registered(const QString& item);
+    void registered(const QString&);
 };
 
 /// A text on the clipboard that notes when another program reads it.
@@ -121,7 +121,7 @@ public:
 
     CopyQ()
     {
-        start();
+        CopyQ::start();
         waitFor("CopyQ doesn't answer", [this] { return run({QStringLiteral("count")}) == "0"; });
         std::ignore = run({QStringLiteral("config"), QStringLiteral("maxitems"), QString::number(texts)});
         QStringList add{QStringLiteral("add")};
@@ -130,9 +130,9 @@ public:
         std::ignore = run(add);
         if (run({QStringLiteral("count")}) != QByteArray::number(texts))
             qFatal("CopyQ hasn't taken the texts");
-        stop();
+        CopyQ::stop();
     }
-    ~CopyQ() override { stop(); }
+    ~CopyQ() override { CopyQ::stop(); }
 
     void start() override
     {

@@ -46,7 +46,7 @@ bool captures(const Orvane& program)
     orvane::tests::setClipboardText(text);
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < 40 * second) {
+    while (clock.elapsed() < qint64(40) * second) {
         if (program.history().contains(text.toUtf8()))
             return true;
         turnFor(20);
@@ -73,7 +73,7 @@ void measure(const char* what, Orvane& program, const std::function<void()>& fau
 }
 
 void withOwner(const char* what, Orvane& program, const QMap<QByteArray, QByteArray>& data, Manner manner,
-               int milliseconds, qsizetype pieceSize = 256 * 1024)
+               int milliseconds, qsizetype pieceSize = qsizetype(256) * 1024)
 {
     measure(what, program, [&] {
         const SelectionOwner owner(data, manner, pieceSize);

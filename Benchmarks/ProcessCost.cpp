@@ -40,7 +40,7 @@ public:
     }
 
 Q_SIGNALS:
-    void registered(const QString& item);
+    void registered(const QString&);
 };
 
 class Process {
