@@ -55,6 +55,12 @@ public:
     virtual ~PasteboardRead() = default;
 };
 
+/// Copies are announced as long as it exists: after the destructor the handler isn't called any more.
+class PasteboardWatch {
+public:
+    virtual ~PasteboardWatch() = default;
+};
+
 class Pasteboard {
 public:
     /// Nothing when the owner didn't answer in time or sent too much.
@@ -65,6 +71,11 @@ public:
     /// A number that changes with each copy of any program. To ask costs the reading of an integer. A program
     /// that ends, and whose content goes with it, doesn't change it.
     [[nodiscard]] virtual int changeCount() const = 0;
+
+    /// Calls `handler` in a later turn of the run loop after a copy of any program, this one included, has
+    /// changed the count; several copies may be announced together. The handler may end its own watch. Null
+    /// where the platform doesn't announce copies: there the count has to be looked at again and again.
+    [[nodiscard]] virtual std::unique_ptr<PasteboardWatch> watch(std::function<void()> handler) = 0;
 
     /// Asks for the types that are present and the data of those in `types`. Completes once, in a later turn
     /// of the run loop, with what is newest then; the completion may end its own read. Content that this

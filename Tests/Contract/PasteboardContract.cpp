@@ -290,6 +290,83 @@ TEST_P(PasteboardContract, SeveralReadsCompleteInTheirOrder)
     EXPECT_EQ(order, QStringLiteral("123"));
 }
 
+TEST_P(PasteboardContract, AWatchAnnouncesTheCopiesOfOthersInALaterTurn)
+{
+    int announced = 0;
+    const auto watch = pasteboard().watch([&] {
+        ++announced;
+        EXPECT_NE(pasteboard().changeCount(), before) << "the count has changed already";
+    });
+    ASSERT_TRUE(watch);
+    subject->settle();
+    EXPECT_EQ(announced, 0);
+    subject->copyElsewhere("one", {});
+    EXPECT_EQ(announced, 0);
+    EXPECT_TRUE(subject->runUntil([&] { return announced == 1; }));
+    subject->copyElsewhere("two", {});
+    EXPECT_TRUE(subject->runUntil([&] { return announced == 2; }));
+    subject->settle();
+    EXPECT_EQ(announced, 2);
+}
+
+TEST_P(PasteboardContract, AWatchAnnouncesOwnCopies)
+{
+    int announced = 0;
+    const auto watch = pasteboard().watch([&] { ++announced; });
+    ASSERT_TRUE(watch);
+    pasteboard().clearContents();
+    pasteboard().setString(QStringLiteral("text"), string);
+    EXPECT_EQ(announced, 0);
+    EXPECT_TRUE(subject->runUntil([&] { return announced == 1; }));
+    subject->settle();
+    EXPECT_EQ(announced, 1) << "the server's receipt for it is no further copy";
+}
+
+TEST_P(PasteboardContract, TheEndOfTheOtherProgramIsNotAnnounced)
+{
+    subject->copyElsewhere("one", {});
+    ASSERT_TRUE(countBecomes(before + 1));
+    subject->settle();
+    int announced = 0;
+    const auto watch = pasteboard().watch([&] { ++announced; });
+    subject->endOtherProgram();
+    subject->settle();
+    subject->settle();
+    EXPECT_EQ(announced, 0);
+}
+
+TEST_P(PasteboardContract, AnEndedWatchAnnouncesNothing)
+{
+    int announced = 0;
+    auto watch = pasteboard().watch([&] { ++announced; });
+    pasteboard().clearContents(); // its announcement is queued
+    watch.reset();
+    subject->settle();
+    subject->copyElsewhere("one", {});
+    EXPECT_TRUE(countBecomes(before + 2));
+    subject->settle();
+    EXPECT_EQ(announced, 0);
+}
+
+TEST_P(PasteboardContract, AHandlerMayEndItsOwnWatchAndOthersAreStillTold)
+{
+    const auto held = std::make_shared<int>(1);
+    int announced = 0;
+    std::unique_ptr<PasteboardWatch> first;
+    first = pasteboard().watch([&, held] {
+        first.reset();
+        announced += *held;
+    });
+    int others = 0;
+    const auto second = pasteboard().watch([&] { ++others; });
+    subject->copyElsewhere("one", {});
+    EXPECT_TRUE(subject->runUntil([&] { return others == 1; }));
+    subject->copyElsewhere("two", {});
+    EXPECT_TRUE(subject->runUntil([&] { return others == 2; }));
+    EXPECT_EQ(announced, 1);
+    EXPECT_EQ(held.use_count(), 1);
+}
+
 INSTANTIATE_TEST_SUITE_P(Platforms, PasteboardContract,
                          ::testing::Values(Implementation{"Fake",
                                                           []() -> std::unique_ptr<Subject> {

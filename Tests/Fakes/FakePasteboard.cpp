@@ -18,6 +18,38 @@ private:
     std::shared_ptr<Request> m_request;
 };
 
+class FakePasteboard::Watch {
+public:
+    explicit Watch(std::function<void()> theHandler) : handler(std::move(theHandler)) {}
+    const std::function<void()> handler;
+};
+
+std::unique_ptr<PasteboardWatch> FakePasteboard::watch(std::function<void()> handler)
+{
+    class Token : public PasteboardWatch {
+    public:
+        explicit Token(std::shared_ptr<Watch> watch) : m_watch(std::move(watch)) {}
+
+    private:
+        std::shared_ptr<Watch> m_watch;
+    };
+    if (!announcesCopies)
+        return nullptr;
+    auto watch = std::make_shared<Watch>(std::move(handler));
+    m_watches.push_back(watch);
+    return std::make_unique<Token>(std::move(watch));
+}
+
+void FakePasteboard::announce()
+{
+    for (const auto& watch : m_watches) {
+        m_runLoop.perform([watch] {
+            if (const auto alive = watch.lock())
+                alive->handler();
+        });
+    }
+}
+
 std::unique_ptr<PasteboardRead> FakePasteboard::read(const QStringList& types, Completion completion)
 {
     ++reads;
@@ -53,6 +85,7 @@ int FakePasteboard::clearContents()
 {
     m_contents = PasteboardContents{.changeCount = m_contents.changeCount + 1};
     m_isOurs = true;
+    announce();
     return m_contents.changeCount;
 }
 
@@ -96,6 +129,7 @@ void FakePasteboard::copy(PasteboardContents contents)
         m_contents.data.insert(pasteboardType::fileURL, m_contents.fileURLs.first().toEncoded());
     for (const QString& type : m_contents.data.keys())
         addType(type);
+    announce();
 }
 
 void FakePasteboard::copyString(const QString& string)

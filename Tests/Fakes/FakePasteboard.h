@@ -20,6 +20,7 @@ public:
     explicit FakePasteboard(RunLoop& runLoop) : m_runLoop(runLoop) {}
 
     [[nodiscard]] int changeCount() const override { return m_contents.changeCount; }
+    std::unique_ptr<PasteboardWatch> watch(std::function<void()> handler) override;
     std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
     int clearContents() override;
     bool setString(const QString& string, const QString& type) override;
@@ -37,11 +38,15 @@ public:
     [[nodiscard]] const PasteboardContents& contents() const { return m_contents; }
     /// The number of reads that were begun.
     int reads = 0;
+    /// False to stand for a platform that doesn't announce copies.
+    bool announcesCopies = true;
 
 private:
     struct Request;
     class Read;
+    class Watch;
 
+    void announce();
     void addType(const QString& type);
     void complete(const std::weak_ptr<Request>& request);
 
@@ -50,6 +55,7 @@ private:
     bool m_isOurs = false;
     Owner m_owner = Owner::answers;
     std::vector<std::weak_ptr<Request>> m_waiting;
+    std::vector<std::weak_ptr<Watch>> m_watches;
 };
 
 } // namespace orvane

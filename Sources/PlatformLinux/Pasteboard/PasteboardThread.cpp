@@ -1,6 +1,7 @@
 #include "PlatformLinux/Pasteboard/PasteboardThread.h"
 
 #include "PlatformLinux/Pasteboard/PasteboardTargets.h"
+#include "PlatformLinux/Pasteboard/PasteboardWatches.h"
 #include "PlatformLinux/Pasteboard/SelectionConnection.h"
 #include "PlatformLinux/Pasteboard/SelectionReader.h"
 #include "PlatformLinux/Pasteboard/SelectionServer.h"
@@ -24,8 +25,9 @@ const Specific& as(const xcb_generic_event_t& event)
 
 } // namespace
 
-PasteboardThread::PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState> state)
-    : m_log(log), m_state(std::move(state)), m_thread([this] { run(); })
+PasteboardThread::PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState> state,
+                                   std::shared_ptr<PasteboardWatches> watches)
+    : m_log(log), m_state(std::move(state)), m_watches(std::move(watches)), m_thread([this] { run(); })
 {
 }
 
@@ -204,8 +206,11 @@ void PasteboardThread::handleOwner(const xcb_generic_event_t& event)
     if (!hasEnded && change.owner == m_connection->window()) {
         m_state->claimTold();
         m_server->noteOwnedSince(change.selection_timestamp);
-    } else if (hasEnded || m_state->foreignCopyTold()) {
-        m_reader->ownerChanged(); // an owner that has ended will never answer
+    } else if (hasEnded) {
+        m_reader->ownerChanged(); // it will never answer
+    } else if (m_state->foreignCopyTold()) {
+        m_watches->announce();
+        m_reader->ownerChanged();
     }
 }
 

@@ -20,6 +20,7 @@
 
 namespace orvane {
 
+class PasteboardWatches;
 class SelectionConnection;
 class SelectionReader;
 class SelectionServer;
@@ -29,7 +30,8 @@ public:
     using ReadId = std::uint64_t;
     using Answer = std::function<void(std::optional<PasteboardContents>)>;
 
-    PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState> state);
+    PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState> state,
+                     std::shared_ptr<PasteboardWatches> watches);
     /// Ends the thread, which gives up its waits.
     ~PasteboardThread();
     PasteboardThread(const PasteboardThread&) = delete;
@@ -60,6 +62,7 @@ private:
 
     LogSink& m_log;
     const std::shared_ptr<PasteboardState> m_state;
+    const std::shared_ptr<PasteboardWatches> m_watches;
     EventSignal m_wake;
     /// Ends the thread's waits for the server.
     EventSignal m_stop;

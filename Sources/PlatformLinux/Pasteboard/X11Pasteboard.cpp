@@ -3,6 +3,7 @@
 #include "PlatformLinux/Pasteboard/PasteboardFormats.h"
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
 #include "PlatformLinux/Pasteboard/PasteboardThread.h"
+#include "PlatformLinux/Pasteboard/PasteboardWatches.h"
 
 #include <algorithm>
 #include <utility>
@@ -33,7 +34,10 @@ private:
 };
 
 X11Pasteboard::X11Pasteboard(LogSink& log, RunLoop& runLoop)
-    : m_log(log), m_runLoop(runLoop), m_state(std::make_shared<PasteboardState>())
+    : m_log(log),
+      m_runLoop(runLoop),
+      m_state(std::make_shared<PasteboardState>()),
+      m_watches(std::make_shared<PasteboardWatches>(runLoop))
 {
 }
 
@@ -42,7 +46,7 @@ X11Pasteboard::~X11Pasteboard() = default;
 const std::shared_ptr<PasteboardThread>& X11Pasteboard::thread() const
 {
     if (!m_thread)
-        m_thread = std::make_shared<PasteboardThread>(m_log, m_state);
+        m_thread = std::make_shared<PasteboardThread>(m_log, m_state, m_watches);
     return m_thread;
 }
 
@@ -50,6 +54,12 @@ int X11Pasteboard::changeCount() const
 {
     static_cast<void>(thread()); // changes are counted from the first call on
     return m_state->changeCount();
+}
+
+std::unique_ptr<PasteboardWatch> X11Pasteboard::watch(std::function<void()> handler)
+{
+    static_cast<void>(thread());
+    return m_watches->add(std::move(handler));
 }
 
 std::unique_ptr<PasteboardRead> X11Pasteboard::read(const QStringList& types, Completion completion)
@@ -73,6 +83,7 @@ std::unique_ptr<PasteboardRead> X11Pasteboard::read(const QStringList& types, Co
 int X11Pasteboard::clearContents()
 {
     const int count = m_state->claim();
+    m_watches->announce();
     thread()->claim();
     // The content of this turn is complete before others look.
     m_runLoop.perform(

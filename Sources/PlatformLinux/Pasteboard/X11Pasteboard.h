@@ -13,6 +13,7 @@ namespace orvane {
 
 class PasteboardState;
 class PasteboardThread;
+class PasteboardWatches;
 
 class X11Pasteboard : public Pasteboard {
 public:
@@ -20,6 +21,7 @@ public:
     ~X11Pasteboard() override;
 
     [[nodiscard]] int changeCount() const override;
+    std::unique_ptr<PasteboardWatch> watch(std::function<void()> handler) override;
     std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
     int clearContents() override;
     bool setString(const QString& string, const QString& type) override;
@@ -35,6 +37,7 @@ private:
     LogSink& m_log;
     RunLoop& m_runLoop;
     std::shared_ptr<PasteboardState> m_state;
+    std::shared_ptr<PasteboardWatches> m_watches;
     mutable std::shared_ptr<PasteboardThread> m_thread; // null until it is needed
 };
 

@@ -116,6 +116,15 @@ TEST_F(ClipboardHistoryCapabilityTest, ActiveItCaptures)
     fake.generalPasteboard.copyString(QStringLiteral("before"));
     activate();
     EXPECT_EQ(context.serviceHost->runningCount(), 1);
+    EXPECT_EQ(fake.runLoop.timerCount(), 0) << "nothing wakes the process until a copy is announced";
+    copy(QStringLiteral("after"));
+    EXPECT_EQ(saved(), QStringList{QStringLiteral("after")});
+}
+
+TEST_F(ClipboardHistoryCapabilityTest, WhereCopiesAreNotAnnouncedActiveItPolls)
+{
+    fake.generalPasteboard.announcesCopies = false;
+    activate();
     EXPECT_EQ(fake.runLoop.timerIntervals(), std::vector{400ms});
     copy(QStringLiteral("after"));
     EXPECT_EQ(saved(), QStringList{QStringLiteral("after")});
@@ -123,6 +132,7 @@ TEST_F(ClipboardHistoryCapabilityTest, ActiveItCaptures)
 
 TEST_F(ClipboardHistoryCapabilityTest, ThePollIntervalIsFlooredAndReadAtActivationOnly)
 {
+    fake.generalPasteboard.announcesCopies = false;
     fake.defaults.stored[historyID + QStringLiteral(".pollInterval")] = 0.05;
     activate();
     EXPECT_EQ(fake.runLoop.timerIntervals(), std::vector{150ms});
@@ -132,6 +142,7 @@ TEST_F(ClipboardHistoryCapabilityTest, ThePollIntervalIsFlooredAndReadAtActivati
 
 TEST_F(ClipboardHistoryCapabilityTest, AStoredIntervalOfTheWrongTypeIsTheUsualOne)
 {
+    fake.generalPasteboard.announcesCopies = false;
     fake.defaults.stored[historyID + QStringLiteral(".pollInterval")] = QStringLiteral("often");
     activate();
     EXPECT_EQ(fake.runLoop.timerIntervals(), std::vector{400ms});
