@@ -6,6 +6,7 @@
 #include "PlatformLinux/X11/InputConnection.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace orvane {
@@ -18,9 +19,11 @@ public:
     [[nodiscard]] static DeviceKeymap of(InputConnection& connection, DeviceId device);
 
     [[nodiscard]] bool isEmpty() const { return m_map.empty(); }
-    /// Makes a device work like this one; sends nothing where it already does, or where the server doesn't
-    /// say how it works. Round trip.
-    void applyTo(InputConnection& connection, DeviceId device) const;
+    /// True if each key has the same meaning in both; their repeat rates may differ.
+    [[nodiscard]] bool hasKeysOf(const DeviceKeymap& other) const { return m_map == other.m_map; }
+    /// Makes a device work like this one; changes nothing where it already does. Returns an empty text, or
+    /// why it doesn't, as part of a sentence. Round trips.
+    [[nodiscard]] std::string applyTo(InputConnection& connection, DeviceId device) const;
 
     friend bool operator==(const DeviceKeymap&, const DeviceKeymap&) = default;
 

@@ -30,9 +30,6 @@ std::vector<std::string> GrabbedKeyboards::grab()
     m_master = present.master;
     if (m_xtest != present.xtest) {
         m_xtest = present.xtest;
-        // The server starts it with a default keyboard, whose key codes may differ.
-        if (present.lastUsed != m_xtest && present.lastUsed != m_master)
-            DeviceKeymap::of(m_connection, m_master).applyTo(m_connection, m_xtest);
         m_keymap = DeviceKeymap::of(m_connection, m_xtest);
     }
 
@@ -98,9 +95,11 @@ std::vector<std::string> GrabbedKeyboards::serverIsBack()
 {
     if (m_isFree)
         return {};
-    followKeymap();
+    std::vector<std::string> problems = followKeymap();
     followLocks();
-    return grab();
+    for (std::string& problem : grab())
+        problems.push_back(std::move(problem));
+    return problems;
 }
 
 GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hierarchy_event_t& event)
@@ -116,14 +115,19 @@ GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hie
     return changed;
 }
 
-void GrabbedKeyboards::followKeymap()
+std::vector<std::string> GrabbedKeyboards::followKeymap()
 {
     DeviceKeymap present = DeviceKeymap::of(m_connection, m_xtest);
     if (present.isEmpty() || present == m_keymap)
-        return;
-    m_keymap = std::move(present);
-    for (const auto& keyboard : m_keyboards.keyboards())
-        m_keymap.applyTo(m_connection, keyboard.id);
+        return {};
+    std::vector<std::string> problems;
+    for (const auto& keyboard : m_keyboards.keyboards()) {
+        const std::string problem = present.applyTo(m_connection, keyboard.id);
+        if (!problem.empty())
+            problems.push_back("A keyboard keeps its former layout or repeat rate: " + problem + ".");
+    }
+    m_keymap = problems.empty() ? std::move(present) : DeviceKeymap();
+    return problems;
 }
 
 void GrabbedKeyboards::letGo()
@@ -131,7 +135,7 @@ void GrabbedKeyboards::letGo()
     if (m_isFree)
         return;
     m_isFree = true;
-    followKeymap();
+    (void)followKeymap(); // what could not be had was reported before
     followLocks();
     // Servers up to 21.1 crash when a device is let go that was disabled under its grab, as all are by a
     // switch to another console. Such a device is left to the connection's end, which they survive. The event

@@ -54,8 +54,9 @@ public:
     std::vector<std::string> serverIsBack();
 
     /// To be called when the layout or the repeat rate may have changed. Grabbed devices aren't told, so they
-    /// get the new ones here; otherwise the old ones would be back when they are let go. Round trips.
-    void followKeymap();
+    /// get the new ones here; otherwise the old ones would be back when they are let go. Returns a sentence
+    /// for each one that didn't get it; the next call tries again. Round trips.
+    std::vector<std::string> followKeymap();
     /// To be called when the locks or the locked layout may have changed: the lamps and the state of grabbed
     /// devices follow. Round trips.
     void followLocks();

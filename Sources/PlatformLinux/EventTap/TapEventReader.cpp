@@ -138,8 +138,10 @@ void TapEventReader::readKeyboardSettings(std::uint8_t kind)
     }
     m_injector.followLayout();
     // Done at once, and not only when they are let go: after a crash it would not be done.
-    if (m_keyboards)
-        m_keyboards->followKeymap();
+    if (m_keyboards) {
+        for (const std::string& problem : m_keyboards->followKeymap())
+            m_log(LogLevel::error, problem);
+    }
     m_connection.link().flush();
 }
 

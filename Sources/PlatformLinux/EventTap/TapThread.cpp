@@ -2,6 +2,7 @@
 
 #include "PlatformLinux/Common/SignalFreeThread.h"
 #include "PlatformLinux/EventTap/ShortTurns.h"
+#include "PlatformLinux/EventTap/XtestLayout.h"
 
 #include <string>
 #include <utility>
@@ -103,6 +104,15 @@ bool TapThread::begin()
     if (!opened.connection) {
         m_reason = opened.isLate ? Ending::late : Ending::failed;
         log(LogLevel::error, "Keyboard events can't be reached: " + opened.problem + ".");
+        return false;
+    }
+    const std::string problem = bringXtestIntoTheUsersLayout(*opened.connection);
+    if (!problem.empty()) {
+        m_reason = opened.connection->synchronize() == XOutcome::late ? Ending::late : Ending::failed;
+        log(LogLevel::error,
+            "Keys can't be typed for the user, since they could be the wrong ones: the layout "
+            "of the keyboards can't be copied, because " +
+                problem + ".");
         return false;
     }
     m_connection = std::move(opened.connection);

@@ -78,6 +78,8 @@ InputConnection::Opened InputConnection::negotiate(Deadline deadline)
     XExchange exchange(*m_link, deadline);
     const auto versionCookie = xcb_input_xi_query_version(m_link->xcb(), 2, 2);
     const auto useCookie = xcb_xkb_use_extension(m_link->xcb(), 1, 0);
+    // The server gives a client its pointer and keyboard with the first question about these.
+    xcb_discard_reply(m_link->xcb(), xcb_query_keymap(m_link->xcb()).sequence);
     // Otherwise a client that holds the server, as window managers do for a moment, would delay every key.
     xcb_test_grab_control(m_link->xcb(), 1);
     const auto version = exchange.reply<xcb_input_xi_query_version_reply_t>(versionCookie);

@@ -108,6 +108,12 @@ void OtherClient::pressOnXtestKeyboard(int key)
     XSync(m_state->display, False);
 }
 
+void OtherClient::releaseOnXtestKeyboard(int key)
+{
+    XTestFakeKeyEvent(m_state->display, static_cast<unsigned>(key), False, CurrentTime);
+    XSync(m_state->display, False);
+}
+
 bool OtherClient::grabKeyboard()
 {
     return XGrabKeyboard(m_state->display, DefaultRootWindow(m_state->display), False, GrabModeAsync,

@@ -32,11 +32,14 @@ public:
     bool grabKeyboard();
     /// Presses a key as programs do that type for the user, and leaves it down.
     void pressOnXtestKeyboard(int key);
+    void releaseOnXtestKeyboard(int key);
     /// Listens for a key as a window manager does.
     void grabKey(int key);
     /// Returns the keys that came by grabKey(): positive for a press.
     QList<int> grabbedKeys();
 
+    /// Returns a device's number in the server. Throws std::runtime_error when there is none of this name.
+    int idOf(const char* device);
     /// Takes a device for itself until the object's end. False when it is taken already.
     bool grabDevice(const char* device);
     void setDeviceEnabled(const char* device, bool enabled);
@@ -48,7 +51,6 @@ public:
     bool killOwnerOf(const char* windowName);
 
 private:
-    int idOf(const char* device);
     bool isNamed(unsigned long window, const char* name);
 
     struct State;
