@@ -22,7 +22,6 @@ constexpr StoredShortcut controlOptionSpace{49, controlOption};
 constexpr StoredShortcut controlOptionJ{38, controlOption};
 constexpr StoredShortcut controlOptionK{40, controlOption};
 constexpr StoredShortcut escape{53, 0};
-constexpr StoredShortcut f9{101, 0};
 
 constexpr unsigned capsLock = 0x02;
 constexpr unsigned numLock = 0x10;
@@ -384,39 +383,6 @@ TEST_F(ShortcutsDesktopTest, WhileATextFieldsMenuIsOpenItFiresAndTheMenuDoesntSe
         return false;
     }));
     EXPECT_EQ(timesSwitchedOn(), 1);
-}
-
-TEST_F(ShortcutsDesktopTest, FiresWhileCtrlShortcutsRewritesTheKeys)
-{
-    for (const char* mode : {"commonShortcuts", "fullSwap"}) {
-        startWith({{toggleAwake, controlOptionSpace}}, {awake, QStringLiteral("keyswap")},
-                  {{QStringLiteral("net.lindenrow.orvane.keyswap.mode"), QLatin1String(mode)}});
-        ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
-        press({"Control_L", "Alt_L", "space"});
-        EXPECT_TRUE(statusMenu().find({QStringLiteral("Awake"), QStringLiteral("Keep Awake")})) << mode;
-        release({"space", "Alt_L", "Control_L"});
-        EXPECT_TRUE(becomesAwake()) << mode;
-        chord({"Control_L", "Alt_L", "space"});
-        EXPECT_TRUE(becomesAsleep()) << mode;
-        EXPECT_EQ(timesSwitchedOn(), 1) << mode;
-        m_program.reset();
-    }
-}
-
-TEST_F(ShortcutsDesktopTest, WithCtrlShortcutsOnTooItFiresWhileThePanelShowsTheMenu)
-{
-    startWith({{toggleAwake, f9}}, {awake, QStringLiteral("keyswap")});
-    ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
-    ASSERT_TRUE(openStatusMenu());
-    // The first key may come before the program knows of the menu; a person would try again.
-    EXPECT_TRUE(eventually(10s, [&] {
-        m_hardware.tap("F9");
-        return eventually(1s, [] { return !heldLocks().isEmpty(); });
-    }));
-    EXPECT_TRUE(menuIsOpen());
-    ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, statusItem().menu().layout().value_or(MenuNode()),
-                                 {QStringLiteral("Open Orvane…")}));
-    EXPECT_TRUE(eventually(10s, [&] { return homeIsShown(); }));
 }
 
 } // namespace orvane::tests

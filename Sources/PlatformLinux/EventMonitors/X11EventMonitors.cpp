@@ -1,5 +1,6 @@
 #include "PlatformLinux/EventMonitors/X11EventMonitors.h"
 
+#include "PlatformLinux/EventTap/XInputEventTaps.h"
 #include "PlatformLinux/Keys/KeyFlags.h"
 #include "PlatformLinux/Menus/MenuTracking.h"
 #include "PlatformLinux/Screens/X11Screens.h"
@@ -24,7 +25,8 @@ QPointF toolkitPoint(const ScreenSpace& space, const PointerState& pointer)
 
 } // namespace
 
-X11EventMonitors::X11EventMonitors(EventTaps& taps, const MenuTracking& menus, const X11Screens& screens)
+X11EventMonitors::X11EventMonitors(XInputEventTaps& taps, const MenuTracking& menus,
+                                   const X11Screens& screens)
     : m_taps(taps),
       m_menus(menus),
       m_screens(screens),
@@ -166,8 +168,12 @@ EventTapDecision X11EventMonitors::tapCallback(EventType type, Event& event, voi
             self->m_tap->enable(true);
         return EventTapDecision::pass;
     }
+    // A hot key is what the applications would get, and a posted key is none.
+    const auto delivered = self->m_taps.deliveredFlags(event);
+    if (!delivered)
+        return EventTapDecision::pass;
     MonitoredEvent monitored{event, self->pointerLocation()};
-    monitored.event.flags |= flagsOfKeyItself(event.keycode);
+    monitored.event.flags = (event.flags & ~chordFlags) | *delivered | flagsOfKeyItself(event.keycode);
     return self->m_menuTracking.offer(monitored) == Disposition::swallow ? EventTapDecision::consume
                                                                          : EventTapDecision::pass;
 }

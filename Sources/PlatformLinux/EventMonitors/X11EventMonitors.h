@@ -20,12 +20,13 @@ namespace orvane {
 
 class MenuTracking;
 class X11Screens;
+class XInputEventTaps;
 
 class X11EventMonitors : public QObject, public EventMonitors, private QAbstractNativeEventFilter {
     Q_OBJECT
 public:
     /// All outlive this object.
-    X11EventMonitors(EventTaps& taps, const MenuTracking& menus, const X11Screens& screens);
+    X11EventMonitors(XInputEventTaps& taps, const MenuTracking& menus, const X11Screens& screens);
     ~X11EventMonitors() override;
 
     [[nodiscard]] std::unique_ptr<EventMonitor> addLocalMonitor(EventMask mask, Handler handler) override;
@@ -51,7 +52,7 @@ private:
     void tellOfOthers(EventType type, const PointerState& pointer);
     static EventTapDecision tapCallback(EventType type, Event& event, void* userInfo);
 
-    EventTaps& m_taps;
+    XInputEventTaps& m_taps;
     const MenuTracking& m_menus;
     const X11Screens& m_screens;
     MonitorList m_global;

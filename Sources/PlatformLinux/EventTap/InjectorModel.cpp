@@ -2,28 +2,15 @@
 
 #include "PlatformLinux/Keys/EventKeyCodes.h"
 
-#include <utility>
-
 namespace orvane {
-
-namespace {
-
-constexpr EventFlags chordFlags =
-    eventFlag::shift | eventFlag::control | eventFlag::option | eventFlag::command;
-
-} // namespace
 
 void InjectorModel::setHeld(const KeySet& keys)
 {
     m_held.set(keys);
+    m_delivered = {};
     m_down = keys;
     m_injected.fill(0);
     forEachKey(keys, [this](std::uint8_t key) { m_injected[key] = key; });
-}
-
-bool InjectorModel::Passage::isRewritten() const
-{
-    return !isConsumed() && ((observed.flags ^ answer.flags) & chordFlags) != 0;
 }
 
 void InjectorModel::inject(const Passage& passage, CommandKeys command, KeyActions& actions)
@@ -33,7 +20,7 @@ void InjectorModel::inject(const Passage& passage, CommandKeys command, KeyActio
         pressed(passage, command, actions);
         break;
     case KeyMotion::release:
-        released(passage, command, actions);
+        released(passage, actions);
         break;
     case KeyMotion::repeat:
         // A passed key repeats by itself on the XTEST keyboard.
@@ -46,7 +33,6 @@ void InjectorModel::inject(const Passage& passage, CommandKeys command, KeyActio
 void InjectorModel::pressed(const Passage& passage, CommandKeys command, KeyActions& actions)
 {
     const std::uint8_t key = passage.hardware.key;
-    m_loneRewritten = 0;
     if (passage.isConsumed()) {
         m_injected[key] = 0;
         if (roles().roleOf(key) == ModifierRole::capsLock)
@@ -57,17 +43,21 @@ void InjectorModel::pressed(const Passage& passage, CommandKeys command, KeyActi
     if (passage.answer.keycode != passage.observed.keycode)
         target = xKeyOfEvent(passage.answer.keycode).value_or(key);
     m_injected[key] = target;
-    bring(chordAfter(passage, command), target, actions);
-    if (!roles().chordKeys().test(target))
+    KeySet ownKeys;
+    ownKeys.set(target);
+    if (!roles().chordKeys().test(target)) {
+        bring(chordAfter(passage, command), ownKeys, actions);
         press(target, actions);
-    else if (roles().roleOf(key) == ModifierRole::command && passage.isRewritten() && held().count() == 1)
-        m_loneRewritten = key;
+        return;
+    }
+    m_delivered.noteModifier(passage.flags());
+    const KeySet chord = chordAfter(passage, command);
+    bring(chord, ownKeys | (chord & ~physicalChord()), actions);
 }
 
-void InjectorModel::released(const Passage& passage, CommandKeys command, KeyActions& actions)
+void InjectorModel::released(const Passage& passage, KeyActions& actions)
 {
     const std::uint8_t key = passage.hardware.key;
-    const bool wasLone = std::exchange(m_loneRewritten, 0) == key && key != 0;
     const bool wasKnown = held().test(key);
     const std::uint8_t target = wasKnown ? m_injected[key] : key;
     m_held.forget(key);
@@ -78,12 +68,9 @@ void InjectorModel::released(const Passage& passage, CommandKeys command, KeyAct
         m_down.set(key); // pressed before the devices were grabbed: the application that saw the press waits
                          // for the release
     if (roles().chordKeys().test(target)) {
-        const KeySet physical = physicalChord();
-        bring(passage.isRewritten() && physical.any() ? chordAfter(passage, command) : physical, 0, actions);
-        if (wasLone && !passage.isConsumed()) {
-            press(key, actions);
-            release(key, actions);
-        }
+        const bool isConsumed = passage.isConsumed();
+        m_delivered.noteModifier(isConsumed ? DeliveredModifiers::Rewriting{} : passage.flags());
+        bring(actingChord(), {}, actions);
         return;
     }
     // This holds even when a tap consumed the release: the press went through, and nothing may stay down.
@@ -105,17 +92,16 @@ void InjectorModel::stopRepeating(std::uint8_t key, KeyActions& actions)
 
 void InjectorModel::post(const Event& event, CommandKeys command, KeyActions& actions)
 {
-    m_loneRewritten = 0;
     const auto key = xKeyOfEvent(event.keycode);
+    const EventFlags delivered = DeliveredModifiers::ofPosted(event.flags, command);
     if (event.type == EventType::flagsChanged) {
-        const bool ends = (event.flags & chordFlags) == 0;
-        bring(ends ? physicalChord() : chordFor(event.flags, command, Borrowing::posted), 0, actions);
+        bring(delivered == 0 ? actingChord() : chordFor(delivered, Borrowing::posted), {}, actions);
         return;
     }
     if (!key)
         return;
     if (event.type == EventType::keyDown) {
-        bring(chordFor(event.flags, command, Borrowing::posted), 0, actions);
+        bring(chordFor(delivered, Borrowing::posted), {}, actions);
         // The user may hold that very key: then its own release must do nothing any more.
         if (m_down.test(*key))
             release(*key, actions);
@@ -130,7 +116,7 @@ void InjectorModel::post(const Event& event, CommandKeys command, KeyActions& ac
         if (m_down.test(*key))
             release(*key, actions);
         if (m_posted.none())
-            bring(physicalChord(), 0, actions);
+            bring(actingChord(), {}, actions);
     }
 }
 
@@ -139,13 +125,14 @@ void InjectorModel::releaseAll(KeyActions& actions)
     if (m_devices == Devices::free) {
         forEachKey(m_posted, [&](std::uint8_t key) { release(key, actions); });
         m_posted.reset();
-        bring(physicalChord(), 0, actions);
+        bring(actingChord(), {}, actions);
     } else {
         forEachKey(m_down & ~roles().chordKeys(), [&](std::uint8_t key) { release(key, actions); });
         m_posted.reset();
-        bring({}, 0, actions);
+        bring({}, {}, actions);
     }
     m_held.set({});
+    m_delivered = {};
     m_down.reset();
     m_injected.fill(0);
 }
@@ -165,29 +152,32 @@ KeySet InjectorModel::physicalChord() const
     return (chord | m_posted) & roles().chordKeys();
 }
 
-/// Returns the modifiers that the flags of a rewritten or posted event ask for: for each role the keys that
-/// are held anyway, or its representative.
-KeySet InjectorModel::chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const
+/// Returns the modifiers for which the held ones act: mostly themselves.
+KeySet InjectorModel::actingChord() const
 {
     const KeySet physical = physicalChord();
-    const bool wantsCommand = (flags & eventFlag::command) != 0;
-    const bool isWanted[] = {
-        (flags & eventFlag::shift) != 0 || (wantsCommand && command == CommandKeys::controlShift),
-        (flags & eventFlag::control) != 0 || wantsCommand,
-        (flags & eventFlag::option) != 0,
-    };
-    constexpr ModifierRole chordRoles[] = {ModifierRole::shift, ModifierRole::control, ModifierRole::option};
+    const auto acting = m_delivered.acting();
+    return acting && physical.any() ? chordFor(*acting, Borrowing::rewritten) : physical;
+}
+
+/// Returns the modifiers that the delivered flags of a rewritten or posted event ask for: for each role the
+/// keys that are held anyway, or its representative.
+KeySet InjectorModel::chordFor(EventFlags delivered, Borrowing borrowing) const
+{
+    const KeySet physical = physicalChord();
+    constexpr ModifierRole chordRoles[] = {ModifierRole::shift, ModifierRole::control, ModifierRole::option,
+                                           ModifierRole::command};
 
     KeySet chord = m_posted & roles().chordKeys();
-    for (std::size_t i = 0; i < std::size(chordRoles); ++i) {
-        if (!isWanted[i])
+    for (const ModifierRole role : chordRoles) {
+        if ((delivered & flagOf(role)) == 0)
             continue;
         bool isHeld = false;
         forEachKey(physical, [&](std::uint8_t key) {
-            if (roles().roleOf(key) == chordRoles[i])
+            if (roles().roleOf(key) == role)
                 chord.set(key), isHeld = true;
         });
-        if (const std::uint8_t key = roles().representative(chordRoles[i]); !isHeld && key != 0)
+        if (const std::uint8_t key = roles().representative(role); !isHeld && key != 0)
             chord.set(key);
     }
     // The third level chooses a character: the user's own chord keeps it, a posted one must not have it.
@@ -202,24 +192,24 @@ KeySet InjectorModel::chordFor(EventFlags flags, CommandKeys command, Borrowing 
 
 KeySet InjectorModel::chordAfter(const Passage& passage, CommandKeys command) const
 {
-    return passage.isRewritten() ? chordFor(passage.answer.flags, command, Borrowing::rewritten)
+    return passage.isRewritten() ? chordFor(m_delivered.of(passage.flags(), command), Borrowing::rewritten)
                                  : physicalChord();
 }
 
 /// Presses first and releases afterwards, so that a Super or an Alt that is released isn't a lone one, which
-/// would open a menu. `ownKey` is the one that the user presses at this moment.
-void InjectorModel::bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions)
+/// would open a menu. `ownKeys` are those that the user presses at this moment.
+void InjectorModel::bring(const KeySet& chord, const KeySet& ownKeys, KeyActions& actions)
 {
     const KeySet present = m_down & roles().chordKeys();
     const KeySet missing = chord & ~present;
     const KeySet surplus = present & ~chord;
     forEachKey(missing, [&](std::uint8_t key) { press(key, actions); });
-    const KeySet physical = physicalChord();
-    if (m_lone != 0 && surplus.test(m_lone) && physical.test(m_lone))
+    const KeySet users = physicalChord() | actingChord();
+    if (m_lone != 0 && surplus.test(m_lone) && users.test(m_lone))
         tapNeutralKey(actions);
     forEachKey(surplus, [&](std::uint8_t key) { release(key, actions); });
-    const bool putsBack = m_lone != 0 && missing.test(m_lone) && physical.test(m_lone);
-    if (putsBack && m_lone != ownKey && surplus.none())
+    const bool putsBack = m_lone != 0 && missing.test(m_lone) && users.test(m_lone);
+    if (putsBack && !ownKeys.test(m_lone) && surplus.none())
         tapNeutralKey(actions);
 }
 
@@ -227,7 +217,7 @@ void InjectorModel::bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& 
 void InjectorModel::endBorrowing(KeyActions& actions)
 {
     if (m_posted.none() && physicalChord().none())
-        bring({}, 0, actions);
+        bring({}, {}, actions);
 }
 
 void InjectorModel::tapNeutralKey(KeyActions& actions)

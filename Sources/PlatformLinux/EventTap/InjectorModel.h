@@ -7,6 +7,7 @@
 #include "Platform/EventTaps.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
 #include "PlatformLinux/EventTap/HeldKeys.h"
+#include "PlatformLinux/Keys/DeliveredModifiers.h"
 #include "PlatformLinux/X11/KeyActions.h"
 
 #include <array>
@@ -37,7 +38,8 @@ public:
         EventTapDecision decision = EventTapDecision::pass;
 
         [[nodiscard]] bool isConsumed() const { return decision == EventTapDecision::consume; }
-        [[nodiscard]] bool isRewritten() const;
+        [[nodiscard]] bool isRewritten() const { return !isConsumed() && flags().changesChord(); }
+        [[nodiscard]] DeliveredModifiers::Rewriting flags() const { return {observed.flags, answer.flags}; }
     };
 
     /// Takes a motion in and returns it as an event.
@@ -48,8 +50,6 @@ public:
     /// Adds what has to be pressed when an event has passed the taps.
     void inject(const Passage& passage, CommandKeys command, KeyActions& actions);
     void post(const Event& event, CommandKeys command, KeyActions& actions);
-    /// The user clicked or turned the wheel: no modifier that is held now is a lone one.
-    void pointerPressed() { m_loneRewritten = 0; }
     /// Releases everything that was pressed; afterwards nothing is held.
     void releaseAll(KeyActions& actions);
 
@@ -64,13 +64,14 @@ private:
     enum class Borrowing { rewritten, posted };
 
     void pressed(const Passage& passage, CommandKeys command, KeyActions& actions);
-    void released(const Passage& passage, CommandKeys command, KeyActions& actions);
+    void released(const Passage& passage, KeyActions& actions);
     void stopRepeating(std::uint8_t key, KeyActions& actions);
 
     [[nodiscard]] KeySet physicalChord() const;
-    [[nodiscard]] KeySet chordFor(EventFlags flags, CommandKeys command, Borrowing borrowing) const;
+    [[nodiscard]] KeySet actingChord() const;
+    [[nodiscard]] KeySet chordFor(EventFlags delivered, Borrowing borrowing) const;
     [[nodiscard]] KeySet chordAfter(const Passage& passage, CommandKeys command) const;
-    void bring(const KeySet& chord, std::uint8_t ownKey, KeyActions& actions);
+    void bring(const KeySet& chord, const KeySet& ownKeys, KeyActions& actions);
     void endBorrowing(KeyActions& actions);
     void tapNeutralKey(KeyActions& actions);
 
@@ -81,6 +82,7 @@ private:
 
     Devices m_devices;
     HeldKeys m_held;
+    DeliveredModifiers m_delivered;
     /// For a held key the key that went to the applications in its place, mostly itself; 0 for none.
     std::array<std::uint8_t, 256> m_injected{};
     KeySet m_posted;
@@ -88,9 +90,6 @@ private:
     KeySet m_down;
     /// The Super or Alt key after whose press no other has been pressed; its release would open a menu.
     std::uint8_t m_lone = 0;
-    /// A Super key that went on as another modifier and with which nothing has been done yet: as a lone one
-    /// it still means itself.
-    std::uint8_t m_loneRewritten = 0;
 };
 
 } // namespace orvane

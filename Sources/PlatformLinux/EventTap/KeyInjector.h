@@ -48,7 +48,6 @@ public:
 
     /// Presses a posted event, after the key before it.
     void post(const Event& event);
-    void pointerPressed() { m_model.pointerPressed(); }
     /// To be called when the layout has changed. Round trip.
     void followLayout() { m_model.setRoles(m_connection.modifierRoles()); }
     /// To be called when Caps Lock has changed. Round trip.

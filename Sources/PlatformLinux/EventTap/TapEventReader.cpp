@@ -19,9 +19,6 @@ bool TapEventReader::grabKeyboards(FakedMotions& faked, TapGuardian& guardian)
 {
     m_guardian = &guardian;
     selectKeyboardSettings(m_connection);
-    // Listens to buttons: after a click a held modifier isn't a lone one any more.
-    m_buttons = m_connection.link().selectInput(m_connection.link().root(), XCB_INPUT_DEVICE_ALL_MASTER,
-                                                XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
     m_keyboards = std::make_unique<GrabbedKeyboards>(m_connection, faked);
     for (const std::string& problem : m_keyboards->grab())
         m_log(LogLevel::notice, problem);
@@ -88,9 +85,6 @@ void TapEventReader::readInput(const xcb_generic_event_t& event)
     case XCB_INPUT_KEY_PRESS:
     case XCB_INPUT_KEY_RELEASE:
         readKey(as<xcb_input_key_press_event_t>(event));
-        break;
-    case XCB_INPUT_RAW_BUTTON_PRESS:
-        m_injector.pointerPressed();
         break;
     case XCB_INPUT_HIERARCHY:
         readHierarchy(as<xcb_input_hierarchy_event_t>(event));

@@ -6,7 +6,6 @@
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
 #include "PlatformLinux/EventTap/KeyInjector.h"
 #include "PlatformLinux/EventTap/TapGuardian.h"
-#include "PlatformLinux/X11/XSelection.h"
 
 #include <functional>
 #include <memory>
@@ -47,7 +46,6 @@ private:
     const Log m_log;
     TapGuardian* m_guardian = nullptr;
     std::unique_ptr<GrabbedKeyboards> m_keyboards;
-    XSelection m_buttons;
 };
 
 } // namespace orvane

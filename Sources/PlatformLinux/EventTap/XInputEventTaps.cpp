@@ -3,6 +3,8 @@
 #include "Platform/HotKeys.h"
 #include "PlatformLinux/EventTap/XInputEventTap.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 
 namespace orvane {
@@ -14,15 +16,14 @@ namespace {
 constexpr EventMask supportedEvents =
     eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp) | eventMaskBit(EventType::flagsChanged);
 
-std::uint32_t hotKeyModifiers(EventFlags flags, CommandKeys command)
+std::uint32_t hotKeyModifiers(EventFlags delivered)
 {
-    const bool isCommand = (flags & eventFlag::command) != 0;
     std::uint32_t modifiers = 0;
-    if ((flags & eventFlag::shift) != 0 || (isCommand && command == CommandKeys::controlShift))
+    if ((delivered & eventFlag::shift) != 0)
         modifiers |= carbonModifier::shift;
-    if ((flags & eventFlag::control) != 0 || isCommand)
+    if ((delivered & eventFlag::control) != 0)
         modifiers |= carbonModifier::control;
-    if ((flags & eventFlag::option) != 0)
+    if ((delivered & eventFlag::option) != 0)
         modifiers |= carbonModifier::option;
     return modifiers;
 }
@@ -39,7 +40,7 @@ XInputEventTaps::XInputEventTaps(LogSink& log, std::function<CommandKeys()> comm
     : m_log(log),
       m_commandKeys(commandKeys),
       m_source(log, std::move(commandKeys),
-               {.decide = [this](Event& event) { return decide(event, Location::hid); },
+               {.decide = [this](Event& event) { return decideKey(event); },
                 .hear = [this](const Event& event) { hear(event); },
                 .threadEnded = [this](TapThread::Ending ending) { threadEnded(ending); },
                 .listenerEnded = [this] { listenerEnded(); }})
@@ -72,12 +73,14 @@ std::unique_ptr<EventTap> XInputEventTaps::tapCreate(Location location, Placemen
 void XInputEventTaps::post(Location location, const Event& event)
 {
     noticeEnding();
+    const QScopedValueRollback observed(m_observed, std::optional<EventFlags>());
     Event passing = event;
     if (decide(passing, location) == EventTapDecision::consume ||
         (eventMaskBit(passing.type) & supportedEvents) == 0)
         return;
     if (passing.type == EventType::keyDown)
-        onPost(static_cast<std::uint32_t>(passing.keycode), hotKeyModifiers(passing.flags, m_commandKeys()));
+        onPost(static_cast<std::uint32_t>(passing.keycode),
+               hotKeyModifiers(DeliveredModifiers::ofPosted(passing.flags, m_commandKeys())));
     m_source.press(passing);
 }
 
@@ -108,6 +111,22 @@ bool XInputEventTaps::update()
         mask |= tap->mask();
     }
     return m_source.setNeed(need, mask) == TapSource::Result::there;
+}
+
+std::optional<EventFlags> XInputEventTaps::deliveredFlags(const Event& event) const
+{
+    if (!m_observed)
+        return std::nullopt;
+    return m_delivered.of({*m_observed, event.flags}, m_commandKeys());
+}
+
+EventTapDecision XInputEventTaps::decideKey(Event& event)
+{
+    const QScopedValueRollback observed(m_observed, std::optional(event.flags));
+    const EventTapDecision decision = decide(event, Location::hid);
+    if (event.type == EventType::flagsChanged && decision == EventTapDecision::pass)
+        m_delivered.noteModifier({*m_observed, event.flags});
+    return decision;
 }
 
 EventTapDecision XInputEventTaps::decide(Event& event, Location from)

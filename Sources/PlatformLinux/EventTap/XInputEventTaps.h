@@ -6,11 +6,13 @@
 #include "Platform/LogSink.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
 #include "PlatformLinux/EventTap/TapSource.h"
+#include "PlatformLinux/Keys/DeliveredModifiers.h"
 
 #include <QObject>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace orvane {
@@ -32,6 +34,10 @@ public:
                                         void* userInfo) override;
     void post(Location location, const Event& event) override;
 
+    /// To be called by a tap's callback: returns the event's modifiers as the applications will see them if
+    /// it passes in its present form, where `command` is Super. Absent for a posted event.
+    [[nodiscard]] std::optional<EventFlags> deliveredFlags(const Event& event) const;
+
 private:
     friend class XInputEventTap;
     using Taps = std::vector<XInputEventTap*>;
@@ -43,6 +49,7 @@ private:
     bool update();
     void noticeEnding() { m_source.noticeEnding(); }
 
+    EventTapDecision decideKey(Event& event);
     EventTapDecision decide(Event& event, Location from);
     void hear(const Event& event);
     void threadEnded(TapThread::Ending ending);
@@ -54,6 +61,9 @@ private:
     /// Never changed in place: a loop keeps the list with which it began.
     std::shared_ptr<const Taps> m_taps = std::make_shared<const Taps>();
     Taps m_timedOut;
+    /// The flags with which the key that is being decided was observed; absent for a posted one.
+    std::optional<EventFlags> m_observed;
+    DeliveredModifiers m_delivered;
     /// The context of queued calls.
     QObject m_context;
     TapSource m_source;

@@ -120,9 +120,9 @@ bool OtherClient::grabKeyboard()
                          GrabModeAsync, CurrentTime) == GrabSuccess;
 }
 
-void OtherClient::grabKey(int key)
+void OtherClient::grabKey(int key, unsigned modifiers)
 {
-    XGrabKey(m_state->display, key, AnyModifier, DefaultRootWindow(m_state->display), False, GrabModeAsync,
+    XGrabKey(m_state->display, key, modifiers, DefaultRootWindow(m_state->display), False, GrabModeAsync,
              GrabModeAsync);
     XSync(m_state->display, False);
 }

@@ -19,6 +19,8 @@ public:
     QList<int> keysDown(const char* device);
     unsigned lockedModifiers();
 
+    static constexpr unsigned superModifier = 1 << 6, anyModifiers = 1 << 15;
+
     struct RepeatRate {
         unsigned delay, interval;
         bool operator==(const RepeatRate&) const = default;
@@ -33,8 +35,8 @@ public:
     /// Presses a key as programs do that type for the user, and leaves it down.
     void pressOnXtestKeyboard(int key);
     void releaseOnXtestKeyboard(int key);
-    /// Listens for a key as a window manager does.
-    void grabKey(int key);
+    /// Listens for a key as a window manager does, with these modifiers in the server's bits.
+    void grabKey(int key, unsigned modifiers = anyModifiers);
     /// Returns the keys that came by grabKey(): positive for a press.
     QList<int> grabbedKeys();
 

@@ -436,6 +436,17 @@ TEST_F(KeySwapPaneTest, TheModeIsARadioGroup)
     EXPECT_EQ(stored("mode"), QStringLiteral("fullSwap"));
 }
 
+TEST_F(KeySwapPaneTest, ACaptionSaysWhatTheModeDoes)
+{
+    const auto caption = pane.all<OrvaCaptionRow>().first();
+    EXPECT_TRUE(
+        caption->text.get().startsWith(QStringLiteral("Ctrl with A, C, F, N, R, S, T, V, W, X or Z ")));
+    settings->mode.set(RemapMode::fullSwap);
+    EXPECT_TRUE(caption->text.get().contains(QStringLiteral("acts as Ctrl and Ctrl acts as Cmd")));
+    settings->mode.set(RemapMode::off);
+    EXPECT_EQ(caption->text.get(), QStringLiteral("Every key stays as it is."));
+}
+
 TEST_F(KeySwapPaneTest, TheWarningShowsWhileTheModeIsFullSwapOnly)
 {
     const auto conditional = pane.all<OrvaIf>().first();
