@@ -1,4 +1,5 @@
-// The permissions that the system gives this program, and requests for more.
+// The permissions that the system gives this program, and requests for more. An ability can come late, such
+// as a file manager that starts after this program; the notification tells of it.
 //
 // Main thread, and quick: answers are the last known ones. Only determinePermissionToAutomateTarget with
 // `prompt` may block, for as long as a user thinks, and may be called on any thread.
@@ -19,6 +20,12 @@ public:
     enum class Prompt { no, yes };
 
     virtual ~Permissions() = default;
+
+    /// Posted on the default notification centre when an answer has changed that nobody asked to be changed.
+    static QString didChangeNotification()
+    {
+        return QStringLiteral("net.lindenrow.orvane.permissionsDidChange");
+    }
 
     /// True if windows of other programs can be read and moved.
     virtual bool axIsProcessTrusted() = 0;

@@ -79,7 +79,7 @@ struct LinuxPlatform::Services {
     X11Screens screens{notificationCenter};
     X11Panels panels{notificationCenter};
     X11EventMonitors eventMonitors{eventTaps, menuTracking, screens};
-    LinuxPermissions permissions{log};
+    LinuxPermissions permissions{log, notificationCenter};
     X11Accessibility accessibility{screens, permissions};
     X11Pasteboard generalPasteboard{log, runLoop};
 

@@ -1,10 +1,9 @@
 // Automation of the file manager, on session buses that are made for each case.
 #include "PlatformLinux/Session/FileManagerAutomation.h"
-#include "Contract/Support/ForeignProgram.h"
+#include "Contract/Support/PrivateBus.h"
 #include "Support/Eventually.h"
 
 #include <QDBusConnectionInterface>
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -16,59 +15,6 @@ namespace {
 
 constexpr auto deadline = 10s;
 const QString fileManager = QStringLiteral("org.freedesktop.FileManager1");
-
-/// A separate bus with connections to it; all are closed at the end.
-class PrivateBus {
-public:
-    explicit PrivateBus(const QString& policy = {}, const QString& startableProgram = {})
-    {
-        QDir().mkpath(m_directory.filePath(u"services"_qs));
-        write(u"bus.conf"_qs,
-              QStringLiteral("<busconfig><type>session</type><listen>%1</listen><servicedir>%2</servicedir>"
-                             "<policy context='default'><allow send_destination='*'/>"
-                             "<allow receive_sender='*'/><allow own='*'/>%3</policy>"
-                             "</busconfig>")
-                  .arg(address(), m_directory.filePath(u"services"_qs), policy));
-        if (!startableProgram.isEmpty()) {
-            write(u"services/fm.service"_qs,
-                  QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(fileManager, startableProgram));
-        }
-        m_daemon.emplace(u"dbus-daemon"_qs, QStringList{u"--nofork"_qs, u"--config-file"_qs,
-                                                        m_directory.filePath(u"bus.conf"_qs)});
-        EXPECT_TRUE(
-            eventually(deadline, [this] { return QFile::exists(m_directory.filePath(u"socket"_qs)); }));
-    }
-
-    ~PrivateBus()
-    {
-        for (const QString& name : m_connections)
-            QDBusConnection::disconnectFromBus(name);
-    }
-
-    QDBusConnection connection()
-    {
-        static int number = 0;
-        m_connections.append(QStringLiteral("private-%1").arg(++number));
-        return QDBusConnection::connectToBus(address(), m_connections.last());
-    }
-
-private:
-    [[nodiscard]] QString address() const
-    {
-        return QStringLiteral("unix:path=") + m_directory.filePath(u"socket"_qs);
-    }
-
-    void write(const QString& name, const QString& text)
-    {
-        QFile file(m_directory.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.toUtf8());
-    }
-
-    QTemporaryDir m_directory;
-    std::optional<ForeignProgram> m_daemon;
-    QStringList m_connections;
-};
 
 } // namespace
 
@@ -106,7 +52,7 @@ TEST(FileManagerAutomation, OneThatCouldBeStartedCountsAndIsNotStartedByReading)
 {
     QTemporaryDir directory;
     const QString witness = directory.filePath(u"started"_qs);
-    PrivateBus bus({}, QStringLiteral("/usr/bin/touch ") + witness);
+    PrivateBus bus({}, {{fileManager, QStringLiteral("/usr/bin/touch ") + witness}});
     FileManagerAutomation automation(bus.connection());
     EXPECT_EQ(automation.status(), Permissions::noErr);
     EXPECT_FALSE(QFile::exists(witness));
@@ -115,8 +61,9 @@ TEST(FileManagerAutomation, OneThatCouldBeStartedCountsAndIsNotStartedByReading)
 TEST(FileManagerAutomation, APromptStartsIt)
 {
     PrivateBus bus(
-        {}, QStringLiteral("/usr/bin/python3 -m dbusmock --session %1 /org/freedesktop/FileManager1 %1")
-                .arg(fileManager));
+        {}, {{fileManager,
+              QStringLiteral("/usr/bin/python3 -m dbusmock --session %1 /org/freedesktop/FileManager1 %1")
+                  .arg(fileManager)}});
     FileManagerAutomation automation(bus.connection());
     EXPECT_EQ(automation.askAndStart(), Permissions::noErr);
     EXPECT_TRUE(bus.connection().interface()->isServiceRegistered(fileManager));
@@ -124,7 +71,7 @@ TEST(FileManagerAutomation, APromptStartsIt)
 
 TEST(FileManagerAutomation, OneThatFailsToStartIsNotThere)
 {
-    PrivateBus bus({}, QStringLiteral("/bin/false"));
+    PrivateBus bus({}, {{fileManager, QStringLiteral("/bin/false")}});
     FileManagerAutomation automation(bus.connection());
     ASSERT_EQ(automation.status(), Permissions::noErr);
     EXPECT_EQ(automation.askAndStart(), Permissions::procNotFound);

@@ -1,17 +1,18 @@
 // The effects on permissions that only a real X server and window manager have.
 #include "Contract/Support/ToolkitServer.h"
 #include "Desktop/Support/Hardware.h"
+#include "Desktop/Support/WindowManagersWord.h"
 #include "Fakes/FakeLogSink.h"
+#include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
 #include "Support/Eventually.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
-
-#include <cstring>
 
 #include <xcb/xinput.h>
 
@@ -20,56 +21,6 @@ namespace orvane::tests {
 namespace {
 
 constexpr auto deadline = 10s;
-
-/// The window manager's property on the root window, restored at the object's end.
-class WindowManagersWord {
-public:
-    WindowManagersWord()
-    {
-        const QByteArray bytes = m_x.property(m_x.root(), m_name, XCB_ATOM_WINDOW);
-        if (bytes.size() == sizeof m_before)
-            std::memcpy(&m_before, bytes.constData(), sizeof m_before);
-    }
-    ~WindowManagersWord() { set(m_x.root(), m_before); }
-    WindowManagersWord(const WindowManagersWord&) = delete;
-    WindowManagersWord& operator=(const WindowManagersWord&) = delete;
-
-    void remove()
-    {
-        xcb_delete_property(m_x.xcb(), m_x.root(), m_name);
-        xcb_flush(m_x.xcb());
-    }
-
-    void set(xcb_window_t onWindow, xcb_window_t to)
-    {
-        xcb_change_property(m_x.xcb(), XCB_PROP_MODE_REPLACE, onWindow, m_name, XCB_ATOM_WINDOW, 32, 1, &to);
-        xcb_flush(m_x.xcb());
-    }
-
-    /// Acts as a window manager that announces itself correctly; it ends when its window is destroyed.
-    xcb_window_t appear()
-    {
-        const xcb_window_t window = xcb_generate_id(m_x.xcb());
-        xcb_create_window(m_x.xcb(), 0, window, m_x.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0, 0,
-                          nullptr);
-        set(window, window);
-        set(m_x.root(), window);
-        return window;
-    }
-
-    void die(xcb_window_t window)
-    {
-        xcb_destroy_window(m_x.xcb(), window);
-        xcb_flush(m_x.xcb());
-    }
-
-    [[nodiscard]] xcb_window_t before() const { return m_before; }
-
-private:
-    ToolkitServer m_x = *ToolkitServer::ofApplication();
-    xcb_atom_t m_name = m_x.atom("_NET_SUPPORTING_WM_CHECK");
-    xcb_window_t m_before = XCB_WINDOW_NONE;
-};
 
 /// While it lives, new connections of this process are those of a client that the server doesn't trust.
 class Untrusted {
@@ -95,9 +46,16 @@ private:
 class LinuxPermissionsLive : public ::testing::Test {
 protected:
     bool isTrusted() { return m_permissions.axIsProcessTrusted(); }
+    [[nodiscard]] int countedChanges() const { return m_changes; }
 
     FakeLogSink m_log;
-    LinuxPermissions m_permissions{m_log};
+    NotificationCenter m_center;
+    LinuxPermissions m_permissions{m_log, m_center};
+
+private:
+    int m_changes = 0;
+    std::unique_ptr<NotificationCenter::Token> m_observer = m_center.addObserver(
+        Permissions::didChangeNotification(), [this](const Notification&) { ++m_changes; });
 };
 
 } // namespace
@@ -113,7 +71,7 @@ TEST_F(LinuxPermissionsLive, AccessibilityFollowsTheWindowManager)
     EXPECT_TRUE(m_log.messages()[0].startsWith(gone));
     const QString denial = m_log.messages()[1];
     EXPECT_TRUE(denial.contains(QStringLiteral("window manager")));
-    const xcb_window_t another = word.appear();
+    const WindowManagersWord::Window another = word.appear();
     EXPECT_TRUE(eventually(deadline, [this] { return isTrusted(); }));
     word.die(another);
     EXPECT_TRUE(eventually(deadline, [this] { return !isTrusted(); }));
@@ -127,6 +85,37 @@ TEST_F(LinuxPermissionsLive, ADeadWindowManagersWordDoesNotCount)
     WindowManagersWord word;
     word.die(word.appear());
     EXPECT_FALSE(isTrusted());
+}
+
+TEST_F(LinuxPermissionsLive, AWindowManagerThatMarksItsWindowLastIsSeen)
+{
+    WindowManagersWord word;
+    word.remove();
+    ASSERT_TRUE(eventually(deadline, [this] { return !isTrusted(); }));
+    const int changes = countedChanges();
+    const WindowManagersWord::Window window = word.nameWindow();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(isTrusted()) << "anybody can name a window";
+    word.markWindow(window);
+    EXPECT_TRUE(eventually(deadline, [this] { return isTrusted(); }));
+    EXPECT_EQ(countedChanges(), changes + 1);
+    word.die(window);
+}
+
+TEST_F(LinuxPermissionsLive, AskingForAWindowManagerSaysAgainWhyThereIsNone)
+{
+    WindowManagersWord word;
+    word.remove();
+    ASSERT_FALSE(isTrusted());
+    const qsizetype said = m_log.messages().size();
+    m_permissions.axIsProcessTrustedWithPrompt();
+    ASSERT_EQ(m_log.messages().size(), said + 1);
+    EXPECT_TRUE(m_log.messages().last().contains(QStringLiteral("no window manager is running")));
+    word.restore();
+    ASSERT_TRUE(eventually(deadline, [this] { return isTrusted(); }));
+    const qsizetype saidBefore = m_log.messages().size();
+    m_permissions.axIsProcessTrustedWithPrompt();
+    EXPECT_EQ(m_log.messages().size(), saidBefore);
 }
 
 TEST_F(LinuxPermissionsLive, AClientThatTheServerDoesNotTrustIsDenied)
@@ -216,7 +205,7 @@ TEST_F(LinuxPermissionsLive, AnyOtherTargetIsNotThere)
 
 TEST_F(LinuxPermissionsLive, AWaylandSessionDeniesWhatItsXServerWouldAllow)
 {
-    LinuxPermissions permissions(m_log, QStringLiteral("wayland"));
+    LinuxPermissions permissions(m_log, m_center, QStringLiteral("wayland"));
     EXPECT_FALSE(permissions.axIsProcessTrusted());
     EXPECT_FALSE(permissions.preflightListenEventAccess());
     EXPECT_FALSE(permissions.preflightScreenCaptureAccess());

@@ -1,11 +1,10 @@
+#include "Contract/Support/PrivateBus.h"
+#include "Desktop/Support/WindowManagersWord.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakePermissions.h"
+#include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
 #include "Support/Eventually.h"
-
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
 
 #include <gmock/gmock.h>
 
@@ -18,12 +17,26 @@ namespace {
 constexpr auto deadline = 10s;
 const QString fileManager = QStringLiteral("com.apple.finder");
 
-/// A system that grants everything, except accessibility when it was taken away.
+/// A system that grants everything. Abilities of it go and come again, as a window manager and a file manager
+/// do; they are back at the object's end.
 class Subject {
 public:
     virtual ~Subject() = default;
     virtual Permissions& permissions() = 0;
     virtual void takeAccessibilityAway() = 0;
+    virtual void bringAccessibility() = 0;
+    virtual void takeFileManagerAway() = 0;
+    virtual void bringFileManager() = 0;
+    /// Returns how often a change was announced so far.
+    [[nodiscard]] int changes() const { return m_changes; }
+
+protected:
+    NotificationCenter m_center;
+
+private:
+    int m_changes = 0;
+    std::unique_ptr<NotificationCenter::Token> m_observer = m_center.addObserver(
+        Permissions::didChangeNotification(), [this](const Notification&) { ++m_changes; });
 };
 
 class FakeSubject : public Subject {
@@ -32,34 +45,36 @@ public:
     {
         m_permissions.accessibility = m_permissions.inputMonitoring = m_permissions.screenRecording = true;
         m_permissions.automation = Permissions::noErr;
-        m_permissions.userAnswer = [this] { m_permissions.accessibility = true; };
     }
 
     Permissions& permissions() override { return m_permissions; }
-    void takeAccessibilityAway() override { m_permissions.accessibility = false; }
+    void takeAccessibilityAway() override { m_permissions.change(&FakePermissions::accessibility, false); }
+    void bringAccessibility() override { m_permissions.change(&FakePermissions::accessibility, true); }
+    void takeFileManagerAway() override { m_permissions.changeAutomation(Permissions::procNotFound); }
+    void bringFileManager() override { m_permissions.changeAutomation(Permissions::noErr); }
 
 private:
-    FakePermissions m_permissions;
+    FakePermissions m_permissions{&m_center};
 };
 
+/// The file manager is a name on a bus without others, so that it can go.
 class LinuxSubject : public Subject {
 public:
-    ~LinuxSubject() override { setAccessibilityBus(true); }
+    LinuxSubject() { bringFileManager(); }
     Permissions& permissions() override { return m_permissions; }
-    void takeAccessibilityAway() override { setAccessibilityBus(false); }
+    void takeAccessibilityAway() override { m_windowManager.remove(); }
+    void bringAccessibility() override { m_windowManager.restore(); }
+    void takeFileManagerAway() override { m_fileManager.unregisterService(name()); }
+    void bringFileManager() override { EXPECT_TRUE(m_fileManager.registerService(name())); }
 
 private:
-    static void setAccessibilityBus(bool enabled)
-    {
-        auto call = QDBusMessage::createMethodCall(u"org.a11y.Bus"_qs, u"/org/a11y/bus"_qs,
-                                                   u"org.freedesktop.DBus.Properties"_qs, u"Set"_qs);
-        call << u"org.a11y.Status"_qs << u"IsEnabled"_qs << QVariant::fromValue(QDBusVariant(enabled));
-        const auto answer = QDBusConnection::sessionBus().call(call, QDBus::Block, 5000);
-        EXPECT_EQ(answer.type(), QDBusMessage::ReplyMessage) << qPrintable(answer.errorMessage());
-    }
+    static QString name() { return QStringLiteral("org.freedesktop.FileManager1"); }
 
+    PrivateBus m_bus;
+    QDBusConnection m_fileManager = m_bus.connection();
     FakeLogSink m_log;
-    LinuxPermissions m_permissions{m_log};
+    WindowManagersWord m_windowManager;
+    LinuxPermissions m_permissions{m_log, m_center, QStringLiteral("x11"), m_bus.connection()};
 };
 
 struct Implementation {
@@ -109,12 +124,40 @@ TEST_P(PermissionsContract, AccessibilityThatIsTakenAwayReadsAsDenied)
     EXPECT_TRUE(eventually(deadline, [this] { return !permissions().axIsProcessTrusted(); }));
 }
 
-TEST_P(PermissionsContract, AskingForAccessibilityLeadsToItsGrant)
+TEST_P(PermissionsContract, AccessibilityThatGoesAndComesIsAnnouncedEachTime)
+{
+    ASSERT_TRUE(permissions().axIsProcessTrusted());
+    EXPECT_EQ(m_subject->changes(), 0);
+    m_subject->takeAccessibilityAway();
+    EXPECT_TRUE(eventually(deadline, [this] { return m_subject->changes() == 1; }));
+    EXPECT_FALSE(permissions().axIsProcessTrusted());
+    m_subject->bringAccessibility();
+    EXPECT_TRUE(eventually(deadline, [this] { return m_subject->changes() == 2; }));
+    EXPECT_TRUE(permissions().axIsProcessTrusted());
+}
+
+TEST_P(PermissionsContract, AccessibilityThatWasMissingFromTheFirstIsAnnouncedWhenItComes)
 {
     m_subject->takeAccessibilityAway();
-    ASSERT_TRUE(eventually(deadline, [this] { return !permissions().axIsProcessTrusted(); }));
+    ASSERT_FALSE(permissions().axIsProcessTrusted());
     permissions().axIsProcessTrustedWithPrompt();
+    m_subject->bringAccessibility();
     EXPECT_TRUE(eventually(deadline, [this] { return permissions().axIsProcessTrusted(); }));
+    EXPECT_GE(m_subject->changes(), 1);
+}
+
+TEST_P(PermissionsContract, AFileManagerThatGoesAndComesIsAnnounced)
+{
+    const auto status = [this] {
+        return permissions().determinePermissionToAutomateTarget(fileManager, Permissions::Prompt::no);
+    };
+    ASSERT_EQ(status(), Permissions::noErr);
+    m_subject->takeFileManagerAway();
+    EXPECT_TRUE(eventually(deadline, [this] { return m_subject->changes() == 1; }));
+    EXPECT_EQ(status(), Permissions::procNotFound);
+    m_subject->bringFileManager();
+    EXPECT_TRUE(eventually(deadline, [this] { return m_subject->changes() == 2; }));
+    EXPECT_EQ(status(), Permissions::noErr);
 }
 
 TEST_P(PermissionsContract, AskingForWhatIsGrantedLeavesItGranted)

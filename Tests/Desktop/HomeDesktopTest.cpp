@@ -4,6 +4,7 @@
 #include "Desktop/Support/Bus.h"
 #include "Desktop/Support/Peer.h"
 #include "Desktop/Support/ShellFixture.h"
+#include "Desktop/Support/WindowManagersWord.h"
 #include "Support/Eventually.h"
 
 #include <QCoreApplication>
@@ -237,13 +238,6 @@ TEST_F(HomeDesktopTest, AModeChosenOnThePageOfCtrlShortcutsHoldsForTheNextKeys)
 TEST_F(HomeDesktopTest, ThePermissionRowsFollowTheDesktopWithinATick)
 {
     openHome();
-    const auto setEnabled = [](bool enabled) {
-        return ask(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                   QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"),
-                   {QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled"),
-                    QVariant::fromValue(QDBusVariant(enabled))})
-                   .type() == QDBusMessage::ReplyMessage;
-    };
     const auto grantButtons = [&] {
         int count = 0;
         for (const AccessibleNode& found : m_tree->nodes())
@@ -252,9 +246,10 @@ TEST_F(HomeDesktopTest, ThePermissionRowsFollowTheDesktopWithinATick)
         return count;
     };
     const int before = grantButtons();
-    ASSERT_TRUE(setEnabled(false));
+    WindowManagersWord word;
+    word.remove();
     EXPECT_TRUE(eventually(10s, [&] { return grantButtons() == before + 1; }));
-    ASSERT_TRUE(setEnabled(true));
+    word.restore();
     EXPECT_TRUE(eventually(10s, [&] { return grantButtons() == before; }));
 }
 

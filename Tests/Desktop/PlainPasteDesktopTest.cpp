@@ -1,14 +1,13 @@
 // Paste as Plain Text as a person uses it: formatted copies of other programs, pasted by the shortcut.
 #include "Contract/Support/SelectionAsker.h"
 #include "Contract/Support/SelectionOwner.h"
-#include "Desktop/Support/Bus.h"
 #include "Desktop/Support/Peer.h"
 #include "Desktop/Support/ShellFixture.h"
 #include "Desktop/Support/Terminal.h"
+#include "Desktop/Support/WindowManagersWord.h"
 #include "Support/Eventually.h"
 
 #include <QBuffer>
-#include <QDBusVariant>
 
 #include <gmock/gmock.h>
 
@@ -59,19 +58,10 @@ QByteArray picture()
 /// Takes Accessibility away from every program of the desktop until the object's end.
 class WithoutTrust {
 public:
-    WithoutTrust() { set(false); }
-    ~WithoutTrust() { set(true); }
-    WithoutTrust(const WithoutTrust&) = delete;
-    WithoutTrust& operator=(const WithoutTrust&) = delete;
+    WithoutTrust() { m_word.remove(); }
 
 private:
-    static void set(bool enabled)
-    {
-        (void)ask(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                  QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"),
-                  {QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled"),
-                   QVariant::fromValue(QDBusVariant(enabled))});
-    }
+    WindowManagersWord m_word;
 };
 
 class PlainPasteDesktopTest : public ShellDesktopTest {

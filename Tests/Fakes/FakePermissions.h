@@ -1,17 +1,21 @@
 // Permissions as a test sets them.
 #pragma once
 
+#include "Platform/NotificationCenter.h"
 #include "Platform/Permissions.h"
 
 #include <QStringList>
 
 #include <functional>
-#include <vector>
+#include <utility>
 
 namespace orvane {
 
 class FakePermissions : public Permissions {
 public:
+    /// `center` is told of changes; it may be null.
+    explicit FakePermissions(NotificationCenter* center = nullptr) : m_center(center) {}
+
     bool axIsProcessTrusted() override
     {
         onRead();
@@ -31,6 +35,18 @@ public:
         return automation;
     }
 
+    /// Lets one of the abilities below come or go by itself, as a window manager does.
+    void change(bool FakePermissions::*ability, bool isThere)
+    {
+        if (std::exchange(this->*ability, isThere) != isThere && m_center)
+            m_center->post(didChangeNotification());
+    }
+    void changeAutomation(OSStatus status)
+    {
+        if (std::exchange(automation, status) != status && m_center)
+            m_center->post(didChangeNotification());
+    }
+
     /// Called at each reading of all permissions, before the first answer.
     std::function<void()> onRead = [] {};
     bool accessibility = false;
@@ -48,6 +64,8 @@ private:
         requests.append(what);
         userAnswer();
     }
+
+    NotificationCenter* m_center;
 };
 
 } // namespace orvane

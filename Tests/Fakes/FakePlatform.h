@@ -66,7 +66,6 @@ public:
     FakeHotKeys hotKeys;
     FakeLogSink log;
     FakeLoginItem loginItem;
-    FakePermissions permissions;
     FakePowerAssertions powerAssertions;
     FakeRunLoop runLoop{clock};
     FakePasteboard generalPasteboard{runLoop};
@@ -77,6 +76,7 @@ public:
     NotificationCenter notificationCenter;
     FakeInputSources inputSources{notificationCenter};
     FakePanels panels{notificationCenter};
+    FakePermissions permissions{&notificationCenter};
     FakeScreens screens{notificationCenter};
 
 private:

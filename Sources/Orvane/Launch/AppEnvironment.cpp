@@ -3,8 +3,10 @@
 #include "Orvane/Home/HomeWindowController.h"
 #include "Orvane/Home/RootView.h"
 #include "Orvane/Shortcuts/HotkeyManager.h"
+#include "OrvaneCore/Base/Task.h"
 #include "OrvaneCore/Input/EventTapService.h"
 #include "Platform/DefaultsStore.h"
+#include "Platform/Permissions.h"
 #include "Platform/Platform.h"
 
 namespace orvane {
@@ -20,6 +22,7 @@ std::shared_ptr<AppEnvironment> AppEnvironment::make(const RegisterCapabilities&
     std::shared_ptr<AppEnvironment> environment(new AppEnvironment(registerCapabilities));
     environment->wireHomeWindow();
     environment->registerHotkeys();
+    environment->followPermissions();
     return environment;
 }
 
@@ -83,6 +86,21 @@ void AppEnvironment::registerHotkeys()
             m_hotkeys->registerHotkey(action.id, isActive, action.handler);
         }
     }
+}
+
+/// What waits for an ability starts when that comes, also while no page of the window is open that looks.
+void AppEnvironment::followPermissions()
+{
+    m_permissionsObserver = platform().defaultNotificationCenter.addObserver(
+        Permissions::didChangeNotification(), [weak = weak_from_this()](const Notification&) {
+            const auto self = weak.lock();
+            if (!self)
+                return;
+            self->permissions().refresh();
+            startTask([registry = self->sharedRegistry()]() -> Task<> {
+                co_await registry->reevaluatePermissionGated();
+            });
+        });
 }
 
 bool AppEnvironment::hasOnboarded() const

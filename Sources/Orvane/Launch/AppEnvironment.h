@@ -7,6 +7,7 @@
 #include "OrvaneCore/Capability/CapabilityStore.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
 #include "OrvaneCore/Preferences/AppPreferences.h"
+#include "Platform/NotificationCenter.h"
 
 #include <functional>
 #include <memory>
@@ -52,6 +53,7 @@ private:
     [[nodiscard]] CapabilityRegistry::MakeContext contextMaker() const;
     void wireHomeWindow();
     void registerHotkeys();
+    void followPermissions();
 
     std::shared_ptr<AppPreferences> m_appPreferences;
     std::shared_ptr<PermissionManager> m_permissions;
@@ -60,6 +62,7 @@ private:
     std::shared_ptr<HomeWindowController> m_homeWindow;
     std::shared_ptr<CapabilityStore> m_store;
     std::shared_ptr<CapabilityRegistry> m_registry;
+    std::unique_ptr<NotificationCenter::Token> m_permissionsObserver;
 };
 
 } // namespace orvane

@@ -136,8 +136,12 @@ Task<> CapabilityRegistry::reevaluatePermissionGated()
     const QList<Entry> snapshot = m_entries;
     for (const Entry& entry : snapshot) {
         const CapabilityID id = entry.id();
-        if (entry.state == Kind::needsPermission && m_store->isEnabled(id))
-            co_await setEnabled(true, id);
+        if (entry.state != Kind::needsPermission || !m_store->isEnabled(id) ||
+            m_beingTried.contains(id.rawValue))
+            continue;
+        m_beingTried.insert(id.rawValue);
+        co_await setEnabled(true, id);
+        m_beingTried.remove(id.rawValue);
     }
 }
 

@@ -9,6 +9,8 @@
 #include "OrvaneCore/Capability/Capability.h"
 #include "OrvaneCore/Capability/CapabilityStore.h"
 
+#include <QSet>
+
 #include <functional>
 #include <memory>
 #include <unordered_map>
@@ -47,7 +49,8 @@ public:
 
     /// Called at launch: starts what is enabled and starts automatically, strictly one after the other.
     Task<> restorePersistedState();
-    /// Tries again each enabled capability that waits for a permission, whatever its start mode.
+    /// Tries again each enabled capability that waits for a permission, whatever its start mode. One that an
+    /// earlier call is just trying isn't tried twice.
     Task<> reevaluatePermissionGated();
 
     [[nodiscard]] CapabilityStartMode startMode(const CapabilityID& id) const;
@@ -65,6 +68,8 @@ private:
     std::shared_ptr<CapabilityStore> m_store;
     MakeContext m_makeContext;
     std::unordered_map<QString, CapabilityContext> m_contexts;
+    /// The ids that a reevaluation is just trying.
+    QSet<QString> m_beingTried;
 };
 
 } // namespace orvane

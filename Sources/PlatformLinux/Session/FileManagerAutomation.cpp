@@ -113,7 +113,7 @@ void FileManagerAutomation::refresh()
         if (status == Permissions::procNotFound)
             askWhetherItCanBeStarted(number);
         else
-            m_status = status;
+            settle(status);
     });
 }
 
@@ -123,8 +123,14 @@ void FileManagerAutomation::askWhetherItCanBeStarted(unsigned number)
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, number] {
         pending->deleteLater();
         if (number == m_question)
-            m_status = statusOfStartable(*pending);
+            settle(statusOfStartable(*pending));
     });
+}
+
+void FileManagerAutomation::settle(OSStatus status)
+{
+    if (m_status.exchange(status) != status)
+        Q_EMIT changed();
 }
 
 } // namespace orvane

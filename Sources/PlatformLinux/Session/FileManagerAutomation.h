@@ -24,12 +24,17 @@ public:
     /// Asks the file manager and starts it if need be. Any thread; blocks until it answers, for at most 25 s.
     OSStatus askAndStart();
 
+Q_SIGNALS:
+    /// Emitted when the answer of status() has changed by itself.
+    void changed();
+
 private Q_SLOTS:
     void refresh();
 
 private:
     void listen();
     void askWhetherItCanBeStarted(unsigned number);
+    void settle(OSStatus status);
 
     QDBusConnection m_session;
     bool m_listens = false;

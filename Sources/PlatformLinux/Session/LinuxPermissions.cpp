@@ -1,11 +1,19 @@
 #include "PlatformLinux/Session/LinuxPermissions.h"
 
+#include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Applications/KnownPrograms.h"
 #include "PlatformLinux/X11/X11Connection.h"
 
 namespace orvane {
 
 namespace {
+
+QString denialOfWindows()
+{
+    return QStringLiteral(
+        "Windows of other programs can't be moved: no window manager is running that speaks "
+        "EWMH. Start one");
+}
 
 QString denialOfSession(const QString& sessionType)
 {
@@ -24,9 +32,15 @@ QString denialOfSession(const QString& sessionType)
 
 } // namespace
 
-LinuxPermissions::LinuxPermissions(LogSink& log, const QString& sessionType)
-    : m_denials(log), m_sessionDenial(denialOfSession(sessionType))
+LinuxPermissions::LinuxPermissions(LogSink& log, NotificationCenter& center, const QString& sessionType,
+                                   QDBusConnection session)
+    : m_center(center),
+      m_denials(log),
+      m_sessionDenial(denialOfSession(sessionType)),
+      m_fileManager(std::move(session))
 {
+    QObject::connect(&m_fileManager, &FileManagerAutomation::changed, &m_fileManager,
+                     [this] { announceChange(); });
 }
 
 LinuxPermissions::~LinuxPermissions() = default;
@@ -39,35 +53,40 @@ bool LinuxPermissions::sessionAllowsAnything()
     return false;
 }
 
+void LinuxPermissions::announceChange()
+{
+    m_center.post(Permissions::didChangeNotification());
+}
+
+void LinuxPermissions::followWindowManager()
+{
+    if (m_windowManager)
+        return;
+    m_windowManager.emplace([this](bool isPresent) {
+        m_denials.sayAgain(isPresent ? QStringLiteral("A window manager is there again.")
+                                     : QStringLiteral("The window manager is gone: windows of other programs "
+                                                      "can't be moved until there is one again."));
+        announceChange();
+    });
+}
+
 bool LinuxPermissions::axIsProcessTrusted()
 {
     if (!sessionAllowsAnything())
         return false;
-    if (!m_windowManager)
-        m_windowManager.emplace([this](bool isPresent) {
-            m_denials.sayAgain(isPresent
-                                   ? QStringLiteral("A window manager is there again.")
-                                   : QStringLiteral("The window manager is gone: windows of other programs "
-                                                    "can't be moved until there is one again."));
-        });
-    if (!m_windowManager->isPresent()) {
-        m_denials.say(
-            QStringLiteral("Windows of other programs can't be moved: no window manager is running that "
-                           "speaks EWMH. Start one"));
-        return false;
-    }
-    if (!m_accessibilityBus.isEnabled()) {
-        m_denials.say(QStringLiteral("What is inside of other programs' windows can't be read: the desktop's "
-                                     "accessibility bus is not enabled. Granting Accessibility enables it"));
-        return false;
-    }
-    return true;
+    followWindowManager();
+    if (!m_windowManager->isPresent())
+        m_denials.say(denialOfWindows());
+    return m_windowManager->isPresent();
 }
 
 void LinuxPermissions::axIsProcessTrustedWithPrompt()
 {
-    if (sessionAllowsAnything())
-        m_accessibilityBus.enable();
+    if (!sessionAllowsAnything())
+        return;
+    followWindowManager();
+    if (!m_windowManager->isPresent())
+        m_denials.sayAgain(denialOfWindows());
 }
 
 bool LinuxPermissions::preflightListenEventAccess()

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "Platform/Permissions.h"
-#include "PlatformLinux/Session/AccessibilityBus.h"
 #include "PlatformLinux/Session/DenialLog.h"
 #include "PlatformLinux/Session/FileManagerAutomation.h"
 #include "PlatformLinux/X11/WindowManagerWatch.h"
@@ -14,17 +13,20 @@
 namespace orvane {
 
 class LogSink;
+class NotificationCenter;
 
 class LinuxPermissions : public Permissions {
 public:
-    /// `sessionType` is the value of XDG_SESSION_TYPE.
-    explicit LinuxPermissions(LogSink& log,
-                              const QString& sessionType = qEnvironmentVariable("XDG_SESSION_TYPE"));
+    /// `sessionType` is the value of XDG_SESSION_TYPE. Changes are told on `center`, from the first answer
+    /// on.
+    LinuxPermissions(LogSink& log, NotificationCenter& center,
+                     const QString& sessionType = qEnvironmentVariable("XDG_SESSION_TYPE"),
+                     QDBusConnection session = QDBusConnection::sessionBus());
     ~LinuxPermissions() override;
 
-    /// True if a window manager speaks EWMH and the accessibility bus is enabled.
+    /// True if a window manager speaks EWMH: windows of others are read and moved through it alone.
     bool axIsProcessTrusted() override;
-    /// Enables the accessibility bus; axIsProcessTrusted() follows later.
+    /// Nobody on this desktop can be asked for a window manager, so this only says again why there is none.
     void axIsProcessTrustedWithPrompt() override;
 
     /// True if XInput and XTEST are there and the server lets the keyboard be held. Tried once, and again at
@@ -43,12 +45,14 @@ private:
     /// Returns false, and logs the reason, where everything is denied.
     bool sessionAllowsAnything();
     void sayWhy(OSStatus automation);
+    void followWindowManager();
+    void announceChange();
 
+    NotificationCenter& m_center;
     DenialLog m_denials;
     /// The reason why this kind of session allows nothing; empty where it allows something.
     const QString m_sessionDenial;
     std::optional<WindowManagerWatch> m_windowManager;
-    AccessibilityBus m_accessibilityBus;
     FileManagerAutomation m_fileManager;
     std::optional<XAccess> m_input;
     std::optional<XAccess> m_screen;

@@ -30,11 +30,13 @@ void WindowManagerWatch::find()
     const xcb_window_t window = windowToldBy(exchange, m_x->root());
     XSelection selection; // first, so that its end isn't missed
     if (window)
-        selection = m_x->link().select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        selection =
+            m_x->link().select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     const bool isAlive = window && windowToldBy(exchange, window) == window;
     if (exchange.isLate())
         return;
     m_windowSelection = std::move(selection);
+    m_toldWindow = window;
     m_window = isAlive ? window : xcb_window_t{XCB_WINDOW_NONE};
 }
 
@@ -51,7 +53,9 @@ void WindowManagerWatch::handle(const xcb_generic_event_t& event)
     switch (event.response_type & 0x7F) {
     case XCB_PROPERTY_NOTIFY: {
         const auto& told = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (told.window == m_x->root() && told.atom == m_x->atoms().supportingCheck)
+        // Some managers name their window on the root window before they mark the window itself.
+        if (told.atom == m_x->atoms().supportingCheck &&
+            (told.window == m_x->root() || told.window == m_toldWindow))
             findAgain();
         break;
     }

@@ -29,6 +29,8 @@ private:
     std::shared_ptr<ApplicationLink> m_x;
     XSelection m_rootSelection;
     XSelection m_windowSelection;
+    /// The window that the root window's property names, whether it is a manager's or not.
+    xcb_window_t m_toldWindow = XCB_WINDOW_NONE;
     std::unique_ptr<ApplicationLink::Listener> m_listener;
     /// The manager's own window, which goes with it.
     xcb_window_t m_window = XCB_WINDOW_NONE;

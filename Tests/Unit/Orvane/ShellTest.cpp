@@ -100,6 +100,33 @@ TEST_F(AppEnvironmentTest, MakingItReadsThePermissionsOnceAndStartsNothing)
     EXPECT_EQ(environment()->homeWindow().window(), nullptr);
 }
 
+TEST_F(AppEnvironmentTest, AnAbilityThatComesStartsWhatWaitsForItWithoutAnyPageOrTimer)
+{
+    const auto gated = std::make_shared<RecordingCapability>(QStringLiteral("Gated"));
+    gated->requirements = {{SystemPermission::accessibility, PermissionRequirement::Level::required}};
+    const CapabilityID id{QStringLiteral("Gated")};
+    CapabilityRegistry& registry = environment()->registry();
+    registry.registerCapability(gated);
+    registry.setEnabled(true, id);
+    ASSERT_EQ(registry.state(id), CapabilityState::Kind::needsPermission);
+    ASSERT_EQ(fake.runLoop.timerCount(), 0u);
+
+    fake.permissions.changeAutomation(Permissions::noErr);
+    fake.runLoop.drain();
+    EXPECT_EQ(registry.state(id), CapabilityState::Kind::needsPermission) << "it waits for another one";
+    fake.permissions.change(&FakePermissions::accessibility, true);
+    fake.runLoop.drain();
+    EXPECT_EQ(registry.state(id), CapabilityState::Kind::active);
+    EXPECT_EQ(environment()->permissions().status(SystemPermission::accessibility),
+              PermissionStatus::granted);
+
+    // One that goes changes no state, and its return starts nothing twice.
+    fake.permissions.change(&FakePermissions::accessibility, false);
+    fake.permissions.change(&FakePermissions::accessibility, true);
+    fake.runLoop.drain();
+    EXPECT_EQ(gated->calls->count(QStringLiteral("activate")), 1);
+}
+
 TEST_F(AppEnvironmentTest, IsBuiltInItsFixedOrder)
 {
     QStringList order;

@@ -544,6 +544,27 @@ TEST_F(CapabilityRegistryTest, AGrantedPermissionActivatesAtReevaluationWithoutI
     EXPECT_EQ(*one->calls, calls({"activate"}));
 }
 
+TEST_F(CapabilityRegistryTest, ASecondReevaluationLeavesAloneWhatTheFirstIsJustTrying)
+{
+    addRequiringAccessibility();
+    enable();
+    grantAccessibility(true);
+    one->activateGate.close();
+    registry->reevaluatePermissionGated();
+    registry->reevaluatePermissionGated();
+    EXPECT_EQ(*one->calls, calls({"activate"}));
+    one->activateGate.open();
+    EXPECT_EQ(kind(), Kind::active);
+
+    // What lost its permission again is tried anew.
+    grantAccessibility(false);
+    enable();
+    ASSERT_EQ(kind(), Kind::needsPermission);
+    grantAccessibility(true);
+    registry->reevaluatePermissionGated();
+    EXPECT_EQ(*one->calls, calls({"activate", "activate"}));
+}
+
 TEST_F(CapabilityRegistryTest, ReevaluationTakesManualOnesTooAndLeavesTheDisabledAndTheActiveAlone)
 {
     addRequiringAccessibility();

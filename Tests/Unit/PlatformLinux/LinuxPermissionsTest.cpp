@@ -1,5 +1,6 @@
 #include "PlatformLinux/Session/LinuxPermissions.h"
 #include "Fakes/FakeLogSink.h"
+#include "Platform/NotificationCenter.h"
 
 #include <gmock/gmock.h>
 
@@ -31,7 +32,8 @@ void requestAll(LinuxPermissions& permissions)
 TEST(LinuxPermissions, AWaylandSessionDeniesEverythingAndSaysSoOnce)
 {
     FakeLogSink log;
-    LinuxPermissions permissions(log, QStringLiteral("wayland"));
+    NotificationCenter center;
+    LinuxPermissions permissions(log, center, QStringLiteral("wayland"));
     readAll(permissions);
     requestAll(permissions);
     readAll(permissions);
@@ -43,7 +45,8 @@ TEST(LinuxPermissions, AWaylandSessionDeniesEverythingAndSaysSoOnce)
 TEST(LinuxPermissions, WithoutAnXServerEverythingIsDeniedAndThatIsSaidOnce)
 {
     FakeLogSink log;
-    LinuxPermissions permissions(log, QStringLiteral("x11"));
+    NotificationCenter center;
+    LinuxPermissions permissions(log, center, QStringLiteral("x11"));
     readAll(permissions);
     requestAll(permissions);
     ASSERT_EQ(log.entries().size(), 1u);
