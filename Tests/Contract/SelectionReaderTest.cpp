@@ -1,4 +1,5 @@
 // The limits of a read of another program's clipboard, with a time moved by hand.
+#include "PlatformLinux/Pasteboard/SelectionConnection.h"
 #include "PlatformLinux/Pasteboard/SelectionReader.h"
 #include "Contract/Support/SelectionOwner.h"
 #include "Support/Eventually.h"

@@ -273,18 +273,16 @@ std::optional<QString> WindowReader::title(XExchange& exchange, xcb_window_t win
     const std::string oldName = exchange.bytes(oldNameCookie);
     if (!isThere)
         return std::nullopt;
-    return name.empty() ? QString::fromLatin1(oldName) : QString::fromUtf8(name);
+    return windowTitleOf(name, oldName);
 }
 
-std::optional<WindowReader::WindowClass> WindowReader::windowClass(XExchange& exchange, xcb_window_t window)
+std::optional<WindowClass> WindowReader::windowClass(XExchange& exchange, xcb_window_t window)
 {
     StateQuestion state(exchange, window);
     const auto cookie = exchange.askProperty(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
     const bool isThere = state.answer(exchange).has_value();
-    const QList<QByteArray> parts = QByteArray::fromStdString(exchange.bytes(cookie)).split('\0');
-    if (!isThere)
-        return std::nullopt;
-    return WindowClass{QString::fromLatin1(parts.value(0)), QString::fromLatin1(parts.value(1))};
+    const WindowClass read = windowClassOf(exchange.bytes(cookie));
+    return isThere ? std::optional(read) : std::nullopt;
 }
 
 std::optional<WindowReader::Abilities> WindowReader::abilities(XExchange& exchange, xcb_window_t window)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "PlatformLinux/Accessibility/WindowProperties.h"
+#include "PlatformLinux/X11/WindowTexts.h"
 #include "PlatformLinux/X11/XExchange.h"
 
 #include <QString>
@@ -55,10 +56,6 @@ public:
     std::optional<WindowState> state(XExchange& exchange, xcb_window_t window);
     std::optional<QString> title(XExchange& exchange, xcb_window_t window);
 
-    struct WindowClass {
-        QString instance;
-        QString name;
-    };
     std::optional<WindowClass> windowClass(XExchange& exchange, xcb_window_t window);
 
     struct Abilities {

@@ -2,6 +2,7 @@
 
 #include "PlatformLinux/Applications/ApplicationIdentity.h"
 #include "PlatformLinux/Applications/DesktopEntries.h"
+#include "PlatformLinux/X11/WindowTexts.h"
 
 #include <QFile>
 #include <QGuiApplication>
@@ -17,11 +18,6 @@
 namespace orvane {
 
 namespace {
-
-struct WindowClass {
-    QString instance;
-    QString name;
-};
 
 /// The server knows which process is at the other end, whatever the window says of itself.
 class ProcessQuestion {
@@ -90,19 +86,15 @@ std::optional<RunningApplication> programOfWindow(XExchange& exchange, xcb_windo
     const XAtoms& atoms = exchange.atoms();
     const auto existsCookie = xcb_get_window_attributes(exchange.xcb(), window);
     const auto classCookie = exchange.askProperty(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
-    // What toolkits write on their windows themselves: ids of desktop entries, or the path of one.
+    // Toolkits write these on their windows: ids of desktop entries, or the path of one.
     const std::array idCookies{exchange.askProperty(window, atoms.kdeDesktopFile, atoms.utf8String),
                                exchange.askProperty(window, atoms.gtkApplicationId, atoms.utf8String)};
     ProcessQuestion processQuestion(exchange, window);
     const bool exists = exchange.reply<xcb_get_window_attributes_reply_t>(existsCookie) != nullptr;
-    const auto classParts = QByteArray::fromStdString(exchange.bytes(classCookie)).split('\0');
-    const WindowClass windowClass{QString::fromLatin1(classParts.value(0)),
-                                  QString::fromLatin1(classParts.value(1))};
+    const WindowClass windowClass = windowClassOf(exchange.bytes(classCookie));
     QStringList ids;
     for (const auto& cookie : idCookies) {
-        QString id = QString::fromStdString(exchange.bytes(cookie)).section(u'/', -1);
-        if (id.endsWith(QLatin1StringView(".desktop")))
-            id.chop(8);
+        const QString id = desktopEntryIDOf(exchange.bytes(cookie));
         if (!id.isEmpty())
             ids.append(id);
     }

@@ -103,6 +103,11 @@ QList<QByteArray> SelectionConnection::names(const xcb_atom_t* atoms, std::size_
     return names;
 }
 
+void SelectionConnection::convert(xcb_window_t window, xcb_atom_t target, xcb_atom_t property)
+{
+    xcb_convert_selection(xcb(), window, clipboard(), target, property, XCB_CURRENT_TIME);
+}
+
 std::optional<SelectionConnection::Property>
 SelectionConnection::takeProperty(xcb_window_t window, xcb_atom_t name, qsizetype limit)
 {

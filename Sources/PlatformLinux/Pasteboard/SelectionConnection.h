@@ -2,6 +2,7 @@
 // Requests may meet a window that is gone; their errors are dropped.
 #pragma once
 
+#include "PlatformLinux/Pasteboard/SelectionRequests.h"
 #include "PlatformLinux/X11/XExchange.h"
 
 #include <QByteArray>
@@ -16,7 +17,7 @@
 
 namespace orvane {
 
-class SelectionConnection {
+class SelectionConnection : public SelectionRequests {
 public:
     /// Null without a server, or without its XFixes extension. Waits for the server, here and later, until
     /// `cancellation` is readable.
@@ -33,25 +34,14 @@ public:
 
     /// Returns the window that owns the clipboard when this program does.
     [[nodiscard]] xcb_window_t window() const { return m_window; }
-    /// Makes a further window, which the caller has to destroy.
-    [[nodiscard]] xcb_window_t createWindow();
-    void destroyWindow(xcb_window_t window);
-
-    /// Makes a round trip for each new one. None when the server has no room for it.
-    [[nodiscard]] xcb_atom_t atom(const QByteArray& name);
-    /// Makes one round trip for all new ones; unknown atoms are left out.
-    [[nodiscard]] QList<QByteArray> names(const xcb_atom_t* atoms, std::size_t count);
-
-    struct Property {
-        xcb_atom_t type = XCB_ATOM_NONE; // None where there is no such property
-        std::uint8_t format = 0;
-        QByteArray bytes;
-    };
-    /// Returns a property and deletes it from its window. Nothing when it is larger than the limit, and then
-    /// it stays.
-    [[nodiscard]] std::optional<Property> takeProperty(xcb_window_t window, xcb_atom_t name, qsizetype limit);
-
-    [[nodiscard]] bool clipboardHasOwner() const;
+    [[nodiscard]] xcb_window_t createWindow() override;
+    void destroyWindow(xcb_window_t window) override;
+    [[nodiscard]] xcb_atom_t atom(const QByteArray& name) override;
+    [[nodiscard]] QList<QByteArray> names(const xcb_atom_t* atoms, std::size_t count) override;
+    void convert(xcb_window_t window, xcb_atom_t target, xcb_atom_t property) override;
+    [[nodiscard]] std::optional<Property> takeProperty(xcb_window_t window, xcb_atom_t name,
+                                                       qsizetype limit) override;
+    [[nodiscard]] bool clipboardHasOwner() const override;
     void flush() { m_link->flush(); }
 
 private:

@@ -23,9 +23,11 @@ qsizetype announcedSize(const QByteArray& bytes)
 
 } // namespace
 
-SelectionReader::SelectionReader(SelectionConnection& connection, const PasteboardState& state)
+SelectionReader::SelectionReader(SelectionRequests& connection, const PasteboardState& state,
+                                 qsizetype sizeLimit)
     : m_connection(connection),
       m_state(state),
+      m_sizeLimit(sizeLimit),
       m_property(connection.atom("ORVANE_PASTEBOARD")),
       m_incr(connection.atom("INCR"))
 {
@@ -103,8 +105,7 @@ void SelectionReader::convert(const TargetName& target)
     m_phase = Phase::awaitsAnswer;
     m_targetName = target;
     m_target = m_connection.atom(target);
-    xcb_convert_selection(m_connection.xcb(), m_window, m_connection.clipboard(), m_target, m_property,
-                          XCB_CURRENT_TIME);
+    m_connection.convert(m_window, m_target, m_property);
     noteProgress();
 }
 
@@ -116,9 +117,9 @@ void SelectionReader::handle(const xcb_selection_notify_event_t& event)
         refused();
         return;
     }
-    const auto property = m_connection.takeProperty(m_window, m_property, sizeLimit - m_size);
+    const auto property = m_connection.takeProperty(m_window, m_property, m_sizeLimit - m_size);
     const auto isTooLarge = [&] {
-        return property->type == m_incr && announcedSize(property->bytes) > sizeLimit - m_size;
+        return property->type == m_incr && announcedSize(property->bytes) > m_sizeLimit - m_size;
     };
     if (!property || isTooLarge()) {
         finish(std::nullopt);
@@ -138,7 +139,8 @@ void SelectionReader::handle(const xcb_property_notify_event_t& event)
     if (m_phase != Phase::awaitsPieces || event.window != m_window || event.atom != m_property ||
         event.state != XCB_PROPERTY_NEW_VALUE)
         return;
-    const auto piece = m_connection.takeProperty(m_window, m_property, sizeLimit - m_size - m_pieces.size());
+    const auto piece =
+        m_connection.takeProperty(m_window, m_property, m_sizeLimit - m_size - m_pieces.size());
     if (!piece) {
         finish(std::nullopt);
         return;

@@ -4,7 +4,7 @@
 
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
 #include "PlatformLinux/Pasteboard/PasteboardTargets.h"
-#include "PlatformLinux/Pasteboard/SelectionConnection.h"
+#include "PlatformLinux/Pasteboard/SelectionRequests.h"
 
 #include <chrono>
 #include <cstdint>
@@ -27,9 +27,10 @@ public:
     /// No read takes longer in all.
     static constexpr std::chrono::seconds longestRead{30};
     /// For all flavours of a read together.
-    static constexpr qsizetype sizeLimit = qsizetype{64} << 20;
+    static constexpr qsizetype largestRead = qsizetype{64} << 20;
 
-    SelectionReader(SelectionConnection& connection, const PasteboardState& state);
+    SelectionReader(SelectionRequests& connection, const PasteboardState& state,
+                    qsizetype sizeLimit = largestRead);
     /// Completes the reads that are left with nothing.
     ~SelectionReader();
     SelectionReader(const SelectionReader&) = delete;
@@ -74,8 +75,9 @@ private:
     void noteProgress();
     [[nodiscard]] std::chrono::milliseconds patience() const;
 
-    SelectionConnection& m_connection;
+    SelectionRequests& m_connection;
     const PasteboardState& m_state;
+    const qsizetype m_sizeLimit;
     const xcb_atom_t m_property;
     const xcb_atom_t m_incr;
     std::deque<Job> m_jobs;

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 #include <QStringView>
+#include <QVariantMap>
 
 #include <cstdint>
 #include <optional>
@@ -31,5 +32,8 @@ QStringList stringsInVariant(QStringView text);
 
 /// Returns the shortcuts that a file kglobalshortcutsrc puts in force.
 QList<Accelerator> parseKdeShortcutsFile(QStringView content);
+
+/// Returns the shortcuts that the properties of Xfce's channel for them put in force.
+QList<Accelerator> acceleratorsOfXfconf(const QVariantMap& properties);
 
 } // namespace orvane

@@ -5,7 +5,6 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
-#include <algorithm>
 #include <chrono>
 
 namespace orvane {
@@ -21,36 +20,7 @@ const QString path = QStringLiteral("/org/xfce/Xfconf");
 const QString interface = QStringLiteral("org.xfce.Xfconf");
 const QString shortcutsChannel = QStringLiteral("xfce4-keyboard-shortcuts");
 
-/// Tells the keys that the window manager listens to only while a window is moved, resized or chosen.
-bool isOfAMode(const QString& action)
-{
-    static const QStringList ofModes{QStringLiteral("cancel_key"), QStringLiteral("left_key"),
-                                     QStringLiteral("right_key"), QStringLiteral("up_key"),
-                                     QStringLiteral("down_key")};
-    return ofModes.contains(action);
-}
-
 } // namespace
-
-QList<Accelerator> acceleratorsOfXfconf(const QVariantMap& properties)
-{
-    QList<Accelerator> found;
-    for (const QString& provider : {QStringLiteral("/commands/"), QStringLiteral("/xfwm4/")}) {
-        const bool isCustom = properties.value(provider + QLatin1String("custom/override")).toBool();
-        const QString base = provider + QLatin1String(isCustom ? "custom/" : "default/");
-        for (auto property = properties.lowerBound(base);
-             property != properties.end() && property.key().startsWith(base); ++property) {
-            // A property that isn't a string describes the one above it.
-            const bool isShortcut = property->typeId() == QMetaType::QString;
-            const QString action = property->toString();
-            if (!isShortcut || action.isEmpty() || isOfAMode(action))
-                continue;
-            if (const auto accelerator = parseGtkAccelerator(QStringView(property.key()).sliced(base.size())))
-                found.append(*accelerator);
-        }
-    }
-    return found;
-}
 
 XfconfShortcuts::XfconfShortcuts()
 {

@@ -6,14 +6,10 @@
 
 #include <QDBusConnection>
 #include <QTimer>
-#include <QVariant>
 
 #include <optional>
 
 namespace orvane {
-
-/// Returns those that the properties of the channel put in force. Pure.
-QList<Accelerator> acceleratorsOfXfconf(const QVariantMap& properties);
 
 class XfconfShortcuts : public ShortcutSource {
     Q_OBJECT

@@ -1,6 +1,5 @@
 #include "PlatformLinux/Shortcuts/Accelerator.h"
 #include "Platform/HotKeys.h"
-#include "PlatformLinux/Shortcuts/XfconfShortcuts.h"
 
 #include <gtest/gtest.h>
 
