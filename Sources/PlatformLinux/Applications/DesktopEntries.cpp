@@ -35,33 +35,6 @@ QStringView lastPart(QStringView id)
     return id.sliced(id.lastIndexOf(u'.') + 1);
 }
 
-/// Returns the lines that are needed: most of a file is translations into other languages, and most of the
-/// time would go into parsing them.
-QByteArray mainGroup(const QByteArray& file, const QStringList& locales)
-{
-    QByteArray kept;
-    bool inMainGroup = false;
-    for (qsizetype begin = 0; begin < file.size();) {
-        qsizetype end = file.indexOf('\n', begin);
-        end = end < 0 ? file.size() : end + 1;
-        const QByteArrayView line = QByteArrayView(file).sliced(begin, end - begin);
-        begin = end;
-        if (line.startsWith('['))
-            inMainGroup = line.trimmed() == "[Desktop Entry]";
-        if (!inMainGroup)
-            continue;
-        const qsizetype key = line.indexOf('=');
-        const qsizetype locale = line.indexOf('[');
-        if (locale > 0 && locale < key) {
-            const auto name = line.sliced(locale + 1, key - locale - 1).trimmed();
-            if (!name.endsWith(']') || !locales.contains(QLatin1StringView(name.chopped(1))))
-                continue;
-        }
-        kept.append(line);
-    }
-    return kept;
-}
-
 } // namespace
 
 DesktopEntries::Surroundings DesktopEntries::Surroundings::ofThisProcess()
@@ -188,7 +161,7 @@ void DesktopEntries::readFile(const QString& path, const QString& id)
     QFile file(path);
     if (file.size() > largest || !file.open(QIODevice::ReadOnly))
         return;
-    const DesktopEntry entry = DesktopEntry::parse(mainGroup(file.readAll(), m_surroundings.locales));
+    const DesktopEntry entry = DesktopEntry::parse(file.readAll(), m_surroundings.locales);
     if (entry.string(QStringLiteral("Type")) != QStringLiteral("Application") ||
         entry.boolean(QStringLiteral("Hidden")).value_or(false))
         return;

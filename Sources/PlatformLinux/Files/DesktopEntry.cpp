@@ -7,6 +7,12 @@ namespace {
 const QLatin1String wordsNeedQuotesFor(" \t\n\"'\\><~|&;$*?#()`");
 const QLatin1String escapedInQuotes("\"`$\\");
 
+/// Other space, such as one that doesn't break a line, may be a part of a file's name.
+bool separatesWords(QChar c)
+{
+    return c == u' ' || c == u'\t' || c == u'\n';
+}
+
 QString unescaped(const QString& raw)
 {
     QString text;
@@ -39,20 +45,37 @@ QString unescaped(const QString& raw)
     return text;
 }
 
+bool isOfAnotherLocale(QByteArrayView key, const QStringList& locales)
+{
+    const qsizetype bracket = key.indexOf('[');
+    return bracket > 0 &&
+           !(key.endsWith(']') && locales.contains(QLatin1StringView(key.sliced(bracket + 1).chopped(1))));
+}
+
 } // namespace
 
-DesktopEntry DesktopEntry::parse(const QByteArray& text)
+DesktopEntry DesktopEntry::parse(QByteArrayView text, const std::optional<QStringList>& locales)
 {
     DesktopEntry entry;
     bool inMainGroup = false;
-    for (const QString& line : QString::fromUtf8(text).split(u'\n')) {
-        const QString trimmed = line.trimmed();
-        if (trimmed.startsWith(u'['))
-            inMainGroup = trimmed == QLatin1String("[Desktop Entry]");
-        const qsizetype equals = trimmed.indexOf(u'=');
-        if (!inMainGroup || equals <= 0 || trimmed.startsWith(u'#') || trimmed.startsWith(u'['))
+    const QByteArrayView byteOrderMark("\xEF\xBB\xBF");
+    for (qsizetype begin = text.startsWith(byteOrderMark) ? byteOrderMark.size() : 0; begin < text.size();) {
+        const qsizetype newline = text.indexOf('\n', begin);
+        const qsizetype end = newline < 0 ? text.size() : newline;
+        const QByteArrayView line = text.sliced(begin, end - begin).trimmed();
+        begin = end + 1;
+        if (line.startsWith('[')) {
+            inMainGroup = line == "[Desktop Entry]";
             continue;
-        entry.m_values.insert(trimmed.first(equals).trimmed(), trimmed.sliced(equals + 1).trimmed());
+        }
+        const qsizetype equals = line.indexOf('=');
+        if (!inMainGroup || equals <= 0 || line.startsWith('#'))
+            continue;
+        if (locales && isOfAnotherLocale(line.first(equals).trimmed(), *locales))
+            continue;
+        const QString decoded = QString::fromUtf8(line);
+        const qsizetype keyEnd = decoded.indexOf(u'=');
+        entry.m_values.insert(decoded.first(keyEnd).trimmed(), decoded.sliced(keyEnd + 1).trimmed());
     }
     return entry;
 }
@@ -82,14 +105,17 @@ QStringList DesktopEntry::list(const QString& key) const
 
 QString DesktopEntry::programOf(const QString& commandLine)
 {
-    const QString line = commandLine.trimmed();
+    qsizetype begin = 0;
+    while (begin < commandLine.size() && separatesWords(commandLine[begin]))
+        ++begin;
+    const QStringView line = QStringView(commandLine).sliced(begin);
     const bool isQuoted = line.startsWith(u'"');
     QString word;
     for (qsizetype at = isQuoted ? 1 : 0; at < line.size(); ++at) {
         const QChar c = line[at];
         if (isQuoted && c == u'"')
             return word;
-        if (!isQuoted && c.isSpace())
+        if (!isQuoted && separatesWords(c))
             return word;
         const bool hasNext = at + 1 < line.size();
         const bool isEscape = isQuoted && c == u'\\';

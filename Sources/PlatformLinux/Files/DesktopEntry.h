@@ -11,8 +11,11 @@ namespace orvane {
 
 class DesktopEntry {
 public:
-    /// Reads the group "Desktop Entry". Lines that aren't keys of it are ignored.
-    static DesktopEntry parse(const QByteArray& text);
+    /// Reads the group "Desktop Entry". Lines that aren't keys of it are ignored, and so are the translations
+    /// into other locales than these: most of a file is translations, and most of the time would go into
+    /// them.
+    [[nodiscard]] static DesktopEntry parse(QByteArrayView text,
+                                            const std::optional<QStringList>& locales = std::nullopt);
 
     /// Returns the value with the escapes of a text resolved.
     [[nodiscard]] std::optional<QString> string(const QString& key) const;

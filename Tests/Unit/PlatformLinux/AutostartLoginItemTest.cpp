@@ -74,7 +74,8 @@ TEST_F(AutostartLoginItemTest, AnyExecutablePathComesBackFromItsEntry)
 {
     for (const QString& name :
          {QStringLiteral("dir with space"), QStringLiteral("100%f"), QStringLiteral("a\"b$c`d\\e"),
-          QStringLiteral("\u00fc;#(x)'"), QStringLiteral("line\nbreak")}) {
+          QStringLiteral("\u00fc;#(x)'"), QStringLiteral("line\nbreak"), QStringLiteral("kept\u00a0together"),
+          QStringLiteral("carriage\rreturn")}) {
         program = directory.filePath(name);
         ASSERT_TRUE(QFile::copy(QStringLiteral("/bin/true"), program));
         ASSERT_EQ(::chmod(QFile::encodeName(program).constData(), 0755), 0);

@@ -261,4 +261,23 @@ TEST_F(DesktopEntriesTest, AFileThatIsNoEntryIsPassedOver)
     EXPECT_EQ(idsForMenus(), QStringList{u"one"_qs});
 }
 
+TEST_F(DesktopEntriesTest, SpaceBeforeAGroupAndAByteOrderMarkAreNoPartOfIt)
+{
+    const auto writeWhole = [&](const QString& file, const QByteArray& bytes) {
+        QFile target(m_home.filePath(file));
+        ASSERT_TRUE(target.open(QIODevice::WriteOnly));
+        target.write(bytes);
+    };
+    writeWhole(u"system/applications/indented.desktop"_qs,
+               "  [Desktop Entry]\nType=Application\nName=Indented\n\t[Desktop Action New]\nName=Other\n");
+    writeWhole(u"system/applications/marked.desktop"_qs,
+               "\xEF\xBB\xBF[Desktop Entry]\nType=Application\nName=Marked\n");
+    const auto indented = entries().entry(u"indented"_qs);
+    ASSERT_TRUE(indented);
+    EXPECT_EQ(indented->name, u"Indented"_qs);
+    const auto marked = entries().entry(u"marked"_qs);
+    ASSERT_TRUE(marked);
+    EXPECT_EQ(marked->name, u"Marked"_qs);
+}
+
 } // namespace orvane::tests
