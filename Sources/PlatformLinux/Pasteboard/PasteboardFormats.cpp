@@ -41,11 +41,17 @@ private:
     const PictureDeadline m_deadline;
 };
 
-/// "file://localhost/x" and "file:///x" are the same file.
+/// "file://localhost/x" and "file:///x" are the same file. Without a host, a path can't begin with two
+/// slashes.
 QUrl normalized(QUrl url)
 {
-    if (url.isLocalFile() && url.host() == QLatin1StringView("localhost"))
+    if (url.isLocalFile() && url.host() == QLatin1StringView("localhost")) {
+        QString path = url.path(QUrl::FullyEncoded);
+        while (path.startsWith(QLatin1StringView("//")))
+            path.remove(0, 1);
+        url.setPath(path, QUrl::TolerantMode);
         url.setHost(QString());
+    }
     return url;
 }
 

@@ -58,6 +58,12 @@ TEST(UriList, ThisMachineByNameIsThisMachine)
     EXPECT_EQ(list[0].toLocalFile(), QStringLiteral("/tmp/a"));
 }
 
+TEST(UriList, FurtherSlashesBehindTheNameOfThisMachineAreOne)
+{
+    EXPECT_EQ(decodeUriList("file://localhost//tmp/a%20b"), urls({"file:///tmp/a%20b"}));
+    EXPECT_EQ(decodeUriList("file://localhost///100%25"), urls({"file:///100%25"}));
+}
+
 TEST(UriList, IsReadAsItWasWritten)
 {
     const QList<QUrl> files{QUrl::fromLocalFile(QStringLiteral("/tmp/a b\u00FC%")),
