@@ -1,23 +1,14 @@
 // Any bytes are either refused with a reason or read as values that can be stored again: their text reads as
 // equal ones.
 #include "PlatformLinux/Defaults/DefaultsCoding.h"
+#include "Require.h"
 
 #include <QJsonDocument>
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace orvane;
-
-namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
+using orvane::fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -2,21 +2,16 @@
 // and texts in UTF-8.
 #include "PlatformLinux/Pasteboard/PasteboardFormats.h"
 #include "PlatformLinux/Pasteboard/PasteboardTargets.h"
+#include "Require.h"
 
 #include <QStringDecoder>
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace orvane;
+using orvane::fuzz::require;
 
 namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 bool isUtf8(const QByteArray& bytes)
 {

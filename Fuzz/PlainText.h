@@ -1,17 +1,11 @@
 // Checks that hold for each text that was made from a formatted one.
 #pragma once
 
+#include "Require.h"
+
 #include <QString>
 
-#include <cstdlib>
-
 namespace orvane::fuzz {
-
-inline void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 inline void requirePlain(const QString& text)
 {
