@@ -27,6 +27,6 @@ struct OnboardingGround {
     [[nodiscard]] QList<AnyView> children() const { return {column}; }
 };
 
-QWidget* makeOrvaWidget(const OnboardingGround& ground);
+QWidget* makeOrvaWidget(const OnboardingGround& page);
 
 } // namespace orvane
