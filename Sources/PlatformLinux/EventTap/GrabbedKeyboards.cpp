@@ -37,20 +37,59 @@ std::vector<std::string> GrabbedKeyboards::grab()
     for (const KeyboardDevice& device : present.hardware) {
         if (m_keyboards.has(device.id))
             continue;
-        std::string problem = grabOne(device);
-        if (problem.empty() || std::ranges::find(m_refused, device.id) != m_refused.end())
-            continue;
-        m_refused.push_back(device.id);
-        problems.push_back(std::move(problem));
+        const bool wasRefused = isRefused(device.id);
+        Attempt attempt = grabOne(device);
+        if (attempt.problem.empty())
+            m_downAtFirst |= attempt.down;
+        else if (!wasRefused)
+            problems.push_back(std::move(attempt.problem));
     }
     return problems;
 }
 
-/// Returns a sentence when the keyboard can't be grabbed.
-std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
+bool GrabbedKeyboards::isRefused(DeviceId device) const
 {
-    if (device.attachment == KeyboardDevice::Attachment::floating)
-        return refusal(device.name, "another program has grabbed it, or it was set aside");
+    return std::ranges::find(m_refused, device, &Refused::device) != m_refused.end();
+}
+
+void GrabbedKeyboards::forget(DeviceId device)
+{
+    std::erase_if(m_refused, [&](const Refused& each) { return each.device == device; });
+}
+
+std::optional<KeySet> GrabbedKeyboards::tryAgain(DeviceId device)
+{
+    if (m_isFree || !isRefused(device))
+        return std::nullopt;
+    const Keyboards present = m_connection.keyboards();
+    const auto found = std::ranges::find(present.hardware, device, &KeyboardDevice::id);
+    if (found == present.hardware.end())
+        return std::nullopt;
+    const Attempt attempt = grabOne(*found);
+    if (!attempt.problem.empty())
+        return std::nullopt;
+    return attempt.down;
+}
+
+GrabbedKeyboards::Attempt GrabbedKeyboards::grabOne(const KeyboardDevice& device)
+{
+    Attempt attempt =
+        device.attachment == KeyboardDevice::Attachment::floating
+            ? Attempt{refusal(device.name, "another program has grabbed it, or it was set aside"), true, {}}
+            : grabAttached(device);
+    if (attempt.problem.empty()) {
+        forget(device.id);
+    } else if (!isRefused(device.id)) {
+        // Raw events come even while the other program has the keyboard.
+        m_refused.push_back({device.id, attempt.isTaken,
+                             m_connection.link().selectInput(m_connection.link().root(), device.id,
+                                                             XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS)});
+    }
+    return attempt;
+}
+
+GrabbedKeyboards::Attempt GrabbedKeyboards::grabAttached(const KeyboardDevice& device)
+{
     // Asked before the grab: a key that goes down afterwards is known by its event or, at worst, by its
     // release.
     const KeySet down = m_connection.keysDown(device.id);
@@ -60,29 +99,29 @@ std::string GrabbedKeyboards::grabOne(const KeyboardDevice& device)
         XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, 1, &mask);
     XExchange exchange(m_connection.link(), within(InputConnection::patience));
     const auto reply = exchange.reply<xcb_input_xi_grab_device_reply_t>(cookie);
-    if (exchange.outcome() == XOutcome::refused) {
-        return refusal(device.name, exchange.error() == XCB_ACCESS
-                                        ? "the X server doesn't trust this program"
-                                        : "the X server knows no such device any more");
-    }
+    const auto refused = [&](const char* why, bool isTaken = false) {
+        return Attempt{refusal(device.name, why), isTaken, {}};
+    };
+    if (exchange.outcome() == XOutcome::refused)
+        return refused(exchange.error() == XCB_ACCESS ? "the X server doesn't trust this program"
+                                                      : "the X server knows no such device any more");
     if (!reply) {
         // The server may still grant it, and the keys of a device that isn't known here would go nowhere.
         xcb_input_xi_ungrab_device(m_connection.link().xcb(), XCB_CURRENT_TIME, device.id);
-        return refusal(device.name, "the X server doesn't answer");
+        return refused("the X server doesn't answer");
     }
+    constexpr bool isTaken = true;
     switch (reply->status) {
     case XCB_GRAB_STATUS_SUCCESS:
-        break;
+        m_keyboards.add(device.id, down);
+        return {{}, false, down};
     case XCB_GRAB_STATUS_ALREADY_GRABBED:
-        return refusal(device.name, "another program has grabbed it");
+        return refused("another program has grabbed it", isTaken);
     case XCB_GRAB_STATUS_FROZEN:
-        return refusal(device.name, "another program holds its events up");
+        return refused("another program holds its events up", isTaken);
     default:
-        return refusal(device.name, "the X server doesn't allow it");
+        return refused("the X server doesn't allow it");
     }
-    m_keyboards.add(device.id, down);
-    m_downAtFirst |= down;
-    return {};
 }
 
 void GrabbedKeyboards::releaseLeftovers()
@@ -108,7 +147,7 @@ GrabbedKeyboards::Changed GrabbedKeyboards::hierarchyChanged(const xcb_input_hie
         return {};
     Changed changed;
     for (const DeviceId device : devicesGone(event)) {
-        std::erase(m_refused, device);
+        forget(device);
         changed.released |= m_keyboards.remove(device);
     }
     changed.problems = grab();

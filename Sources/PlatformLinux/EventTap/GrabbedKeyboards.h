@@ -7,6 +7,7 @@
 #include "PlatformLinux/EventTap/JoinedKeyboards.h"
 #include "PlatformLinux/X11/InputConnection.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,6 +33,8 @@ public:
     /// together with its guardian. Round trip.
     void releaseLeftovers();
     [[nodiscard]] bool isEmpty() const { return m_keyboards.isEmpty(); }
+    /// True if some keyboard is another program's at present.
+    [[nodiscard]] bool areTakenByOthers() const { return std::ranges::any_of(m_refused, &Refused::isTaken); }
     [[nodiscard]] bool has(DeviceId device) const { return m_keyboards.has(device); }
     /// Returns the keys that were down on the keyboards when these were grabbed.
     [[nodiscard]] const KeySet& downAtFirst() const { return m_downAtFirst; }
@@ -53,6 +56,12 @@ public:
     /// those of grab(). Round trips.
     std::vector<std::string> serverIsBack();
 
+    [[nodiscard]] bool isRefused(DeviceId device) const;
+    /// To be called for a key that was pressed on a refused keyboard: another program that had this
+    /// one when it was to be grabbed may be gone. Returns the keys that are down on it if it is ours now.
+    /// Round trips.
+    std::optional<KeySet> tryAgain(DeviceId device);
+
     /// To be called when the layout or the repeat rate may have changed. Grabbed devices aren't told, so they
     /// get the new ones here; otherwise the old ones would be back when they are let go. Returns a sentence
     /// for each one that didn't get it; the next call tries again. Round trips.
@@ -70,7 +79,21 @@ public:
     void restoreHeldKeys(const KeySet& modifiers, const KeySet& heldBack);
 
 private:
-    std::string grabOne(const KeyboardDevice& device);
+    /// A keyboard that can't be had at present. A key that is pressed there is the occasion to try again: the
+    /// server doesn't tell when a device is let go.
+    struct Refused {
+        DeviceId device = 0;
+        bool isTaken = false; // by another program
+        XSelection rawKeys;
+    };
+    struct Attempt {
+        std::string problem; // empty if the keyboard is ours now
+        bool isTaken = false;
+        KeySet down;
+    };
+    Attempt grabOne(const KeyboardDevice& device);
+    Attempt grabAttached(const KeyboardDevice& device);
+    void forget(DeviceId device);
 
     InputConnection& m_connection;
     FakedMotions& m_faked;
@@ -80,7 +103,7 @@ private:
     DeviceKeymap m_keymap;
     XSelection m_hierarchy;
     JoinedKeyboards m_keyboards;
-    std::vector<DeviceId> m_refused;
+    std::vector<Refused> m_refused;
     KeySet m_downAtFirst;
     bool m_isFree = false;
 };

@@ -13,6 +13,14 @@ void InjectorModel::setHeld(const KeySet& keys)
     forEachKey(keys, [this](std::uint8_t key) { m_injected[key] = key; });
 }
 
+void InjectorModel::addHeld(const KeySet& keys)
+{
+    const KeySet added = keys & ~held();
+    m_held.set(held() | added);
+    m_down |= added;
+    forEachKey(added, [this](std::uint8_t key) { m_injected[key] = key; });
+}
+
 void InjectorModel::inject(const Passage& passage, CommandKeys command, KeyActions& actions)
 {
     switch (passage.hardware.motion) {

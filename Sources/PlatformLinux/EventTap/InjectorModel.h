@@ -29,6 +29,8 @@ public:
     /// Sets the keys that the user holds and the applications know of, at the beginning or between posted
     /// chords.
     void setHeld(const KeySet& keys);
+    /// Adds such keys, for a keyboard that joins later.
+    void addHeld(const KeySet& keys);
 
     /// An event on its way through the taps: as it was observed, as it came out, and what they decided.
     struct Passage {

@@ -33,6 +33,8 @@ public:
 
     /// Sets the keys that the applications see as down at first. Round trips.
     void begin(const KeySet& downAtFirst);
+    /// Adds keys that were pressed on a keyboard before it was grabbed.
+    void addHeld(const KeySet& keys) { m_model.addHeld(keys); }
     /// Observes a motion and offers it, or injects it at once when the main thread isn't asked.
     void take(HardwareKey key);
     /// Returns when the offered key has been injected: to be called before anything else uses this object's

@@ -91,11 +91,28 @@ void TapEventReader::readInput(const xcb_generic_event_t& event)
         break;
     case XCB_INPUT_RAW_KEY_PRESS:
     case XCB_INPUT_RAW_KEY_RELEASE:
-        m_injector.noteRaw(event);
+        readRawKey(event);
         break;
     default:
         break;
     }
+}
+
+/// A raw key of a keyboard that wasn't to be had is the occasion to try again; all others concern lifted
+/// keys.
+void TapEventReader::readRawKey(const xcb_generic_event_t& event)
+{
+    const DeviceId device = as<xcb_input_raw_key_press_event_t>(event).deviceid;
+    if (!m_keyboards || !m_keyboards->isRefused(device)) {
+        m_injector.noteRaw(event);
+        return;
+    }
+    const auto down = m_keyboards->tryAgain(device);
+    if (!down)
+        return;
+    m_injector.addHeld(*down);
+    m_guardian->noteKeyboards(*m_keyboards);
+    m_log(LogLevel::notice, "A keyboard that another program had is free now and is tapped.");
 }
 
 void TapEventReader::readKey(const xcb_input_key_press_event_t& event)

@@ -26,6 +26,8 @@ public:
     /// Grabs the keyboards and asks for the events that concern them. False when none can be had; the log
     /// says why. Round trips.
     [[nodiscard]] bool grabKeyboards(FakedMotions& faked, TapGuardian& guardian);
+    /// True if keyboards that couldn't be had are another program's at present.
+    [[nodiscard]] bool keyboardsAreTaken() const { return m_keyboards && m_keyboards->areTakenByOthers(); }
     /// Lets the keyboards go. Their earlier events can still be read.
     void letGo();
     /// To be called after letGo() and after the last key was injected.
@@ -37,6 +39,7 @@ public:
 private:
     void readAgain();
     void readInput(const xcb_generic_event_t& event);
+    void readRawKey(const xcb_generic_event_t& event);
     void readKey(const xcb_input_key_press_event_t& event);
     void readHierarchy(const xcb_input_hierarchy_event_t& event);
     void readKeyboardSettings(std::uint8_t kind);

@@ -99,6 +99,8 @@ TapSource::Result TapSource::startThread(TapThread::Purpose purpose)
     auto thread = std::make_unique<TapThread>(purpose, m_log, m_faked, m_commandKeys);
     if (thread->ending() == TapThread::Ending::failed)
         return Result::refused;
+    if (thread->ending() == TapThread::Ending::taken)
+        return Result::late;
     if (thread->ending() == TapThread::Ending::late)
         return noteLate();
     m_log.forget();

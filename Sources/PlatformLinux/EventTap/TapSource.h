@@ -29,7 +29,7 @@ public:
     enum class Need { nothing, listening, filtering };
     enum class Result {
         there,
-        late,    // the X server doesn't answer; a later attempt may succeed
+        late,    // the X server doesn't answer, or others have the keyboards; a later attempt may succeed
         refused, // the log says why
     };
     struct Handlers {

@@ -129,7 +129,9 @@ bool TapThread::begin()
         return true;
     m_guardian = std::make_unique<TapGuardian>(*m_connection, m_guardianProgram, say);
     if (!m_reader->grabKeyboards(m_faked, *m_guardian)) {
-        m_reason = m_connection->synchronize() == XOutcome::late ? Ending::late : Ending::failed;
+        m_reason = m_connection->synchronize() == XOutcome::late ? Ending::late
+                   : m_reader->keyboardsAreTaken()               ? Ending::taken
+                                                                 : Ending::failed;
         return false;
     }
     m_guardian->start();

@@ -30,6 +30,7 @@ public:
         none,       // it runs
         failed,     // it couldn't begin; the log says why
         late,       // the X server didn't answer in time when it was to begin
+        taken,      // another program has the keyboards at present
         timedOut,   // the main thread let an event wait for too long, or the whole program stood still
         serverLost, // the X server is gone
     };

@@ -4,6 +4,7 @@
 // with the X server too.
 #include "PlatformLinux/EventTap/LiftedKeys.h"
 #include "PlatformLinux/Guardian/KeyWatch.h"
+#include "PlatformLinux/Guardian/OwnScope.h"
 #include "PlatformLinux/X11/InputConnection.h"
 
 #include <cerrno>
@@ -162,6 +163,7 @@ int main(int argc, char** argv)
 
     // This comes first, before anything else could get that number.
     auto pulse = orvane::SharedPulse::ofDescriptor(orvane::SharedPulse::descriptorInGuardian);
+    orvane::moveIntoOwnScope();
     const auto connection = InputConnection::open(orvane::within(longestWait)).connection;
     if (!connection)
         return 1;

@@ -80,4 +80,41 @@ TEST_F(TwoKeyboardsDesktopTest, TheOneThatAnotherProgramHasIsLeftToIt)
     EXPECT_TRUE(peer.tells(QStringLiteral("marked:a")));
 }
 
+TEST_F(TwoKeyboardsDesktopTest, TheOneThatAnotherProgramHadIsTappedWithItsNextKey)
+{
+    auto rival = std::make_unique<OtherClient>();
+    ASSERT_TRUE(rival->grabDevice("testkbd2"));
+    start("fullSwap");
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    m_second.tap("x"); // in vain: the other program has it still
+    rival.reset();
+    OtherClient other;
+    ASSERT_TRUE(eventually(10s, [&] { return !other.isFloating("testkbd2"); }));
+    m_hardware.tap("a");
+    ASSERT_TRUE(peer.tells(QStringLiteral("text:a")));
+    m_second.press("Super_L");
+    EXPECT_TRUE(eventually(10s, [&] { return other.isFloating("testkbd2"); }));
+    m_second.tap("a");
+    EXPECT_TRUE(peer.tells(QStringLiteral("marked:a"))) << "the modifier that was held first counts";
+    m_second.release("Super_L");
+}
+
+TEST_F(TwoKeyboardsDesktopTest, WhereAnotherProgramHasBothATapComesOnceTheyAreFree)
+{
+    auto rival = std::make_unique<OtherClient>();
+    ASSERT_TRUE(rival->grabDevice("testkbd"));
+    ASSERT_TRUE(rival->grabDevice("testkbd2"));
+    start("fullSwap");
+    Peer peer(Peer::lineEdit());
+    ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
+    rival.reset();
+    OtherClient other;
+    ASSERT_TRUE(eventually(10s, [&] { return other.isFloating("testkbd"); }));
+    m_hardware.tap("a");
+    ASSERT_TRUE(peer.tells(QStringLiteral("text:a")));
+    chord("Super_L", "a");
+    EXPECT_TRUE(peer.tells(QStringLiteral("marked:a")));
+}
+
 } // namespace orvane::tests
