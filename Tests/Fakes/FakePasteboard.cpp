@@ -63,7 +63,7 @@ void FakePasteboard::complete(const std::weak_ptr<Request>& waiting)
     const auto request = waiting.lock();
     if (!request)
         return;
-    if (m_owner == Owner::hangs && !m_isOurs) {
+    if (m_isOurs ? m_isHeld : m_owner == Owner::hangs) {
         m_waiting.push_back(waiting);
         return;
     }
@@ -140,6 +140,17 @@ void FakePasteboard::copyString(const QString& string)
 void FakePasteboard::setOwner(Owner owner)
 {
     m_owner = owner;
+    completeWaiting();
+}
+
+void FakePasteboard::setHeld(bool isHeld)
+{
+    m_isHeld = isHeld;
+    completeWaiting();
+}
+
+void FakePasteboard::completeWaiting()
+{
     for (const auto& request : std::exchange(m_waiting, {}))
         m_runLoop.perform([this, request] { complete(request); });
 }

@@ -33,6 +33,8 @@ public:
     void copy(PasteboardContents contents);
     void copyString(const QString& string);
     void setOwner(Owner owner);
+    /// While it's held, others don't get what was written, and so reads of it wait.
+    void setHeld(bool isHeld);
 
     /// All that is on the pasteboard, from whichever program.
     [[nodiscard]] const PasteboardContents& contents() const { return m_contents; }
@@ -49,10 +51,12 @@ private:
     void announce();
     void addType(const QString& type);
     void complete(const std::weak_ptr<Request>& request);
+    void completeWaiting();
 
     RunLoop& m_runLoop;
     PasteboardContents m_contents;
     bool m_isOurs = false;
+    bool m_isHeld = false;
     Owner m_owner = Owner::answers;
     std::vector<std::weak_ptr<Request>> m_waiting;
     std::vector<std::weak_ptr<Watch>> m_watches;

@@ -12,13 +12,6 @@
 
 namespace orvane {
 
-namespace {
-
-/// The time that a program takes to come to the front.
-constexpr std::chrono::milliseconds pasteDelay{80};
-
-} // namespace
-
 ClipboardStore ClipboardHistoryController::Loading::result() const
 {
     ClipboardStore store{.maxItems = maxItems, .items = *items};
@@ -225,7 +218,8 @@ UnownedTask ClipboardHistoryController::putBackImage(std::weak_ptr<ClipboardHist
 void ClipboardHistoryController::putBack(const ClipItem& item, const std::optional<PasteboardImage>& image)
 {
     // The watcher must not take it for a new copy.
-    m_lastChangeCount = PastebackEngine::place(item, image);
+    m_placedChangeCount = PastebackEngine::place(item, image);
+    m_lastChangeCount = m_placedChangeCount;
     m_panel.hide();
     if (m_settings->autoPaste.get() && platform().permissions.axIsProcessTrusted())
         returnAndPaste();
@@ -235,9 +229,13 @@ void ClipboardHistoryController::returnAndPaste()
 {
     if (m_previousApp)
         platform().sharedWorkspace.activateApplication(*m_previousApp);
-    m_pastes.push_back(platform().mainRunLoop.scheduleTimer(pasteDelay, RunLoop::Repeats::no, [this] {
+    // All take the same steps, so they become ready in their order.
+    m_pastes.push_back(std::make_unique<PendingPaste>([this] {
+        const std::unique_ptr<PendingPaste> paste = std::move(m_pastes.front());
         m_pastes.pop_front();
-        PastebackEngine::synthesizePaste();
+        // What another program has copied meanwhile must not be pasted instead of the entry.
+        if (platform().generalPasteboard.changeCount() == m_placedChangeCount)
+            PastebackEngine::synthesizePaste();
     }));
 }
 

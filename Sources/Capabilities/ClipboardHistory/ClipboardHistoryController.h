@@ -9,11 +9,11 @@
 #include "Capabilities/ClipboardHistory/Capture/ClipboardCapture.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistorySettings.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelController.h"
+#include "Capabilities/ClipboardHistory/Panel/PendingPaste.h"
 #include "Capabilities/ClipboardHistory/Store/ClipboardStore.h"
 #include "OrvaneCore/Base/Log.h"
 #include "OrvaneCore/Base/Pool.h"
 #include "OrvaneCore/Base/Task.h"
-#include "Platform/RunLoop.h"
 #include "Platform/RunningApplication.h"
 
 #include <deque>
@@ -87,6 +87,7 @@ private:
     HistoryPanelController m_panel;
     ClipboardStore m_store;
     int m_lastChangeCount = 0;
+    int m_placedChangeCount = 0; // of the entry that was chosen last
     std::optional<RunningApplication> m_previousApp;
 
     std::shared_ptr<ArchiveQueue> m_archiveQueue;
@@ -94,7 +95,7 @@ private:
     std::deque<std::shared_ptr<ClipboardCapture>> m_captures; // in the order of the copies
     bool m_isListKnown = false;                               // the disk was asked for it, or needn't be
     unsigned m_selections = 0;
-    std::deque<std::unique_ptr<Timer>> m_pastes; // all with the same delay, so they fire in order
+    std::deque<std::unique_ptr<PendingPaste>> m_pastes;
 };
 
 } // namespace orvane

@@ -125,6 +125,56 @@ TEST_F(HistoryChoosingTest, TwoQuickChoicesPasteTwice)
     EXPECT_EQ(pastes(), 2);
 }
 
+TEST_F(HistoryChoosingTest, ThePasteWaitsUntilOthersGetTheEntry)
+{
+    settings->autoPaste.set(true);
+    capture(QStringLiteral("text"));
+    fake.generalPasteboard.setHeld(true);
+    choose(items().first());
+    fake.runLoop.advance(5s);
+    EXPECT_EQ(pastes(), 0);
+    fake.generalPasteboard.setHeld(false);
+    settle();
+    EXPECT_EQ(pastes(), 1);
+    fake.runLoop.advance(5s);
+    EXPECT_EQ(pastes(), 1);
+}
+
+TEST_F(HistoryChoosingTest, AnotherProgramsCopyIsNeverPastedInsteadOfTheEntry)
+{
+    settings->autoPaste.set(true);
+    capture(QStringLiteral("text"));
+    choose(items().first());
+    fake.runLoop.advance(79ms);
+    fake.generalPasteboard.copyString(QStringLiteral("other"));
+    fake.runLoop.advance(1s);
+    EXPECT_EQ(pastes(), 0);
+
+    fake.generalPasteboard.setHeld(true);
+    choose(items().first());
+    fake.runLoop.advance(1s);
+    fake.generalPasteboard.setOwner(FakePasteboard::Owner::fails);
+    fake.generalPasteboard.copyString(QStringLiteral("other"));
+    fake.generalPasteboard.setHeld(false);
+    settle();
+    EXPECT_EQ(pastes(), 0);
+
+    fake.generalPasteboard.setOwner(FakePasteboard::Owner::answers);
+    choose(items().first());
+    fake.runLoop.advance(80ms);
+    EXPECT_EQ(pastes(), 1) << "the next choice is pasted again";
+}
+
+TEST_F(HistoryChoosingTest, TheEndOfTheControllerEndsAPasteThatWaits)
+{
+    settings->autoPaste.set(true);
+    capture(QStringLiteral("text"));
+    choose(items().first());
+    controller.reset();
+    fake.runLoop.advance(1s);
+    EXPECT_EQ(pastes(), 0);
+}
+
 TEST_F(HistoryChoosingTest, ThePasteComesAlsoWhenTheProgramHasGone)
 {
     settings->autoPaste.set(true);
