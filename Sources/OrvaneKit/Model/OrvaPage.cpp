@@ -47,7 +47,7 @@ AnyView titleAndSubtitle(const OrvaPageHeader& header)
 /// Stands below the header's text, so that a narrow page keeps the width for it.
 AnyView autoStartLine(const OrvaPageHeader& header)
 {
-    OrvaBox line{.spacing = headerGap / 2, .margins = belowText, .content = {}, .endsFree = true};
+    OrvaBox line{.spacing = headerGap / 2.0, .margins = belowText, .content = {}, .endsFree = true};
     if (header.autoStart) {
         line.content.append(
             AnyView(OrvaSwitch{*header.autoStart, header.autoStartTitle, header.autoStartEnabled}));
@@ -100,7 +100,7 @@ AnyView OrvaPageHeader::body() const
         lines.append(autoStartLine(*this));
     if (accessory && accessoryPlace == AccessoryPlace::below)
         lines.append(OrvaBox{.margins = belowText, .content = {OrvaBoxPart::filling(accessory)}});
-    return OrvaBox{.axis = OrvaBox::Axis::column, .spacing = headerGap / 2, .content = lines};
+    return OrvaBox{.axis = OrvaBox::Axis::column, .spacing = headerGap / 2.0, .content = lines};
 }
 
 AnyView OrvaStatusBanner::body() const

@@ -97,7 +97,7 @@ int ringMargin(const AnyView& view)
 
 QWidget* makeOrvaWidget(const OrvaRow& row)
 {
-    OrvaBox line{.spacing = controlGap / 2, .margins = rowMargins(row), .content = {}, .endsFree = true};
+    OrvaBox line{.spacing = controlGap / 2.0, .margins = rowMargins(row), .content = {}, .endsFree = true};
     for (const AnyView& view : row.content) {
         const auto fill = takesTheRest(view) ? OrvaBoxPart::Fill::all : OrvaBoxPart::Fill::none;
         line.content.append(OrvaBoxPart{view, qtAlignment(row.alignment), fill});
