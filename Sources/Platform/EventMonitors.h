@@ -46,7 +46,8 @@ public:
 
     /// Called for each mouse event of the mask that goes to another program, and for none of the program's
     /// own. Motions that the main thread has no time for are combined: only the last of those that wait is
-    /// told. A permission may be needed; without it nothing comes.
+    /// told. The release of a drag is preceded by a motion to its own place, unless the last one told was
+    /// there. A permission may be needed; without it nothing comes.
     [[nodiscard]] virtual std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask,
                                                                          Observer observer) = 0;
 

@@ -60,6 +60,26 @@ protected:
         EXPECT_TRUE(hasSeen(EventType::leftMouseUp));
     }
 
+    /// Returns the places of the events of a type, in pixels.
+    [[nodiscard]] std::vector<QPoint> placesOf(EventType type) const
+    {
+        std::vector<QPoint> places;
+        for (const MonitoredEvent& event : seen) {
+            if (event.event.type == type)
+                places.push_back(event.location.toPoint());
+        }
+        return places;
+    }
+
+    /// Lets the server's clock, which counts milliseconds, go on. No event is handled meanwhile.
+    static void letTheServersClockGoOn()
+    {
+        const auto now = ApplicationLink::get()->serverTime();
+        const QDeadlineTimer limit(deadline);
+        while (ApplicationLink::get()->serverTime() < now + 2 && !limit.hasExpired()) {
+        }
+    }
+
     std::vector<MonitoredEvent> seen;
     Screen screen;
     UnmanagedWindow theirs{QRect(900, 500, 300, 200)};
@@ -177,15 +197,54 @@ TEST_F(GlobalMonitorsLiveTest, APressIsJudgedByWhereThePointerWasThen)
     const auto monitor = note(eventMaskBit(EventType::leftMouseDown));
     hardware.movePointer(theirs.middle());
     hardware.press(Button::left);
-    // The server's clock counts milliseconds. No event is handled meanwhile.
-    const auto pressed = ApplicationLink::get()->serverTime();
-    const QDeadlineTimer limit(deadline);
-    while (ApplicationLink::get()->serverTime() < pressed + 2 && !limit.hasExpired()) {
-    }
+    letTheServersClockGoOn();
     hardware.movePointer(place);
     ASSERT_TRUE(hasSeen(1));
     EXPECT_EQ(seen[0].location.toPoint(), theirs.middle());
     hardware.release(Button::left);
+}
+
+TEST_F(GlobalMonitorsLiveTest, ADragThatIsReadWhenItIsOverIsToldAtItsReleasesPlace)
+{
+    const auto monitor = note(leftButton);
+    const QPoint end = theirs.middle() + QPoint(80, 30);
+    hardware.movePointer(theirs.middle());
+    hardware.press(Button::left);
+    letTheServersClockGoOn();
+    hardware.movePointer(end);
+    hardware.release(Button::left);
+    letTheServersClockGoOn();
+    hardware.movePointer(QPoint(300, 300));
+    ASSERT_TRUE(hasSeen(EventType::leftMouseUp));
+    EXPECT_THAT(types(),
+                ElementsAre(EventType::leftMouseDown, EventType::leftMouseDragged, EventType::leftMouseUp));
+    EXPECT_THAT(placesOf(EventType::leftMouseDown), ElementsAre(theirs.middle()));
+    EXPECT_THAT(placesOf(EventType::leftMouseDragged), ElementsAre(end));
+    EXPECT_THAT(placesOf(EventType::leftMouseUp), ElementsAre(end));
+}
+
+TEST_F(GlobalMonitorsLiveTest, NoMotionOfADragIsToldFromBeyondItsRelease)
+{
+    const auto monitor = note(leftButton);
+    hardware.movePointer(theirs.middle());
+    hardware.press(Button::left);
+    ASSERT_TRUE(hasSeen(EventType::leftMouseDown));
+    const QPoint end = theirs.middle() + QPoint(80, 30);
+    hardware.movePointer(end - QPoint(10, 0));
+    hardware.movePointer(end);
+    hardware.release(Button::left);
+    letTheServersClockGoOn();
+    hardware.movePointer(QPoint(300, 300));
+    ASSERT_TRUE(hasSeen(EventType::leftMouseUp));
+    EXPECT_THAT(placesOf(EventType::leftMouseDragged), ElementsAre(end));
+    EXPECT_THAT(placesOf(EventType::leftMouseUp), ElementsAre(end));
+}
+
+TEST_F(GlobalMonitorsLiveTest, AClickHasNoMotion)
+{
+    const auto monitor = note(leftButton);
+    clickToEnd(theirs.middle());
+    EXPECT_THAT(types(), ElementsAre(EventType::leftMouseDown, EventType::leftMouseUp));
 }
 
 TEST_F(GlobalMonitorsLiveTest, APointerThatAnotherProgramHoldsIsSeen)

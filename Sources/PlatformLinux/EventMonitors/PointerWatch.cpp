@@ -27,6 +27,21 @@ constexpr EventMask mouseEvents = buttonEvents | dragEvents | bits(EventType::mo
 constexpr std::uint32_t rawButtons =
     XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
 
+/// Returns the type of the motions before a button is released.
+constexpr EventType motionBefore(EventType released)
+{
+    switch (released) {
+    case EventType::leftMouseUp:
+        return EventType::leftMouseDragged;
+    case EventType::rightMouseUp:
+        return EventType::rightMouseDragged;
+    case EventType::otherMouseUp:
+        return EventType::otherMouseDragged;
+    default:
+        return EventType::null;
+    }
+}
+
 /// Returns the buttons that a core event can report.
 ButtonSet buttonsHeld(unsigned mask)
 {
@@ -158,6 +173,7 @@ void PointerWatch::startLedger()
 {
     const auto pointer = m_x->pointer();
     m_ledger = PressLedger();
+    m_lastLeftPress = XCB_CURRENT_TIME;
     if (!pointer || buttonsHeld(pointer->mask) == 0)
         return;
     XExchange exchange = m_x->exchange();
@@ -182,16 +198,36 @@ void PointerWatch::select()
         mask |= rawButtons; // drags begin with a button
     if (isWanted(EventType::mouseMoved))
         mask |= rawButtons | XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
-    const EventType motion = m_ledger.motionToExpect();
-    if (isWanted(motion))
+    if (isWanted(m_ledger.motionToExpect()))
         mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
     // From the press on, though its owner isn't known yet.
-    if (m_question && m_question->raw.kind == Raw::Kind::press &&
-        isWanted(typeOfMotion(m_ledger.held() | buttonBit(m_question->raw.button))))
+    if (m_ledger.dependsOnPlace() && isWanted(typeOfMotion(heldAsRead())))
         mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
     if (mask == std::exchange(m_selected, mask))
         return;
     m_selection = m_x->link().selectInput(m_x->root(), XCB_INPUT_DEVICE_ALL_MASTER, mask);
+}
+
+/// Returns the buttons that are held after all events that were read, reported or not.
+ButtonSet PointerWatch::heldAsRead() const
+{
+    ButtonSet held = m_ledger.held();
+    const auto apply = [&held](const Raw& raw) {
+        if (raw.kind == Raw::Kind::press && !isWheel(raw.button))
+            held |= buttonBit(raw.button);
+        else if (raw.kind == Raw::Kind::release)
+            held &= ~buttonBit(raw.button);
+    };
+    if (m_question)
+        apply(m_question->raw);
+    std::ranges::for_each(m_raw, apply);
+    return held;
+}
+
+bool PointerWatch::isReleaseRead() const
+{
+    return std::ranges::any_of(
+        m_raw, [](const Raw& raw) { return raw.kind == Raw::Kind::release && !isWheel(raw.button); });
 }
 
 void PointerWatch::handle(const xcb_generic_event_t& event)
@@ -223,6 +259,11 @@ void PointerWatch::queue(Raw raw)
         raw.kind == Raw::Kind::motion && !m_raw.empty() && m_raw.back().kind == Raw::Kind::motion;
     if (!isOneMore)
         m_raw.push_back(raw);
+    if (m_question && raw.kind != Raw::Kind::motion) {
+        // The motions after a press are wanted now, and not when the events before it have been reported.
+        select();
+        m_x->link().flush();
+    }
     work();
 }
 
@@ -244,7 +285,7 @@ void PointerWatch::take(const Raw& raw)
         return;
     }
     const EventType type = m_ledger.release(raw.button);
-    if (isWanted(type)) {
+    if (isWanted(type) || isWanted(motionBefore(type))) {
         ask(raw, type);
     } else {
         select();
@@ -292,9 +333,16 @@ void PointerWatch::answer(XLink::Answer last)
     switch (raw.kind) {
     case Raw::Kind::motion:
         type = m_ledger.motion(owner);
+        // The place may be one after the release, which tells the drag's last place itself.
+        if (m_ledger.held() && isReleaseRead())
+            type = EventType::null;
         break;
     case Raw::Kind::press:
         type = m_ledger.press(raw.button, owner);
+        if (raw.button == 1)
+            m_lastLeftPress = raw.time;
+        if (pointer && m_ledger.held() == buttonBit(raw.button))
+            m_lastPlace = {pointer->x, pointer->y};
         break;
     case Raw::Kind::release:
         type = question->released;
@@ -302,9 +350,20 @@ void PointerWatch::answer(XLink::Answer last)
     }
     select();
     m_x->link().flush();
-    if (pointer && isWanted(type))
-        m_deliver(type, *pointer);
+    if (pointer)
+        report(type, *pointer);
     work();
+}
+
+void PointerWatch::report(EventType type, const PointerState& pointer)
+{
+    const EventType motion = motionBefore(type);
+    if (isWanted(type) && (dragEvents & eventMaskBit(type)) != 0)
+        m_lastPlace = {pointer.x, pointer.y};
+    else if (isWanted(motion) && m_lastPlace != QPoint(pointer.x, pointer.y))
+        m_deliver(motion, pointer);
+    if (isWanted(type)) // which the call may have changed
+        m_deliver(type, pointer);
 }
 
 /// Asks for the window under the pointer, and not for the frame that the window manager has put around it.

@@ -1,11 +1,15 @@
 // The mouse as it is used on other programs' windows, whichever client has grabbed the pointer: the X
 // server's raw events. Only wanted events are selected, and motion only while it would be reported, so a
 // pointer that merely moves wakes nothing. Raw events don't contain the pointer's place: the server is asked,
-// and the event is reported when the answer comes, without a wait. Main thread.
+// and the event is reported when the answer comes, without a wait. A release in a drag is preceded by a
+// motion to its own place: the drag may be over before any motion is selected, and the pointer may have gone
+// on. Main thread.
 #pragma once
 
 #include "PlatformLinux/EventMonitors/PressLedger.h"
 #include "PlatformLinux/X11/ApplicationLink.h"
+
+#include <QPoint>
 
 #include <deque>
 #include <functional>
@@ -31,6 +35,9 @@ public:
     void want(EventMask types);
     /// Returns how many events the server has sent.
     [[nodiscard]] std::uint64_t eventsRead() const { return m_eventsRead; }
+    /// Returns the server's time of the left button's last press as far as events are reported, also when it
+    /// was on a window of ours; XCB_CURRENT_TIME when there was none.
+    [[nodiscard]] xcb_timestamp_t lastLeftPress() const { return m_lastLeftPress; }
 
 private:
     struct Raw {
@@ -52,6 +59,9 @@ private:
     void take(const Raw& raw);
     void ask(const Raw& raw, EventType released);
     void answer(XLink::Answer last);
+    void report(EventType type, const PointerState& pointer);
+    [[nodiscard]] ButtonSet heldAsRead() const;
+    [[nodiscard]] bool isReleaseRead() const;
     [[nodiscard]] bool isWanted(EventType type) const
     {
         return type != EventType::null && (m_wanted & eventMaskBit(type)) != 0;
@@ -72,6 +82,9 @@ private:
     std::deque<Raw> m_raw;
     std::unique_ptr<Question> m_question;
     std::uint64_t m_eventsRead = 0;
+    xcb_timestamp_t m_lastLeftPress = XCB_CURRENT_TIME;
+    /// The place of the last press or motion of a drag.
+    QPoint m_lastPlace;
 };
 
 } // namespace orvane

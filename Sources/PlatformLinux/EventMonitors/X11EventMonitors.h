@@ -41,6 +41,9 @@ public:
     [[nodiscard]] bool isTapping() const { return m_tap != nullptr; }
     /// Returns how many events of the mouse on other programs' windows the server has sent.
     [[nodiscard]] std::uint64_t pointerEventsRead() const { return m_pointer.eventsRead(); }
+    /// Returns the server's time of the last press of the left button that global monitors were told of, or
+    /// that was on a window of ours; 0 when there was none.
+    [[nodiscard]] std::uint32_t lastLeftPress() const { return m_pointer.lastLeftPress(); }
 
 private:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
