@@ -46,6 +46,7 @@ Platform withDesktop(const Platform& fakes, const Platform& real)
             .sound = fakes.sound,
             .standardDefaults = fakes.standardDefaults,
             .systemStatusBar = fakes.systemStatusBar,
+            .windowDrags = fakes.windowDrags,
             .sharedWorkspace = fakes.sharedWorkspace};
 }
 
@@ -56,6 +57,10 @@ struct Drag {
         const QString id = QStringLiteral("snapzones");
         return SnapZonesController::make(
             std::make_shared<SnapZonesSettings>(ScopedPreferences(fake.defaults, id)), Log::make(id));
+    }
+    void press()
+    {
+        fake.eventMonitors.sendToOthers({.event = {.type = EventType::leftMouseDown}, .location = {}});
     }
     void moveWindow()
     {
@@ -71,6 +76,8 @@ void motion(benchmark::State& state, Point place)
 {
     Drag drag;
     const auto controller = drag.makeController();
+    controller->start();
+    drag.press();
     const auto move = [&](double y) {
         drag.fake.eventMonitors.pointer = {place.x, y};
         controller->dragMoved();
@@ -189,6 +196,7 @@ void motionOnTheDesktop(benchmark::State& state)
     // The controller listens to motion only once the press is known.
     if (!stamps.next())
         return state.SkipWithError("the press wasn't seen");
+    drag.press();
     for (const int x : {510, 520}) {
         pointer.moveTo(x, 500);
         if (!stamps.next())

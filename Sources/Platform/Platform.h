@@ -26,6 +26,7 @@ class RunLoop;
 class Screens;
 class Sound;
 class StatusBar;
+class WindowDrags;
 class Workspace;
 
 struct Platform {
@@ -50,6 +51,7 @@ struct Platform {
     Sound& sound;
     DefaultsStore& standardDefaults;
     StatusBar& systemStatusBar;
+    WindowDrags& windowDrags;
     Workspace& sharedWorkspace;
 };
 

@@ -27,6 +27,7 @@
 #include "PlatformLinux/Session/XkbSound.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
+#include "PlatformLinux/WindowDrags/X11WindowDrags.h"
 
 #include <QThreadPool>
 
@@ -81,6 +82,7 @@ struct LinuxPlatform::Services {
     X11EventMonitors eventMonitors{eventTaps, menuTracking, screens};
     LinuxPermissions permissions{log, notificationCenter};
     X11Accessibility accessibility{screens, permissions};
+    X11WindowDrags windowDrags{eventMonitors, screens, permissions};
     X11Pasteboard generalPasteboard{log, runLoop};
 
     Platform platform{.accessibility = accessibility,
@@ -104,6 +106,7 @@ struct LinuxPlatform::Services {
                       .sound = sound,
                       .standardDefaults = defaults,
                       .systemStatusBar = statusBar,
+                      .windowDrags = windowDrags,
                       .sharedWorkspace = workspace};
 };
 

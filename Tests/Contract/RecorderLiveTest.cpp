@@ -117,6 +117,7 @@ protected:
                   .sound = fake.sound,
                   .standardDefaults = fake.defaults,
                   .systemStatusBar = fake.statusBar,
+                  .windowDrags = fake.windowDrags,
                   .sharedWorkspace = fake.workspace};
     PlatformScope scope{live};
     KeyboardShortcuts::StateScope state;

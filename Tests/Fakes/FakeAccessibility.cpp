@@ -58,6 +58,7 @@ AXError FakeAccessibility::performAction(const AXUIElement& element, const QStri
 AXUIElement FakeAccessibility::focusNewWindow(Point position, Size size)
 {
     const AXUIElement window = makeElement();
+    windows.push_back(window);
     node(window).attributes = {{QStringLiteral("AXPosition"), position},
                                {QStringLiteral("AXSize"), size},
                                {QStringLiteral("AXFullScreen"), false}};

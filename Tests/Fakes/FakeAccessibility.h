@@ -51,6 +51,8 @@ public:
     AXUIElement focusNewWindow(Point position, Size size);
 
     AXUIElement systemWide = makeElement();
+    /// Those that had the focus once.
+    std::vector<AXUIElement> windows;
     std::vector<Call> calls;
 
 private:

@@ -45,6 +45,24 @@ std::unique_ptr<EventMonitor> FakeEventMonitors::addGlobalMonitor(EventMask mask
                                      });
 }
 
+void FakeEventMonitors::sendToOthers(const MonitoredEvent& event)
+{
+    note(event);
+    send(m_global, event);
+}
+
+EventMonitors::Disposition FakeEventMonitors::sendToWindow(const MonitoredEvent& event)
+{
+    note(event);
+    return send(m_local, event);
+}
+
+void FakeEventMonitors::note(const MonitoredEvent& event) const
+{
+    if (event.event.type == EventType::leftMouseDown && onLeftPress)
+        onLeftPress();
+}
+
 EventMonitors::Disposition FakeEventMonitors::send(const Monitors& monitors, const MonitoredEvent& event)
 {
     const Monitors snapshot = monitors;

@@ -17,9 +17,9 @@ public:
     [[nodiscard]] EventFlags modifierFlags() const override { return modifiers; }
 
     /// Sends an event that another program gets.
-    void sendToOthers(const MonitoredEvent& event) { send(m_global, event); }
+    void sendToOthers(const MonitoredEvent& event);
     /// Sends an event to a window of the program; returns `pass` when it gets there.
-    Disposition sendToWindow(const MonitoredEvent& event) { return send(m_local, event); }
+    Disposition sendToWindow(const MonitoredEvent& event);
     /// Sends an event to an open menu of the program.
     Disposition sendToMenu(const MonitoredEvent& event) { return send(m_menuTracking, event); }
 
@@ -27,6 +27,8 @@ public:
     [[nodiscard]] std::size_t globalCount() const { return m_global.size(); }
     [[nodiscard]] std::size_t menuTrackingCount() const { return m_menuTracking.size(); }
 
+    /// Called before the monitors are told of a press of the left button.
+    std::function<void()> onLeftPress;
     /// In the space of the screens.
     Point pointer;
     EventFlags modifiers = 0;
@@ -36,6 +38,7 @@ private:
     /// The newest first.
     using Monitors = std::vector<Monitor*>;
 
+    void note(const MonitoredEvent& event) const;
     Disposition send(const Monitors& monitors, const MonitoredEvent& event);
 
     Monitors m_global;

@@ -24,6 +24,7 @@ FakePlatform::FakePlatform()
                  .sound = sound,
                  .standardDefaults = defaults,
                  .systemStatusBar = statusBar,
+                 .windowDrags = windowDrags,
                  .sharedWorkspace = workspace},
       m_scope(m_platform)
 {

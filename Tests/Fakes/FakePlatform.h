@@ -19,6 +19,7 @@
 #include "Fakes/FakeScreens.h"
 #include "Fakes/FakeSound.h"
 #include "Fakes/FakeStatusBar.h"
+#include "Fakes/FakeWindowDrags.h"
 #include "Fakes/FakeWorkspace.h"
 #include "Platform/Bundle.h"
 #include "Platform/FileManager.h"
@@ -78,6 +79,7 @@ public:
     FakePanels panels{notificationCenter};
     FakePermissions permissions{&notificationCenter};
     FakeScreens screens{notificationCenter};
+    FakeWindowDrags windowDrags{accessibility, eventMonitors};
 
 private:
     Platform m_platform;

@@ -6,13 +6,6 @@
 
 namespace orvane::FocusedWindow {
 
-namespace {
-
-/// A program that hangs must not delay the person's drag for longer.
-constexpr std::chrono::duration<float> longestWait{0.5F};
-
-} // namespace
-
 std::optional<AXUIElement> current()
 {
     const AXUIElement systemWide = platform().accessibility.createSystemWide();

@@ -20,6 +20,8 @@ SnapDrag::State SnapDrag::state() const
 
 void SnapDrag::arm(const AXUIElement& window, std::optional<Point> position)
 {
+    if (m_windowIsMoving)
+        return;
     m_window = window;
     m_initialPosition = position;
 }

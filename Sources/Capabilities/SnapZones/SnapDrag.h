@@ -32,8 +32,9 @@ public:
 
     [[nodiscard]] State state() const;
 
-    /// Takes the window that had the focus when the drag began. A window whose position can't be read never
-    /// counts as moving.
+    /// Takes the window that has the focus now, and its place when the button went down. It is another one
+    /// than before when the press has given it the focus; once a window moves, it stays the one. A window
+    /// without a first place never counts as moving.
     void arm(const AXUIElement& window, std::optional<Point> position);
     [[nodiscard]] const std::optional<AXUIElement>& window() const { return m_window; }
     [[nodiscard]] const std::optional<Point>& initialPosition() const { return m_initialPosition; }

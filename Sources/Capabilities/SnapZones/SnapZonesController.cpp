@@ -8,6 +8,7 @@
 #include "Platform/Platform.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 
@@ -15,6 +16,9 @@ namespace {
 
 constexpr EventMask dragMask = eventMaskBit(EventType::leftMouseDown) | eventMaskBit(EventType::leftMouseUp) |
                                eventMaskBit(EventType::leftMouseDragged);
+
+/// A busy window manager moves a window some time after its release.
+constexpr std::chrono::milliseconds windowManagersTime(300);
 
 std::optional<Screen> screenUnder(Point cursor)
 {
@@ -32,6 +36,27 @@ std::optional<Screen> screenOf(const AXUIElement& window)
     const auto screen =
         frame ? ScreenGeometry::screenForAXPoint({frame->midX(), frame->midY()}) : std::nullopt;
     return screen ? screen : platform().screens.mainScreen();
+}
+
+/// True until a drag's window is seen to move.
+bool isUnproved(const SnapDrag& drag)
+{
+    return drag.state() == SnapDrag::State::idle || drag.state() == SnapDrag::State::armed;
+}
+
+/// Returns true once the window with the focus has moved since the button went down. The focus may come to
+/// the dragged window only after the first motions.
+bool windowMoves(SnapDrag& drag)
+{
+    if (!isUnproved(drag))
+        return true;
+    const auto candidate = platform().windowDrags.candidate();
+    if (!candidate)
+        return false;
+    drag.arm(candidate->window, candidate->initialPosition);
+    if (candidate->position)
+        drag.windowIsAt(*candidate->position);
+    return !isUnproved(drag);
 }
 
 /// Returns the present state of a screen; absent once it's gone.
@@ -72,12 +97,19 @@ void SnapZonesController::start()
         return EventMonitors::Disposition::pass;
     }));
     std::erase(m_dragMonitors, nullptr);
+    m_windowWatch = platform().windowDrags.watch([weak] {
+        if (const auto self = weak.lock())
+            self->windowsChanged();
+    });
+    m_dragToSnap = m_settings->dragToSnap.subscribeToChanges([this](bool isOn) { switchDragToSnap(isOn); });
     m_log.info(QStringLiteral("Snap Zones active"));
 }
 
 void SnapZonesController::stop()
 {
     m_dragMonitors.clear();
+    m_windowWatch.reset();
+    m_dragToSnap = {};
     m_preview.hide();
     m_flyout->dismiss();
     resetDrag();
@@ -101,56 +133,87 @@ void SnapZonesController::dragMoved()
 {
     if (!m_settings->dragToSnap.get())
         return;
-    const Point cursor = platform().eventMonitors.mouseLocation();
-    if (!armDrag() || !windowMoves())
-        return;
-    const std::optional<Screen> screen = screenUnder(cursor);
-    if (!screen)
-        return;
-    const auto zone = EdgeDetector::zone(cursor, screen->frame, m_settings->edgeThreshold.get(),
-                                         m_settings->cornerSize.get());
-    switch (m_drag.pointerIsOn(*screen, zone)) {
-    case SnapDrag::Preview::unchanged:
-        break;
-    case SnapDrag::Preview::shown:
-        m_preview.show(frame(*zone, *screen));
-        break;
-    case SnapDrag::Preview::hidden:
+    m_pointer = platform().eventMonitors.mouseLocation();
+    showPreview(follow());
+}
+
+/// The window manager moves a window some time after the pointer, also when the pointer rests by then.
+void SnapZonesController::windowsChanged()
+{
+    if (m_unproved) {
+        if (!windowMoves(m_unproved->drag))
+            return;
+        const Unproved proved = std::move(*std::exchange(m_unproved, std::nullopt));
+        drop(*proved.drag.window(), proved.drop.zone, proved.drop.screen);
+    } else if (m_pointer && isUnproved(m_drag)) {
+        showPreview(follow());
+    }
+}
+
+/// Takes the present state of the drag, and returns what has to be done with the preview.
+SnapDrag::Preview SnapZonesController::follow()
+{
+    const auto screen = windowMoves(m_drag) ? screenUnder(*m_pointer) : std::nullopt;
+    return screen ? m_drag.pointerIsOn(*screen, zoneUnderPointer(*screen)) : SnapDrag::Preview::unchanged;
+}
+
+std::optional<SnapZone> SnapZonesController::zoneUnderPointer(const Screen& screen) const
+{
+    return EdgeDetector::zone(*m_pointer, screen.frame, m_settings->edgeThreshold.get(),
+                              m_settings->cornerSize.get());
+}
+
+void SnapZonesController::showPreview(SnapDrag::Preview preview)
+{
+    if (preview == SnapDrag::Preview::hidden)
         m_preview.hide();
-        break;
-    }
-}
-
-/// Takes the window with the focus and not the one under the pointer: a press on a title bar gives the focus
-/// before the first motion.
-bool SnapZonesController::armDrag()
-{
-    if (m_drag.state() != SnapDrag::State::idle)
-        return true;
-    const std::optional<AXUIElement> window = FocusedWindow::current();
-    if (!window)
-        return false;
-    m_drag.arm(*window, AX::point(*window, AXAttr::position));
-    return true;
-}
-
-bool SnapZonesController::windowMoves()
-{
-    if (m_drag.state() == SnapDrag::State::armed && m_drag.initialPosition()) {
-        if (const auto position = AX::point(*m_drag.window(), AXAttr::position))
-            m_drag.windowIsAt(*position);
-    }
-    return m_drag.state() != SnapDrag::State::armed;
+    else if (const auto target = m_drag.target(); preview == SnapDrag::Preview::shown && target)
+        m_preview.show(frame(target->zone, target->screen));
 }
 
 void SnapZonesController::dragEnded()
 {
     m_preview.hide();
-    if (const auto target = m_drag.target()) {
-        // A window can't be placed on a screen that was unplugged meanwhile.
-        if (const auto screen = presentState(target->screen))
-            place(target->window, target->zone, *screen);
-    }
+    if (m_pointer && isUnproved(m_drag))
+        follow();
+    const auto target = m_drag.target();
+    auto unproved = unprovedDrop();
+    resetDrag();
+    if (target)
+        drop(target->window, target->zone, target->screen);
+    else if (unproved)
+        awaitMove(std::move(*unproved));
+}
+
+/// Returns the place of a release while it isn't known yet if the drag moves a window.
+std::optional<SnapZonesController::Drop> SnapZonesController::unprovedDrop() const
+{
+    const auto screen = m_pointer && isUnproved(m_drag) ? screenUnder(*m_pointer) : std::nullopt;
+    const auto zone = screen ? zoneUnderPointer(*screen) : std::nullopt;
+    return zone ? std::optional(Drop{*zone, *screen}) : std::nullopt;
+}
+
+void SnapZonesController::awaitMove(Drop drop)
+{
+    m_unproved = Unproved{.drag = {},
+                          .drop = std::move(drop),
+                          .end = platform().mainRunLoop.scheduleTimer(
+                              windowManagersTime, RunLoop::Repeats::no, [this] { m_unproved.reset(); })};
+}
+
+void SnapZonesController::resetDrag()
+{
+    m_drag.reset();
+    m_pointer.reset();
+    m_unproved.reset();
+}
+
+/// Switched off, it ends a drag at once: what is no longer shown isn't done either.
+void SnapZonesController::switchDragToSnap(bool isOn)
+{
+    if (isOn)
+        return;
+    m_preview.hide();
     resetDrag();
 }
 
@@ -189,6 +252,14 @@ void SnapZonesController::placeOnItsScreen(const AXUIElement& window, SnapZone z
 {
     if (const auto screen = screenOf(window))
         place(window, zone, *screen);
+}
+
+/// A window can't be placed on a screen that was unplugged meanwhile.
+void SnapZonesController::drop(const AXUIElement& window, SnapZone zone, const Screen& screen) const
+{
+    AX::setMessagingTimeout(window, FocusedWindow::longestWait);
+    if (const auto present = presentState(screen))
+        place(window, zone, *present);
 }
 
 /// The position is set a second time because programs move a window while it is resized, and one that

@@ -1,7 +1,7 @@
 // Snaps windows: the dragged one at the end of its drag, the focused one at once, or the one that had the
 // focus when the panel of layouts opened. Main thread.
 //
-// A drag is watched and never delayed: other programs are asked only until its window has moved.
+// A drag is watched and never delayed: what it moves is known from notifications, and nobody is asked.
 #pragma once
 
 #include "Capabilities/SnapZones/Layouts/SnapLayoutFlyoutController.h"
@@ -10,6 +10,8 @@
 #include "Capabilities/SnapZones/SnapZonesSettings.h"
 #include "OrvaneCore/Base/Log.h"
 #include "Platform/EventMonitors.h"
+#include "Platform/RunLoop.h"
+#include "Platform/WindowDrags.h"
 
 #include <memory>
 #include <optional>
@@ -42,13 +44,31 @@ public:
 private:
     SnapZonesController(std::shared_ptr<SnapZonesSettings> settings, Logger log);
 
+    /// A place on a screen in which a window can be dropped.
+    struct Drop {
+        SnapZone zone;
+        Screen screen;
+    };
+    /// A drag whose button was released in a zone before its window was seen to move.
+    struct Unproved {
+        SnapDrag drag;
+        Drop drop;
+        std::unique_ptr<Timer> end;
+    };
+
     void handle(EventType type);
-    bool armDrag();
-    bool windowMoves();
-    void resetDrag() { m_drag.reset(); }
+    void windowsChanged();
+    void switchDragToSnap(bool isOn);
+    [[nodiscard]] std::optional<SnapZone> zoneUnderPointer(const Screen& screen) const;
+    SnapDrag::Preview follow();
+    void showPreview(SnapDrag::Preview preview);
+    [[nodiscard]] std::optional<Drop> unprovedDrop() const;
+    void awaitMove(Drop drop);
+    void resetDrag();
     void chooseLayout(SnapZone zone);
 
     [[nodiscard]] Rect frame(SnapZone zone, const Screen& screen) const;
+    void drop(const AXUIElement& window, SnapZone zone, const Screen& screen) const;
     void place(const AXUIElement& window, SnapZone zone, const Screen& screen) const;
     void placeOnItsScreen(const AXUIElement& window, SnapZone zone) const;
 
@@ -57,7 +77,12 @@ private:
     SnapPreviewPanelController m_preview;
     std::shared_ptr<SnapLayoutFlyoutController> m_flyout;
     std::vector<std::unique_ptr<EventMonitor>> m_dragMonitors;
+    std::unique_ptr<WindowDragWatch> m_windowWatch;
+    Subscription m_dragToSnap;
     SnapDrag m_drag;
+    /// The pointer's place at the last motion of a drag; absent before the first.
+    std::optional<Point> m_pointer;
+    std::optional<Unproved> m_unproved;
     std::optional<AXUIElement> m_flyoutTarget;
 };
 

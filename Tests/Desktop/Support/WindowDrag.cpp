@@ -2,6 +2,10 @@
 
 #include "Support/Eventually.h"
 
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+
 #include <algorithm>
 #include <utility>
 
@@ -11,6 +15,8 @@ namespace {
 
 /// One step of the pointer's way, in pixels.
 constexpr int stride = 25;
+/// The time between two steps of a fling.
+constexpr std::chrono::milliseconds stepTime = 4ms;
 
 QPoint stepTowards(QPoint from, QPoint target)
 {
@@ -66,6 +72,40 @@ bool WindowDrag::moveTo(QPoint target)
     }
     m_settled();
     return m_moves;
+}
+
+void WindowDrag::fling(QPoint target, const Fling& fling)
+{
+    const QPoint from = handle(m_windows, m_window);
+    movePointer(from);
+    m_hardware.press(Button::left);
+    m_held = true;
+    fling.pressed();
+
+    // The pace is that of the hand, and no wait for anything.
+    QElapsedTimer clock;
+    clock.start();
+    qint64 nextStep = 0;
+    QTimer pace;
+    pace.setTimerType(Qt::PreciseTimer);
+    QEventLoop loop;
+    QObject::connect(&pace, &QTimer::timeout, &loop, [&] {
+        if (!m_held) {
+            if (clock.elapsed() < nextStep)
+                return; // the timer was late before
+            if (fling.goesOnTo)
+                movePointer(*fling.goesOnTo);
+            return loop.quit();
+        }
+        const double part = std::min(1.0, double(clock.elapsed()) / double(fling.time.count()));
+        movePointer((QPointF(from) + QPointF(target - from) * part).toPoint());
+        if (part < 1.0)
+            return;
+        release();
+        nextStep = clock.elapsed() + stepTime.count();
+    });
+    pace.start(stepTime);
+    loop.exec();
 }
 
 void WindowDrag::movePointer(QPoint place)

@@ -1,4 +1,5 @@
 // A drag of a window by its title bar with the hardware pointer. The button is released at the object's end.
+// One hand waits until each of its steps has had its effect; a fling waits for nothing.
 #pragma once
 
 #include "Desktop/Support/Hardware.h"
@@ -6,7 +7,9 @@
 
 #include <QPoint>
 
+#include <chrono>
 #include <functional>
+#include <optional>
 
 namespace orvane::tests {
 
@@ -30,6 +33,16 @@ public:
     void movePointer(QPoint place);
     [[nodiscard]] QPoint pointer() const { return m_pointer; }
     void release();
+
+    struct Fling {
+        std::chrono::milliseconds time{60};
+        /// The pointer's place a few milliseconds after the release; absent where it rests.
+        std::optional<QPoint> goesOnTo = {};
+        /// Called right after the press.
+        std::function<void()> pressed = [] {};
+    };
+    /// Presses on the title bar, moves evenly to the place in that time and releases there.
+    void fling(QPoint target, const Fling& fling);
 
 private:
     Hardware& m_hardware;

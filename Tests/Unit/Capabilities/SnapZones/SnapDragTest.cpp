@@ -75,6 +75,18 @@ TEST_F(SnapDragTest, OnceMovingAWindowMovesUntilTheEnd)
     EXPECT_EQ(drag.state(), State::moving);
 }
 
+TEST_F(SnapDragTest, UntilItMovesAnotherWindowMayTakeItsPlace)
+{
+    arm();
+    const AXUIElement another = FakeAccessibility::makeElement();
+    drag.arm(another, Point{300, 300});
+    EXPECT_EQ(drag.window(), another);
+    drag.windowIsAt({310, 300});
+    ASSERT_EQ(drag.state(), State::moving);
+    arm();
+    EXPECT_EQ(drag.window(), another);
+}
+
 TEST_F(SnapDragTest, AWindowWithoutAPositionNeverMoves)
 {
     drag.arm(window, std::nullopt);

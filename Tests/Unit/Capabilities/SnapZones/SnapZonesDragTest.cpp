@@ -301,15 +301,146 @@ TEST_F(SnapZonesDragTest, WithoutThePermissionNoDragArms)
     EXPECT_EQ(state(), State::idle);
 }
 
-TEST_F(SnapZonesDragTest, TheWindowIsTheFocusedOneOfTheFirstMotion)
+TEST_F(SnapZonesDragTest, OnceTheWindowMovesTheFocusMayGo)
 {
-    press();
-    drag(middle);
+    beginMoving();
     fake.accessibility.focusNewWindow({900, 100}, {200, 200});
-    moveWindow({start.x + 300, start.y});
     drag(leftEdge);
     release();
     EXPECT_EQ(windowFrame(), leftHalf);
+}
+
+TEST_F(SnapZonesDragTest, UntilAWindowMovesItIsTheOneThatHasTheFocusNow)
+{
+    const AXUIElement behind = window;
+    const AXUIElement inFront = fake.accessibility.focusNewWindow({900, 100}, {200, 200});
+    press();
+    drag(middle);
+    EXPECT_EQ(controller().drag().window(), inFront);
+    focus(behind); // by the press, a moment after it
+    setPosition(behind, {start.x + 300, start.y});
+    drag(leftEdge);
+    EXPECT_EQ(state(), State::zoned);
+    release();
+    EXPECT_EQ(windowFrame(), leftHalf);
+    EXPECT_EQ(std::get<Point>(node(inFront).attributes.at(AXAttr::position)), (Point{900, 100}));
+}
+
+TEST_F(SnapZonesDragTest, AWindowThatCameAfterThePressIsNotDragged)
+{
+    press();
+    const AXUIElement later = fake.accessibility.focusNewWindow({900, 100}, {200, 200});
+    drag(middle);
+    setPosition(later, {100, 100});
+    drag(leftEdge);
+    EXPECT_EQ(state(), State::armed);
+}
+
+TEST_F(SnapZonesDragTest, TheFirstPlaceIsThatOfThePressAndNotOfTheFirstMotion)
+{
+    press();
+    moveWindow({start.x + 300, start.y});
+    drag(leftEdge);
+    EXPECT_EQ(state(), State::zoned);
+    release();
+    EXPECT_EQ(windowFrame(), leftHalf);
+}
+
+// A window manager that is late.
+
+TEST_F(SnapZonesDragTest, AWindowThatMovesAfterThePointerCameToRestShowsThePreview)
+{
+    press();
+    drag(leftEdge);
+    ASSERT_FALSE(isPreviewShown());
+    moveWindow({start.x + 300, start.y});
+    EXPECT_EQ(state(), State::zoned);
+    EXPECT_TRUE(isPreviewShown());
+}
+
+TEST_F(SnapZonesDragTest, AWindowThatMovesSoonAfterItsReleaseInAZoneIsPlaced)
+{
+    press();
+    drag(leftEdge);
+    release();
+    fake.runLoop.advance(std::chrono::milliseconds(299));
+    EXPECT_TRUE(written().empty());
+    moveWindow({start.x + 300, start.y});
+    EXPECT_EQ(windowFrame(), leftHalf);
+    EXPECT_FALSE(isPreviewShown());
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+}
+
+TEST_F(SnapZonesDragTest, TheFocusMayComeAfterTheReleaseToo)
+{
+    takeFocusAway();
+    press();
+    drag(leftEdge);
+    release();
+    setPosition(window, {start.x + 300, start.y});
+    focus(window);
+    EXPECT_EQ(windowFrame(), leftHalf);
+}
+
+TEST_F(SnapZonesDragTest, AWindowThatMovesLaterIsLeftAlone)
+{
+    press();
+    drag(leftEdge);
+    release();
+    fake.runLoop.advance(std::chrono::milliseconds(301));
+    moveWindow({start.x + 300, start.y});
+    EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, AWindowThatStirsAfterTheReleaseIsStillAwaited)
+{
+    press();
+    drag(leftEdge);
+    release();
+    moveWindow({start.x + 6, start.y});
+    EXPECT_TRUE(written().empty());
+    moveWindow({start.x + 300, start.y});
+    EXPECT_EQ(windowFrame(), leftHalf);
+}
+
+TEST_F(SnapZonesDragTest, TheNextPressEndsTheWait)
+{
+    press();
+    drag(leftEdge);
+    release();
+    press();
+    moveWindow({start.x + 300, start.y});
+    EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, AReleaseOutsideOfTheZonesAwaitsNothing)
+{
+    press();
+    drag(leftEdge);
+    drag(middle);
+    release();
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+    moveWindow({start.x + 300, start.y});
+    EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, AClickInAZoneAwaitsNothing)
+{
+    fake.eventMonitors.pointer = leftEdge;
+    press();
+    release();
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+    moveWindow({start.x + 300, start.y});
+    EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, StoppingEndsTheWait)
+{
+    press();
+    drag(leftEdge);
+    release();
+    controller().stop();
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
 }
 
 // Switched off.
@@ -324,6 +455,39 @@ TEST_F(SnapZonesDragTest, SwitchedOffADragBuildsNothing)
     release();
     EXPECT_EQ(state(), State::idle);
     EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, SwitchedOffInAZoneThePreviewGoesAndTheReleasePlacesNothing)
+{
+    beginMoving();
+    drag(leftEdge);
+    settings->dragToSnap.set(false);
+    EXPECT_FALSE(isPreviewShown());
+    EXPECT_EQ(state(), State::idle);
+    release();
+    EXPECT_TRUE(written().empty());
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+}
+
+TEST_F(SnapZonesDragTest, SwitchedOffAfterTheReleaseNothingIsAwaited)
+{
+    press();
+    drag(leftEdge);
+    release();
+    settings->dragToSnap.set(false);
+    moveWindow({start.x + 300, start.y});
+    EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, SwitchedOnInTheMiddleTheRestOfTheDragCounts)
+{
+    settings->dragToSnap.set(false);
+    beginMoving();
+    settings->dragToSnap.set(true);
+    drag(leftEdge);
+    EXPECT_EQ(state(), State::zoned);
+    release();
+    EXPECT_EQ(windowFrame(), leftHalf);
 }
 
 TEST_F(SnapZonesDragTest, SwitchedOffInTheMiddleTheReleaseStillEndsTheDrag)

@@ -67,7 +67,11 @@ struct SnapZonesFixture : testing::Test {
     {
         return FakeAccessibility::node(element);
     }
-    void moveWindow(Point position) { setPosition(window, position); }
+    void moveWindow(Point position)
+    {
+        setPosition(window, position);
+        fake.windowDrags.announce();
+    }
     static void setPosition(const AXUIElement& element, Point position)
     {
         node(element).attributes.insert_or_assign(AXAttr::position, position);
@@ -78,6 +82,15 @@ struct SnapZonesFixture : testing::Test {
         const auto& attributes = node(window).attributes;
         return {std::get<Point>(attributes.at(AXAttr::position)),
                 std::get<Size>(attributes.at(AXAttr::size))};
+    }
+    /// Gives the focus to a window, which belongs to an application of its own.
+    void focus(const AXUIElement& element)
+    {
+        const AXUIElement application = FakeAccessibility::makeElement();
+        node(application).attributes.emplace(AXAttr::focusedWindow, element);
+        node(fake.accessibility.systemWide)
+            .attributes.insert_or_assign(AXAttr::focusedApplication, application);
+        fake.windowDrags.announce();
     }
     void takeFocusAway() { node(fake.accessibility.systemWide).attributes.clear(); }
 

@@ -117,15 +117,12 @@ TEST_F(SnapZonesWatchTest, WhileTheWindowMovesNobodyIsAsked)
     EXPECT_EQ(callCount(), before);
 }
 
-TEST_F(SnapZonesWatchTest, AnArmedDragAsksForThePositionAlone)
+TEST_F(SnapZonesWatchTest, FromThePressToTheReleaseNobodyIsAsked)
 {
-    press();
-    drag(middle);
-    const std::size_t before = callCount();
-    drag(middle);
-    ASSERT_EQ(callCount(), before + 1);
-    EXPECT_EQ(fake.accessibility.calls.back().name, AXAttr::position);
-    EXPECT_EQ(fake.accessibility.calls.back().kind, Kind::copy);
+    beginMoving();
+    drag(leftEdge);
+    ASSERT_EQ(state(), State::zoned);
+    EXPECT_EQ(callCount(), 0u);
 }
 
 // The monitors.
@@ -134,6 +131,7 @@ TEST_F(SnapZonesWatchTest, StartWatchesBothOtherProgramsAndOurOwnWindows)
 {
     EXPECT_EQ(fake.eventMonitors.globalCount(), 1u);
     EXPECT_EQ(fake.eventMonitors.localCount(), 1u);
+    EXPECT_EQ(fake.windowDrags.watchCount(), 1u);
     EXPECT_EQ(fake.log.messages().last(), QStringLiteral("Snap Zones active"));
     EXPECT_EQ(fake.log.entries().back().level, LogLevel::info);
 }
@@ -164,6 +162,7 @@ TEST_F(SnapZonesWatchTest, StopTakesEverythingAway)
     controller().stop();
     EXPECT_EQ(fake.eventMonitors.globalCount(), 0u);
     EXPECT_EQ(fake.eventMonitors.localCount(), 0u);
+    EXPECT_EQ(fake.windowDrags.watchCount(), 0u);
     EXPECT_FALSE(isPreviewShown());
     EXPECT_FALSE(isFlyoutShown());
     EXPECT_EQ(state(), State::idle);
@@ -176,5 +175,6 @@ TEST_F(SnapZonesWatchTest, TheMonitorsDontKeepTheControllerAlive)
     const std::weak_ptr<SnapZonesController> weak = sharedController();
     dropController();
     EXPECT_TRUE(weak.expired());
+    EXPECT_EQ(fake.windowDrags.watchCount(), 0u);
     EXPECT_EQ(fake.eventMonitors.globalCount(), 0u);
 }

@@ -1,0 +1,187 @@
+// Windows that are flung to an edge: the button is released before anybody has had the time to look.
+#include "Desktop/Support/SnapZonesFixture.h"
+#include "Desktop/Support/WindowManager.h"
+#include "Support/Eventually.h"
+
+#include <QProcess>
+#include <QTimer>
+
+#include <csignal>
+#include <thread>
+#include <vector>
+
+namespace orvane::tests {
+namespace {
+
+/// Keeps every core busy until its end.
+class BusyCores {
+public:
+    BusyCores()
+    {
+        for (unsigned i = 0; i < std::thread::hardware_concurrency(); ++i) {
+            m_burners.push_back(std::make_unique<QProcess>());
+            m_burners.back()->start(QStringLiteral("sh"),
+                                    {QStringLiteral("-c"), QStringLiteral("while :; do :; done")});
+            EXPECT_TRUE(m_burners.back()->waitForStarted());
+        }
+    }
+    ~BusyCores()
+    {
+        for (const auto& burner : m_burners) {
+            burner->kill();
+            burner->waitForFinished();
+        }
+    }
+    BusyCores(const BusyCores&) = delete;
+    BusyCores& operator=(const BusyCores&) = delete;
+
+private:
+    std::vector<std::unique_ptr<QProcess>> m_burners;
+};
+
+/// Holds a program for a time that begins now or soon: none of its threads runs.
+class Held {
+public:
+    Held(qint64 pid, std::chrono::milliseconds time, std::chrono::milliseconds beginning = 0ms)
+        : m_pid(static_cast<pid_t>(pid))
+    {
+        if (beginning == 0ms)
+            kill(m_pid, SIGSTOP);
+        else
+            after(m_begin, beginning, SIGSTOP);
+        after(m_end, beginning + time, SIGCONT);
+    }
+    ~Held() { kill(m_pid, SIGCONT); }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+private:
+    void after(QTimer& timer, std::chrono::milliseconds time, int signal) const
+    {
+        timer.setTimerType(Qt::PreciseTimer);
+        timer.setSingleShot(true);
+        QObject::connect(&timer, &QTimer::timeout, [pid = m_pid, signal] { kill(pid, signal); });
+        timer.start(time);
+    }
+
+    pid_t m_pid;
+    QTimer m_begin;
+    QTimer m_end;
+};
+
+class SnapFlingsDesktopTest : public SnapZonesDesktopTest {
+protected:
+    static constexpr int rounds = 4;
+    static constexpr Gaps gaps{.outer = 20, .inner = 12};
+    static constexpr QPoint leftEdge{0, 450};
+    static constexpr QPoint middle{720, 500};
+
+    /// With gaps, so that a place is the program's and not one of the window manager's own.
+    void startWithGaps()
+    {
+        startSnapping({.settings = {{QStringLiteral("outerGap"), gaps.outer},
+                                    {QStringLiteral("innerGap"), gaps.inner}}});
+    }
+    [[nodiscard]] QRectF placeIn(Zone zone) const { return placeOf(zone, m_windows.workArea(primary), gaps); }
+    void putInTheMiddle(const Target& target)
+    {
+        ASSERT_TRUE(eventually(5s, [&] { return m_windows.active() == target.window; }));
+        settle();
+        pressShortcut(Zone::center);
+        ASSERT_TRUE(comesToFill(target, placeIn(Zone::center)));
+    }
+    void fling(const Target& target, QPoint place, const WindowDrag::Fling& how = {})
+    {
+        drag(target).fling(place, how);
+    }
+    /// Flings a window to the left edge again and again; each time it has to be snapped.
+    void expectSnaps(const WindowDrag::Fling& how = {})
+    {
+        const Target target = open(WindowKind::qt, initial);
+        ASSERT_NE(target.window, 0u);
+        for (int round = 0; round < rounds; ++round) {
+            putInTheMiddle(target);
+            fling(target, leftEdge, how);
+            EXPECT_TRUE(comesToFill(target, placeIn(Zone::leftHalf))) << "in round " << round;
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(SnapFlingsDesktopTest, AWindowFlungToAnEdgeIsSnapped)
+{
+    startWithGaps();
+    expectSnaps();
+}
+
+TEST_F(SnapFlingsDesktopTest, AWindowFlungToAnEdgeIsSnappedThoughAllCoresAreBusy)
+{
+    startWithGaps();
+    const BusyCores busy;
+    expectSnaps();
+}
+
+TEST_F(SnapFlingsDesktopTest, AWindowIsSnappedThoughTheProgramWasHeldFromThePress)
+{
+    startWithGaps();
+    std::unique_ptr<Held> held;
+    expectSnaps({.pressed = [&] { held = std::make_unique<Held>(program().pid(), 55ms); }});
+}
+
+TEST_F(SnapFlingsDesktopTest, AWindowIsSnappedThoughTheProgramWasHeldBeyondTheRelease)
+{
+    startWithGaps();
+    std::unique_ptr<Held> held;
+    expectSnaps({.pressed = [&] { held = std::make_unique<Held>(program().pid(), 150ms); }});
+}
+
+TEST_F(SnapFlingsDesktopTest, TheReleaseCountsAndNotWhereThePointerGoesAfterwards)
+{
+    startWithGaps();
+    std::unique_ptr<Held> held;
+    expectSnaps(
+        {.goesOnTo = middle, .pressed = [&] { held = std::make_unique<Held>(program().pid(), 100ms); }});
+}
+
+TEST_F(SnapFlingsDesktopTest, APointerThatGoesToAnEdgeAfterTheReleaseSnapsNothing)
+{
+    startWithGaps();
+    const Target target = open(WindowKind::qt, initial);
+    ASSERT_NE(target.window, 0u);
+    std::unique_ptr<Held> held;
+    for (int round = 0; round < rounds; ++round) {
+        putInTheMiddle(target);
+        const QRect before = m_windows.frame(target.window);
+        // Held from the middle of the drag, it knows of motions that it hasn't read.
+        fling(target, WindowDrag::handle(m_windows, target.window) + QPoint(-100, 60),
+              {.goesOnTo = leftEdge,
+               .pressed = [&] { held = std::make_unique<Held>(program().pid(), 100ms, 30ms); }});
+        EXPECT_TRUE(eventually(5s, [&] { return m_windows.frame(target.window) != before; }));
+        settle();
+        ASSERT_TRUE(settleWindowManager());
+        EXPECT_FALSE(fills(m_windows.frame(target.window), placeIn(Zone::leftHalf))) << "in round " << round;
+        EXPECT_TRUE(nothingIsShownSoon());
+    }
+}
+
+TEST_F(SnapFlingsDesktopTest, TheDraggedWindowIsSnappedAndNotTheOneThatHadTheFocus)
+{
+    startWithGaps();
+    const Target first = open(WindowKind::qt, {100, 320, 300, 200});
+    const Target other = open(WindowKind::qt, {900, 320, 300, 200});
+    ASSERT_TRUE(first.window != 0 && other.window != 0);
+    const BusyCores busy;
+    const auto flingBehind = [&](const Target& behind, const Target& inFront, QPoint edge, Zone zone) {
+        ASSERT_TRUE(eventually(5s, [&] { return m_windows.active() == inFront.window; }));
+        settle();
+        const QRect place = m_windows.frame(inFront.window);
+        fling(behind, edge);
+        EXPECT_TRUE(comesToFill(behind, placeIn(zone))) << nameOf(zone).toStdString();
+        EXPECT_EQ(m_windows.frame(inFront.window), place) << nameOf(zone).toStdString();
+    };
+    flingBehind(first, other, leftEdge, Zone::leftHalf);
+    flingBehind(other, first, {primary.right(), 450}, Zone::rightHalf);
+}
+
+} // namespace orvane::tests
