@@ -39,10 +39,12 @@ void SnapLayoutFlyoutController::makePanel()
 
 void SnapLayoutFlyoutController::show()
 {
+    const auto screen = platform().screens.mainScreen();
+    if (!screen)
+        return;
     if (!m_panel)
         makePanel();
-    if (const auto screen = platform().screens.mainScreen())
-        m_panel->setFrame(centred(m_grid->sizeHint(), screen->visibleFrame));
+    m_panel->setFrame(centred(m_grid->sizeHint(), screen->visibleFrame));
     m_panel->orderFront();
     removeMonitors();
     installMonitors();

@@ -25,7 +25,8 @@ public:
     [[nodiscard]] const std::shared_ptr<SnapLayoutModel>& model() const { return m_model; }
     [[nodiscard]] bool isVisible() const;
 
-    /// Shows the panel in the middle of the main screen, whichever screen the window is on.
+    /// Shows the panel in the middle of the main screen, whichever screen the window is on. Without a screen
+    /// it stays closed: nobody could see or close it.
     void show();
     void dismiss();
 

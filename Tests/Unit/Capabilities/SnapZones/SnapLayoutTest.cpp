@@ -134,11 +134,24 @@ TEST_F(SnapLayoutTest, ThePanelOpensOnTheMainScreenWhereverItsWindowIs)
     EXPECT_EQ(windowFrame(), (Rect{{0, 24}, {1440, 806}})) << "the window stays on its own screen";
 }
 
-TEST_F(SnapLayoutTest, WithoutAnyScreenThePanelOpensWhereItIs)
+TEST_F(SnapLayoutTest, WithoutAnyScreenThePanelStaysClosed)
 {
     fake.screens.arrange({});
     controller().showFlyout();
+    EXPECT_FALSE(isFlyoutShown());
+    EXPECT_EQ(fake.eventMonitors.globalCount(), 0u);
+    EXPECT_EQ(fake.eventMonitors.localCount(), 0u) << "Escape is nobody's";
+    fake.screens.arrange({FakeScreens::screen(1, {{0, 0}, {1440, 900}}, {{0, 70}, {1440, 806}})});
+    controller().showFlyout();
     EXPECT_TRUE(isFlyoutShown());
+}
+
+TEST_F(SnapLayoutTest, AnOpenPanelClosesThoughThereIsNoScreenAnyMore)
+{
+    controller().showFlyout();
+    fake.screens.arrange({});
+    controller().showFlyout();
+    EXPECT_FALSE(isFlyoutShown());
 }
 
 TEST_F(SnapLayoutTest, ThePanelNeverTakesTheKeyboard)
