@@ -34,8 +34,9 @@ void checkAnswer(const TargetName& target, const QByteArray& bytes)
     const QStringList wanted{pasteboardType::string, pasteboardType::url, pasteboardType::fileURL,
                              pasteboardType::html};
     for (const ReadStep& step : readSteps({target}, wanted)) {
-        PasteboardContents contents;
-        takeAnswer(contents, wanted, step, target, bytes);
+        SelectionContents read;
+        takeAnswer(read, wanted, step, target, bytes);
+        const PasteboardContents& contents = read.contents;
         for (const QByteArray& data : contents.data)
             require(isUtf8(data));
         for (auto data = contents.data.cbegin(); data != contents.data.cend(); ++data)

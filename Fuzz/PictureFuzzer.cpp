@@ -2,13 +2,12 @@
 // can be read again.
 #include "Capabilities/ClipboardHistory/Capture/Picture.h"
 #include "Capabilities/ClipboardHistory/Capture/PngChunks.h"
-#include "PlatformLinux/Pasteboard/PasteboardFormats.h"
+#include "PlatformLinux/Pasteboard/PictureConversion.h"
 #include "Require.h"
 
 #include <cstdint>
 
 using namespace orvane;
-using namespace std::chrono_literals;
 using orvane::fuzz::require;
 
 namespace {
@@ -24,7 +23,7 @@ void checkChunks(const QByteArray& bytes)
 
 void checkConversion(const QByteArray& bytes, const char* format)
 {
-    const auto converted = convertToPng(bytes, format, std::chrono::steady_clock::now() + 10s);
+    const auto converted = convertToPng({bytes, format}, Picture::defaultEnd());
     require(!converted || Picture::image(*converted).has_value());
 }
 

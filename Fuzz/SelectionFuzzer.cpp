@@ -104,10 +104,10 @@ public:
     {
         const std::uint64_t id = m_answers.size();
         m_answers[id] = 0;
-        reader.add(id, types, [this, id, types](const std::optional<PasteboardContents>& contents) {
+        reader.add(id, types, [this, id, types](const std::optional<SelectionContents>& read) {
             require(++m_answers[id] == 1);
-            if (contents)
-                check(*contents, types);
+            if (read)
+                check(read->contents, types);
         });
     }
     /// One that was answered already stays answered.

@@ -79,7 +79,8 @@ public:
 
     /// Asks for the types that are present and the data of those in `types`. Completes once, in a later turn
     /// of the run loop, with what is newest then; the completion may end its own read. Content that this
-    /// program has cleared and written before the call is what others get from then on.
+    /// program has cleared and written before the call is what others get from then on. Reads complete in
+    /// their order, but for one whose picture has to be converted: later ones don't wait for it.
     [[nodiscard]] virtual std::unique_ptr<PasteboardRead> read(const QStringList& types,
                                                                Completion completion) = 0;
 

@@ -15,6 +15,9 @@
 #include <QImage>
 
 #include <cstring>
+#include <functional>
+#include <mutex>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -55,6 +58,31 @@ QByteArray picture(const char* format)
     return buffer.data();
 }
 
+/// The run loop, with a pool whose work is held until the test lets it go.
+class HeldPool : public QtRunLoop {
+public:
+    void performDetached(std::function<void()> work) override
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_held.push_back(std::move(work));
+    }
+    [[nodiscard]] std::size_t held()
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_held.size();
+    }
+    void release()
+    {
+        const std::scoped_lock lock(m_mutex);
+        for (auto& work : std::exchange(m_held, {}))
+            QtRunLoop::performDetached(std::move(work));
+    }
+
+private:
+    std::mutex m_mutex;
+    std::vector<std::function<void()>> m_held;
+};
+
 class PasteboardLiveTest : public ::testing::Test {
 protected:
     PasteboardLiveTest() { (void)read({}); } // changes of owner are announced from then on
@@ -78,7 +106,10 @@ protected:
     std::optional<PasteboardContents> read(const QStringList& types)
     {
         const auto reading = begin(types);
-        EXPECT_TRUE(eventually(40s, [&] { return reading->isCompleted; }));
+        EXPECT_TRUE(eventually(40s, [&] {
+            runLoop.release();
+            return reading->isCompleted;
+        }));
         return reading->contents;
     }
     /// Waits for the announcement of another program's next copy.
@@ -101,7 +132,7 @@ protected:
     }
 
     FakeLogSink log;
-    QtRunLoop runLoop;
+    HeldPool runLoop;
     SelectionAsker asker;
     const xcb_window_t ownerBefore = asker.owner();
     X11Pasteboard pasteboard{log, runLoop};
@@ -184,6 +215,42 @@ TEST_F(PasteboardLiveTest, AnotherPictureIsReadAsPng)
     const QImage image = QImage::fromData(contents->dataForType(png).value_or(QByteArray()), "PNG");
     EXPECT_EQ(image.size(), QSize(40, 30));
     EXPECT_EQ(image.pixelColor(20, 10), QColor(Qt::red));
+}
+
+TEST_F(PasteboardLiveTest, AnOwnCopyDoesNotWaitForAPictureThatIsBeingConverted)
+{
+    const int before = pasteboard.changeCount();
+    const SelectionOwner owner({{"image/bmp", picture("BMP")}}, Manner::whole);
+    expectCount(before + 1);
+    const auto converting = begin({png});
+    ASSERT_TRUE(eventually(10s, [&] { return runLoop.held() == 1; }));
+    const xcb_window_t other = asker.owner();
+    pasteboard.clearContents();
+    pasteboard.setString(QStringLiteral("chosen"), string);
+    const auto handing = begin({});
+    EXPECT_TRUE(eventually(10s, [&] { return handing->isCompleted; }));
+    EXPECT_NE(asker.owner(), other);
+    EXPECT_EQ(asker.ask("UTF8_STRING"), "chosen");
+    EXPECT_FALSE(converting->isCompleted);
+
+    runLoop.release();
+    EXPECT_TRUE(eventually(10s, [&] { return converting->isCompleted; }));
+    ASSERT_TRUE(converting->contents);
+    EXPECT_EQ(converting->contents->changeCount, before + 1) << "that of the picture";
+    EXPECT_TRUE(converting->contents->data.contains(png));
+}
+
+TEST_F(PasteboardLiveTest, AnEndedReadOfAPictureDoesNotComplete)
+{
+    const int before = pasteboard.changeCount();
+    const SelectionOwner owner({{"image/bmp", picture("BMP")}}, Manner::whole);
+    expectCount(before + 1);
+    const auto reading = begin({png});
+    ASSERT_TRUE(eventually(10s, [&] { return runLoop.held() == 1; }));
+    reading->token.reset();
+    runLoop.release();
+    (void)read({});
+    EXPECT_FALSE(reading->isCompleted);
 }
 
 TEST_F(PasteboardLiveTest, ReadsWhatComesInPieces)

@@ -22,7 +22,7 @@ protected:
     {
         isAnswered = false;
         notices = 0;
-        reader.add(1, {type}, [this](std::optional<PasteboardContents> contents) {
+        reader.add(1, {type}, [this](std::optional<SelectionContents> contents) {
             isAnswered = true;
             answer = std::move(contents);
         });
@@ -51,7 +51,7 @@ protected:
     steady_clock::time_point askedBefore;
     int notices = 0;
     bool isAnswered = false;
-    std::optional<PasteboardContents> answer;
+    std::optional<SelectionContents> answer;
 };
 
 } // namespace

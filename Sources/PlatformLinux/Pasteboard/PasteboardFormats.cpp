@@ -1,8 +1,5 @@
 #include "PlatformLinux/Pasteboard/PasteboardFormats.h"
 
-#include <QBuffer>
-#include <QImage>
-#include <QImageReader>
 #include <QStringDecoder>
 #include <QStringEncoder>
 
@@ -11,35 +8,6 @@
 namespace orvane {
 
 namespace {
-
-/// The memory that a decoded picture may take.
-constexpr int largestPictureMegabytes = 512;
-
-/// Bytes that end at a deadline, whatever is left of them: a decoder that asks for more has to stop. They are
-/// given a few at a time, since a few can mean minutes of work.
-class TimedSource : public QIODevice {
-public:
-    TimedSource(const QByteArray& bytes, PictureDeadline deadline) : m_bytes(bytes), m_deadline(deadline) {}
-
-    [[nodiscard]] bool isOver() const { return std::chrono::steady_clock::now() >= m_deadline; }
-    [[nodiscard]] qint64 size() const override { return m_bytes.size(); }
-    bool open(OpenMode mode) override { return QIODevice::open(mode | Unbuffered); }
-
-protected:
-    qint64 readData(char* data, qint64 maxSize) override
-    {
-        if (isOver())
-            return -1;
-        const qint64 count = std::min({maxSize, m_bytes.size() - pos(), qint64{256}});
-        std::copy_n(m_bytes.constData() + pos(), count, data);
-        return count;
-    }
-    qint64 writeData(const char*, qint64) override { return -1; }
-
-private:
-    const QByteArray m_bytes;
-    const PictureDeadline m_deadline;
-};
 
 /// "file://localhost/x" and "file:///x" are the same file. Without a host, a path can't begin with two
 /// slashes.
@@ -160,27 +128,6 @@ QString decodeLatin1(const QByteArray& bytes)
 bool isPng(const QByteArray& bytes)
 {
     return bytes.startsWith("\x89PNG\r\n\x1A\n");
-}
-
-std::optional<QByteArray> convertToPng(const QByteArray& bytes, const char* format, PictureDeadline deadline)
-{
-    TimedSource source(bytes, deadline);
-    source.open(QIODevice::ReadOnly);
-    QImageReader reader(&source, format);
-    reader.setAutoDetectImageFormat(false);
-    reader.setDecideFormatFromContent(false);
-    const QSize size = reader.size();
-    if (!size.isValid() || qint64{size.width()} * size.height() * 4 > qint64{largestPictureMegabytes} << 20)
-        return std::nullopt;
-    // The toolkit's own limit is lower, and one for the whole process.
-    if (QImageReader::allocationLimit() < largestPictureMegabytes)
-        QImageReader::setAllocationLimit(largestPictureMegabytes);
-    const QImage image = reader.read();
-    QBuffer target;
-    target.open(QIODevice::WriteOnly);
-    if (image.isNull() || source.isOver() || !image.save(&target, "PNG"))
-        return std::nullopt;
-    return target.data();
 }
 
 } // namespace orvane

@@ -7,7 +7,6 @@
 #include <QString>
 #include <QUrl>
 
-#include <chrono>
 #include <optional>
 
 namespace orvane {
@@ -31,10 +30,5 @@ QString decodeText(const QByteArray& bytes);
 QString decodeLatin1(const QByteArray& bytes);
 
 bool isPng(const QByteArray& bytes);
-using PictureDeadline = std::chrono::steady_clock::time_point;
-
-/// Converts a picture of this format, "bmp" or "jpeg", to PNG. Bytes of another format aren't read, because
-/// some readers open further files. Returns nothing for one that isn't decoded by the deadline. Any thread.
-std::optional<QByteArray> convertToPng(const QByteArray& bytes, const char* format, PictureDeadline deadline);
 
 } // namespace orvane

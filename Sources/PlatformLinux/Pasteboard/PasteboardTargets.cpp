@@ -106,9 +106,17 @@ void addType(PasteboardContents& contents, const QString& type)
         contents.types.append(type);
 }
 
-PictureDeadline pictureDeadline()
+/// Returns the name of a format that has to be converted; null for all others.
+const char* foreignFormat(Encoding encoding)
 {
-    return std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    switch (encoding) {
+    case Encoding::bmp:
+        return "bmp";
+    case Encoding::jpeg:
+        return "jpeg";
+    default:
+        return nullptr;
+    }
 }
 
 std::optional<QByteArray> decode(Encoding encoding, const QByteArray& bytes)
@@ -124,12 +132,10 @@ std::optional<QByteArray> decode(Encoding encoding, const QByteArray& bytes)
         const auto url = decodeMozUrl(bytes);
         return url ? std::optional(url->toUtf8()) : std::nullopt;
     }
-    case Encoding::bmp:
-        return convertToPng(bytes, "bmp", pictureDeadline());
-    case Encoding::jpeg:
-        return convertToPng(bytes, "jpeg", pictureDeadline());
     case Encoding::png:
     case Encoding::raw:
+    case Encoding::bmp:
+    case Encoding::jpeg:
         return bytes;
     }
     return std::nullopt;
@@ -206,9 +212,10 @@ std::vector<ReadStep> readSteps(const QList<TargetName>& targets, const QStringL
     return steps;
 }
 
-void takeAnswer(PasteboardContents& contents, const QStringList& wantedTypes, const ReadStep& step,
+void takeAnswer(SelectionContents& read, const QStringList& wantedTypes, const ReadStep& step,
                 const TargetName& target, const QByteArray& bytes)
 {
+    PasteboardContents& contents = read.contents;
     switch (step.purpose) {
     case ReadStep::Purpose::secretHint:
         if (bytes.startsWith("secret"))
@@ -219,7 +226,10 @@ void takeAnswer(PasteboardContents& contents, const QStringList& wantedTypes, co
         return;
     case ReadStep::Purpose::type: {
         const Flavour* flavour = flavourOf(target);
-        if (const auto data = decode(flavour ? flavour->encoding : Encoding::raw, bytes)) {
+        const Encoding encoding = flavour ? flavour->encoding : Encoding::raw;
+        if (const char* format = foreignFormat(encoding)) {
+            read.picture = ForeignPicture{bytes, format};
+        } else if (const auto data = decode(encoding, bytes)) {
             addType(contents, step.type);
             contents.data.insert(step.type, *data);
         }

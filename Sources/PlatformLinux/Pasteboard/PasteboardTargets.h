@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Pasteboard.h"
+#include "PlatformLinux/Pasteboard/PictureConversion.h"
 
 #include <vector>
 
@@ -21,6 +22,13 @@ struct ReadStep {
     std::vector<TargetName> targets;
 };
 
+/// What was read of a copy.
+struct SelectionContents {
+    PasteboardContents contents = {};
+    /// A picture that still has to be converted, which is slow. It becomes the PNG of the contents.
+    std::optional<ForeignPicture> picture = {};
+};
+
 /// Returns the types that an owner's targets stand for, except those that only its answers show: files, links
 /// in a list of URLs, and the mark of a secret.
 QStringList typesOfTargets(const QList<TargetName>& targets);
@@ -28,8 +36,8 @@ QStringList typesOfTargets(const QList<TargetName>& targets);
 /// Returns what has to be fetched for these types.
 std::vector<ReadStep> readSteps(const QList<TargetName>& targets, const QStringList& wantedTypes);
 
-/// Adds what an owner has given for a step. Slow when it converts a picture.
-void takeAnswer(PasteboardContents& contents, const QStringList& wantedTypes, const ReadStep& step,
+/// Adds what an owner has given for a step.
+void takeAnswer(SelectionContents& read, const QStringList& wantedTypes, const ReadStep& step,
                 const TargetName& target, const QByteArray& bytes);
 
 /// Returns the contents without the data of other types.

@@ -1,6 +1,5 @@
 #include "PlatformLinux/Pasteboard/PasteboardThread.h"
 
-#include "PlatformLinux/Pasteboard/PasteboardTargets.h"
 #include "PlatformLinux/Pasteboard/PasteboardWatches.h"
 #include "PlatformLinux/Pasteboard/SelectionConnection.h"
 #include "PlatformLinux/Pasteboard/SelectionReader.h"
@@ -77,7 +76,8 @@ PasteboardThread::ReadId PasteboardThread::read(const QStringList& types, Answer
 void PasteboardThread::answerWithoutServer(const QStringList& types, const Answer& answer)
 {
     auto own = m_state->ownContents();
-    answer(own ? std::optional(ofTypes(std::move(*own), types)) : std::nullopt);
+    answer(own ? std::optional(SelectionContents{.contents = ofTypes(std::move(*own), types)})
+               : std::nullopt);
 }
 
 void PasteboardThread::cancelRead(ReadId id)

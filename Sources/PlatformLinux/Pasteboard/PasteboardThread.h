@@ -7,6 +7,7 @@
 #include "Platform/Pasteboard.h"
 #include "PlatformLinux/Common/EventSignal.h"
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
+#include "PlatformLinux/Pasteboard/PasteboardTargets.h"
 
 #include <atomic>
 #include <cstdint>
@@ -28,7 +29,7 @@ class SelectionServer;
 class PasteboardThread {
 public:
     using ReadId = std::uint64_t;
-    using Answer = std::function<void(std::optional<PasteboardContents>)>;
+    using Answer = std::function<void(std::optional<SelectionContents>)>;
 
     PasteboardThread(LogSink& log, std::shared_ptr<PasteboardState> state,
                      std::shared_ptr<PasteboardWatches> watches);

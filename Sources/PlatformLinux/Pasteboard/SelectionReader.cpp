@@ -89,11 +89,11 @@ void SelectionReader::begin(Job& job)
         return;
     }
     if (auto own = m_state.ownContents()) {
-        answerFirst(ofTypes(std::move(*own), job.types));
+        answerFirst(SelectionContents{.contents = ofTypes(std::move(*own), job.types)});
         return;
     }
     m_window = m_connection.createWindow();
-    m_contents = {};
+    m_read = {};
     m_steps.clear();
     m_step = beforeSteps;
     m_size = 0;
@@ -176,7 +176,7 @@ void SelectionReader::received(const QByteArray& bytes, std::uint8_t format)
         receivedTargets(bytes, format);
         return;
     }
-    takeAnswer(m_contents, m_jobs.front().types, m_steps[m_step], m_targetName, bytes);
+    takeAnswer(m_read, m_jobs.front().types, m_steps[m_step], m_targetName, bytes);
     nextStep();
 }
 
@@ -189,7 +189,7 @@ void SelectionReader::receivedTargets(const QByteArray& bytes, std::uint8_t form
     std::vector<xcb_atom_t> atoms(std::min(static_cast<std::size_t>(bytes.size()) / 4, mostTargets));
     std::copy_n(bytes.constData(), atoms.size() * 4, reinterpret_cast<char*>(atoms.data()));
     const QList<TargetName> targets = m_connection.names(atoms.data(), atoms.size());
-    m_contents.types = typesOfTargets(targets);
+    m_read.contents.types = typesOfTargets(targets);
     m_steps = readSteps(targets, m_jobs.front().types);
     nextStep();
 }
@@ -217,20 +217,22 @@ void SelectionReader::tryNextTarget()
 /// announced it before the last answer. A copy of ours may be made and not have reached the server.
 void SelectionReader::complete()
 {
-    m_contents.changeCount = m_state.changeCount();
-    if (m_state.ownContents())
+    m_read.contents.changeCount = m_state.changeCount();
+    if (m_state.ownContents()) {
         ownerChanged();
-    else
-        finish(ofTypes(std::move(m_contents), m_jobs.front().types));
+        return;
+    }
+    m_read.contents = ofTypes(std::move(m_read.contents), m_jobs.front().types);
+    finish(std::move(m_read));
 }
 
-void SelectionReader::finish(std::optional<PasteboardContents> contents)
+void SelectionReader::finish(std::optional<SelectionContents> contents)
 {
     answerFirst(std::move(contents));
     beginNext();
 }
 
-void SelectionReader::answerFirst(std::optional<PasteboardContents> contents)
+void SelectionReader::answerFirst(std::optional<SelectionContents> contents)
 {
     drop();
     const Job job = std::move(m_jobs.front());

@@ -16,7 +16,7 @@ namespace orvane {
 class SelectionReader {
 public:
     using Time = std::chrono::steady_clock::time_point;
-    using Answer = std::function<void(std::optional<PasteboardContents>)>;
+    using Answer = std::function<void(std::optional<SelectionContents>)>;
 
     /// An owner that is silent for this time doesn't answer. A picture may have to be encoded first, and most
     /// programs do that when they are asked.
@@ -68,8 +68,8 @@ private:
     void refused();
     void received(const QByteArray& bytes, std::uint8_t format);
     void receivedTargets(const QByteArray& bytes, std::uint8_t format);
-    void finish(std::optional<PasteboardContents> contents);
-    void answerFirst(std::optional<PasteboardContents> contents);
+    void finish(std::optional<SelectionContents> contents);
+    void answerFirst(std::optional<SelectionContents> contents);
     void complete();
     void drop();
     void noteProgress();
@@ -91,7 +91,7 @@ private:
     std::vector<ReadStep> m_steps;
     std::size_t m_step = beforeSteps;
     std::size_t m_alternative = 0;
-    PasteboardContents m_contents;
+    SelectionContents m_read;
     QByteArray m_pieces;
     qsizetype m_size = 0;
     Time m_silentUntil;

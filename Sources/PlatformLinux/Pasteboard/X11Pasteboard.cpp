@@ -6,6 +6,7 @@
 #include "PlatformLinux/Pasteboard/PasteboardWatches.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace orvane {
@@ -32,6 +33,35 @@ private:
     std::weak_ptr<PasteboardThread> m_thread;
     PasteboardThread::ReadId m_id = 0;
 };
+
+namespace {
+
+/// The time that the conversion of a picture may take.
+constexpr std::chrono::seconds longestConversion{10};
+
+/// Adds the picture as PNG, if it can be converted in time and is wanted until then.
+void convertPicture(SelectionContents& read, const std::function<bool()>& isUnwanted)
+{
+    const auto end = std::chrono::steady_clock::now() + longestConversion;
+    const auto isOver = [&] { return isUnwanted() || std::chrono::steady_clock::now() >= end; };
+    if (auto png = convertToPng(*std::exchange(read.picture, {}), isOver))
+        read.contents.data.insert(pasteboardType::png, *std::move(png));
+}
+
+/// Calls the completion of a read in a later turn, if the read still exists.
+void complete(RunLoop& runLoop, const std::weak_ptr<Pasteboard::Completion>& completion,
+              std::optional<PasteboardContents> contents)
+{
+    runLoop.perform([completion, contents = std::move(contents)]() mutable {
+        const auto kept = completion.lock();
+        if (!kept)
+            return;
+        if (const auto call = std::exchange(*kept, {})) // the completion may end its own read
+            call(std::move(contents));
+    });
+}
+
+} // namespace
 
 X11Pasteboard::X11Pasteboard(LogSink& log, RunLoop& runLoop)
     : m_log(log),
@@ -67,13 +97,14 @@ std::unique_ptr<PasteboardRead> X11Pasteboard::read(const QStringList& types, Co
     auto shared = std::make_shared<Completion>(std::move(completion));
     auto token = std::make_unique<Read>(shared, thread());
     auto answer = [&runLoop = m_runLoop,
-                   weak = std::weak_ptr(shared)](std::optional<PasteboardContents> contents) {
-        runLoop.perform([weak, contents = std::move(contents)]() mutable {
-            const auto kept = weak.lock();
-            if (!kept)
-                return;
-            if (const Completion call = std::exchange(*kept, {})) // the completion may end its own read
-                call(std::move(contents));
+                   weak = std::weak_ptr(shared)](std::optional<SelectionContents> read) {
+        if (!read || !read->picture) {
+            complete(runLoop, weak, read ? std::optional(std::move(read->contents)) : std::nullopt);
+            return;
+        }
+        runLoop.performDetached([&runLoop, weak, read = *std::move(read)]() mutable {
+            convertPicture(read, [&weak] { return weak.expired(); });
+            complete(runLoop, weak, std::move(read.contents));
         });
     };
     token->setId(thread()->read(types, std::move(answer)));

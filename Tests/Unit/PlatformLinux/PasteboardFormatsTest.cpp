@@ -133,47 +133,10 @@ TEST(PasteboardText, WhatIsNotUtf8IsLatin1)
     EXPECT_EQ(decodeText(QByteArray("\0", 1)), QString());
 }
 
-constexpr PictureDeadline noDeadline = PictureDeadline::max();
-
-TEST(PasteboardPicture, WhatCannotBeReadIsNone)
+TEST(PasteboardFormats, APngIsKnownByItsFirstBytes)
 {
-    EXPECT_EQ(convertToPng("", "bmp", noDeadline), std::nullopt);
-    EXPECT_EQ(convertToPng("BM not a picture", "bmp", noDeadline), std::nullopt);
+    EXPECT_TRUE(isPng("\x89PNG\r\n\x1A\n"));
     EXPECT_FALSE(isPng("BM"));
-}
-
-TEST(PasteboardPicture, OneThatIsNotDecodedByTheDeadlineIsNone)
-{
-    QImage image(400, 300, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    for (const char* format : {"bmp", "jpeg"}) {
-        QBuffer bytes;
-        bytes.open(QIODevice::WriteOnly);
-        ASSERT_TRUE(image.save(&bytes, format));
-        const auto png = convertToPng(bytes.data(), format, noDeadline);
-        ASSERT_TRUE(png) << format;
-        EXPECT_EQ(QImage::fromData(*png, "PNG").size(), image.size());
-        EXPECT_EQ(convertToPng(bytes.data(), format, std::chrono::steady_clock::now()), std::nullopt)
-            << format;
-    }
-}
-
-TEST(PasteboardPicture, OnlyTheFormatThatWasOfferedIsLookedInto)
-{
-    QImage image(4, 4, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QBuffer bmp;
-    bmp.open(QIODevice::WriteOnly);
-    ASSERT_TRUE(image.save(&bmp, "BMP"));
-    EXPECT_TRUE(convertToPng(bmp.data(), "bmp", noDeadline));
-    EXPECT_EQ(convertToPng(bmp.data(), "jpeg", noDeadline), std::nullopt);
-    const QByteArray svg = "<svg xmlns='http://www.w3.org/2000/svg' width='4' height='4'><rect width='4' "
-                           "height='4'/></svg>";
-    const QByteArray xpm = "/* XPM */\nstatic char* a[] = {\"1 1 1 1\", \"a c #000000\", \"a\"};";
-    for (const char* format : {"bmp", "jpeg"}) {
-        EXPECT_EQ(convertToPng(svg, format, noDeadline), std::nullopt) << format;
-        EXPECT_EQ(convertToPng(xpm, format, noDeadline), std::nullopt) << format;
-    }
 }
 
 } // namespace orvane::tests

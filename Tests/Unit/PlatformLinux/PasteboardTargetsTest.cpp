@@ -10,9 +10,9 @@ namespace {
 PasteboardContents contentsOf(const QByteArray& uriList)
 {
     const ReadStep step{ReadStep::Purpose::files, {}, {"text/uri-list"}};
-    PasteboardContents contents;
-    takeAnswer(contents, {pasteboardType::fileURL, pasteboardType::url}, step, "text/uri-list", uriList);
-    return contents;
+    SelectionContents read;
+    takeAnswer(read, {pasteboardType::fileURL, pasteboardType::url}, step, "text/uri-list", uriList);
+    return read.contents;
 }
 
 } // namespace
@@ -36,6 +36,20 @@ TEST(PasteboardTargets, FilesOfThisMachineAreFiles)
     const PasteboardContents contents = contentsOf("file:///a\r\nfile:///b\r\n");
     EXPECT_EQ(contents.types, QStringList{pasteboardType::fileURL});
     EXPECT_EQ(contents.fileURLs.size(), 2);
+}
+
+TEST(PasteboardTargets, APictureThatHasToBeConvertedIsNoPngYet)
+{
+    for (const auto& [target, format] : {std::pair{"image/bmp", "bmp"}, std::pair{"image/jpeg", "jpeg"}}) {
+        const auto steps = readSteps({target}, {pasteboardType::png});
+        ASSERT_EQ(steps.size(), 1);
+        SelectionContents read;
+        takeAnswer(read, {pasteboardType::png}, steps[0], target, "bytes");
+        EXPECT_TRUE(read.contents.data.isEmpty());
+        ASSERT_TRUE(read.picture);
+        EXPECT_EQ(read.picture->bytes, "bytes");
+        EXPECT_STREQ(read.picture->format, format);
+    }
 }
 
 } // namespace orvane::tests

@@ -1,9 +1,11 @@
 #include "Capabilities/ClipboardHistory/Capture/Picture.h"
 
 #include "Capabilities/ClipboardHistory/Capture/PngChunks.h"
+#include "Platform/TimedBuffer.h"
 
-#include <QBuffer>
 #include <QImageReader>
+
+#include <chrono>
 
 namespace orvane::Picture {
 
@@ -11,6 +13,8 @@ namespace {
 
 /// What a picture may take up decoded.
 constexpr int largestMegabytes = 512;
+/// The time that reading or converting one may take.
+constexpr std::chrono::seconds longestWork{10};
 
 /// Returns the reader's name of the format. Other formats aren't tried: some of them are programs rather than
 /// pictures.
@@ -23,13 +27,13 @@ QByteArray format(const QByteArray& bytes)
     return {};
 }
 
-/// Limits what it allocates.
+/// Limits what it allocates, and its time.
 class Reader {
 public:
-    explicit Reader(const QByteArray& bytes) : m_reader(&m_buffer, format(bytes))
+    Reader(const QByteArray& bytes, const IsOver& isOver)
+        : m_source(PngChunks::isPng(bytes) ? PngChunks::ofPixels(bytes) : bytes, isOver),
+          m_reader(&m_source, format(bytes))
     {
-        m_buffer.setData(PngChunks::isPng(bytes) ? PngChunks::ofPixels(bytes) : bytes);
-        m_buffer.open(QIODevice::ReadOnly);
         m_reader.setAutoDetectImageFormat(false);
         // The toolkit's own limit is lower, and one for the whole process.
         if (QImageReader::allocationLimit() < largestMegabytes)
@@ -40,27 +44,34 @@ public:
     QImage read() { return m_reader.read(); }
 
 private:
-    QBuffer m_buffer;
+    TimedBuffer m_source;
     QImageReader m_reader;
 };
 
 } // namespace
 
-std::optional<QImage> image(const QByteArray& bytes)
+IsOver defaultEnd()
 {
-    const QImage image = Reader(bytes).read();
-    return image.isNull() ? std::nullopt : std::optional(image);
+    return [end = std::chrono::steady_clock::now() + longestWork] {
+        return std::chrono::steady_clock::now() >= end;
+    };
 }
 
-std::optional<QByteArray> png(const QByteArray& bytes)
+std::optional<QImage> image(const QByteArray& bytes, const IsOver& isOver)
+{
+    const QImage image = Reader(bytes, isOver).read();
+    // A decoder that was cut off may still return what it had.
+    return image.isNull() || isOver() ? std::nullopt : std::optional(image);
+}
+
+std::optional<QByteArray> png(const QByteArray& bytes, const IsOver& isOver)
 {
     if (PngChunks::isPng(bytes))
-        return Reader(bytes).size().isValid() ? std::optional(bytes) : std::nullopt;
-    const auto decoded = image(bytes);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    const bool isWritten = decoded && decoded->save(&buffer, "PNG");
-    return isWritten ? std::optional(buffer.data()) : std::nullopt;
+        return Reader(bytes, isOver).size().isValid() ? std::optional(bytes) : std::nullopt;
+    const auto decoded = image(bytes, isOver);
+    TimedBuffer target(isOver);
+    const bool isWritten = decoded && decoded->save(&target, "PNG") && !isOver();
+    return isWritten ? std::optional(target.bytes()) : std::nullopt;
 }
 
 } // namespace orvane::Picture

@@ -4,15 +4,21 @@
 #include <QByteArray>
 #include <QImage>
 
+#include <functional>
 #include <optional>
 
 namespace orvane::Picture {
 
-/// Returns nothing for data that can't be read, or would take more memory than a picture may.
-std::optional<QImage> image(const QByteArray& bytes);
+/// Asked again and again during the work, which ends with nothing once it's true.
+using IsOver = std::function<bool()>;
+/// True ten seconds after this call.
+[[nodiscard]] IsOver defaultEnd();
+
+/// Returns nothing for data that can't be read, or would take more memory or time than a picture may.
+std::optional<QImage> image(const QByteArray& bytes, const IsOver& isOver = defaultEnd());
 
 /// Returns the picture as PNG. One that is a PNG already is returned unchanged, even if it is damaged further
 /// on.
-std::optional<QByteArray> png(const QByteArray& bytes);
+std::optional<QByteArray> png(const QByteArray& bytes, const IsOver& isOver = defaultEnd());
 
 } // namespace orvane::Picture

@@ -65,6 +65,33 @@ TEST(PngChunks, NoLengthIsTooShort)
         EXPECT_LE(PngChunks::ofPixels(png.first(length)).size(), std::max<qsizetype>(length, 8)) << length;
 }
 
+TEST(Picture, WhereverItsTimeEndsItGivesNothing)
+{
+    for (const char* format : {"PNG", "TIFF"}) {
+        const QByteArray bytes = picture(format);
+        int questions = 0;
+        const auto count = [&questions] {
+            ++questions;
+            return false;
+        };
+        ASSERT_TRUE(Picture::image(bytes, count));
+        for (int end = 0; end < questions; ++end) {
+            int asked = 0;
+            EXPECT_EQ(Picture::image(bytes, [&] { return asked++ >= end; }), std::nullopt) << format << end;
+        }
+    }
+    const QByteArray tiff = picture("TIFF");
+    int questions = 0;
+    ASSERT_TRUE(Picture::png(tiff, [&questions] {
+        ++questions;
+        return false;
+    }));
+    for (int end = 0; end < questions; ++end) {
+        int asked = 0;
+        EXPECT_EQ(Picture::png(tiff, [&] { return asked++ >= end; }), std::nullopt) << end;
+    }
+}
+
 TEST(Picture, OneAboveTheToolkitsOwnLimitIsRead)
 {
     QImage large(6000, 6000, QImage::Format_RGB32); // 137 MiB
