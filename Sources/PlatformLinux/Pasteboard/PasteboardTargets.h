@@ -29,8 +29,11 @@ struct SelectionContents {
     std::optional<ForeignPicture> picture = {};
 };
 
-/// Returns the types that an owner's targets stand for, except those that only its answers show: files, links
-/// in a list of URLs, and the mark of a secret.
+/// Returns the targets that mark a copy as private. They count wherever they stand among the others.
+std::vector<TargetName> privacyMarks();
+
+/// Returns the types that an owner's targets stand for, except those that only its answers show: files, and
+/// links in a list of URLs. The mark of a password manager counts until its answer says otherwise.
 QStringList typesOfTargets(const QList<TargetName>& targets);
 
 /// Returns what has to be fetched for these types.

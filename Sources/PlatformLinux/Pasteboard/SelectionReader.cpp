@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* targetsTarget = "TARGETS";
 /// More than any program offers; an endless list would mean endless names.
-constexpr std::size_t mostTargets = 512;
+constexpr std::ptrdiff_t mostTargets = 512;
 
 /// Returns the size that an owner announces before it sends piece by piece; more may come.
 qsizetype announcedSize(const QByteArray& bytes)
@@ -186,12 +186,28 @@ void SelectionReader::receivedTargets(const QByteArray& bytes, std::uint8_t form
         refused();
         return;
     }
-    std::vector<xcb_atom_t> atoms(std::min(static_cast<std::size_t>(bytes.size()) / 4, mostTargets));
+    std::vector<xcb_atom_t> atoms(static_cast<std::size_t>(bytes.size()) / 4);
     std::copy_n(bytes.constData(), atoms.size() * 4, reinterpret_cast<char*>(atoms.data()));
+    atoms = withoutTooMany(std::move(atoms));
     const QList<TargetName> targets = m_connection.names(atoms.data(), atoms.size());
     m_read.contents.types = typesOfTargets(targets);
     m_steps = readSteps(targets, m_jobs.front().types);
     nextStep();
+}
+
+/// Returns the first targets, and those of the others that mark a copy as private.
+std::vector<xcb_atom_t> SelectionReader::withoutTooMany(std::vector<xcb_atom_t> atoms)
+{
+    if (std::ssize(atoms) <= mostTargets)
+        return atoms;
+    const auto firstLeftOut = atoms.begin() + mostTargets;
+    std::vector<xcb_atom_t> kept(atoms.begin(), firstLeftOut);
+    for (const TargetName& mark : privacyMarks()) {
+        const xcb_atom_t atom = m_connection.atom(mark);
+        if (std::find(firstLeftOut, atoms.end(), atom) != atoms.end())
+            kept.push_back(atom);
+    }
+    return kept;
 }
 
 void SelectionReader::nextStep()

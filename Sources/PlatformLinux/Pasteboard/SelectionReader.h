@@ -68,6 +68,7 @@ private:
     void refused();
     void received(const QByteArray& bytes, std::uint8_t format);
     void receivedTargets(const QByteArray& bytes, std::uint8_t format);
+    [[nodiscard]] std::vector<xcb_atom_t> withoutTooMany(std::vector<xcb_atom_t> atoms);
     void finish(std::optional<SelectionContents> contents);
     void answerFirst(std::optional<SelectionContents> contents);
     void complete();

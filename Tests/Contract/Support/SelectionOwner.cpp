@@ -118,7 +118,7 @@ void SelectionOwner::run(Client& client)
                                 XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(atoms.size()), atoms.data());
         } else if (m_manner == Manner::onlyTargets) {
             return;
-        } else if (!m_data.contains(target)) {
+        } else if (!m_data.contains(target) || m_manner == Manner::refusesData) {
             client.notify(event, XCB_ATOM_NONE);
             return;
         } else if (m_manner == Manner::whole || m_manner == Manner::withoutTargets) {

@@ -17,6 +17,7 @@ public:
         pieces,         // gives all but the targets piece by piece
         silent,         // answers nothing
         onlyTargets,    // answers with its targets and nothing more
+        refusesData,    // gives its targets and refuses everything else
         stopsMidway,    // gives the first piece and no more
         diesMidway,     // gives the first piece and ends
         takesItBack,    // deletes what it has given before it announces it

@@ -38,6 +38,19 @@ TEST(PasteboardTargets, FilesOfThisMachineAreFiles)
     EXPECT_EQ(contents.fileURLs.size(), 2);
 }
 
+TEST(PasteboardTargets, FilesOfThisMachineAmongRemoteOnesAreLinksLikeThem)
+{
+    const PasteboardContents contents = contentsOf("file:///a%20b\r\nsftp://host/c\r\n");
+    EXPECT_EQ(contents.types, QStringList{pasteboardType::url});
+    EXPECT_EQ(contents.stringForType(pasteboardType::url), QStringLiteral("file:///a%20b\nsftp://host/c"));
+    EXPECT_TRUE(contents.fileURLs.isEmpty());
+}
+
+TEST(PasteboardTargets, AListWithoutAddressesIsNothing)
+{
+    EXPECT_TRUE(contentsOf("# a comment\r\n").types.isEmpty());
+}
+
 TEST(PasteboardTargets, APictureThatHasToBeConvertedIsNoPngYet)
 {
     for (const auto& [target, format] : {std::pair{"image/bmp", "bmp"}, std::pair{"image/jpeg", "jpeg"}}) {
