@@ -48,7 +48,17 @@ public:
 
 class StatusBar {
 public:
+    /// The part of the desktop where items are seen. It is unknown before the first item has looked for it.
+    enum class Area { unknown, absent, present };
+
     virtual ~StatusBar() = default;
+
+    [[nodiscard]] virtual Area area() const = 0;
+    /// Posted on the default notification centre when area() has changed.
+    static QString areaDidChangeNotification()
+    {
+        return QStringLiteral("net.lindenrow.orvane.statusAreaDidChange");
+    }
     /// Makes an item `length` points wide, or of one of the two special lengths.
     [[nodiscard]] virtual std::unique_ptr<StatusItem> makeStatusItem(double length) = 0;
 };

@@ -1,59 +1,15 @@
 // Menus of the program while they are open: in its own windows, and drawn by the panel of the private
 // desktop.
-#include "Contract/EventMonitorsFixture.h"
-#include "Contract/EventTapSupport.h"
-#include "Desktop/Support/Bus.h"
-#include "Desktop/Support/Screen.h"
-#include "Platform/Menu.h"
+#include "Contract/PanelMenuFixture.h"
 #include "PlatformLinux/Menus/TrayMenuView.h"
-#include "PlatformLinux/Tray/LinuxStatusBar.h"
-#include "PlatformLinux/Tray/StatusNotifierNames.h"
 
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCall>
-#include <QDBusVariant>
 #include <QDeadlineTimer>
 #include <QMenu>
-#include <QPainter>
-
-#include <utility>
 
 namespace orvane::tests {
 namespace {
-
-class MenuTrackingTest : public EventMonitorsFixture {
-protected:
-    MenuTrackingTest()
-    {
-        begin = center.addObserver(Menu::didBeginTrackingNotification(),
-                                   [this](const Notification&) { posted.append(QStringLiteral("begin")); });
-        end = center.addObserver(Menu::didEndTrackingNotification(),
-                                 [this](const Notification&) { posted.append(QStringLiteral("end")); });
-    }
-
-    bool hasPosted(const QStringList& all)
-    {
-        return eventually(deadline, [&] { return posted.size() >= all.size(); }) && posted == all;
-    }
-
-    const QString began = QStringLiteral("begin");
-    const QString ended = QStringLiteral("end");
-    QStringList posted;
-    std::unique_ptr<NotificationCenter::Token> begin;
-    std::unique_ptr<NotificationCenter::Token> end;
-};
-
-MenuItem choice(
-    const QString& title, MenuItem::Action action = [](const MenuItem&) {})
-{
-    MenuItem item;
-    item.title = title;
-    item.action = std::move(action);
-    return item;
-}
 
 TEST_F(MenuTrackingTest, AMenuOfAWindowIsTrackedFromItsOpeningToItsClosingAndItsSubmenusAreNot)
 {
@@ -111,101 +67,6 @@ TEST_F(MenuTrackingTest, AStatusMenuInAWindowOfTheProgramIsTracked)
     view.close();
     EXPECT_EQ(posted, (QStringList{began, ended}));
 }
-
-/// A status item of this process in the real panel, which draws its menu.
-class PanelMenuTest : public MenuTrackingTest {
-protected:
-    PanelMenuTest()
-    {
-        item->setAutosaveName(QStringLiteral("net.lindenrow.orvane.test"));
-        TemplateImage dot;
-        dot.size = QSizeF(18, 18);
-        dot.draw = [](QPainter& painter, const QRectF& rect) { painter.fillRect(rect, Qt::black); };
-        item->setImage(dot);
-        item->setMenu([this] {
-            ++timesAsked;
-            const auto note = [this](const MenuItem& sender) { chosen.append(sender.title); };
-            MenuItem more;
-            more.title = QStringLiteral("More");
-            more.submenu = std::make_shared<Menu>(Menu{{}, {choice(QStringLiteral("Inner"), note)}});
-            return Menu{{}, {choice(QStringLiteral("One"), note), choice(QStringLiteral("Two"), note), more}};
-        });
-        EXPECT_TRUE(eventually(deadline, [this] { return timesAsked > 0 && isDrawn(); }));
-    }
-
-    ~PanelMenuTest() override
-    {
-        item.reset();
-        EXPECT_TRUE(eventually(deadline, [] { return service().isEmpty(); }));
-    }
-
-    /// Returns where this process's item is registered; empty while it isn't. The item itself isn't asked,
-    /// since it couldn't answer.
-    static QString service()
-    {
-        const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
-        const QStringList all = property(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
-                                         QStringLiteral("RegisteredStatusNotifierItems"))
-                                    .toStringList();
-        const QString own =
-            QStringLiteral("org.kde.StatusNotifierItem-%1-").arg(QCoreApplication::applicationPid());
-        for (const QString& name : all) {
-            if (name.startsWith(own))
-                return name.section(u'/', 0, 0);
-        }
-        return {};
-    }
-
-    /// Returns the item's place in the panel, where it is the only one.
-    [[nodiscard]] std::optional<QRect> place() const
-    {
-        if (service().isEmpty())
-            return std::nullopt;
-        const qint64 panel = processOnSessionBus(QStringLiteral("org.kde.StatusNotifierWatcher"));
-        for (const ScreenWindow& window : screen.windowsOf(panel)) {
-            const bool isArea = window.type != WindowType::menu && window.parent != screen.root();
-            if (isArea && std::abs(window.geometry.width() - window.geometry.height()) <= 2)
-                return window.geometry;
-        }
-        return std::nullopt;
-    }
-
-    [[nodiscard]] bool isDrawn() const
-    {
-        const auto at = place();
-        const QImage picture = at ? screen.picture(*at) : QImage();
-        return !picture.isNull() && picture.pixel(picture.rect().center()) != picture.pixel(0, 0);
-    }
-
-    /// A click on an item that the panel is still setting up is lost; then it clicks once more.
-    bool openByClick()
-    {
-        const qsizetype before = posted.size();
-        for (int clicks = 0; clicks < 5 && posted.size() == before; ++clicks) {
-            const auto at = place();
-            if (at)
-                hardware.click(at->center());
-            (void)eventually(2s, [&] { return posted.size() != before; });
-        }
-        return posted.size() == before + 1 && menus.place() == MenuTracking::Place::desktop;
-    }
-
-    /// Adds a monitor that takes the letter C and records what it saw.
-    std::unique_ptr<EventMonitor> takeC()
-    {
-        return monitors.addMenuTrackingMonitor(keyEvents, [this](const MonitoredEvent& event) {
-            seen.push_back(event.event);
-            return event.event.keycode == 8 ? Disposition::swallow : Disposition::pass;
-        });
-    }
-
-    LinuxStatusBar bar{log, &menus};
-    std::unique_ptr<StatusItem> item = bar.makeStatusItem(StatusItem::squareLength);
-    Screen screen;
-    int timesAsked = 0;
-    QStringList chosen;
-    std::vector<Event> seen;
-};
 
 TEST_F(PanelMenuTest, TheMenuThatThePanelDrawsIsTrackedFromItsOpeningToItsClosing)
 {
@@ -316,86 +177,6 @@ TEST_F(PanelMenuTest, AnItemThatGoesWhileItsMenuIsOpenEndsTheTracking)
     item.reset();
     EXPECT_TRUE(hasPosted({began, ended}));
     hardware.tap("Escape");
-}
-
-/// A host on a bus connection of its own that reports its menus and has no window.
-class TellingHost {
-public:
-    explicit TellingHost(QString service)
-        : m_service(std::move(service)),
-          m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("telling host")))
-    {
-    }
-    ~TellingHost() { leave(); }
-
-    void tell(const QString& event)
-    {
-        auto message = call(QStringLiteral("Event"));
-        message << 0 << event << QVariant::fromValue(QDBusVariant(0)) << 0u;
-        m_bus.asyncCall(message);
-    }
-
-    void tellAboutToShow()
-    {
-        auto message = call(QStringLiteral("AboutToShow"));
-        message << 0;
-        const QDBusPendingCall pending = m_bus.asyncCall(message);
-        EXPECT_TRUE(eventually(std::chrono::seconds(10), [&] { return pending.isFinished(); }));
-    }
-
-    void leave()
-    {
-        m_bus = QDBusConnection(QString());
-        QDBusConnection::disconnectFromBus(QStringLiteral("telling host"));
-    }
-
-private:
-    [[nodiscard]] QDBusMessage call(const QString& method) const
-    {
-        return QDBusMessage::createMethodCall(m_service, sni::menuPath,
-                                              QStringLiteral("com.canonical.dbusmenu"), method);
-    }
-
-    QString m_service;
-    QDBusConnection m_bus;
-};
-
-class TellingHostTest : public PanelMenuTest {
-protected:
-    TellingHost host{service()};
-};
-
-TEST_F(TellingHostTest, AHostThatTellsOfOpeningAndClosingIsBelieved)
-{
-    host.tell(QStringLiteral("opened"));
-    EXPECT_TRUE(hasPosted({began}));
-    host.tell(QStringLiteral("closed"));
-    EXPECT_TRUE(hasPosted({began, ended}));
-}
-
-TEST_F(TellingHostTest, AHostThatLeavesWithoutAWordHasClosedTheMenu)
-{
-    host.tell(QStringLiteral("opened"));
-    EXPECT_TRUE(hasPosted({began}));
-    host.leave();
-    EXPECT_TRUE(hasPosted({began, ended}));
-}
-
-TEST_F(TellingHostTest, AChoiceEndsTheMenuOfAHostWithoutWindows)
-{
-    host.tell(QStringLiteral("opened"));
-    EXPECT_TRUE(hasPosted({began}));
-    host.tell(QStringLiteral("clicked"));
-    EXPECT_TRUE(hasPosted({began, ended}));
-}
-
-TEST_F(TellingHostTest, ALookAtTheMenuIsNoOpening)
-{
-    host.tellAboutToShow();
-    ASSERT_TRUE(openByClick());
-    EXPECT_EQ(posted, QStringList{began});
-    hardware.tap("Escape");
-    EXPECT_TRUE(hasPosted({began, ended}));
 }
 
 } // namespace

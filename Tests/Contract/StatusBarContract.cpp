@@ -1,5 +1,6 @@
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeStatusBar.h"
+#include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Tray/DBusMenuTypes.h"
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
 #include "PlatformLinux/Tray/StatusNotifierTypes.h"
@@ -29,6 +30,8 @@ constexpr auto deadline = 10s;
 class Desk {
 public:
     virtual ~Desk() = default;
+    /// Returns how often a change of the area was told.
+    [[nodiscard]] int areaChanges() const { return m_areaChanges; }
     virtual StatusBar& bar() = 0;
     /// Returns how many items the desktop shows.
     virtual std::size_t shown() = 0;
@@ -39,6 +42,14 @@ public:
     virtual QStringList menuTitles() = 0;
     /// Chooses from that menu.
     virtual void choose(const QString& title) = 0;
+
+protected:
+    NotificationCenter m_center;
+
+private:
+    int m_areaChanges = 0;
+    std::unique_ptr<NotificationCenter::Token> m_observer = m_center.addObserver(
+        StatusBar::areaDidChangeNotification(), [this](const Notification&) { ++m_areaChanges; });
 };
 
 class FakeDesk : public Desk {
@@ -70,7 +81,7 @@ public:
     void choose(const QString& title) override { (void)orvane::choose(m_menu, title); }
 
 private:
-    FakeStatusBar m_bar;
+    FakeStatusBar m_bar{&m_center};
     Menu m_menu;
 };
 
@@ -179,7 +190,7 @@ private:
     const QString m_item = u"org.kde.StatusNotifierItem"_qs;
     const QString m_menu = u"com.canonical.dbusmenu"_qs;
     FakeLogSink m_log;
-    LinuxStatusBar m_bar{m_log};
+    LinuxStatusBar m_bar{m_log, m_center};
     std::size_t m_index = 0;
     DBusMenuLayoutItem m_layout;
 };
@@ -237,6 +248,14 @@ TEST_P(StatusBarContract, AnItemStandsThereForAsLongAsItsObjectLives)
     auto second = makeShown();
     second.reset();
     EXPECT_TRUE(eventually(deadline, [this] { return desk().shown() == 1; }));
+}
+
+TEST_P(StatusBarContract, TheAreaIsUnknownBeforeTheFirstItemAndThenPresent)
+{
+    EXPECT_EQ(desk().bar().area(), StatusBar::Area::unknown);
+    const auto item = makeShown();
+    EXPECT_EQ(desk().bar().area(), StatusBar::Area::present);
+    EXPECT_LE(desk().areaChanges(), 1);
 }
 
 TEST_P(StatusBarContract, ALeftClickCallsTheActionWithItsKind)

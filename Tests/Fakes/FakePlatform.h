@@ -72,12 +72,12 @@ public:
     FakePasteboard generalPasteboard{runLoop};
     FakeSound sound;
     FakeDefaultsStore defaults;
-    FakeStatusBar statusBar;
     FakeWorkspace workspace;
     NotificationCenter notificationCenter;
     FakeInputSources inputSources{notificationCenter};
     FakePanels panels{notificationCenter};
     FakePermissions permissions{&notificationCenter};
+    FakeStatusBar statusBar{&notificationCenter};
     FakeScreens screens{notificationCenter};
     FakeWindowDrags windowDrags{accessibility, eventMonitors};
 

@@ -1,8 +1,10 @@
 // A status bar whose items are clicked by the test and whose opened menus can be read and chosen from.
 #pragma once
 
+#include "Platform/NotificationCenter.h"
 #include "Platform/StatusBar.h"
 
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -40,6 +42,17 @@ private:
 
 class FakeStatusBar : public StatusBar {
 public:
+    /// `center` is told of changes; it may be null.
+    explicit FakeStatusBar(NotificationCenter* center = nullptr) : m_center(center) {}
+
+    [[nodiscard]] Area area() const override { return items.empty() ? Area::unknown : m_area; }
+    /// Acts as a panel that comes or goes.
+    void setArea(Area area)
+    {
+        if (std::exchange(m_area, area) != area && m_center)
+            m_center->post(areaDidChangeNotification());
+    }
+
     std::unique_ptr<StatusItem> makeStatusItem(double length) override
     {
         onMake();
@@ -50,6 +63,10 @@ public:
     std::vector<FakeStatusItem*> items;
     /// Called before each item is made.
     std::function<void()> onMake = [] {};
+
+private:
+    NotificationCenter* m_center;
+    Area m_area = Area::present;
 };
 
 /// Chooses an item of a menu as a user would; false when it can't be chosen.

@@ -79,6 +79,10 @@ void SessionBusLink::opened(const std::shared_ptr<Opening>& opening)
         return;
     }
     m_bus.emplace(opening->name);
+    // A bus closes the connection of a program that sends it too much, and all when it ends.
+    m_bus->connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                   QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                   SIGNAL(lost()));
     Q_EMIT ready();
 }
 

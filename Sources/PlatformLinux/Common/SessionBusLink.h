@@ -16,7 +16,7 @@ public:
     explicit SessionBusLink(QObject* parent = nullptr);
     ~SessionBusLink() override;
 
-    /// Leads later to exactly one of the two signals.
+    /// Leads later to ready() or failed().
     void open();
     /// May be called only after ready().
     [[nodiscard]] QDBusConnection& bus() { return *m_bus; }
@@ -26,6 +26,8 @@ Q_SIGNALS:
     void ready();
     /// Emitted when there is no session bus or it refused.
     void failed();
+    /// Emitted when the bus has closed the connection. It doesn't come back by itself.
+    void lost();
 
 private:
     struct Opening;

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QPointer>
+#include <QSet>
 
 #include <utility>
 
@@ -30,6 +31,8 @@ void DBusMenuExporter::invalidate()
 
 DBusMenuExporter::Rebuilt DBusMenuExporter::rebuild()
 {
+    if (!mayCost(m_rebuilds))
+        return Rebuilt::same;
     const QPointer<DBusMenuExporter> self(this);
     const Menu menu = m_source();
     if (!self)
@@ -82,6 +85,8 @@ void DBusMenuExporter::announceProperties(const DBusMenuLayout& before)
 uint DBusMenuExporter::GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
                                  DBusMenuLayoutItem& layout)
 {
+    if (!isWithin(propertyNames.size(), mostNames))
+        return m_revision;
     const QPointer<DBusMenuExporter> self(this);
     if (parentId == 0 && !std::exchange(m_awaited, false)) {
         rebuild();
@@ -100,9 +105,15 @@ DBusMenuItemPropertiesList DBusMenuExporter::GetGroupProperties(const QList<int>
                                                                 const QStringList& propertyNames)
 {
     DBusMenuItemPropertiesList list;
+    if (!isWithin(ids.size(), mostItems) || !isWithin(propertyNames.size(), mostNames))
+        return list;
+    QSet<int> answered;
     const auto add = [&](int id) {
-        if (const auto* node = m_layout.node(id))
+        const auto* node = m_layout.node(id);
+        if (node && !answered.contains(id)) {
+            answered.insert(id);
             list.append({id, chosenProperties(node->properties, propertyNames)});
+        }
     };
     if (ids.isEmpty()) {
         add(0);
@@ -155,7 +166,7 @@ bool DBusMenuExporter::choose(int id, const QString& eventId)
     tellOfEvent(id, eventId);
     const MenuItem& item = node->item;
     if (eventId != QLatin1String("clicked") || !item.action || !item.enabled || item.view ||
-        item.kind != MenuItem::Kind::item)
+        item.kind != MenuItem::Kind::item || !mayCost(m_choices))
         return true;
     QMetaObject::invokeMethod(
         this, [item] { item.action(item); }, Qt::QueuedConnection);
@@ -171,6 +182,8 @@ void DBusMenuExporter::Event(int id, const QString& eventId, const QDBusVariant&
 QList<int> DBusMenuExporter::EventGroup(const DBusMenuEventList& events)
 {
     QList<int> unknown;
+    if (!isWithin(events.size(), mostEvents))
+        return unknown;
     for (const DBusMenuEvent& one : events) {
         if (!choose(one.id, one.eventId))
             unknown.append(one.id);
@@ -205,13 +218,31 @@ bool DBusMenuExporter::AboutToShow(int id)
 QList<int> DBusMenuExporter::AboutToShowGroup(const QList<int>& ids, QList<int>& idErrors)
 {
     QList<int> needUpdate;
-    for (const int id : ids) {
+    if (!isWithin(ids.size(), mostItems))
+        return needUpdate;
+    for (const int id : QSet<int>(ids.begin(), ids.end())) {
         if (!m_layout.node(id))
             idErrors.append(id);
         else if (AboutToShow(id))
             needUpdate.append(id);
     }
     return needUpdate;
+}
+
+bool DBusMenuExporter::isWithin(qsizetype length, qsizetype most)
+{
+    if (length <= most)
+        return true;
+    if (calledFromDBus())
+        sendErrorReply(QDBusError::LimitsExceeded,
+                       QStringLiteral("A list of %1 is too long: there may be %2").arg(length).arg(most));
+    return false;
+}
+
+/// Calls of this process aren't counted: it means them.
+bool DBusMenuExporter::mayCost(CallBudget& budget)
+{
+    return !calledFromDBus() || budget.spend(std::chrono::steady_clock::now());
 }
 
 void DBusMenuExporter::refuseId(int id)

@@ -1,12 +1,18 @@
 // A menu as a com.canonical.dbusmenu object (version 3); a source gives its content at each opening. Main
 // thread. The operations can be called without a bus too.
+//
+// Any program on the bus can call it, so each call is bounded: lists that no host would send are refused, an
+// item that is named twice is answered once, and calls over the bus make the menu anew, or choose from it,
+// only some times in a second. Nobody can ask for more than the menu has.
 #pragma once
 
+#include "PlatformLinux/Common/CallBudget.h"
 #include "PlatformLinux/Tray/DBusMenuLayout.h"
 
 #include <QDBusContext>
 #include <QObject>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -22,6 +28,11 @@ class DBusMenuExporter : public QObject, protected QDBusContext {
 
 public:
     using Source = std::function<Menu()>;
+
+    /// The longest lists that a call may have.
+    static constexpr qsizetype mostItems = 1000;
+    static constexpr qsizetype mostNames = 64;
+    static constexpr qsizetype mostEvents = 64;
 
     explicit DBusMenuExporter(Source source, QObject* parent = nullptr);
 
@@ -68,6 +79,9 @@ private:
     [[nodiscard]] QString host() const;
     void tellOfEvent(int id, const QString& eventId);
     void refuseId(int id);
+    /// True if the list is short enough; refuses the call otherwise.
+    bool isWithin(qsizetype length, qsizetype most);
+    bool mayCost(CallBudget& budget);
 
     Source m_source;
     DBusMenuLayout m_layout;
@@ -77,6 +91,8 @@ private:
     uint m_revision = 1;
     /// True after AboutToShow() has rebuilt the menu and promised the host a new layout.
     bool m_awaited = false;
+    CallBudget m_rebuilds{20, std::chrono::milliseconds(50)};
+    CallBudget m_choices{20, std::chrono::milliseconds(50)};
 };
 
 } // namespace orvane

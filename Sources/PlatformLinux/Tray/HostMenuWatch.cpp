@@ -1,9 +1,9 @@
 #include "PlatformLinux/Tray/HostMenuWatch.h"
 
-#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QPointer>
 
 #include <chrono>
 #include <utility>
@@ -18,6 +18,12 @@ using namespace std::chrono_literals;
 constexpr auto openingTime = 5s;
 /// No menu is read for longer; a host without windows of its own may have forgotten to report the end.
 constexpr auto longestOpen = 60s;
+/// A status area has one connection or two. More callers at once are a flood.
+constexpr std::size_t mostUnproven = 4;
+constexpr std::size_t mostReports = 8;
+constexpr std::size_t mostStrangers = 64;
+/// A program that wasn't the status area may be it later.
+constexpr auto strangersTime = 2s;
 
 } // namespace
 
@@ -39,59 +45,100 @@ HostMenuWatch::HostMenuWatch(MenuTracking& tracking, QDBusConnection bus)
 
 HostMenuWatch::~HostMenuWatch() = default;
 
-void HostMenuWatch::aboutToShow(const QString& host)
+void HostMenuWatch::report(const QString& caller, Report what)
 {
-    if (m_menu && host == m_host)
+    const auto unproven = m_unproven.find(caller);
+    if (unproven != m_unproven.end()) {
+        if (unproven->second.size() < mostReports)
+            unproven->second.push_back(what);
         return;
-    follow(host);
+    }
+    if (caller == m_host) {
+        believe(caller, m_process, what);
+        return;
+    }
+    // These two end what the same caller has begun.
+    if (what == Report::closed || what == Report::clicked)
+        return;
+    const auto now = std::chrono::steady_clock::now();
+    std::erase_if(m_strangers, [&](const auto& stranger) { return stranger.second <= now; });
+    if (m_strangers.contains(caller) || m_strangers.size() >= mostStrangers ||
+        m_unproven.size() >= mostUnproven)
+        return;
+    m_unproven[caller] = {what};
+    askAbout(caller);
+}
+
+void HostMenuWatch::askAbout(const QString& caller)
+{
+    m_trayHosts.identify(caller, [this, caller](std::optional<std::int64_t> process) {
+        const auto reports = m_unproven.extract(caller);
+        if (!process) {
+            m_strangers[caller] = std::chrono::steady_clock::now() + strangersTime;
+            return;
+        }
+        const QPointer<HostMenuWatch> self(this); // who hears of the menu may end this object
+        for (const Report what : reports.mapped()) {
+            if (self)
+                believe(caller, *process, what);
+        }
+    });
+}
+
+void HostMenuWatch::believe(const QString& host, std::int64_t process, Report what)
+{
+    switch (what) {
+    case Report::aboutToShow:
+    case Report::opened:
+        follow(host, process);
+        what == Report::opened ? opened() : aboutToShow();
+        break;
+    case Report::closed:
+        if (host == m_host)
+            forget();
+        break;
+    case Report::clicked:
+        // Where the menu has windows, those decide: some hosts keep it open.
+        if (host == m_host && !(m_windows && m_windows->isShown()))
+            forget();
+        break;
+    }
+}
+
+void HostMenuWatch::aboutToShow()
+{
     if (!m_menu)
         m_limit.start(openingTime);
 }
 
-void HostMenuWatch::opened(const QString& host)
+void HostMenuWatch::opened()
 {
-    follow(host);
     if (m_menu)
         return;
     begin();
     m_limit.start(longestOpen);
 }
 
-void HostMenuWatch::closed(const QString& host)
-{
-    if (host == m_host)
-        forget();
-}
-
-void HostMenuWatch::clicked(const QString& host)
-{
-    // Where the menu has windows, those decide: some hosts keep it open.
-    if (host == m_host && !(m_windows && m_windows->isShown()))
-        forget();
-}
-
-void HostMenuWatch::follow(const QString& host)
+void HostMenuWatch::follow(const QString& host, std::int64_t process)
 {
     if (host == m_host)
         return;
     forget();
     m_host = host;
+    m_process = process;
     m_hosts.addWatchedService(host);
+    watchWindowsOf(process);
+    // The host may have gone before the bus was told to watch it.
     auto question = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"));
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
     question << host;
     auto* pending = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, host] {
         pending->deleteLater();
-        const QDBusPendingReply<uint> reply = *pending;
-        if (host != m_host)
-            return;
-        // The host may have gone before the bus was told to watch it.
-        if (reply.error().name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner"))
+        const QDBusPendingReply<bool> isThere = *pending;
+        if (host == m_host && isThere.isValid() && !isThere.value())
             forget();
-        else if (reply.isValid() && !m_windows)
-            watchWindowsOf(reply.value());
     });
 }
 

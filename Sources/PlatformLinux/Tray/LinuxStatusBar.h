@@ -10,21 +10,28 @@ namespace orvane {
 
 class LogSink;
 class MenuTracking;
+class NotificationCenter;
 class StatusArea;
 
 class LinuxStatusBar : public StatusBar {
 public:
-    /// Both outlive the status bar and its items; `tracking` is told of the menus that the desktop draws, and
-    /// may be null.
-    explicit LinuxStatusBar(LogSink& log, MenuTracking* tracking = nullptr);
+    /// All outlive the status bar and its items. `center` is told of the area; `tracking` is told of the
+    /// menus that the desktop draws, and may be null.
+    LinuxStatusBar(LogSink& log, NotificationCenter& center, MenuTracking* tracking = nullptr);
     ~LinuxStatusBar() override;
+
+    [[nodiscard]] Area area() const override { return m_lastArea; }
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem(double length) override;
 
 private:
+    void areaChanged();
+
     LogSink& m_log;
+    NotificationCenter& m_center;
     MenuTracking* m_tracking;
     std::shared_ptr<StatusArea> m_area;
+    Area m_lastArea = Area::unknown;
 };
 
 } // namespace orvane

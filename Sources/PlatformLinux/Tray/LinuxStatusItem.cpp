@@ -14,6 +14,12 @@ namespace orvane {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+/// The pauses before an item whose connection to the bus was lost takes its place again.
+constexpr std::chrono::milliseconds firstReturnPause = 100ms;
+constexpr std::chrono::milliseconds longestReturnPause = 60s;
+
 /// The lowest number not in use, so that an item that is made again is known to the desktop by its old name.
 class ItemNumber {
 public:
@@ -44,8 +50,11 @@ LinuxStatusItem::LinuxStatusItem(std::shared_ptr<StatusArea> area, double length
     : m_area(std::move(area)),
       m_tracking(tracking),
       m_clicks([this](const Menu& menu) { openMenu(menu); }),
-      m_menuView(std::make_unique<TrayMenuView>())
+      m_menuView(std::make_unique<TrayMenuView>()),
+      m_returnPause(firstReturnPause)
 {
+    m_return.setSingleShot(true);
+    connect(&m_return, &QTimer::timeout, this, &LinuxStatusItem::takePlace);
     m_content.number = ItemNumber::take();
     m_content.length = length;
     connect(m_area.get(), &StatusArea::changed, this, &LinuxStatusItem::takePlace);
@@ -129,15 +138,33 @@ void LinuxStatusItem::takePlace()
 
     const auto clicked = [this](const StatusItemEvent& event) { m_clicks.click(event); };
     if (kind == StatusArea::Kind::notifierHost) {
-        if (!m_notifier)
+        if (m_return.isActive())
+            return;
+        if (!m_notifier) {
             m_notifier = std::make_unique<StatusNotifierItem>(
                 m_content, m_area->tint(), clicked, [this] { return m_clicks.menuForHost(); }, m_tracking);
+            connect(m_notifier.get(), &StatusNotifierItem::lost, this, &LinuxStatusItem::notifierIsLost,
+                    Qt::QueuedConnection);
+        }
         m_notifier->registerWith(m_area->host().watcher());
     } else if (kind == StatusArea::Kind::xembedTray) {
         if (!m_window)
             m_window = std::make_unique<XEmbedTrayWindow>(m_content, m_area->tint(), clicked);
         m_window->dock(m_area->xembed().tray(), m_area->xembed().visual());
     }
+}
+
+/// Nothing but the connection has gone, so the item stands again on a new one. The pauses grow while the
+/// losses follow each other.
+void LinuxStatusItem::notifierIsLost()
+{
+    m_notifier.reset();
+    const auto now = std::chrono::steady_clock::now();
+    if (now > m_lastLoss + 2 * longestReturnPause)
+        m_returnPause = firstReturnPause;
+    m_lastLoss = now;
+    m_return.start(m_returnPause);
+    m_returnPause = std::min(m_returnPause * 2, longestReturnPause);
 }
 
 void LinuxStatusItem::openMenu(const Menu& menu)

@@ -5,7 +5,9 @@
 #include "PlatformLinux/Tray/StatusItemContent.h"
 
 #include <QObject>
+#include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 namespace orvane {
@@ -34,6 +36,7 @@ private:
     void scheduleUpdate();
     void update();
     void takePlace();
+    void notifierIsLost();
     void openMenu(const Menu& menu);
 
     std::shared_ptr<StatusArea> m_area;
@@ -45,6 +48,10 @@ private:
     std::unique_ptr<StatusNotifierItem> m_notifier;
     std::unique_ptr<XEmbedTrayWindow> m_window;
     bool m_updateScheduled = false;
+    /// Runs while an item whose connection was lost waits to be made anew.
+    QTimer m_return;
+    std::chrono::milliseconds m_returnPause;
+    std::chrono::steady_clock::time_point m_lastLoss;
 };
 
 } // namespace orvane

@@ -6,6 +6,8 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
+#include <algorithm>
+
 namespace orvane {
 
 namespace {
@@ -13,22 +15,53 @@ namespace {
 const auto daemonName = QStringLiteral("org.freedesktop.DBus");
 const auto daemonPath = QStringLiteral("/org/freedesktop/DBus");
 
+/// The pauses before a lost connection is made anew.
+constexpr std::chrono::milliseconds firstReturnPause(100);
+constexpr std::chrono::milliseconds longestReturnPause(60'000);
+
 } // namespace
 
-StatusNotifierHostWatch::StatusNotifierHostWatch(QObject* parent) : QObject(parent)
+StatusNotifierHostWatch::StatusNotifierHostWatch(QObject* parent)
+    : QObject(parent), m_returnPause(firstReturnPause)
 {
-    connect(&m_link, &SessionBusLink::ready, this, &StatusNotifierHostWatch::busReady);
-    connect(&m_link, &SessionBusLink::failed, this, [this] {
+    m_return.setSingleShot(true);
+    connect(&m_return, &QTimer::timeout, this, &StatusNotifierHostWatch::openLink);
+    openLink();
+}
+
+void StatusNotifierHostWatch::openLink()
+{
+    m_link = std::make_unique<SessionBusLink>();
+    connect(m_link.get(), &SessionBusLink::ready, this, &StatusNotifierHostWatch::busReady);
+    connect(m_link.get(), &SessionBusLink::lost, this, &StatusNotifierHostWatch::linkIsLost,
+            Qt::QueuedConnection);
+    connect(m_link.get(), &SessionBusLink::failed, this, [this] {
         m_bus = Bus::none;
+        if (m_returnPause > firstReturnPause) // there was a bus
+            tryAgainLater();
         settle(State::absent);
     });
-    m_link.open();
+    m_link->open();
+}
+
+/// The host is where it was, for all that is known: only this connection is gone.
+void StatusNotifierHostWatch::linkIsLost()
+{
+    ++m_question;
+    m_link.reset();
+    tryAgainLater();
+}
+
+void StatusNotifierHostWatch::tryAgainLater()
+{
+    m_return.start(m_returnPause);
+    m_returnPause = std::min(m_returnPause * 2, longestReturnPause);
 }
 
 void StatusNotifierHostWatch::busReady()
 {
     m_bus = Bus::open;
-    QDBusConnection& bus = m_link.bus();
+    QDBusConnection& bus = m_link->bus();
     // No sender is named: naming one makes the library look up its owner and wait for the answer.
     bus.connect(QString(), daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), {sni::watcherName},
                 QString(), this, SLOT(nameOwnerChanged(QString, QString, QString, QDBusMessage)));
@@ -43,7 +76,7 @@ void StatusNotifierHostWatch::askForWatcher()
     auto call =
         QDBusMessage::createMethodCall(daemonName, daemonPath, daemonName, QStringLiteral("GetNameOwner"));
     call << sni::watcherName;
-    auto* pending = new QDBusPendingCallWatcher(m_link.bus().asyncCall(call), this);
+    auto* pending = new QDBusPendingCallWatcher(m_link->bus().asyncCall(call), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, question = ++m_question] {
         pending->deleteLater();
         const QDBusPendingReply<QString> owner = *pending;
@@ -83,7 +116,7 @@ void StatusNotifierHostWatch::askForHost()
                                                QStringLiteral("Get"));
     call << sni::watcherInterface << QStringLiteral("IsStatusNotifierHostRegistered");
     call.setAutoStartService(false);
-    auto* pending = new QDBusPendingCallWatcher(m_link.bus().asyncCall(call), this);
+    auto* pending = new QDBusPendingCallWatcher(m_link->bus().asyncCall(call), this);
     connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, question = ++m_question] {
         pending->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *pending;

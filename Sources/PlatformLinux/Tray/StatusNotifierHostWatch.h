@@ -5,6 +5,10 @@
 #include "PlatformLinux/Common/SessionBusLink.h"
 
 #include <QDBusMessage>
+#include <QTimer>
+
+#include <chrono>
+#include <memory>
 
 class QDBusPendingCallWatcher;
 
@@ -32,13 +36,19 @@ private Q_SLOTS:
     void hostsChanged();
 
 private:
+    void openLink();
+    void linkIsLost();
+    void tryAgainLater();
     void busReady();
     void askForWatcher();
     void askForHost();
     void watcherIs(const QString& owner);
     void settle(State state);
 
-    SessionBusLink m_link;
+    std::unique_ptr<SessionBusLink> m_link;
+    /// Runs while a new connection waits to be made.
+    QTimer m_return;
+    std::chrono::milliseconds m_returnPause;
     Bus m_bus = Bus::unknown;
     State m_state = State::asking;
     QString m_watcher;

@@ -25,6 +25,8 @@ StatusNotifierItem::StatusNotifierItem(StatusItemContent content, TrayTint tint,
                  .arg(QCoreApplication::applicationPid())
                  .arg(++count);
     connect(m_link.get(), &SessionBusLink::ready, this, &StatusNotifierItem::exportItem);
+    connect(m_link.get(), &SessionBusLink::failed, this, &StatusNotifierItem::lost);
+    connect(m_link.get(), &SessionBusLink::lost, this, &StatusNotifierItem::lost);
     m_link->open();
 }
 
@@ -76,10 +78,15 @@ void StatusNotifierItem::watchHostMenu()
         return;
     m_hostMenu = std::make_unique<HostMenuWatch>(*m_tracking, m_link->bus());
     HostMenuWatch* watch = m_hostMenu.get();
-    connect(&m_menu, &DBusMenuExporter::aboutToShow, watch, &HostMenuWatch::aboutToShow);
-    connect(&m_menu, &DBusMenuExporter::opened, watch, &HostMenuWatch::opened);
-    connect(&m_menu, &DBusMenuExporter::closed, watch, &HostMenuWatch::closed);
-    connect(&m_menu, &DBusMenuExporter::clicked, watch, &HostMenuWatch::clicked);
+    using Report = HostMenuWatch::Report;
+    const auto passOn = [&](auto signal, Report what) {
+        connect(&m_menu, signal, watch,
+                [watch, what](const QString& caller) { watch->report(caller, what); });
+    };
+    passOn(&DBusMenuExporter::aboutToShow, Report::aboutToShow);
+    passOn(&DBusMenuExporter::opened, Report::opened);
+    passOn(&DBusMenuExporter::closed, Report::closed);
+    passOn(&DBusMenuExporter::clicked, Report::clicked);
 }
 
 void StatusNotifierItem::registerWith(const QString& watcher)
@@ -123,8 +130,10 @@ void StatusNotifierItem::setContent(const StatusItemContent& content)
     const bool imageChanged = before.imageRevision != content.imageRevision;
     const bool toolTipChanged = before.toolTip != content.toolTip;
     const bool menuChanged = before.menuAttached != content.menuAttached;
-    if (imageChanged)
+    if (imageChanged) {
+        forgetPictures();
         Q_EMIT NewIcon();
+    }
     if (toolTipChanged)
         Q_EMIT NewToolTip();
     if (before.title() != content.title())
@@ -139,6 +148,7 @@ void StatusNotifierItem::setContent(const StatusItemContent& content)
 void StatusNotifierItem::setTint(const TrayTint& tint)
 {
     m_tint = tint;
+    forgetPictures();
     Q_EMIT NewIcon();
 }
 
@@ -165,10 +175,13 @@ QString StatusNotifierItem::status() const
 
 StatusNotifierPixmapList StatusNotifierItem::iconPixmap() const
 {
-    StatusNotifierPixmapList list;
-    for (const int size : {22, 24, 32, 44, 48})
-        list.append(StatusNotifierPixmap::of(tintedForTray(m_content.image, {size, size}, m_tint)));
-    return list;
+    if (!m_pictures) {
+        m_pictures.emplace();
+        for (const int size : {22, 24, 32, 44, 48})
+            m_pictures->append(
+                StatusNotifierPixmap::of(tintedForTray(m_content.image, {size, size}, m_tint)));
+    }
+    return *m_pictures;
 }
 
 StatusNotifierToolTip StatusNotifierItem::toolTip() const
@@ -203,6 +216,8 @@ void StatusNotifierItem::Scroll(int, const QString&)
 
 void StatusNotifierItem::reportClick(StatusItemEvent::Type type)
 {
+    if (!m_clicks.spend(std::chrono::steady_clock::now()))
+        return;
     // The protocol doesn't carry the modifiers, but they are still held.
     const auto x = ApplicationLink::get();
     const auto pointer = x ? x->pointer() : std::nullopt;

@@ -2,6 +2,7 @@
 // when its connection closes, and by no other means. Main thread; never waits for the bus.
 #pragma once
 
+#include "PlatformLinux/Common/CallBudget.h"
 #include "PlatformLinux/Common/SessionBusLink.h"
 #include "PlatformLinux/Menus/TemplateTint.h"
 #include "PlatformLinux/Tray/DBusMenuExporter.h"
@@ -12,8 +13,10 @@
 #include <QDBusObjectPath>
 #include <QPointer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QDBusPendingCallWatcher;
 
@@ -83,11 +86,16 @@ Q_SIGNALS:
     Q_SCRIPTABLE void NewStatus(const QString& status);
     Q_SCRIPTABLE void NewMenu();
 
+    /// Emitted inside this process when the item has no connection to the bus, or has it no more. It stays
+    /// so: another item has to take its place.
+    void lost();
+
 private:
     void exportItem();
     void watchHostMenu();
     void registerNow();
     void reportClick(StatusItemEvent::Type type);
+    void forgetPictures() { m_pictures.reset(); }
 
     StatusItemContent m_content;
     TrayTint m_tint;
@@ -98,6 +106,10 @@ private:
     QString m_name;
     QString m_watcher;
     bool m_hasName = false;
+    /// Clicks come as fast as a hand makes them.
+    CallBudget m_clicks{20, std::chrono::milliseconds(50)};
+    /// As last drawn: any program may ask for them at any rate.
+    mutable std::optional<StatusNotifierPixmapList> m_pictures;
     /// Set while a registration is under way.
     QPointer<QDBusPendingCallWatcher> m_registration;
     /// Lives a moment longer than this object.

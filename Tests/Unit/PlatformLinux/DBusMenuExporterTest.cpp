@@ -99,6 +99,41 @@ TEST_F(DBusMenuExporterTest, WhatAHostTellsOfTheWholeMenuIsPassedOnAndOfSubmenus
     deliverQueuedCalls();
 }
 
+TEST_F(DBusMenuExporterTest, AnItemThatIsNamedManyTimesIsAnsweredOnce)
+{
+    menu.items << item(QStringLiteral("One")) << item(QStringLiteral("Two"));
+    const int one = layout().children[0].id;
+    const QList<int> ids(DBusMenuExporter::mostItems, one);
+    EXPECT_EQ(exporter.GetGroupProperties(ids, {}).size(), 1);
+    const int before = builds;
+    QList<int> unknown;
+    EXPECT_TRUE(exporter.AboutToShowGroup(QList<int>(DBusMenuExporter::mostItems, 0), unknown).isEmpty());
+    EXPECT_EQ(builds, before + 1);
+}
+
+TEST_F(DBusMenuExporterTest, AListThatNoHostWouldSendIsRefusedAsAWhole)
+{
+    menu.items << item(QStringLiteral("One"));
+    const int one = layout().children[0].id;
+    const QList<int> ids(DBusMenuExporter::mostItems + 1, one);
+    EXPECT_TRUE(exporter.GetGroupProperties(ids, {}).isEmpty());
+    const QStringList names(DBusMenuExporter::mostNames + 1, QStringLiteral("label"));
+    EXPECT_TRUE(exporter.GetGroupProperties({one}, names).isEmpty());
+    EXPECT_EQ(layout(0, -1, names).children.size(), 0u);
+    const int before = builds;
+    QList<int> unknown;
+    EXPECT_TRUE(exporter.AboutToShowGroup(ids, unknown).isEmpty());
+    EXPECT_TRUE(unknown.isEmpty());
+    EXPECT_EQ(builds, before);
+    const DBusMenuEvent event{one, QStringLiteral("clicked"), QDBusVariant(QVariant(0)), 0};
+    EXPECT_TRUE(exporter.EventGroup(DBusMenuEventList(DBusMenuExporter::mostEvents + 1, event)).isEmpty());
+    deliverQueuedCalls();
+    EXPECT_TRUE(chosen.isEmpty());
+    (void)exporter.EventGroup({event});
+    deliverQueuedCalls();
+    EXPECT_EQ(chosen, QStringList{QStringLiteral("One")});
+}
+
 TEST_F(DBusMenuExporterTest, UnderscoresAreDoubledSoThatNoneIsTakenForAMnemonic)
 {
     menu.items << item(QStringLiteral("a_b__c & d"));
