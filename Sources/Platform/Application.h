@@ -26,8 +26,12 @@ public:
         accessory, // doesn't, but may have windows and menus
     };
 
+    /// Who started this process: the session by itself, as at login, or a person by any other way.
+    enum class StartedBy { person, session };
+
     virtual ~Application() = default;
 
+    [[nodiscard]] virtual StartedBy startedBy() const = 0;
     /// The delegate must outlive the application's run.
     virtual void setDelegate(ApplicationDelegate* delegate) = 0;
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;

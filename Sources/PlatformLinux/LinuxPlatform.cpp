@@ -4,6 +4,7 @@
 #include "PlatformLinux/Accessibility/X11Accessibility.h"
 #include "PlatformLinux/Appearance/DesktopAppearance.h"
 #include "PlatformLinux/Defaults/JsonDefaultsStore.h"
+#include "PlatformLinux/Defaults/SavingAtExit.h"
 #include "PlatformLinux/EventMonitors/X11EventMonitors.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 #include "PlatformLinux/Files/AutostartLoginItem.h"
@@ -52,6 +53,7 @@ struct LinuxPlatform::Process {
 struct LinuxPlatform::Services {
     explicit Services(Process& theProcess) : process(theProcess)
     {
+        loginItem.renew();
         eventTaps.onPost = [this](std::uint32_t keyCode, std::uint32_t modifiers) {
             hotKeys.giveWayTo(keyCode, modifiers);
         };
@@ -65,12 +67,13 @@ struct LinuxPlatform::Services {
     ProgramBundle bundle;
     XdgFileManager fileManager;
     JsonDefaultsStore defaults{JsonDefaultsStore::standardPath(), log};
+    SavingAtExit savingAtExit{defaults};
     AutostartLoginItem loginItem;
     LogindPowerAssertions powerAssertions{log};
     LinuxWorkspace workspace{log, process.singleInstance};
     NotificationCenter notificationCenter;
     MenuTracking menuTracking{notificationCenter};
-    LinuxStatusBar statusBar{log, &menuTracking};
+    LinuxStatusBar statusBar{log, notificationCenter, &menuTracking};
     ServerKeymap keymap;
     DesktopShortcuts desktopShortcuts{keymap};
     X11HotKeys hotKeys{log, desktopShortcuts};
@@ -117,11 +120,13 @@ std::optional<int> LinuxPlatform::handOver()
 {
     QtApplication& application = m_process->application;
     Succession::awaitPredecessor(longestFarewell, m_process->log);
-    switch (m_process->singleInstance.claim([&application] { application.reopen(); })) {
+    switch (
+        m_process->singleInstance.claim(application.startedBy(), [&application] { application.reopen(); })) {
     case SingleInstance::Claim::claimed:
     case SingleInstance::Claim::unavailable:
         break;
     case SingleInstance::Claim::handedOver:
+    case SingleInstance::Claim::leftAlone:
         return 0;
     case SingleInstance::Claim::unanswered:
         return 1;
@@ -139,6 +144,8 @@ Platform& LinuxPlatform::platform()
 int LinuxPlatform::run()
 {
     const int status = m_process->application.run();
+    if (m_services)
+        m_services->permissions.giveUpWaiting();
     // Work on the pool may use the platform, and files that it writes have to be complete.
     QThreadPool::globalInstance()->waitForDone();
     return status;

@@ -4,8 +4,13 @@
 #include "Support/Eventually.h"
 
 #include <QDBusConnectionInterface>
+#include <QDBusReply>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <atomic>
+#include <csignal>
+#include <thread>
 
 #include <gmock/gmock.h>
 
@@ -76,6 +81,33 @@ TEST(FileManagerAutomation, OneThatFailsToStartIsNotThere)
     ASSERT_EQ(automation.status(), Permissions::noErr);
     EXPECT_EQ(automation.askAndStart(), Permissions::procNotFound);
     EXPECT_EQ(automation.status(), Permissions::procNotFound);
+}
+
+TEST(FileManagerAutomation, AQuestionToOneThatHangsIsGivenUpAtOnce)
+{
+    PrivateBus bus(
+        {}, {{fileManager,
+              QStringLiteral("/usr/bin/python3 -m dbusmock --session %1 /org/freedesktop/FileManager1 %1")
+                  .arg(fileManager)}});
+    FileManagerAutomation automation(bus.connection());
+    ASSERT_EQ(automation.askAndStart(), Permissions::noErr);
+    const QDBusReply<uint> process = bus.connection().interface()->servicePid(fileManager);
+    ASSERT_TRUE(process.isValid());
+    const auto hung = static_cast<pid_t>(process.value());
+    ASSERT_EQ(::kill(hung, SIGSTOP), 0);
+
+    std::atomic<Permissions::OSStatus> answer = Permissions::noErr;
+    std::atomic_bool hasEnded = false;
+    std::thread asking([&] {
+        answer = automation.askAndStart();
+        hasEnded = true;
+    });
+    automation.giveUp();
+    EXPECT_TRUE(eventually(5s, [&] { return hasEnded.load(); }));
+    asking.join();
+    EXPECT_EQ(answer, FileManagerAutomation::errAETimeout);
+    EXPECT_EQ(automation.askAndStart(), FileManagerAutomation::errAETimeout) << "nobody waits from then on";
+    ::kill(hung, SIGKILL);
 }
 
 TEST(FileManagerAutomation, WithoutASessionBusItIsNotThere)

@@ -15,16 +15,19 @@ namespace orvane::tests {
 namespace {
 
 constexpr auto deadline = 15s;
+constexpr auto person = Application::StartedBy::person;
 
 /// A further start of the program, up to its claim.
 class FurtherStart {
 public:
-    FurtherStart()
+    explicit FurtherStart(Application::StartedBy starter = person)
     {
         m_process.setStandardErrorFile(QProcess::nullDevice());
         m_process.start(QCoreApplication::applicationFilePath(),
                         {QStringLiteral("--gtest_also_run_disabled_tests"),
-                         QStringLiteral("--gtest_filter=SingleInstancePeer.DISABLED_Claims")});
+                         starter == person
+                             ? QStringLiteral("--gtest_filter=SingleInstancePeer.DISABLED_Claims")
+                             : QStringLiteral("--gtest_filter=SingleInstancePeer.DISABLED_ClaimsAtLogin")});
         EXPECT_TRUE(m_process.waitForStarted());
     }
 
@@ -58,6 +61,8 @@ const char* textOf(SingleInstance::Claim claim)
         return "claimed";
     case SingleInstance::Claim::handedOver:
         return "handed over";
+    case SingleInstance::Claim::leftAlone:
+        return "left alone";
     case SingleInstance::Claim::unanswered:
         return "unanswered";
     case SingleInstance::Claim::unavailable:
@@ -66,24 +71,34 @@ const char* textOf(SingleInstance::Claim claim)
     return "";
 }
 
-} // namespace
-
 /// Claims, prints the result, and holds the claim until its standard input is closed.
-TEST(SingleInstancePeer, DISABLED_Claims)
+void claimAndHold(Application::StartedBy starter)
 {
     FakeLogSink log;
     SingleInstance instance(log);
-    std::printf("claim: %s\n", textOf(instance.claim([] {})));
+    std::printf("claim: %s\n", textOf(instance.claim(starter, [] {})));
     std::fflush(stdout);
     while (std::getchar() != EOF)
         continue;
+}
+
+} // namespace
+
+TEST(SingleInstancePeer, DISABLED_Claims)
+{
+    claimAndHold(person);
+}
+
+TEST(SingleInstancePeer, DISABLED_ClaimsAtLogin)
+{
+    claimAndHold(Application::StartedBy::session);
 }
 
 TEST(SingleInstanceContract, TheFirstClaimIsGranted)
 {
     FakeLogSink log;
     SingleInstance instance(log);
-    EXPECT_EQ(instance.claim([] {}), SingleInstance::Claim::claimed);
+    EXPECT_EQ(instance.claim(person, [] {}), SingleInstance::Claim::claimed);
     EXPECT_TRUE(log.entries().empty());
 }
 
@@ -92,7 +107,7 @@ TEST(SingleInstanceContract, ASecondClaimIsHandedOverToTheFirst)
     FakeLogSink log;
     SingleInstance instance(log);
     int activations = 0;
-    ASSERT_EQ(instance.claim([&] { ++activations; }), SingleInstance::Claim::claimed);
+    ASSERT_EQ(instance.claim(person, [&] { ++activations; }), SingleInstance::Claim::claimed);
     FurtherStart second;
     EXPECT_EQ(second.result(), "handed over");
     EXPECT_EQ(activations, 1);
@@ -101,12 +116,27 @@ TEST(SingleInstanceContract, ASecondClaimIsHandedOverToTheFirst)
     EXPECT_EQ(activations, 2);
 }
 
+TEST(SingleInstanceContract, AStartByTheSessionLeavesTheFirstAlone)
+{
+    FakeLogSink log;
+    SingleInstance instance(log);
+    int activations = 0;
+    ASSERT_EQ(instance.claim(Application::StartedBy::session, [&] { ++activations; }),
+              SingleInstance::Claim::claimed);
+    FurtherStart second(Application::StartedBy::session);
+    EXPECT_EQ(second.result(), "left alone");
+    EXPECT_EQ(activations, 0);
+    FurtherStart third;
+    EXPECT_EQ(third.result(), "handed over");
+    EXPECT_EQ(activations, 1);
+}
+
 TEST(SingleInstanceContract, AfterAReleaseANewOneIsGranted)
 {
     FakeLogSink log;
     SingleInstance instance(log);
     int activations = 0;
-    ASSERT_EQ(instance.claim([&] { ++activations; }), SingleInstance::Claim::claimed);
+    ASSERT_EQ(instance.claim(person, [&] { ++activations; }), SingleInstance::Claim::claimed);
     instance.release();
     FurtherStart second;
     EXPECT_EQ(second.result(), "claimed");
@@ -118,7 +148,7 @@ TEST(SingleInstanceContract, TheEndOfTheObjectReleases)
     FakeLogSink log;
     {
         SingleInstance instance(log);
-        ASSERT_EQ(instance.claim([] {}), SingleInstance::Claim::claimed);
+        ASSERT_EQ(instance.claim(person, [] {}), SingleInstance::Claim::claimed);
     }
     FurtherStart second;
     EXPECT_EQ(second.result(), "claimed");
@@ -132,7 +162,7 @@ TEST(SingleInstanceContract, AClaimOfAProcessThatHasEndedDoesNotStandInTheWay)
     }
     FakeLogSink log;
     SingleInstance instance(log);
-    EXPECT_EQ(instance.claim([] {}), SingleInstance::Claim::claimed);
+    EXPECT_EQ(instance.claim(person, [] {}), SingleInstance::Claim::claimed);
 }
 
 } // namespace orvane::tests

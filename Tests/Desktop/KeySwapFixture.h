@@ -39,7 +39,10 @@ class KeySwapFixture : public testing::Test {
 protected:
     void start(const char* mode)
     {
-        m_program = std::make_unique<Program>(Program::Start{.defaults = keySwapDefaults(mode)});
+        // As at login: on a desktop without a status area a person's start opens a window, which takes the
+        // keys.
+        m_program = std::make_unique<Program>(
+            Program::Start{.defaults = keySwapDefaults(mode), .arguments = {QStringLiteral("--at-login")}});
         ASSERT_TRUE(m_program->waitUntilReady());
         ASSERT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
     }

@@ -11,6 +11,7 @@ namespace orvane {
 
 class FakeApplication : public Application {
 public:
+    [[nodiscard]] StartedBy startedBy() const override { return starter; }
     void setDelegate(ApplicationDelegate* newDelegate) override { delegate = newDelegate; }
     void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
     [[nodiscard]] ActivationPolicy activationPolicy() const override { return policy; }
@@ -31,6 +32,7 @@ public:
     void orderFrontStandardAboutPanel() override { ++aboutPanels; }
     void terminate() override { ++terminations; }
 
+    StartedBy starter = StartedBy::person;
     ApplicationDelegate* delegate = nullptr;
     ActivationPolicy policy = ActivationPolicy::accessory;
     std::shared_ptr<Menu> menu;

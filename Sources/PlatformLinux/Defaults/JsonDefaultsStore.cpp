@@ -42,6 +42,11 @@ JsonDefaultsStore::JsonDefaultsStore(const QString& path, LogSink& log, const Pa
 
 JsonDefaultsStore::~JsonDefaultsStore()
 {
+    finish();
+}
+
+void JsonDefaultsStore::finish()
+{
     {
         const Lock lock(m_mutex);
         m_isEnding = true;

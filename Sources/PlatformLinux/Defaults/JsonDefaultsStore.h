@@ -38,6 +38,8 @@ public:
     JsonDefaultsStore(const QString& path, LogSink& log, const Pace& pace);
     /// Writes what is unsaved, and waits for that.
     ~JsonDefaultsStore() override;
+    /// Does the same before the object's end. Each later change is written at once.
+    void finish();
     JsonDefaultsStore(const JsonDefaultsStore&) = delete;
     JsonDefaultsStore& operator=(const JsonDefaultsStore&) = delete;
 

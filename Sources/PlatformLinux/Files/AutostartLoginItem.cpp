@@ -95,9 +95,9 @@ LoginItem::Status AutostartLoginItem::status() const
     return starts ? Status::enabled : Status::notFound;
 }
 
-QByteArray AutostartLoginItem::entry() const
+QByteArray AutostartLoginItem::entry(const QString& arguments) const
 {
-    const QString exec = DesktopEntry::escaped(DesktopEntry::quotedWord(m_executable));
+    const QString exec = DesktopEntry::escaped(DesktopEntry::quotedWord(m_executable)) + arguments;
     const QString text = QStringLiteral("[Desktop Entry]\n"
                                         "Type=Application\n"
                                         "Version=1.1\n"
@@ -128,11 +128,26 @@ void AutostartLoginItem::registerItem()
     try {
         makeDirectory(folder);
         AtomicFile::removeLeftovers(m_path);
-        AtomicFile::replace(m_path, entry(), AtomicFile::Readers::everyone);
+        AtomicFile::replace(m_path, entry(u' ' + startArgument()), AtomicFile::Readers::everyone);
     } catch (const std::system_error& error) {
         throw failure(
             QStringLiteral("Orvane can't be set to start at login: %1 can't be written").arg(m_path),
             error.code());
+    }
+}
+
+void AutostartLoginItem::renew()
+{
+    QFile file(m_path);
+    if (!QFileInfo(m_path).isFile() || !file.open(QIODevice::ReadOnly))
+        return;
+    const QByteArray ofEarlierVersion = entry({});
+    if (file.read(largestEntry) != ofEarlierVersion)
+        return;
+    try {
+        registerItem();
+    } catch (const PlatformError&) {
+        // The entry that is there starts the program too.
     }
 }
 

@@ -23,14 +23,20 @@ public:
     [[nodiscard]] Status status() const override;
     /// Writes the entry anew, whatever it holds; an entry that was switched off is on again.
     void registerItem() override;
+    /// Brings an entry that an earlier version wrote for this executable up to date, and leaves all others
+    /// alone. A failure changes nothing.
+    void renew();
     /// Removes the entry; it is no failure if there is none.
     void unregisterItem() override;
 
+    /// The argument by which a started process knows that the session started it.
+    static QString startArgument() { return QStringLiteral("--at-login"); }
     /// The desktops that $XDG_CURRENT_DESKTOP names.
     static QStringList currentDesktops();
 
 private:
-    [[nodiscard]] QByteArray entry() const;
+    /// `arguments` follow the program in its command.
+    [[nodiscard]] QByteArray entry(const QString& arguments) const;
     void throwIfHomeless() const;
 
     QString m_path; // empty without a config home

@@ -4,6 +4,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDeadlineTimer>
+#include <QEventLoop>
 
 #include <algorithm>
 
@@ -86,10 +87,24 @@ FileManagerAutomation::OSStatus FileManagerAutomation::askAndStart()
     constexpr int longestWaitMs = 25000;
     if (!m_session.isConnected())
         return Permissions::procNotFound;
-    const OSStatus status =
-        statusOf(QDBusError(m_session.call(ping(Start::ifNeeded), QDBus::Block, longestWaitMs)));
+    QDBusPendingCallWatcher answer(m_session.asyncCall(ping(Start::ifNeeded), longestWaitMs));
+    // A loop of the calling thread, which only waits: both signals come as events to it.
+    QEventLoop wait;
+    connect(&answer, &QDBusPendingCallWatcher::finished, &wait, &QEventLoop::quit);
+    connect(this, &FileManagerAutomation::givenUp, &wait, &QEventLoop::quit);
+    if (!answer.isFinished() && !m_hasGivenUp)
+        wait.exec();
+    if (!answer.isFinished())
+        return errAETimeout;
+    const OSStatus status = statusOf(answer.error());
     m_status = status;
     return status;
+}
+
+void FileManagerAutomation::giveUp()
+{
+    m_hasGivenUp = true;
+    Q_EMIT givenUp();
 }
 
 void FileManagerAutomation::listen()

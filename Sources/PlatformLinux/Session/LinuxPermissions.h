@@ -41,6 +41,9 @@ public:
     /// Knows the file manager alone; every other program is procNotFound.
     OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) override;
 
+    /// Ends a request that waits for another program, since this one is about to end.
+    void giveUpWaiting() { m_fileManager.giveUp(); }
+
 private:
     /// Returns false, and logs the reason, where everything is denied.
     bool sessionAllowsAnything();

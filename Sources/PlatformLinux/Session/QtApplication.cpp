@@ -1,6 +1,7 @@
 #include "PlatformLinux/Session/QtApplication.h"
 
 #include "Platform/LogSink.h"
+#include "PlatformLinux/Files/AutostartLoginItem.h"
 #include "PlatformLinux/Menus/KeyEquivalent.h"
 #include "PlatformLinux/Menus/MainMenuView.h"
 #include "PlatformLinux/Menus/MenuCommands.h"
@@ -9,6 +10,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QSessionManager>
 #include <QSocketNotifier>
 #include <QWidget>
 #include <QWindow>
@@ -73,6 +75,11 @@ QtApplication::QtApplication(int& argc, char** argv, LogSink& log) : m_log(log)
     QGuiApplication::setDesktopFileName(QStringLiteral("net.lindenrow.orvane"));
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     m_application = std::make_unique<QApplication>(argc, argv);
+    if (QGuiApplication::arguments().contains(AutostartLoginItem::startArgument()) ||
+        m_application->isSessionRestored())
+        m_startedBy = StartedBy::session;
+    connect(m_application.get(), &QGuiApplication::saveStateRequest, this, &QtApplication::refuseRestoring,
+            Qt::DirectConnection);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     m_application->installEventFilter(this);
     m_mainMenu = std::make_unique<MainMenuView>(
@@ -86,6 +93,13 @@ QtApplication::~QtApplication()
     // The widgets must end before the toolkit does.
     m_mainMenu.reset();
     delete m_aboutPanel;
+}
+
+/// Starting at login is what the login item is for: a session manager that restores programs as well would
+/// start this one twice, and also for a person who has switched that off.
+void QtApplication::refuseRestoring(QSessionManager& manager)
+{
+    manager.setRestartHint(QSessionManager::RestartNever);
 }
 
 void QtApplication::endOnSignals()

@@ -11,6 +11,7 @@
 #include <memory>
 
 class QApplication;
+class QSessionManager;
 class QSocketNotifier;
 class QWidget;
 class QWindow;
@@ -29,6 +30,8 @@ public:
     QtApplication(int& argc, char** argv, LogSink& log);
     ~QtApplication() override;
 
+    /// The session starts with the argument of the login item, or with Qt's own of a restored session.
+    [[nodiscard]] StartedBy startedBy() const override { return m_startedBy; }
     void setDelegate(ApplicationDelegate* delegate) override { m_delegate = delegate; }
     void setActivationPolicy(ActivationPolicy policy) override;
     [[nodiscard]] ActivationPolicy activationPolicy() const override { return m_policy; }
@@ -55,9 +58,11 @@ private:
     void unhide();
     [[nodiscard]] bool takesAction(QStringView selector) const;
     void endOnSignals();
+    static void refuseRestoring(QSessionManager& manager);
     [[nodiscard]] TaskBarEntry taskBarEntry() const;
 
     LogSink& m_log;
+    StartedBy m_startedBy = StartedBy::person;
     std::unique_ptr<QApplication> m_application;
     std::unique_ptr<QSocketNotifier> m_signals;
     ApplicationDelegate* m_delegate = nullptr;

@@ -43,7 +43,7 @@ SingleInstance::~SingleInstance()
     release();
 }
 
-SingleInstance::Claim SingleInstance::claim(std::function<void()> activated)
+SingleInstance::Claim SingleInstance::claim(Application::StartedBy starter, std::function<void()> activated)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) {
@@ -65,6 +65,8 @@ SingleInstance::Claim SingleInstance::claim(std::function<void()> activated)
     }
 
     bus.unregisterObject(objectPath);
+    if (starter == Application::StartedBy::session)
+        return Claim::leftAlone;
     QDBusMessage call =
         QDBusMessage::createMethodCall(busName, objectPath, interfaceName, QStringLiteral("Activate"));
     call.setAutoStartService(false);

@@ -70,6 +70,30 @@ TEST_F(AutostartLoginItemTest, TheEntryIsValidForTheDesktopsOwnTools)
     }
 }
 
+TEST_F(AutostartLoginItemTest, AnEntryOfAnEarlierVersionIsBroughtUpToDateAndNoOther)
+{
+    AutostartLoginItem entry = item();
+    entry.renew();
+    EXPECT_TRUE(content().isEmpty()) << "there was none";
+    entry.registerItem();
+    const QByteArray present = content();
+    QByteArray earlier = present;
+    earlier.replace(" --at-login", "");
+    ASSERT_NE(earlier, present);
+    write(earlier);
+    entry.renew();
+    EXPECT_EQ(content(), present);
+
+    const QByteArray switchedOff = earlier + "Hidden=true\n";
+    QByteArray ofAnother = earlier;
+    ofAnother.replace("/bin/sh", "/bin/ls");
+    for (const QByteArray& other : {switchedOff, ofAnother, QByteArray()}) {
+        write(other);
+        entry.renew();
+        EXPECT_EQ(content(), other);
+    }
+}
+
 TEST_F(AutostartLoginItemTest, AnyExecutablePathComesBackFromItsEntry)
 {
     for (const QString& name :
@@ -90,7 +114,7 @@ TEST_F(AutostartLoginItemTest, AnyExecutablePathComesBackFromItsEntry)
 TEST_F(AutostartLoginItemTest, ThePlainPathIsWrittenPlainly)
 {
     item().registerItem();
-    EXPECT_TRUE(content().contains("\nExec=/bin/sh\n"));
+    EXPECT_TRUE(content().contains("\nExec=/bin/sh --at-login\n"));
     EXPECT_TRUE(content().contains("\nType=Application\n"));
 }
 

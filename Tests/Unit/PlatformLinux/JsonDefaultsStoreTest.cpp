@@ -1,8 +1,11 @@
 #include "DefaultsFixture.h"
+#include "PlatformLinux/Defaults/SavingAtExit.h"
 #include "Support/Eventually.h"
 
 #include <QJsonDocument>
 
+#include <chrono>
+#include <cstdlib>
 #include <limits>
 
 #include <sys/stat.h>
@@ -314,6 +317,31 @@ TEST_F(JsonDefaultsStoreTest, AFileThatVanishedIsWrittenAnewWithAllThatWasInIt)
     store->set(other, 2LL);
     store.reset();
     EXPECT_EQ(open()->dictionaryRepresentation().size(), 2);
+}
+
+TEST_F(JsonDefaultsStoreTest, AChangeOfTheLastMomentIsInTheFileWhenTheProcessEndsByExit)
+{
+    pace.gathering = std::chrono::hours(1);
+    // As the toolkit ends the process when the X server is gone: nothing on the stack is destroyed.
+    const auto endAfterAChange = [this] {
+        JsonDefaultsStore store(path, log, pace);
+        const SavingAtExit saving(store);
+        store.set(key, 5LL);
+        std::exit(3);
+    };
+    EXPECT_EXIT(endAfterAChange(), ::testing::ExitedWithCode(3), "");
+    EXPECT_EQ(open()->object(key), QVariant(5LL));
+}
+
+TEST_F(JsonDefaultsStoreTest, AStoreThatIsFinishedStillKeepsWhatComesLater)
+{
+    pace.gathering = std::chrono::hours(1);
+    const auto store = open();
+    store->set(key, 1LL);
+    store->finish();
+    EXPECT_TRUE(content().contains("1"));
+    store->set(other, 2LL);
+    EXPECT_TRUE(eventually(10s, [&] { return content().contains("2"); }));
 }
 
 TEST_F(JsonDefaultsStoreTest, WithoutAPathAllStaysInMemoryAndTheLogSaysSo)
