@@ -5,6 +5,7 @@
 #include "Platform/Application.h"
 #include "Platform/Platform.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QScreen>
@@ -28,6 +29,27 @@ QList<QRect> allScreens()
         screens.append(screen->availableGeometry());
     return screens;
 }
+
+/// Calls when its window is hidden by anything but its own minimizing.
+class HidingWatch : public QObject {
+public:
+    HidingWatch(QWidget& window, std::function<void()> handler)
+        : QObject(&window), m_handler(std::move(handler))
+    {
+        window.installEventFilter(this);
+    }
+
+private:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        // The window's part in what hides it has to end first: closing goes on after this event.
+        if (event->type() == QEvent::Hide && !event->spontaneous())
+            QMetaObject::invokeMethod(this, m_handler, Qt::QueuedConnection);
+        return QObject::eventFilter(watched, event);
+    }
+
+    std::function<void()> m_handler;
+};
 
 } // namespace
 
@@ -55,6 +77,25 @@ void HomeWindowController::show()
     platform().application.activateIgnoringOtherApps();
 }
 
+void HomeWindowController::showInTaskBar()
+{
+    if (!m_window && m_makeContentView)
+        makeWindow();
+    if (m_window && !m_window->isVisible())
+        m_window->showMinimized();
+}
+
+void HomeWindowController::leaveTaskBar()
+{
+    if (m_window && m_window->isVisible() && m_window->isMinimized())
+        m_window->hide();
+}
+
+void HomeWindowController::setWentOutOfSight(std::function<void()> handler)
+{
+    m_wentOutOfSight = std::move(handler);
+}
+
 void HomeWindowController::makeWindow()
 {
     m_window = std::make_unique<QWidget>();
@@ -65,6 +106,10 @@ void HomeWindowController::makeWindow()
     if (QWidget* content = m_makeContentView().makeWidget())
         layout->addWidget(content);
     place();
+    new HidingWatch(*m_window, [this] {
+        if (!m_window->isVisible())
+            m_wentOutOfSight();
+    });
 }
 
 void HomeWindowController::place()

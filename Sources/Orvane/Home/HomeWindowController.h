@@ -20,6 +20,12 @@ public:
     void setMakeContentView(std::function<AnyView()> makeContentView);
     /// Makes the window if there is none yet, brings it to the front and makes it active.
     void show();
+    /// Where nothing is to be seen of the window, makes it an entry of the task bar, without the focus.
+    void showInTaskBar();
+    /// Undoes showInTaskBar(), unless somebody has opened the window since.
+    void leaveTaskBar();
+    /// Sets what is called, in a later turn, when the window is closed or hidden with the program.
+    void setWentOutOfSight(std::function<void()> handler);
 
     /// Returns the window, or null before the first show.
     [[nodiscard]] QWidget* window() const { return m_window.get(); }
@@ -29,6 +35,7 @@ private:
     void place();
 
     std::function<AnyView()> m_makeContentView;
+    std::function<void()> m_wentOutOfSight = [] {};
     std::unique_ptr<QWidget> m_window;
 };
 

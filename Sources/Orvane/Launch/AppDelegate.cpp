@@ -1,6 +1,7 @@
 #include "Orvane/Launch/AppDelegate.h"
 
 #include "Orvane/Home/HomeWindowController.h"
+#include "Orvane/Home/VisibleEntry.h"
 #include "Orvane/Launch/AppEnvironment.h"
 #include "Orvane/Menus/MainMenu.h"
 #include "Orvane/Menus/MenuBarController.h"
@@ -23,10 +24,7 @@ void AppDelegate::applicationDidFinishLaunching()
     AppPreferences& preferences = m_environment->appPreferences();
     platform().application.setMainMenu(MainMenu::build());
 
-    m_cancellables.push_back(preferences.showDockIconValue().subscribe([](bool showDockIcon) {
-        platform().application.setActivationPolicy(showDockIcon ? Application::ActivationPolicy::regular
-                                                                : Application::ActivationPolicy::accessory);
-    }));
+    m_visibleEntry = VisibleEntry::make(m_environment);
 
     m_menuBar = std::make_shared<MenuBarController>(m_environment);
     m_cancellables.push_back(
@@ -44,6 +42,7 @@ void AppDelegate::applicationDidFinishLaunching()
 
     if (!m_environment->hasOnboarded())
         m_environment->homeWindow().show();
+    m_visibleEntry->launched();
 }
 
 bool AppDelegate::applicationShouldHandleReopen(bool)

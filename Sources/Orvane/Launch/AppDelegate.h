@@ -12,6 +12,7 @@ namespace orvane {
 
 class AppEnvironment;
 class MenuBarController;
+class VisibleEntry;
 
 class AppDelegate : public ApplicationDelegate {
 public:
@@ -29,6 +30,7 @@ private:
     Cancellables m_cancellables;
     std::unique_ptr<NotificationCenter::Token> m_openHomeObserver;
     std::shared_ptr<MenuBarController> m_menuBar;
+    std::shared_ptr<VisibleEntry> m_visibleEntry;
 };
 
 } // namespace orvane

@@ -13,6 +13,8 @@
 #include <QPainter>
 #include <QWidget>
 
+#include <set>
+
 #include <gtest/gtest.h>
 
 using namespace orvane;
@@ -61,34 +63,39 @@ using MenuBarControllerTest = ShellTest;
 
 TEST_F(AppEnvironmentTest, RegistersTheCapabilitiesInTheirFixedOrder)
 {
-    const QStringList order{
-        QStringLiteral("dailyframe"),       QStringLiteral("dockpeek"),      QStringLiteral("snapzones"),
-        QStringLiteral("findercutpaste"),   QStringLiteral("finderactions"), QStringLiteral("dropshelf"),
-        QStringLiteral("imageresizer"),     QStringLiteral("keyswap"),       QStringLiteral("mousetools"),
-        QStringLiteral("clipboardhistory"), QStringLiteral("colorpicker"),   QStringLiteral("textextractor"),
-        QStringLiteral("magnifier"),        QStringLiteral("awake"),         QStringLiteral("plainpaste")};
-    qsizetype last = -1;
+    // Those that exist, each once, as they follow each other in lists and menus.
+    QStringList registered;
     for (const auto& entry : environment()->registry().entries()) {
-        const qsizetype place = order.indexOf(entry.id().rawValue.section(QLatin1Char('.'), -1));
-        EXPECT_GT(place, last) << entry.id().rawValue.toStdString();
-        last = place;
+        registered.append(entry.id().rawValue);
         EXPECT_EQ(entry.state, CapabilityState{});
     }
-    EXPECT_TRUE(environment()->registry().entry(awake).has_value());
+    EXPECT_EQ(registered, (QStringList{QStringLiteral("net.lindenrow.orvane.snapzones"),
+                                       QStringLiteral("net.lindenrow.orvane.keyswap"),
+                                       QStringLiteral("net.lindenrow.orvane.clipboardhistory"),
+                                       QStringLiteral("net.lindenrow.orvane.awake"),
+                                       QStringLiteral("net.lindenrow.orvane.plainpaste")}));
 }
 
-TEST_F(AppEnvironmentTest, EachCapabilityHasAContextOfItsOwn)
+TEST_F(AppEnvironmentTest, EachCapabilityHasAContextAndAHostOfItsOwn)
 {
-    const auto context = environment()->registry().context(awake);
-    ASSERT_TRUE(context);
-    EXPECT_EQ(context->id, awake);
-    EXPECT_EQ(context->preferences.prefix(), awake.rawValue);
-    EXPECT_EQ(context->logger.category(), awake.rawValue);
-    EXPECT_EQ(context->logger.subsystem(), QStringLiteral("net.lindenrow.orvane"));
-    EXPECT_EQ(context->appInfo.supportDirectory,
-              QStringLiteral("/fake/support/Orvane/net.lindenrow.orvane.awake"));
-    EXPECT_EQ(context->permissions.get(), &environment()->permissions());
-    ASSERT_NE(context->serviceHost, nullptr);
+    std::set<const ServiceHost*> hosts;
+    const auto& entries = environment()->registry().entries();
+    for (const auto& entry : entries) {
+        const CapabilityID& id = entry.id();
+        SCOPED_TRACE(id.rawValue.toStdString());
+        const auto context = environment()->registry().context(id);
+        ASSERT_TRUE(context);
+        EXPECT_EQ(context->id, id);
+        EXPECT_EQ(context->preferences.prefix(), id.rawValue);
+        EXPECT_EQ(context->logger.category(), id.rawValue);
+        EXPECT_EQ(context->logger.subsystem(), QStringLiteral("net.lindenrow.orvane"));
+        EXPECT_EQ(context->appInfo.supportDirectory, QStringLiteral("/fake/support/Orvane/") + id.rawValue);
+        EXPECT_EQ(context->permissions.get(), &environment()->permissions());
+        EXPECT_EQ(context->eventTap.get(), &environment()->eventTap());
+        ASSERT_NE(context->serviceHost, nullptr);
+        hosts.insert(context->serviceHost.get());
+    }
+    EXPECT_EQ(hosts.size(), static_cast<std::size_t>(entries.size())) << "two share a host";
 }
 
 TEST_F(AppEnvironmentTest, MakingItReadsThePermissionsOnceAndStartsNothing)
