@@ -98,6 +98,7 @@ void AwakeController::hold()
 void AwakeController::showState(bool awake)
 {
     isAwake.set(awake);
+    isWanted.set(hasPeriod());
     if (m_menuBar)
         m_menuBar->refreshIcon();
     expiresAt.set(awake && m_period ? m_period->end : std::nullopt);

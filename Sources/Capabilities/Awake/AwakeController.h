@@ -47,6 +47,8 @@ public:
     void stop();
 
     Observable<bool> isAwake{false};
+    /// True while there is a period, held or still asked for: what the person wants.
+    Observable<bool> isWanted{false};
     /// When a timed period ends.
     Observable<std::optional<Clock::Date>> expiresAt;
 

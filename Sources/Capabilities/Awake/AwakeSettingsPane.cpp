@@ -9,9 +9,10 @@ namespace {
 
 using Controller = std::shared_ptr<AwakeController>;
 
-Binding<bool> isAwake(const Controller& controller)
+/// The switch shows the person's wish; the line beneath tells what is held.
+Binding<bool> isWanted(const Controller& controller)
 {
-    return bind(controller, &AwakeController::isAwake,
+    return bind(controller, &AwakeController::isWanted,
                 [controller](bool on) { on ? controller->activateDefault() : controller->deactivate(); });
 }
 
@@ -19,6 +20,8 @@ Binding<bool> isAwake(const Controller& controller)
 Live<QString> statusLine(const Controller& controller)
 {
     return live(controller, &AwakeController::expiresAt, [controller](const auto& expiresAt) {
+        if (controller->isWanted.get() && !controller->isAwake.get())
+            return AwakeStatus::pendingFootnote();
         return AwakeStatus::footnote(controller->isAwake.get(), expiresAt, QLocale::system(),
                                      QTimeZone::systemTimeZone());
     });
@@ -34,7 +37,7 @@ AnyView make(const Controller& controller)
         section(
             QStringLiteral("Keep Awake"), QStringLiteral("eye"),
             {OrvaToggleRow(
-                 QStringLiteral("Keep my Mac awake now"), isAwake(controller),
+                 QStringLiteral("Keep my Mac awake now"), isWanted(controller),
                  QStringLiteral("Prevents display and system sleep without touching your power settings.")),
              pickerRow(settings, &Settings::defaultDuration, QStringLiteral("Duration")),
              toggleRow(settings, &Settings::keepDisplayAwake, QStringLiteral("Keep the display awake too"),

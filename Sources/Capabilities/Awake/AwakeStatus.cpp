@@ -29,4 +29,9 @@ QString footnote(bool isAwake, std::optional<Clock::Date> expiresAt, const QLoca
     return QStringLiteral("Awake until %1.").arg(shortTime(*expiresAt, locale, timeZone));
 }
 
+QString pendingFootnote()
+{
+    return QStringLiteral("Your Mac can't be kept awake at the moment. Orvane keeps trying.");
+}
+
 } // namespace orvane::AwakeStatus

@@ -830,6 +830,34 @@ TEST_F(AwakePaneTest, TheFirstToggleShowsAndSetsTheState)
     EXPECT_FALSE(controller().isAwake.get());
 }
 
+TEST_F(AwakePaneTest, WhileARetryIsPendingTheToggleShowsTheWishAndTheLineTheState)
+{
+    const auto& row = toggle("Keep my Mac awake now");
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::timeout;
+    row.isOn.set(true);
+    EXPECT_TRUE(row.isOn.get());
+    EXPECT_FALSE(controller().isAwake.get());
+    EXPECT_EQ(footnote(), QStringLiteral("Your Mac can't be kept awake at the moment. Orvane keeps trying."));
+    row.isOn.set(false); // one flip calls the wish off
+    EXPECT_FALSE(row.isOn.get());
+    EXPECT_EQ(footnote(), QStringLiteral("Your Mac sleeps normally."));
+    EXPECT_EQ(fake.runLoop.timerCount(), 0u);
+
+    row.isOn.set(true);
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::success;
+    fake.runLoop.advance(2s);
+    EXPECT_TRUE(controller().isAwake.get());
+    EXPECT_EQ(footnote(), QStringLiteral("Awake until you turn it off."));
+    EXPECT_TRUE(row.isOn.get());
+
+    // A refusal for good isn't a wish that waits.
+    row.isOn.set(false);
+    fake.powerAssertions.nextStatus = PowerAssertions::Status::notPermitted;
+    row.isOn.set(true);
+    EXPECT_FALSE(row.isOn.get());
+    EXPECT_EQ(footnote(), QStringLiteral("Your Mac sleeps normally."));
+}
+
 TEST_F(AwakePaneTest, TheDurationPickerLeavesARunningPeriodAlone)
 {
     const auto picker = pane.all<OrvaPickerRow>().first();
