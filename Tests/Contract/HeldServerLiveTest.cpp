@@ -3,6 +3,7 @@
 #include "Contract/Support/ServerHolder.h"
 #include "Contract/Support/ToolkitServer.h"
 #include "Contract/Support/UnmanagedWindow.h"
+#include "Desktop/Support/Hardware.h"
 #include "Desktop/Support/WindowManager.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakePermissions.h"
@@ -112,6 +113,23 @@ TEST_F(HeldServerLiveTest, AMousePressIsToldWhenTheServerIsBack)
     EXPECT_EQ(seen.front().event.type, EventType::leftMouseDown);
     EXPECT_EQ(seen.front().location.toPoint(), theirs.middle());
     EXPECT_EQ(seen.back().event.type, EventType::leftMouseUp);
+}
+
+TEST_F(HeldServerLiveTest, TheKeysOfAMenuThatOpensMeanwhileAreHeardWhenTheServerIsBack)
+{
+    Hardware hardware;
+    int heard = 0;
+    const auto monitor = monitors.addMenuTrackingMonitor(eventMaskBit(EventType::keyDown),
+                                                         [&](const EventMonitors::MonitoredEvent&) {
+                                                             ++heard;
+                                                             return EventMonitors::Disposition::swallow;
+                                                         });
+    std::unique_ptr<MenuTracking::DesktopMenu> menu;
+    whileHeld([&] { menu = menus.beginOnDesktop(); });
+    EXPECT_TRUE(eventually(deadline, [&] {
+        hardware.tap("F9");
+        return eventually(1s, [&] { return heard > 0; });
+    }));
 }
 
 TEST_F(HeldServerLiveTest, AHotKeyIsGrabbedWhenTheServerIsBack)

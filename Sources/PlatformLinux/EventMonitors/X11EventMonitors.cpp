@@ -15,6 +15,9 @@ namespace orvane {
 
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto tapWatchdogInterval = 1s;
 constexpr EventMask menuEvents = eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp);
 
 QPointF toolkitPoint(const ScreenSpace& space, const PointerState& pointer)
@@ -37,6 +40,11 @@ X11EventMonitors::X11EventMonitors(XInputEventTaps& taps, const MenuTracking& me
       m_pointer([this](EventType type, const PointerState& pointer) { tellOfOthers(type, pointer); })
 {
     connect(&menus, &MenuTracking::placeChanged, this, &X11EventMonitors::update);
+    m_tapWatchdog.setInterval(tapWatchdogInterval);
+    connect(&m_tapWatchdog, &QTimer::timeout, this, [this] {
+        if (!m_tap->isEnabled())
+            m_tap->enable(true);
+    });
 }
 
 X11EventMonitors::~X11EventMonitors()
@@ -116,6 +124,7 @@ void X11EventMonitors::listen(bool listens)
 void X11EventMonitors::tap(bool taps)
 {
     if (!taps) {
+        m_tapWatchdog.stop();
         m_tap.reset();
         m_isTapRefused = false;
         return;
@@ -130,6 +139,7 @@ void X11EventMonitors::tap(bool taps)
         return;
     m_tap->addToMainRunLoop();
     m_tap->enable(true);
+    m_tapWatchdog.start();
 }
 
 bool X11EventMonitors::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)

@@ -13,6 +13,7 @@
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QPointF>
+#include <QTimer>
 
 #include <memory>
 
@@ -66,6 +67,8 @@ private:
     /// The event for which monitors are being called.
     const MonitoredEvent* m_current = nullptr;
     std::unique_ptr<EventTap> m_tap;
+    /// Looks for a tap that is off while the menu is open: the server was late, or its thread has ended.
+    QTimer m_tapWatchdog;
     mutable QPointF m_lastLocation;
     bool m_isListening = false;
     bool m_isTapRefused = false;
