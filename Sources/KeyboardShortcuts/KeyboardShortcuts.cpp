@@ -12,20 +12,24 @@ namespace {
 
 State* presentState = nullptr;
 
-void handle(HandlerTable& handlers, const Shortcut& shortcut)
-{
-    if (!state().isPaused)
-        handlers.fire(shortcut);
-}
-
 void handleOnKeyDown(const Shortcut& shortcut)
 {
-    handle(state().legacyKeyDownHandlers, shortcut);
+    if (!state().isPaused) {
+        state().pressedWhilePaused.erase(shortcut);
+        state().legacyKeyDownHandlers.fire(shortcut);
+        return;
+    }
+    state().pressedWhilePaused.insert(shortcut);
+    const auto pausedHotKey = state().pausedHotKey; // it may end itself
+    if (pausedHotKey)
+        pausedHotKey(Shortcut(shortcut));
 }
 
 void handleOnKeyUp(const Shortcut& shortcut)
 {
-    handle(state().legacyKeyUpHandlers, shortcut);
+    const bool wasPaused = state().pressedWhilePaused.erase(shortcut) > 0;
+    if (!state().isPaused && !wasPaused)
+        state().legacyKeyUpHandlers.fire(shortcut);
 }
 
 /// The system is asked once, however many names hold the shortcut.

@@ -27,6 +27,9 @@ public:
         /// The pointer's place in points, in the space of all screens: origin at the top left of the first
         /// one, y downwards.
         QPointF location;
+        /// True while a key is held that chooses another character, such as AltGr. It is no modifier of a
+        /// shortcut. Told of the program's own windows only.
+        bool choosesCharacter = false;
     };
     using Handler = std::function<Disposition(const MonitoredEvent&)>;
 

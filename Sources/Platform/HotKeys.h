@@ -79,6 +79,7 @@ public:
 
     virtual ~HotKeys() = default;
 
+    /// `keyCode` is one that events carry: a virtual key code, or the platform's own for a key without.
     /// Pressed and released are reported once each, whatever the locks are and however long the key is held.
     [[nodiscard]] virtual Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                            EventHotKeyID id) = 0;

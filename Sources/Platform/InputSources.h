@@ -31,6 +31,11 @@ public:
     /// The layout in use, or, where that doesn't type Latin letters, the first of the user's layouts that
     /// does. Null when the system can't tell.
     virtual std::shared_ptr<const KeyboardLayout> currentASCIICapableKeyboardLayout() = 0;
+
+    /// Returns the name of a key that this system calls otherwise than its virtual code says, such as
+    /// "Insert", or that has no virtual code and prints nothing, such as "Print Screen": events give the
+    /// latter a code of the platform's own. Absent for all others.
+    [[nodiscard]] virtual std::optional<QString> keyName(std::int64_t keyCode) = 0;
 };
 
 } // namespace orvane

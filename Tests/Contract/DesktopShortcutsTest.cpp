@@ -99,6 +99,14 @@ TEST_F(DesktopShortcutsTest, XfcesCommandsHaveShortcuts)
     EXPECT_TRUE(comesToHave(keyT, control | option)) << "<Primary><Alt>t opens a terminal";
 }
 
+TEST_F(DesktopShortcutsTest, AShortcutOfPrintScreenIsKnown)
+{
+    constexpr int keyPrint = 0x1000 + 107;
+    runOn(u"XFCE"_qs);
+    const XfceShortcut screenshot(u"/commands/custom/<Shift>Print"_qs, u"true"_qs);
+    EXPECT_TRUE(comesToHave(keyPrint, carbonModifier::shift));
+}
+
 TEST_F(DesktopShortcutsTest, ChangesOfXfcesShortcutsAreFollowed)
 {
     runOn(u"XFCE"_qs);

@@ -1,5 +1,6 @@
 #include "Contract/HotKeysFixture.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
+#include "PlatformLinux/Keys/EventKeyCodes.h"
 
 #include <QProcess>
 
@@ -182,8 +183,18 @@ TEST_F(HotKeysLiveTest, ARefusalLeavesNothingGrabbed)
         EXPECT_TRUE(third.couldGrab(xKeyOfK, ControlMask | Mod1Mask | locks)) << locks;
 }
 
+TEST_F(HotKeysLiveTest, AKeyWithoutAVirtualCodeIsRegisteredByTheCodeOfItsEvents)
+{
+    constexpr std::uint8_t xKeyOfPause = 127;
+    const auto registration = registerKey(static_cast<std::uint32_t>(eventKeyCode(xKeyOfPause)), 1);
+    ASSERT_EQ(registration.status, noErr);
+    tap(xKeyOfPause);
+    EXPECT_TRUE(eventually(10s, [&] { return log.events().size() == 2; })) << heard();
+}
+
 TEST_F(HotKeysLiveTest, ACodeOfNoKeyIsRefused)
 {
+    EXPECT_EQ(registerKey(0x1000, 1).status, eventHotKeyInvalidErr);
     EXPECT_EQ(registerKey(0x7F, 1).status, eventHotKeyInvalidErr);
     EXPECT_EQ(registerKey(0xFFFF, 1).status, eventHotKeyInvalidErr);
 }

@@ -7,9 +7,11 @@
 #include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
 #include "PlatformLinux/HotKeys/X11HotKeys.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
+#include "PlatformLinux/Keys/XkbInputSources.h"
 #include "PlatformLinux/Session/QtRunLoop.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 
+#include <QProcess>
 #include <QPushButton>
 
 namespace orvane::tests {
@@ -66,6 +68,12 @@ protected:
         click(recorder);
         ASSERT_TRUE(becomes([this] { return recorder.isRecording(); }));
     }
+    static void setLayout(const QString& layout)
+    {
+        const QStringList arguments{QStringLiteral("-rules"), QStringLiteral("evdev"),
+                                    QStringLiteral("-layout"), layout};
+        ASSERT_EQ(QProcess::execute(QStringLiteral("setxkbmap"), arguments), 0);
+    }
     bool becomes(const std::function<bool()>& condition) { return eventually(deadline, condition); }
     bool shows(const QString& text)
     {
@@ -93,6 +101,7 @@ protected:
 
     FakePlatform fake;
     ServerKeymap keymap;
+    XkbInputSources inputSources{keymap, center};
     DesktopShortcuts desktopShortcuts{keymap};
     X11HotKeys hotKeys{log, desktopShortcuts};
     QtRunLoop runLoop;
@@ -106,7 +115,7 @@ protected:
                   .fileManager = fake.fileManager,
                   .generalPasteboard = fake.generalPasteboard,
                   .hotKeys = hotKeys,
-                  .inputSources = fake.inputSources,
+                  .inputSources = inputSources,
                   .loginItem = fake.loginItem,
                   .log = log,
                   .panels = fake.panels,
@@ -164,10 +173,80 @@ TEST_F(RecorderLiveTest, AFunctionKeyNeedsNoModifierAndShiftIsTakenWithIt)
     EXPECT_TRUE(shows(QStringLiteral("⇧F5")));
 }
 
-TEST_F(RecorderLiveTest, AKeyThatNoHotKeyCanHaveBeeps)
+TEST_F(RecorderLiveTest, PauseAndMediaKeysAreRecordedAloneAndFire)
+{
+    const Name name(QStringLiteral("recorded"));
+    KeyboardShortcuts::onKeyUp(name, [this] { ++fired; });
+    int expected = 0;
+    for (const auto& [key, text] : {std::pair{"Pause", u"Pause"}, std::pair{"XF86AudioPlay", u"Play"},
+                                    std::pair{"XF86AudioMute", u"Mute"}}) {
+        startRecording();
+        type({}, key);
+        EXPECT_TRUE(shows(QString::fromUtf16(text))) << key;
+        ASSERT_TRUE(ends());
+        ASSERT_TRUE(becomes([] { return !QWidget::keyboardGrabber(); }));
+        type({}, key);
+        ++expected;
+        EXPECT_TRUE(becomes([&] { return fired == expected; })) << key;
+    }
+    EXPECT_EQ(fake.sound.beeps, 0);
+}
+
+TEST_F(RecorderLiveTest, InsertIsCalledInsert)
 {
     startRecording();
-    type({"Control_L"}, "Scroll_Lock");
+    type({"Control_L"}, "Insert");
+    EXPECT_TRUE(shows(QStringLiteral("⌃Insert")));
+    EXPECT_EQ(recorder.spokenValue(), QStringLiteral("Control Insert"));
+}
+
+TEST_F(RecorderLiveTest, AChordWithAltGrBeepsAndALockedThirdLevelDoesNotMatter)
+{
+    static constexpr std::uint8_t altGr = 108;
+    setLayout(QStringLiteral("de"));
+    startRecording();
+    QGuiApplication::sync();
+    hardware.press(altGr);
+    hardware.press("Control_L");
+    hardware.tap("k");
+    hardware.release("Control_L");
+    hardware.release(altGr);
+    EXPECT_TRUE(becomes([this] { return fake.sound.beeps == 1; }));
+    EXPECT_TRUE(recorder.isRecording());
+    other.lockModifiers(OtherClient::thirdLevelModifier);
+    type({"Control_L", "Alt_L"}, "k");
+    EXPECT_TRUE(shows(QStringLiteral("⌃⌥K")));
+    other.lockModifiers(0);
+    setLayout(QStringLiteral("us"));
+}
+
+TEST_F(RecorderLiveTest, AnExistingShortcutIsRecordedAgainThoughThePointerIsOutside)
+{
+    const Name name(QStringLiteral("recorded"));
+    KeyboardShortcuts::setShortcut(controlOptionK, name);
+    KeyboardShortcuts::onKeyUp(name, [this] { ++fired; });
+    int changes = 0;
+    recorder.setOnChange([&](const std::optional<Shortcut>& shortcut) {
+        EXPECT_EQ(shortcut, controlOptionK);
+        ++changes;
+    });
+    startRecording();
+    hardware.movePointer({5, 800});
+    ASSERT_TRUE(becomes([] { return !QWidget::keyboardGrabber(); }));
+    type({"Control_L", "Alt_L"}, "k");
+    EXPECT_TRUE(becomes([&] { return changes == 1; }));
+    EXPECT_TRUE(ends());
+    type({"Control_L", "Alt_L"}, "k");
+    EXPECT_TRUE(becomes([this] { return fired > 0; }));
+    EXPECT_EQ(fired, 1) << "the recording itself fired";
+}
+
+TEST_F(RecorderLiveTest, AKeyThatNobodyKnowsBeeps)
+{
+    static constexpr std::uint8_t withoutSymbol = 93;
+    startRecording();
+    QGuiApplication::sync();
+    hardware.tap(withoutSymbol);
     EXPECT_TRUE(becomes([this] { return fake.sound.beeps == 1; }));
     EXPECT_TRUE(recorder.isRecording());
     EXPECT_EQ(recorder.stringValue(), QString());

@@ -31,6 +31,12 @@ public:
 
     std::shared_ptr<const KeyboardLayout> currentASCIICapableKeyboardLayout() override { return layout; }
 
+    [[nodiscard]] std::optional<QString> keyName(std::int64_t keyCode) override
+    {
+        const auto name = names.find(keyCode);
+        return name == names.end() ? std::nullopt : std::optional(*name);
+    }
+
     /// Switches the layout, as the user does.
     void select(std::shared_ptr<const KeyboardLayout> newLayout)
     {
@@ -40,6 +46,8 @@ public:
 
     /// Null stands for a system that can't tell.
     std::shared_ptr<const KeyboardLayout> layout = FakeKeyboardLayout::american();
+    /// The keys that have names of their own, none at first.
+    QMap<std::int64_t, QString> names;
 
 private:
     NotificationCenter& m_center;

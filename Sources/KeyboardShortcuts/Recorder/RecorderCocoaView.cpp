@@ -139,7 +139,8 @@ void RecorderCocoa::becomeFirstResponder()
         return;
     m_heldKey.reset();
     m_recording = std::make_unique<RecorderRecording>(
-        *this, [this](const EventMonitors::MonitoredEvent& event) { return handle(event); });
+        *this, [this](const EventMonitors::MonitoredEvent& event) { return handle(event); },
+        [this](const Shortcut& shortcut) { hotKeyPressed(shortcut); });
     window()->installEventFilter(this);
     setPlaceholder(localized(pressShortcut));
     setHighlight(Highlight::ring);
@@ -203,6 +204,21 @@ Disposition RecorderCocoa::handle(const EventMonitors::MonitoredEvent& event)
         break;
     }
     return Disposition::swallow;
+}
+
+void RecorderCocoa::hotKeyPressed(const Shortcut& shortcut)
+{
+    // Held, the keyboard brings every key here as it is typed.
+    if (m_recording->holdsKeyboard())
+        return;
+    EventMonitors::MonitoredEvent pressed;
+    pressed.event.type = EventType::keyDown;
+    pressed.event.keycode = shortcut.carbonKeyCode;
+    pressed.event.flags = shortcut.modifiers();
+    const QPointer<RecorderCocoa> alive(this);
+    (void)handle(pressed);
+    if (alive)
+        m_heldKey.reset(); // the system keeps the repeats and the release of a hot key
 }
 
 void RecorderCocoa::keepUntilLetGo(std::int64_t keycode)

@@ -63,6 +63,7 @@ private:
     void controlTextDidChange();
 
     EventMonitors::Disposition handle(const EventMonitors::MonitoredEvent& event);
+    void hotKeyPressed(const Shortcut& shortcut);
     /// Called before the key ends the recording.
     void keepUntilLetGo(std::int64_t keycode);
     void accept(const Shortcut& shortcut);

@@ -22,9 +22,11 @@ static_assert(modifierMask ==
 constexpr EventFlags usableModifierMask = 0xFF5C0000;
 static_assert(usableModifierMask == (modifierMask & ~eventFlag::shift));
 
-constexpr std::array functionKeys = {
-    Key::f1,  Key::f2,  Key::f3,  Key::f4,  Key::f5,  Key::f6,  Key::f7,  Key::f8,  Key::f9,  Key::f10,
-    Key::f11, Key::f12, Key::f13, Key::f14, Key::f15, Key::f16, Key::f17, Key::f18, Key::f19, Key::f20,
+/// The keys that are there for commands alone, and so need no modifier.
+constexpr std::array commandKeys = {
+    Key::f1,  Key::f2,  Key::f3,  Key::f4,  Key::f5,   Key::f6,       Key::f7,         Key::f8,
+    Key::f9,  Key::f10, Key::f11, Key::f12, Key::f13,  Key::f14,      Key::f15,        Key::f16,
+    Key::f17, Key::f18, Key::f19, Key::f20, Key::mute, Key::volumeUp, Key::volumeDown,
 };
 
 bool isMouseUp(EventType type)
@@ -32,15 +34,19 @@ bool isMouseUp(EventType type)
     return type == EventType::leftMouseUp || type == EventType::rightMouseUp;
 }
 
-/// Higher codes are the platform's own, for keys without a virtual code; no hot key can have those.
+/// Higher codes are the platform's own, for keys without a virtual code, such as Print Screen and Play.
 constexpr std::int64_t virtualKeyCodeCount = 0x80;
 
-bool isUsable(const Event& event)
+bool isUsable(const EventMonitors::MonitoredEvent& monitored, const RecorderSurroundings& surroundings)
 {
-    if (event.keycode < 0 || event.keycode >= virtualKeyCodeCount)
+    const Event& event = monitored.event;
+    // A chord with AltGr types a character, and hot keys know nothing of AltGr.
+    if (event.keycode < 0 || monitored.choosesCharacter)
         return false;
+    if (event.keycode >= virtualKeyCodeCount)
+        return surroundings.isNamed(event.keycode);
     return (event.flags & usableModifierMask) != 0 ||
-           std::ranges::find(functionKeys, Key{event.keycode}) != functionKeys.end();
+           std::ranges::find(commandKeys, Key{event.keycode}) != commandKeys.end();
 }
 
 /// Returns what a key without modifiers does that isn't there to be recorded.
@@ -80,7 +86,7 @@ RecorderDecision decide(const EventMonitors::MonitoredEvent& monitored,
         return {*deed};
 
     const std::optional<Shortcut> shortcut = Shortcut::fromEvent(event);
-    if (!isUsable(event) || !shortcut)
+    if (!isUsable(monitored, surroundings) || !shortcut)
         return {Deed::refuse};
     if (const std::optional<QString> title = surroundings.menuItemTitle(*shortcut))
         return {Deed::refuseForMenuItem, shortcut, *title};

@@ -6,6 +6,7 @@
 
 #include <QRectF>
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 
@@ -43,11 +44,13 @@ struct RecorderDecision {
     friend bool operator==(const RecorderDecision&, const RecorderDecision&) = default;
 };
 
-/// The state on which the decision depends besides the event. The two questions are asked only about a
-/// shortcut that could be taken, the second only when the first has found nothing.
+/// The state on which the decision depends besides the event. The last two questions are asked only about a
+/// shortcut that could be taken, the very last only when the other has found nothing.
 struct RecorderSurroundings {
     /// The control's bounds, in the space of the event's location.
     QRectF bounds;
+    /// True for a key that prints nothing and that the platform has a name for.
+    std::function<bool(std::int64_t keyCode)> isNamed;
     /// Returns the title of the program's menu item with this shortcut.
     std::function<std::optional<QString>(const Shortcut&)> menuItemTitle;
     std::function<bool(const Shortcut&)> isUsedBySystem;

@@ -2,23 +2,29 @@
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/Recorder/RecorderDecision.h"
+#include "KeyboardShortcuts/Registration/State.h"
 
 namespace orvane::KeyboardShortcuts {
 
-RecorderRecording::RecorderRecording(QWidget& control, EventMonitors::Handler handler)
-    : m_control(control), m_eventMonitor(recorderEvents, std::move(handler))
+RecorderRecording::RecorderRecording(QWidget& control, EventMonitors::Handler handler,
+                                     HotKeyHandler hotKeyPressed)
+    : m_pause(std::move(hotKeyPressed)),
+      m_control(control),
+      m_eventMonitor(recorderEvents, std::move(handler))
 {
     pointerEnteredWindow();
     m_eventMonitor.start();
 }
 
-RecorderRecording::Pause::Pause()
+RecorderRecording::Pause::Pause(HotKeyHandler hotKeyPressed)
 {
     setPaused(true);
+    state().pausedHotKey = std::move(hotKeyPressed);
 }
 
 RecorderRecording::Pause::~Pause()
 {
+    state().pausedHotKey = {};
     setPaused(false);
 }
 

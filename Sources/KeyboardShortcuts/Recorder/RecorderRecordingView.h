@@ -3,7 +3,9 @@
 
 #include "KeyboardShortcuts/Recorder/LocalEventMonitor.h"
 #include "KeyboardShortcuts/Recorder/RecorderHeldKeyView.h"
+#include "KeyboardShortcuts/Shortcut/Shortcut.h"
 
+#include <functional>
 #include <memory>
 
 class QWidget;
@@ -13,12 +15,16 @@ namespace orvane::KeyboardShortcuts {
 /// Its end lets the shortcuts fire again and gives the keyboard back.
 class RecorderRecording {
 public:
-    RecorderRecording(QWidget& control, EventMonitors::Handler handler);
+    using HotKeyHandler = std::function<void(const Shortcut&)>;
+
+    /// `hotKeyPressed` gets the program's own shortcuts where the system reports them as hot keys.
+    RecorderRecording(QWidget& control, EventMonitors::Handler handler, HotKeyHandler hotKeyPressed);
 
     /// The menus of a panel don't open while a program has grabbed the keyboard. So the grab ends while the
-    /// pointer is outside of the window.
+    /// pointer is outside of the window, and the program's own hot keys are reported as such.
     void pointerLeftWindow() { m_grab.reset(); }
     void pointerEnteredWindow();
+    [[nodiscard]] bool holdsKeyboard() const { return m_grab != nullptr; }
 
     /// Hands the grab over, for a key that is still held when the recording ends. Null when there is none.
     [[nodiscard]] std::unique_ptr<KeyboardGrab> takeGrab() { return std::move(m_grab); }
@@ -27,7 +33,7 @@ private:
     /// Keeps every shortcut from firing.
     class Pause {
     public:
-        Pause();
+        explicit Pause(HotKeyHandler hotKeyPressed);
         ~Pause();
         Pause(const Pause&) = delete;
         Pause& operator=(const Pause&) = delete;

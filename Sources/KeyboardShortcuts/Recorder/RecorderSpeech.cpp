@@ -53,6 +53,8 @@ constexpr QChar enclosingKeycap = u'\u20E3';
 
 QString spokenKey(const Shortcut& shortcut, const ResourceBundle& texts)
 {
+    if (const auto name = shortcut.keyName())
+        return *name;
     QString printed = Shortcut(shortcut.carbonKeyCode, 0).description();
     const bool onKeypad = printed.endsWith(enclosingKeycap);
     if (onKeypad)

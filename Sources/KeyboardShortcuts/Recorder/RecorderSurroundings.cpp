@@ -1,6 +1,7 @@
 #include "KeyboardShortcuts/Recorder/RecorderDecision.h"
 #include "KeyboardShortcuts/Registration/CarbonKeyboardShortcuts.h"
 #include "Platform/Application.h"
+#include "Platform/InputSources.h"
 #include "Platform/Platform.h"
 
 namespace orvane::KeyboardShortcuts {
@@ -28,11 +29,12 @@ std::optional<QString> titleOfMenuItemWith(const Shortcut& shortcut)
 
 RecorderSurroundings RecorderSurroundings::of(const QRectF& bounds)
 {
-    return {.bounds = bounds,
-            .menuItemTitle = titleOfMenuItemWith,
-            .isUsedBySystem = [](const Shortcut& shortcut) {
-                return CarbonKeyboardShortcuts::system().contains(shortcut);
-            }};
+    return {
+        .bounds = bounds,
+        .isNamed = [](std::int64_t keyCode) { return platform().inputSources.keyName(keyCode).has_value(); },
+        .menuItemTitle = titleOfMenuItemWith,
+        .isUsedBySystem =
+            [](const Shortcut& shortcut) { return CarbonKeyboardShortcuts::system().contains(shortcut); }};
 }
 
 } // namespace orvane::KeyboardShortcuts

@@ -10,6 +10,7 @@
 #include "Platform/NotificationCenter.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <unordered_set>
@@ -46,6 +47,11 @@ struct State {
     bool isEnabled = true;
     bool isPaused = false;
     bool isMenuOpen = false;
+    /// Gets the hot keys that are pressed while a recorder has paused them: the system reports those to
+    /// nobody else. Null without a recorder.
+    std::function<void(const Shortcut&)> pausedHotKey;
+    /// The hot keys that were pressed while paused: their release does nothing.
+    std::unordered_set<Shortcut> pressedWhilePaused;
     /// The shortcuts that the system was asked for, with success or without.
     std::unordered_set<Shortcut> registeredShortcuts;
     HandlerTable legacyKeyDownHandlers;

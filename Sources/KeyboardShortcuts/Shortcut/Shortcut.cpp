@@ -64,8 +64,15 @@ EventFlags Shortcut::modifiers() const
     return toEventFlags(carbonModifiers);
 }
 
+std::optional<QString> Shortcut::keyName() const
+{
+    return platform().inputSources.keyName(carbonKeyCode);
+}
+
 QString Shortcut::description() const
 {
+    if (const auto name = keyName())
+        return KeyboardShortcuts::description(modifiers()) + *name;
     const auto character = keyToCharacter();
     return KeyboardShortcuts::description(modifiers()) +
            (character ? capitalized(*character) : QStringLiteral("\uFFFD"));
@@ -86,6 +93,8 @@ const MenuItem* Shortcut::menuItemWithMatchingShortcut(const Menu& menu) const
 
 std::optional<QString> Shortcut::keyToCharacter() const
 {
+    if (keyName())
+        return std::nullopt;
     if (const auto fixed = keyToCharacterMapping(carbonKeyCode))
         return fixed->toString();
     const auto layout = platform().inputSources.currentASCIICapableKeyboardLayout();

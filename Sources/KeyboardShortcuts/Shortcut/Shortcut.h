@@ -37,7 +37,10 @@ struct Shortcut {
     [[nodiscard]] std::optional<Key> key() const { return Key{carbonKeyCode}; }
     [[nodiscard]] EventFlags modifiers() const;
 
-    /// Returns a text such as "⌃⌥Space"; it ends in U+FFFD for a key that prints nothing.
+    /// Returns the name of a key that this system calls otherwise than its code says, or that has no virtual
+    /// code.
+    [[nodiscard]] std::optional<QString> keyName() const;
+    /// Returns a text such as "⌃⌥Space"; it ends in U+FFFD for a key that prints nothing and has no name.
     [[nodiscard]] QString description() const;
     /// Returns the character that a menu item with this shortcut has, or an empty text where there is none.
     [[nodiscard]] QString keyEquivalent() const;

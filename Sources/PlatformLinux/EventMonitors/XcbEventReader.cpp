@@ -156,6 +156,7 @@ Disposition XcbEventReader::readKey(const xcb_key_press_event_t& event)
     monitored.event.timestamp = uptimeNanoseconds();
     monitored.event.flags = flagsAfter(event, goesDown) | flagsOfKeyItself(monitored.event.keycode);
     monitored.location = location(QPointF(event.root_x, event.root_y));
+    monitored.choosesCharacter = levelThreeIsHeld();
     return goesDown ? press(event, monitored) : release(event, monitored);
 }
 
@@ -210,6 +211,16 @@ EventFlags XcbEventReader::flagsAfter(const xcb_key_press_event_t& event, bool g
             return flags;
     }
     return flags & ~flagOf(role);
+}
+
+/// The state tells a locked level like a held one, but a lock is no chord.
+bool XcbEventReader::levelThreeIsHeld() const
+{
+    for (unsigned key = 0; key < m_down.size(); ++key) {
+        if (m_down.test(key) && m_roles.roleOf(static_cast<std::uint8_t>(key)) == ModifierRole::levelThree)
+            return true;
+    }
+    return false;
 }
 
 Disposition XcbEventReader::readMouse(const xcb_input_button_press_event_t& event)

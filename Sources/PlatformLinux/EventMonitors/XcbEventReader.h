@@ -42,6 +42,7 @@ private:
     Disposition release(const xcb_key_press_event_t& event, EventMonitors::MonitoredEvent monitored);
     Disposition deliver(const EventMonitors::MonitoredEvent& event) { return m_deliver(event); }
     EventFlags flagsAfter(const xcb_key_press_event_t& event, bool goesDown);
+    [[nodiscard]] bool levelThreeIsHeld() const;
     void readMapping();
 
     Deliver m_deliver;

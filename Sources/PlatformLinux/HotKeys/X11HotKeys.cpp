@@ -1,7 +1,7 @@
 #include "PlatformLinux/HotKeys/X11HotKeys.h"
 
 #include "PlatformLinux/HotKeys/HotKeyGrabs.h"
-#include "PlatformLinux/Keys/VirtualKeyCodes.h"
+#include "PlatformLinux/Keys/EventKeyCodes.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 
 #include <algorithm>
@@ -135,10 +135,10 @@ X11HotKeys::~X11HotKeys() = default;
 HotKeys::Registration X11HotKeys::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                       EventHotKeyID id)
 {
-    const auto key = keyCode <= 0xFF ? xKeyCode(static_cast<int>(keyCode)) : std::nullopt;
+    const auto key = xKeyOfEvent(keyCode);
     if (!key)
         return {eventHotKeyInvalidErr, nullptr};
-    const KeyCombination combination{static_cast<std::uint8_t>(*key), modifiers & hotKeyModifiers};
+    const KeyCombination combination{*key, modifiers & hotKeyModifiers};
     const OSStatus status = m_state->grabs.add(combination);
     if (status != noErr)
         return {status, nullptr};
@@ -147,9 +147,8 @@ HotKeys::Registration X11HotKeys::registerEventHotKey(std::uint32_t keyCode, std
 
 void X11HotKeys::giveWayTo(std::uint32_t keyCode, std::uint32_t modifiers)
 {
-    const auto key = keyCode <= 0xFF ? xKeyCode(static_cast<int>(keyCode)) : std::nullopt;
-    if (key)
-        m_state->grabs.giveWayTo({static_cast<std::uint8_t>(*key), modifiers & hotKeyModifiers});
+    if (const auto key = xKeyOfEvent(keyCode))
+        m_state->grabs.giveWayTo({*key, modifiers & hotKeyModifiers});
 }
 
 std::unique_ptr<EventHandler> X11HotKeys::installEventHandler(Handler handler)
@@ -162,7 +161,7 @@ HotKeys::SymbolicHotKeys X11HotKeys::copySymbolicHotKeys()
     QVariantList list;
     for (const DesktopShortcuts::Shortcut& shortcut : m_desktopShortcuts.shortcuts()) {
         list.append(QVariantMap{{QStringLiteral("kHISymbolicHotKeyEnabled"), true},
-                                {QStringLiteral("kHISymbolicHotKeyCode"), shortcut.virtualKeyCode},
+                                {QStringLiteral("kHISymbolicHotKeyCode"), shortcut.keyCode},
                                 {QStringLiteral("kHISymbolicHotKeyModifiers"), shortcut.modifiers}});
     }
     return {noErr, list};

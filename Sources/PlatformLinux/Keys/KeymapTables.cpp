@@ -1,5 +1,7 @@
 #include "PlatformLinux/Keys/KeymapTables.h"
 
+#include "PlatformLinux/Keys/EventKeyCodes.h"
+#include "PlatformLinux/Keys/KeyNames.h"
 #include "PlatformLinux/Keys/KeysymText.h"
 #include "PlatformLinux/Keys/VirtualKeyCodeTable.h"
 
@@ -73,6 +75,20 @@ xkb_layout_index_t latinGroup(xkb_keymap* keymap, xkb_layout_index_t inUse)
     return inUse;
 }
 
+/// Returns all keys, those with a virtual code first: where two keys have one symbol, they are preferred.
+std::vector<xkb_keycode_t> keysByRank()
+{
+    std::vector<xkb_keycode_t> keys;
+    for (const KeyPosition& position : keyPositions)
+        keys.push_back(keyAt(position));
+    constexpr xkb_keycode_t lastKey = 0xFF;
+    for (xkb_keycode_t key = xKeyCodeOffset + 1; key <= lastKey; ++key) {
+        if (eventKeyCode(static_cast<std::uint8_t>(key)) > keyCodeBeyondVirtual)
+            keys.push_back(key);
+    }
+    return keys;
+}
+
 } // namespace
 
 KeymapTables KeymapTables::of(xkb_keymap* keymap, std::uint32_t group)
@@ -86,6 +102,16 @@ KeymapTables KeymapTables::of(xkb_keymap* keymap, std::uint32_t group)
         made.m_texts.at(static_cast<std::size_t>(position.virtualKeyCode)) = textOf(typed);
     }
 
+    const std::vector<xkb_keycode_t> keys = keysByRank();
+    for (const xkb_keycode_t key : keys) {
+        const std::int64_t code = eventKeyCode(static_cast<std::uint8_t>(key));
+        const auto typed = symbols(keymap, key, textGroup, baseLevel);
+        if (code <= keyCodeBeyondVirtual || typed.size() != 1)
+            continue;
+        if (auto name = nameOfKeysym(typed[0]))
+            made.m_names.insert(code, std::move(*name));
+    }
+
     std::vector<xkb_layout_index_t> groups{group};
     for (xkb_layout_index_t other = 0; other < xkb_keymap_num_layouts(keymap); ++other) {
         if (other != group)
@@ -93,13 +119,14 @@ KeymapTables KeymapTables::of(xkb_keymap* keymap, std::uint32_t group)
     }
     for (const xkb_level_index_t level : {baseLevel, secondLevel}) {
         for (const xkb_layout_index_t each : groups) {
-            for (const KeyPosition& position : keyPositions) {
-                const auto typed = symbols(keymap, keyAt(position), each, level);
+            for (const xkb_keycode_t key : keys) {
+                const auto typed = symbols(keymap, key, each, level);
                 if (typed.size() != 1 || made.m_places.contains(typed[0]))
                     continue;
                 const bool isShifted = level == secondLevel && !isOnKeypad(typed[0]);
-                made.m_places.insert(typed[0], {position.virtualKeyCode,
-                                                isShifted ? Place::Level::shifted : Place::Level::plain});
+                made.m_places.insert(typed[0],
+                                     {static_cast<int>(eventKeyCode(static_cast<std::uint8_t>(key))),
+                                      isShifted ? Place::Level::shifted : Place::Level::plain});
             }
         }
     }
@@ -112,6 +139,12 @@ std::optional<QString> KeymapTables::text(std::int64_t virtualKeyCode) const
         return std::nullopt;
     const QString& found = m_texts[static_cast<std::size_t>(virtualKeyCode)];
     return found.isEmpty() ? std::nullopt : std::optional(found);
+}
+
+std::optional<QString> KeymapTables::name(std::int64_t keyCode) const
+{
+    const auto name = m_names.find(keyCode);
+    return name == m_names.end() ? std::nullopt : std::optional(*name);
 }
 
 std::optional<KeymapTables::Place> KeymapTables::placeOf(std::uint32_t keysym) const

@@ -1,5 +1,5 @@
-// What the keys of a keymap print and where its symbols are, by virtual key codes: a copy that doesn't need
-// the keymap any more. Pure; any thread.
+// What the keys of a keymap print and where its symbols are, by the key codes of events: a copy that doesn't
+// need the keymap any more. Pure; any thread.
 #pragma once
 
 #include <QHash>
@@ -16,7 +16,8 @@ namespace orvane {
 class KeymapTables {
 public:
     struct Place {
-        int virtualKeyCode = 0;
+        /// A virtual key code or one beyond them.
+        int keyCode = 0;
         enum class Level { plain, shifted } level = Level::plain;
         friend bool operator==(const Place&, const Place&) = default;
     };
@@ -27,6 +28,8 @@ public:
     /// Reads the layout in use or, where that doesn't type Latin letters, the first one that does. Nothing
     /// for a key that prints nothing, or more than four UTF-16 units.
     [[nodiscard]] std::optional<QString> text(std::int64_t virtualKeyCode) const;
+    /// Returns the name of a key without a virtual code. Nothing for a key that prints something.
+    [[nodiscard]] std::optional<QString> name(std::int64_t keyCode) const;
     /// Returns the key that types a symbol; on the layout in use, if it is there.
     [[nodiscard]] std::optional<Place> placeOf(std::uint32_t keysym) const;
 
@@ -34,6 +37,7 @@ private:
     static constexpr std::size_t virtualKeyCodeCount = 0x80;
 
     std::array<QString, virtualKeyCodeCount> m_texts;
+    QHash<std::int64_t, QString> m_names;
     QHash<std::uint32_t, Place> m_places;
 };
 

@@ -23,7 +23,7 @@ inline constexpr int xKeyCodeOffset = 8;
 // - The kernel's own code for Fn doesn't fit into an X key code. Laptops whose firmware reports Fn at all
 //   send it as KEY_WAKEUP.
 // - Print Screen, Scroll Lock and Pause stand where F13 to F15 do, but are keys of their own here, and a
-//   keyboard with real F13 to F15 has both: they have no virtual code.
+//   keyboard with real F13 to F15 has both: they have no virtual code. Events give them one beyond these.
 inline constexpr std::array keyPositions = std::to_array<KeyPosition>({
     // Letters
     {0x00, KEY_A},

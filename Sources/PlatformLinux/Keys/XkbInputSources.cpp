@@ -1,6 +1,8 @@
 #include "PlatformLinux/Keys/XkbInputSources.h"
 
 #include "Platform/NotificationCenter.h"
+#include "PlatformLinux/Keys/EventKeyCodes.h"
+#include "PlatformLinux/Keys/KeyNames.h"
 #include "PlatformLinux/Keys/KeymapTables.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
 
@@ -33,6 +35,14 @@ std::shared_ptr<const KeyboardLayout> XkbInputSources::currentASCIICapableKeyboa
 {
     auto tables = m_keymap.tables();
     return tables ? std::make_shared<XkbKeyboardLayout>(std::move(tables)) : nullptr;
+}
+
+std::optional<QString> XkbInputSources::keyName(std::int64_t keyCode)
+{
+    if (keyCode <= keyCodeBeyondVirtual)
+        return nameOfVirtualKey(keyCode);
+    const auto tables = m_keymap.tables();
+    return tables ? tables->name(keyCode) : std::nullopt;
 }
 
 } // namespace orvane

@@ -16,6 +16,7 @@ public:
     XkbInputSources(ServerKeymap& keymap, NotificationCenter& center);
 
     std::shared_ptr<const KeyboardLayout> currentASCIICapableKeyboardLayout() override;
+    [[nodiscard]] std::optional<QString> keyName(std::int64_t keyCode) override;
 
 private:
     ServerKeymap& m_keymap;

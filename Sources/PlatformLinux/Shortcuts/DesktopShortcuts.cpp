@@ -37,7 +37,7 @@ std::optional<DesktopShortcuts::Shortcut> onKeymap(const Accelerator& accelerato
         return std::nullopt;
     const int shift =
         place->level == KeymapTables::Place::Level::shifted ? static_cast<int>(carbonModifier::shift) : 0;
-    return DesktopShortcuts::Shortcut{place->virtualKeyCode, modifiers | shift};
+    return DesktopShortcuts::Shortcut{place->keyCode, modifiers | shift};
 }
 
 } // namespace

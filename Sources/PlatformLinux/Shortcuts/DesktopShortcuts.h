@@ -20,7 +20,8 @@ class DesktopShortcuts : public QObject {
     Q_OBJECT
 public:
     struct Shortcut {
-        int virtualKeyCode = 0;
+        /// A virtual key code, or the one that events give a key without.
+        int keyCode = 0;
         /// In Carbon bits.
         int modifiers = 0;
         friend bool operator==(const Shortcut&, const Shortcut&) = default;

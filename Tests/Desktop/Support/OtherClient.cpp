@@ -114,6 +114,12 @@ void OtherClient::releaseOnXtestKeyboard(int key)
     XSync(m_state->display, False);
 }
 
+void OtherClient::lockModifiers(unsigned modifiers)
+{
+    XkbLockModifiers(m_state->display, XkbUseCoreKbd, 0xFF, modifiers);
+    XSync(m_state->display, False);
+}
+
 bool OtherClient::grabKeyboard()
 {
     return XGrabKeyboard(m_state->display, DefaultRootWindow(m_state->display), False, GrabModeAsync,

@@ -18,8 +18,9 @@ public:
     QList<int> keysDown();
     QList<int> keysDown(const char* device);
     unsigned lockedModifiers();
+    void lockModifiers(unsigned modifiers);
 
-    static constexpr unsigned superModifier = 1 << 6, anyModifiers = 1 << 15;
+    static constexpr unsigned superModifier = 1 << 6, thirdLevelModifier = 1 << 7, anyModifiers = 1 << 15;
 
     struct RepeatRate {
         unsigned delay, interval;

@@ -14,6 +14,9 @@ using Deed = RecorderDecision::Deed;
 
 namespace flag = orvane::eventFlag;
 
+/// A code beyond the virtual ones, as the platform gives it to a key without.
+constexpr std::int64_t printScreen = 0x106B;
+
 class RecorderDecisionTest : public ::testing::Test {
 protected:
     FakePlatform fake;
@@ -24,6 +27,7 @@ protected:
     RecorderDecision decideFor(const EventMonitors::MonitoredEvent& event)
     {
         return decide(event, {.bounds = QRectF(100, 50, 130, 28),
+                              .isNamed = [](std::int64_t code) { return code == printScreen; },
                               .menuItemTitle =
                                   [this](const Shortcut& shortcut) {
                                       asked.append(QStringLiteral("menu ") + shortcut.description());
@@ -161,14 +165,36 @@ TEST_F(RecorderDecisionTest, FunctionKeysAreTakenAloneAndWithShift)
         EXPECT_EQ(key(code, flag::secondaryFn), accepted(code, 0)) << rawValue(code);
         EXPECT_EQ(key(code, flag::shift | flag::secondaryFn), accepted(code, flag::shift)) << rawValue(code);
     }
-    for (const Key code : {Key::home, Key::pageUp, Key::help, Key::space, Key::return_, Key::mute})
+    for (const Key code : {Key::home, Key::pageUp, Key::help, Key::space, Key::return_})
         EXPECT_EQ(key(code, flag::secondaryFn).deed, Deed::refuse) << rawValue(code);
 }
 
-TEST_F(RecorderDecisionTest, AKeyThatNoHotKeyCanHaveIsRefused)
+TEST_F(RecorderDecisionTest, PrintScreenAndTheKeysOfSoundAreTakenAloneAndWithModifiers)
 {
-    // The platform's own codes for keys without a virtual one, such as Print Screen, and meaningless codes.
-    for (const std::int64_t code : {std::int64_t{0x80}, std::int64_t{0x106B}, std::int64_t{-1}})
+    for (const Key code : {Key{printScreen}, Key::mute, Key::volumeUp, Key::volumeDown}) {
+        EXPECT_EQ(key(code), accepted(code, 0)) << rawValue(code);
+        EXPECT_EQ(key(code, flag::shift), accepted(code, flag::shift)) << rawValue(code);
+        EXPECT_EQ(key(code, flag::control), accepted(code, flag::control)) << rawValue(code);
+    }
+}
+
+TEST_F(RecorderDecisionTest, AChordWithAKeyThatChoosesCharactersIsRefused)
+{
+    EventMonitors::MonitoredEvent monitored;
+    monitored.event.type = EventType::keyDown;
+    monitored.event.keycode = rawValue(Key::f5);
+    monitored.choosesCharacter = true;
+    EXPECT_EQ(decideFor(monitored).deed, Deed::refuse);
+    monitored.event.flags = flag::control;
+    EXPECT_EQ(decideFor(monitored).deed, Deed::refuse);
+    monitored.choosesCharacter = false;
+    EXPECT_EQ(decideFor(monitored).deed, Deed::accept);
+}
+
+TEST_F(RecorderDecisionTest, AKeyThatNobodyKnowsIsRefused)
+{
+    // Codes of the platform's own for keys without a name, and meaningless ones.
+    for (const std::int64_t code : {std::int64_t{0x80}, std::int64_t{0x1070}, std::int64_t{-1}})
         EXPECT_EQ(key(Key{code}, flag::control).deed, Deed::refuse) << code;
     EXPECT_EQ(key(Key{0x7F}, flag::control).deed, Deed::accept);
     EXPECT_EQ(asked, (QStringList{QStringLiteral("menu ⌃\uFFFD"), QStringLiteral("system ⌃\uFFFD")}));

@@ -121,6 +121,26 @@ TEST_F(RecorderHeldKeyTest, TakesNoKeyboardThatTheRecordingHadGivenUp)
     EXPECT_TRUE(isLetGo());
 }
 
+TEST_F(RecorderHeldKeyTest, AHotKeyIsRecordedWhileThePointerIsOutsideAndItsReleaseDoesNothing)
+{
+    int released = 0;
+    const Shortcut inForce(Key::j, flag::command);
+    const KeyboardShortcuts::Name another(QStringLiteral("another"), inForce);
+    KeyboardShortcuts::onKeyUp(another, [&] { ++released; });
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&window, &leave);
+    const FakeHotKeys::Combination keys{static_cast<std::uint32_t>(inForce.carbonKeyCode),
+                                        static_cast<std::uint32_t>(inForce.carbonModifiers)};
+    fake.hotKeys.press(keys);
+    EXPECT_EQ(recorder->stringValue(), inForce.description());
+    EXPECT_FALSE(recorder->isRecording());
+    fake.hotKeys.release(keys.keyCode);
+    EXPECT_EQ(released, 0);
+    EXPECT_TRUE(isLetGo());
+    fake.hotKeys.tap(keys);
+    EXPECT_EQ(released, 1);
+}
+
 TEST_F(RecorderHeldKeyTest, AHeldKeyThatIsRefusedBeepsOnce)
 {
     holdKey(Key::a, flag::shift);

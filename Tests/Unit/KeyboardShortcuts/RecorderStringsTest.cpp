@@ -129,6 +129,15 @@ TEST_F(RecorderSpeechTest, TellsTheKeypadFromTheOtherDigits)
     EXPECT_EQ(said(Key::keypadPlus, 0), QStringLiteral("Keypad +"));
 }
 
+TEST_F(RecorderSpeechTest, SaysTheNameOfAKeyThatTheSystemCallsOtherwise)
+{
+    EXPECT_EQ(said(Key::help, eventFlag::control), QStringLiteral("Control Help"));
+    fake.inputSources.names = {{rawValue(Key::help), QStringLiteral("Insert")},
+                               {0x107F, QStringLiteral("Pause")}};
+    EXPECT_EQ(said(Key::help, eventFlag::control), QStringLiteral("Control Insert"));
+    EXPECT_EQ(said(Key{0x107F}, 0), QStringLiteral("Pause"));
+}
+
 TEST_F(RecorderSpeechTest, GivesTheCodeOfAKeyThatPrintsNothing)
 {
     EXPECT_EQ(said(Key{200}, eventFlag::control), QStringLiteral("Control Key 200"));

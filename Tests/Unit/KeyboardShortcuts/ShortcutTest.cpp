@@ -125,6 +125,16 @@ TEST_F(ShortcutTest, AKeyThatPrintsNothingEndsInTheReplacementCharacter)
     EXPECT_EQ(Shortcut(Key::space, command).description(), QStringLiteral("⌘Space"));
 }
 
+TEST_F(ShortcutTest, AKeyThatTheSystemCallsOtherwiseHasItsNameAndNoKeyEquivalent)
+{
+    EXPECT_EQ(Shortcut(Key::help, eventFlag::control).description(), QStringLiteral("⌃?\u20DD"));
+    fake.inputSources.names = {{rawValue(Key::help), QStringLiteral("Insert")},
+                               {0x106B, QStringLiteral("Print Screen")}};
+    EXPECT_EQ(Shortcut(Key::help, eventFlag::control).description(), QStringLiteral("⌃Insert"));
+    EXPECT_EQ(Shortcut(0x106B, 0).description(), QStringLiteral("Print Screen"));
+    EXPECT_EQ(Shortcut(Key::help, eventFlag::control).keyEquivalent(), QString());
+}
+
 TEST_F(ShortcutTest, AnotherLayoutShowsAtTheNextCall)
 {
     const Shortcut shortcut(Key::z, command);

@@ -42,6 +42,18 @@ TEST(KeymapTables, GivesWhatKeysPrintWithoutModifiers)
     EXPECT_EQ(french.text(keyQ), u"a"_qs);
 }
 
+TEST(KeymapTables, AKeyWithoutAVirtualCodeHasANameAndAPlace)
+{
+    constexpr int beyond = 0x1000, keyPrint = beyond + 107, keyPlay = beyond + 172, keyUnused = beyond + 93;
+    const auto american = tables("us");
+    EXPECT_EQ(american.name(keyPrint), u"Print Screen"_qs);
+    EXPECT_EQ(american.name(keyPlay), u"Play"_qs);
+    EXPECT_EQ(american.name(keyUnused), std::nullopt);
+    EXPECT_EQ(american.name(keyA), std::nullopt);
+    EXPECT_EQ(american.placeOf(XKB_KEY_Print), (KeymapTables::Place{keyPrint, Level::plain}));
+    EXPECT_EQ(american.placeOf(XKB_KEY_Return), (KeymapTables::Place{36, Level::plain}));
+}
+
 TEST(KeymapTables, ADeadKeyGivesItsAccent)
 {
     const auto german = tables("de");
