@@ -23,6 +23,7 @@
 #include "PlatformLinux/Session/LogindPowerAssertions.h"
 #include "PlatformLinux/Session/QtApplication.h"
 #include "PlatformLinux/Session/QtRunLoop.h"
+#include "PlatformLinux/Session/RealtimeKit.h"
 #include "PlatformLinux/Session/SingleInstance.h"
 #include "PlatformLinux/Session/Succession.h"
 #include "PlatformLinux/Session/XkbSound.h"
@@ -57,6 +58,8 @@ struct LinuxPlatform::Services {
         eventTaps.onPost = [this](std::uint32_t keyCode, std::uint32_t modifiers) {
             hotKeys.giveWayTo(keyCode, modifiers);
         };
+        eventTaps.onKeysWait = [this](pid_t thread) { realtimeKit.raise(thread); };
+        eventTaps.onKeysPass = [this] { realtimeKit.lower(); };
     }
 
     Process& process;
@@ -79,6 +82,7 @@ struct LinuxPlatform::Services {
     X11HotKeys hotKeys{log, desktopShortcuts};
     XkbInputSources inputSources{keymap, notificationCenter};
     XkbSound sound;
+    RealtimeKit realtimeKit;
     XInputEventTaps eventTaps{log, [this] { return workspace.commandKeys(); }};
     X11Screens screens{notificationCenter};
     X11Panels panels{notificationCenter};

@@ -166,6 +166,7 @@ TEST_F(EventTapControlGroupTest, AFrozenGroupIsFreedOfTheKeyboard)
         return !other.isFloating(keyboard);
     }));
     EXPECT_TRUE(eventually(10s, [&] { return other.keysDown(xtestKeyboard).isEmpty(); }));
+    EXPECT_TRUE(eventually(10s, [&] { return other.keysDown() == QList<int>{key::shiftL}; }));
     hardware.tap(key::a);
     EXPECT_TRUE(eventually(10s, [&] { return window.typed().endsWith("A"); })) << window.typed().data();
     hardware.release(key::shiftL);

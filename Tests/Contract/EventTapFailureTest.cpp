@@ -38,6 +38,26 @@ TEST_F(EventTapFailureTest, AHungMainThreadCostsTheUserASecondAndNoKey)
     EXPECT_EQ(log.messages().filter(QStringLiteral("more than a second")).size(), 1);
 }
 
+TEST_F(EventTapFailureTest, AModifierDoesNotWaitForABusyMainThread)
+{
+    bool isBusy = true;
+    bool hasCome = false;
+    LambdaTap tap(taps, [&](Event&) {
+        if (std::exchange(isBusy, false)) {
+            hardware.click(KeyWindow::place());
+            hasCome =
+                window.waitFor(60s, [&] { return window.keys().contains(QStringLiteral("b1/control")); });
+        }
+        return true;
+    });
+    hardware.press(key::controlL);
+    EXPECT_TRUE(eventually(60s, [&] { return !tap.seen().empty(); }));
+    hardware.release(key::controlL);
+    EXPECT_TRUE(hasCome) << window.keys().join(u' ').toStdString();
+    EXPECT_EQ(keysOnce(3), (QStringList{QStringLiteral("+37"), QStringLiteral("b1/control"),
+                                        QStringLiteral("-37/control")}));
+}
+
 TEST_F(EventTapFailureTest, ATapThatTimedOutCanBeEnabledAgain)
 {
     bool hangs = true;

@@ -38,9 +38,37 @@ void InjectorModel::inject(const Passage& passage, CommandKeys command, KeyActio
     }
 }
 
+bool InjectorModel::goesAhead(HardwareKey hardware) const
+{
+    const std::uint8_t key = hardware.key;
+    if (hardware.motion == KeyMotion::repeat || !roles().chordKeys().test(key) || m_delivered.acting())
+        return false;
+    return m_known.test(key) ? !m_changed.test(key) : roles().roleOf(key) != ModifierRole::command;
+}
+
+void InjectorModel::correct(const Passage& passage, CommandKeys command, KeyActions& actions)
+{
+    if (passage.isUnchanged())
+        return;
+    const std::uint8_t key = passage.hardware.key;
+    if (passage.hardware.motion == KeyMotion::release) {
+        if (!passage.isConsumed())
+            m_delivered.noteModifier(passage.flags());
+        bring(actingChord(), {}, actions);
+        return;
+    }
+    if (passage.isConsumed() && m_lone == key)
+        tapNeutralKey(actions); // its press is taken back, and that must not open a menu
+    pressed(passage, command, actions);
+    if (passage.isConsumed())
+        bring(actingChord(), {}, actions);
+}
+
 void InjectorModel::pressed(const Passage& passage, CommandKeys command, KeyActions& actions)
 {
     const std::uint8_t key = passage.hardware.key;
+    m_known.set(key);
+    m_changed.set(key, !passage.isUnchanged());
     if (passage.isConsumed()) {
         m_injected[key] = 0;
         if (roles().roleOf(key) == ModifierRole::capsLock)

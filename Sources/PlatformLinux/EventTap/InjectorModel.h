@@ -39,6 +39,10 @@ public:
         Event answer;
         EventTapDecision decision = EventTapDecision::pass;
 
+        [[nodiscard]] bool isUnchanged() const
+        {
+            return !isConsumed() && !isRewritten() && observed.keycode == answer.keycode;
+        }
         [[nodiscard]] bool isConsumed() const { return decision == EventTapDecision::consume; }
         [[nodiscard]] bool isRewritten() const { return !isConsumed() && flags().changesChord(); }
         [[nodiscard]] DeliveredModifiers::Rewriting flags() const { return {observed.flags, answer.flags}; }
@@ -51,6 +55,12 @@ public:
     }
     /// Adds what has to be pressed when an event has passed the taps.
     void inject(const Passage& passage, CommandKeys command, KeyActions& actions);
+    /// True if a motion may be injected as it is before the taps are asked: that of a modifier whose last
+    /// press they left as it was, or whose first one it is. Super waits for its first answer, for window
+    /// managers act on it alone.
+    [[nodiscard]] bool goesAhead(HardwareKey hardware) const;
+    /// To be called in the place of inject() with the answer for a motion that went ahead.
+    void correct(const Passage& passage, CommandKeys command, KeyActions& actions);
     void post(const Event& event, CommandKeys command, KeyActions& actions);
     /// Releases everything that was pressed; afterwards nothing is held.
     void releaseAll(KeyActions& actions);
@@ -87,6 +97,9 @@ private:
     DeliveredModifiers m_delivered;
     /// For a held key the key that went to the applications in its place, mostly itself; 0 for none.
     std::array<std::uint8_t, 256> m_injected{};
+    /// The keys whose last press the taps have seen, and those among them that they changed or removed.
+    KeySet m_known;
+    KeySet m_changed;
     KeySet m_posted;
     /// The keys that the applications see as down.
     KeySet m_down;

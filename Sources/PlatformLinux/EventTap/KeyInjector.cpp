@@ -29,7 +29,10 @@ void KeyInjector::take(HardwareKey key)
     awaitAnswer();
     m_passage.hardware = key;
     m_passage.observed = m_model.observe(key, uptimeNanoseconds());
+    m_wentAhead = false;
     if (m_asksMain && isWanted(m_passage.observed)) {
+        if (m_model.goesAhead(key))
+            goAhead();
         m_isAwaited = true;
         m_mailbox.offer(m_passage.observed, patience);
         return;
@@ -54,12 +57,21 @@ void KeyInjector::awaitAnswer()
     }
 }
 
+void KeyInjector::goAhead()
+{
+    inject(m_passage.observed, EventTapDecision::pass);
+    m_wentAhead = true;
+}
+
 void KeyInjector::inject(const Event& answer, EventTapDecision decision)
 {
     m_passage.answer = answer;
     m_passage.decision = decision;
     KeyActions actions;
-    m_model.inject(m_passage, m_commandKeys(), actions);
+    if (m_wentAhead)
+        m_model.correct(m_passage, m_commandKeys(), actions);
+    else
+        m_model.inject(m_passage, m_commandKeys(), actions);
     perform(actions);
 }
 

@@ -35,7 +35,8 @@ public:
     void begin(const KeySet& downAtFirst);
     /// Adds keys that were pressed on a keyboard before it was grabbed.
     void addHeld(const KeySet& keys) { m_model.addHeld(keys); }
-    /// Observes a motion and offers it, or injects it at once when the main thread isn't asked.
+    /// Observes a motion and offers it, or injects it at once when the main thread isn't asked. A modifier's
+    /// motion that is expected to pass is injected and offered: a click doesn't wait for the main thread.
     void take(HardwareKey key);
     /// Returns when the offered key has been injected: to be called before anything else uses this object's
     /// state.
@@ -72,6 +73,7 @@ private:
     {
         return (m_mask.load() & eventMaskBit(event.type)) != 0;
     }
+    void goAhead();
     void afterCapsLock();
     void perform(const KeyActions& actions);
 
@@ -84,6 +86,8 @@ private:
     LiftedKeys m_lifted;
     /// The key that is on its way.
     InjectorModel::Passage m_passage;
+    /// True if it was injected before the taps were asked.
+    bool m_wentAhead = false;
     bool m_isAwaited = false;
     bool m_asksMain = true;
     bool m_isLate = false;

@@ -105,8 +105,10 @@ TapSource::Result TapSource::startThread(TapThread::Purpose purpose)
         return noteLate();
     m_log.forget();
     m_thread = std::move(thread);
-    if (purpose == TapThread::Purpose::tap)
+    if (purpose == TapThread::Purpose::tap) {
         m_shortTurns.emplace();
+        m_handlers.keysWait(m_thread->number());
+    }
     m_notifier.reset(new QSocketNotifier(m_thread->mailbox().descriptor(), QSocketNotifier::Read));
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { answerNext(); });
     return Result::there;
@@ -122,6 +124,8 @@ void TapSource::stopThread()
     // The member is cleared before the thread is stopped: code that is called meanwhile finds no thread.
     const auto thread = std::move(m_thread);
     const std::vector<Event> unseen = thread->stop();
+    if (thread->purpose() == TapThread::Purpose::tap)
+        m_handlers.keysPass();
     m_unseen.insert(m_unseen.end(), unseen.begin(), unseen.end());
 }
 

@@ -41,6 +41,10 @@ public:
         /// called again.
         std::function<void(TapThread::Ending)> threadEnded;
         std::function<void()> listenerEnded;
+        /// Called when each key begins to wait for the thread of this number and for the main thread, and
+        /// when that ends.
+        std::function<void(pid_t thread)> keysWait;
+        std::function<void()> keysPass;
     };
 
     TapSource(LogSink& log, std::function<CommandKeys()> commandKeys, Handlers handlers);

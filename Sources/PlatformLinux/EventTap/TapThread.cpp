@@ -4,10 +4,12 @@
 #include "PlatformLinux/EventTap/ShortTurns.h"
 #include "PlatformLinux/EventTap/XtestLayout.h"
 
+#include <csignal>
 #include <string>
 #include <utility>
 
 #include <poll.h>
+#include <unistd.h>
 
 namespace orvane {
 
@@ -84,6 +86,13 @@ bool TapThread::post(const Event& event)
 void TapThread::run(std::promise<void> begun, std::promise<void> ended)
 {
     const ShortTurns shortTurns;
+    m_number = ::gettid();
+    // As a real-time thread it gets this signal itself when it takes too much: on one processor no other thread
+    // could run to handle it.
+    sigset_t tooMuch;
+    sigemptyset(&tooMuch);
+    sigaddset(&tooMuch, SIGXCPU);
+    ::pthread_sigmask(SIG_UNBLOCK, &tooMuch, nullptr);
     const bool hasBegun = begin();
     if (hasBegun) {
         begun.set_value();

@@ -18,6 +18,8 @@
 #include <thread>
 #include <vector>
 
+#include <sys/types.h>
+
 namespace orvane {
 
 class TapThread {
@@ -43,6 +45,8 @@ public:
     TapThread& operator=(const TapThread&) = delete;
 
     [[nodiscard]] Purpose purpose() const { return m_purpose; }
+    /// The kernel's number of the thread, for as long as it runs.
+    [[nodiscard]] pid_t number() const { return m_number.load(); }
     /// Returns why the thread has ended by itself; the mailbox rings then.
     [[nodiscard]] Ending ending() const { return m_ending.load(); }
     TapMailbox& mailbox() { return m_mailbox; }
@@ -84,6 +88,7 @@ private:
     std::atomic<EventMask> m_mask{0};
     std::atomic<bool> m_isStopping{false};
     std::atomic<Ending> m_ending{Ending::none};
+    std::atomic<pid_t> m_number{0};
 
     std::mutex m_postsMutex;
     std::vector<Event> m_posts;

@@ -43,7 +43,9 @@ XInputEventTaps::XInputEventTaps(LogSink& log, std::function<CommandKeys()> comm
                {.decide = [this](Event& event) { return decideKey(event); },
                 .hear = [this](const Event& event) { hear(event); },
                 .threadEnded = [this](TapThread::Ending ending) { threadEnded(ending); },
-                .listenerEnded = [this] { listenerEnded(); }})
+                .listenerEnded = [this] { listenerEnded(); },
+                .keysWait = [this](pid_t thread) { onKeysWait(thread); },
+                .keysPass = [this] { onKeysPass(); }})
 {
 }
 

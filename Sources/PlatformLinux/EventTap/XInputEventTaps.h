@@ -29,6 +29,11 @@ public:
     /// Called before a posted key is pressed, with its modifiers in the form of hot keys.
     std::function<void(std::uint32_t keyCode, std::uint32_t modifiers)> onPost = [](auto, auto) {};
 
+    /// Called when each key begins to wait for the thread of this number and for the main thread, and when
+    /// that ends.
+    std::function<void(pid_t thread)> onKeysWait = [](auto) {};
+    std::function<void()> onKeysPass = [] {};
+
     std::unique_ptr<EventTap> tapCreate(Location location, Placement placement, Options options,
                                         EventMask eventsOfInterest, EventTapCallback callback,
                                         void* userInfo) override;

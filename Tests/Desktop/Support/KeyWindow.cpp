@@ -32,7 +32,7 @@ KeyWindow::KeyWindow() : m_state(std::make_unique<State>())
                                     CopyFromParent, InputOutput, nullptr, CWOverrideRedirect, &attributes);
     int supported = 0;
     XkbSetDetectableAutoRepeat(display, True, &supported);
-    XSelectInput(display, m_state->window, KeyPressMask | KeyReleaseMask | ExposureMask);
+    XSelectInput(display, m_state->window, KeyPressMask | KeyReleaseMask | ButtonPressMask | ExposureMask);
     XMapRaised(display, m_state->window);
     XEvent event;
     XWindowEvent(display, m_state->window, ExposureMask, &event);
@@ -80,10 +80,13 @@ void KeyWindow::read()
         XNextEvent(m_state->display, &event);
         if (event.type == MappingNotify)
             XRefreshKeyboardMapping(&event.xmapping);
-        if (event.type != KeyPress && event.type != KeyRelease)
+        if (event.type != KeyPress && event.type != KeyRelease && event.type != ButtonPress)
             continue;
-        QString text =
-            QLatin1String(event.type == KeyPress ? "+" : "-") + QString::number(event.xkey.keycode);
+        // Keys and buttons have their number and the modifiers at the same places of the event.
+        QString text = QLatin1String(event.type == ButtonPress ? "b"
+                                     : event.type == KeyPress  ? "+"
+                                                               : "-") +
+                       QString::number(event.xkey.keycode);
         QStringList modifiers;
         for (unsigned bit = 0; bit < std::size(names); ++bit) {
             if (event.xkey.state & (1u << bit))
@@ -92,6 +95,8 @@ void KeyWindow::read()
         if (!modifiers.isEmpty())
             text += QLatin1Char('/') + modifiers.join(QLatin1Char('+'));
         m_state->keys.append(text);
+        if (event.type == ButtonPress)
+            continue;
         char typed[8];
         const int length = XLookupString(&event.xkey, typed, sizeof typed, nullptr, nullptr);
         if (event.type == KeyPress)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QPoint>
 #include <QStringList>
 
 #include <chrono>
@@ -10,8 +11,8 @@
 
 namespace orvane::tests {
 
-/// Has the input focus and records each key: "+54" for a press, "-54" for a release, with "/" and the
-/// modifiers that X reports.
+/// Has the input focus and records each key: "+54" for a press, "-54" for a release, "b1" for a click, with
+/// "/" and the modifiers that X reports.
 class KeyWindow {
 public:
     KeyWindow();
@@ -20,6 +21,8 @@ public:
     KeyWindow& operator=(const KeyWindow&) = delete;
 
     QStringList keys();
+    /// A place inside of it, in the root window.
+    [[nodiscard]] static QPoint place() { return {500, 350}; }
     /// Returns what the presses and repeats would type.
     QByteArray typed();
     /// Waits without an event loop, as a main thread that hangs.

@@ -659,5 +659,67 @@ TEST_F(InjectorModelTest, NothingStaysPressedWhateverHappens)
     }
 }
 
+// --- modifiers that go ahead of the taps' answer
+
+class GoingAheadTest : public InjectorModelTest {
+protected:
+    /// Returns what is pressed before the answer and with it, with "|" between the two.
+    std::string moveAhead(std::uint8_t key, KeyMotion motion)
+    {
+        const Event observed = model.observe({key, motion}, 1);
+        InjectorModel::Passage passage{{key, motion}, observed, observed};
+        KeyActions ahead, corrected;
+        const bool goesAhead = model.goesAhead({key, motion});
+        if (goesAhead)
+            model.inject(passage, commandKeys, ahead);
+        passage.decision = subscriber(passage.answer) ? EventTapDecision::pass : EventTapDecision::consume;
+        if (goesAhead)
+            model.correct(passage, commandKeys, corrected);
+        else
+            model.inject(passage, commandKeys, corrected);
+        return text(ahead) + "|" + text(corrected);
+    }
+};
+
+TEST_F(GoingAheadTest, AModifierIsDownBeforeTheAnswerAndTheAnswerChangesNothing)
+{
+    EXPECT_EQ(moveAhead(controlL, KeyMotion::press), "+Ctrl|");
+    EXPECT_EQ(moveAhead(shiftL, KeyMotion::press), "+Shift|");
+    EXPECT_EQ(moveAhead(keyA, KeyMotion::press), "|+A");
+    EXPECT_EQ(moveAhead(keyA, KeyMotion::release), "|-A");
+    EXPECT_EQ(moveAhead(controlL, KeyMotion::release), "-Ctrl|");
+    EXPECT_EQ(moveAhead(shiftL, KeyMotion::release), "-Shift|");
+}
+
+TEST_F(GoingAheadTest, ARewrittenOneIsCorrectedWithoutALoneSuperAndWaitsTheNextTime)
+{
+    EXPECT_EQ(moveAhead(superL, KeyMotion::press), "|+Super") << "window managers act on it alone";
+    EXPECT_EQ(moveAhead(superL, KeyMotion::release), "-Super|");
+    subscriber = fullSwap;
+    EXPECT_EQ(moveAhead(superL, KeyMotion::press), "+Super|+Ctrl -Super");
+    EXPECT_EQ(moveAhead(superL, KeyMotion::release), "|-Ctrl");
+    EXPECT_EQ(moveAhead(superL, KeyMotion::press), "|+Ctrl");
+    EXPECT_EQ(moveAhead(superL, KeyMotion::release), "|-Ctrl");
+    subscriber = passAll;
+    EXPECT_EQ(moveAhead(superL, KeyMotion::press), "|+Super");
+    EXPECT_EQ(moveAhead(superL, KeyMotion::release), "-Super|") << "it is left alone again";
+}
+
+TEST_F(GoingAheadTest, AnotherModifierWaitsWhileARewrittenOneIsHeld)
+{
+    subscriber = fullSwap;
+    moveAhead(superL, KeyMotion::press);
+    EXPECT_EQ(moveAhead(shiftL, KeyMotion::press), "|+Shift");
+}
+
+TEST_F(GoingAheadTest, ARemovedOneIsTakenBackWithoutAMenu)
+{
+    moveAhead(superL, KeyMotion::press);
+    moveAhead(superL, KeyMotion::release);
+    subscriber = [](Event&) { return false; };
+    EXPECT_EQ(moveAhead(superL, KeyMotion::press), "+Super|+Ctrl -Ctrl -Super");
+    EXPECT_EQ(moveAhead(superL, KeyMotion::release), "|");
+}
+
 } // namespace
 } // namespace orvane::tests
