@@ -8,12 +8,12 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QIconEngine>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QPalette>
 #include <QScreen>
-#include <QStyle>
 #include <QWidgetAction>
 #include <QWindow>
 
@@ -41,20 +41,36 @@ constexpr auto keyMaskProperty = "orvaneKeyMask";
 /// A menu may contain itself.
 constexpr int deepestLevel = 8;
 
-QIcon iconOf(const TemplateImage& image, const QWidget& shownIn)
-{
-    const int side = shownIn.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &shownIn);
-    const double ratio = shownIn.devicePixelRatioF();
-    const auto pixmap = [&](QPalette::ColorGroup group) {
-        const QColor colour = shownIn.palette().color(group, QPalette::WindowText);
-        QImage picture = tinted(image, QSize(side, side) * ratio, colour);
-        picture.setDevicePixelRatio(ratio);
-        return QPixmap::fromImage(picture);
-    };
-    QIcon icon(pixmap(QPalette::Active));
-    icon.addPixmap(pixmap(QPalette::Disabled), QIcon::Disabled);
-    return icon;
-}
+/// Draws a template in the colours of the widget that shows it. An icon of ready pixmaps would leave a copy
+/// of each in the toolkit's cache at each opening, since they are never the same ones.
+class TemplateIconEngine : public QIconEngine {
+public:
+    TemplateIconEngine(TemplateImage image, const QPalette& palette)
+        : m_image(std::move(image)), m_palette(palette)
+    {
+    }
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
+    {
+        const double ratio = painter->device()->devicePixelRatioF();
+        painter->drawImage(rect, picture(rect.size() * ratio, mode));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override
+    {
+        return QPixmap::fromImage(picture(size, mode));
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new TemplateIconEngine(*this); }
+
+private:
+    [[nodiscard]] QImage picture(const QSize& pixels, QIcon::Mode mode) const
+    {
+        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        return tinted(m_image, pixels, m_palette.color(group, QPalette::WindowText));
+    }
+
+    TemplateImage m_image;
+    QPalette m_palette;
+};
 
 /// Nothing else has the keyboard while the menu is open, so Super is as good a command key as Control.
 bool isChosenBy(const MenuItem& item, QKeyCombination key)
@@ -198,7 +214,7 @@ QAction* TrayMenuView::addItem(QMenu& popup, const MenuItem& item, int depth)
     }
     action->setEnabled(item.enabled && (item.action || item.submenu));
     if (item.image)
-        action->setIcon(iconOf(*item.image, popup));
+        action->setIcon(QIcon(new TemplateIconEngine(*item.image, popup.palette())));
     action->setIconVisibleInMenu(true);
     if (item.state == MenuItem::State::on) {
         action->setCheckable(true);
