@@ -3,6 +3,7 @@
 #include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Accessibility/X11Accessibility.h"
 #include "PlatformLinux/Appearance/DesktopAppearance.h"
+#include "PlatformLinux/Common/LargeBlocks.h"
 #include "PlatformLinux/Defaults/JsonDefaultsStore.h"
 #include "PlatformLinux/Defaults/SavingAtExit.h"
 #include "PlatformLinux/EventMonitors/X11EventMonitors.h"
@@ -117,7 +118,10 @@ struct LinuxPlatform::Services {
                       .sharedWorkspace = workspace};
 };
 
-LinuxPlatform::LinuxPlatform(int& argc, char** argv) : m_process(std::make_unique<Process>(argc, argv)) {}
+LinuxPlatform::LinuxPlatform(int& argc, char** argv) : m_process(std::make_unique<Process>(argc, argv))
+{
+    returnLargeBlocksToSystem();
+}
 LinuxPlatform::~LinuxPlatform() = default;
 
 std::optional<int> LinuxPlatform::handOver()

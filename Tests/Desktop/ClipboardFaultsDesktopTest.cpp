@@ -32,6 +32,19 @@ QByteArray twoEntries()
     return "[" + entry("1", "first") + "," + entry("2", "second") + "]";
 }
 
+/// Returns the megabytes of memory that a process alone has and has written to.
+double privateDirtyMemory(qint64 pid)
+{
+    QFile file(QStringLiteral("/proc/%1/smaps_rollup").arg(pid));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.startsWith("Private_Dirty:"))
+            return line.mid(14).trimmed().split(' ').first().toDouble() / 1024;
+    }
+    return 0;
+}
+
 class ClipboardFaultsDesktopTest : public ClipboardFixture {
 protected:
     /// Starts the program with this in the history's file.
@@ -171,6 +184,24 @@ TEST_F(ClipboardFaultsDesktopTest, AFileThatCantBeReadBeginsAnEmptyList)
     setClipboardText(QStringLiteral("afterwards"));
     EXPECT_TRUE(rowsBecome({QStringLiteral("afterwards")}));
     EXPECT_TRUE(QDir(inTheWay).exists());
+}
+
+TEST_F(ClipboardFaultsDesktopTest, TheMemoryOfLargeCopiesGoesBackToTheSystem)
+{
+    startWith(twoEntries());
+    copy(QStringLiteral("small"));
+    const double before = privateDirtyMemory(program().pid());
+    ASSERT_GT(before, 0);
+    const QByteArray large(45'000'000, 'x');
+    constexpr qsizetype pieceSize = 1'000'000;
+    for (const char* next : {"one", "two", "three"}) {
+        const SelectionOwner owner({{"UTF8_STRING", large}}, Manner::pieces, pieceSize);
+        // The last piece is followed by an empty one.
+        ASSERT_TRUE(eventually(20s, [&] { return owner.piecesSent() >= large.size() / pieceSize + 1; }));
+        copy(QLatin1StringView(next));
+    }
+    EXPECT_TRUE(eventually(10s, [&] { return privateDirtyMemory(program().pid()) < before + 10; }))
+        << before << " MB before, " << privateDirtyMemory(program().pid()) << " MB after";
 }
 
 TEST_F(ClipboardFaultsDesktopTest, WhenNothingMoreCanBeWrittenTheListOnTheDiskStaysWhole)

@@ -24,6 +24,9 @@ struct ArchiveQueue::State : std::enable_shared_from_this<State> {
     /// Work that later saves build on: none of them takes the place of one that waits in front of it.
     void addReading(Job job);
     void addSave(Snapshot snapshot);
+    /// Returns the list on the disk without texts beyond the limits, and shortens the file if it had any.
+    /// Called on the pool's thread.
+    QList<ClipItem> loadWithinLimits();
     void endSaves();
     void addUnlisted(const QString& name);
     void removeUnlisted(const QString& name);
@@ -83,6 +86,20 @@ void ArchiveQueue::State::addSave(Snapshot snapshot)
     m_replaceable = std::make_shared<Save>(std::move(newest));
     m_jobs.emplace_back([this, save = m_replaceable] { runSave(save); });
     wake(!std::exchange(m_isRunning, true));
+}
+
+QList<ClipItem> ArchiveQueue::State::loadWithinLimits()
+{
+    ClipboardStore store{.items = archive.load()};
+    if (!store.removeBeyondTextLimits())
+        return store.items;
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_isPurged)
+            return store.items;
+    }
+    archive.save(store.items);
+    return store.items;
 }
 
 void ArchiveQueue::State::endSaves()
@@ -184,7 +201,7 @@ std::shared_ptr<const QList<ClipItem>> ArchiveQueue::load(std::function<void()> 
     auto items = std::make_shared<QList<ClipItem>>();
     m_state->addReading([state = m_state.get(), items, completion = std::move(completion),
                          &runLoop = platform().mainRunLoop] {
-        *items = state->archive.load();
+        *items = state->loadWithinLimits();
         runLoop.perform(completion);
     });
     return items;

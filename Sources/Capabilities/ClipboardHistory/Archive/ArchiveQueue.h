@@ -29,8 +29,9 @@ public:
 
     explicit ArchiveQueue(HistoryArchive archive);
 
-    /// Returns the list on the disk, empty when it can't be read. The list is there when `completion` is
-    /// called, in a later turn of the run loop, and for snapshots of saves that are asked for from now on.
+    /// Returns the list on the disk, without texts beyond the limits; empty when it can't be read. The list
+    /// is there when `completion` is called, in a later turn of the run loop, and for snapshots of saves that
+    /// are asked for from now on.
     std::shared_ptr<const QList<ClipItem>> load(std::function<void()> completion);
     /// Saves, then prunes the pictures.
     void save(Snapshot snapshot);

@@ -77,6 +77,20 @@ void ClipboardStore::clearUnpinned()
     items.removeIf([](const ClipItem& entry) { return !entry.pinned; });
 }
 
+bool ClipboardStore::removeBeyondTextLimits()
+{
+    qint64 textBytes = 0;
+    const auto isBeyond = [&textBytes](const ClipItem& entry) {
+        if (entry.pinned)
+            return false;
+        if (entry.textBytes() > largestText)
+            return true;
+        textBytes += entry.textBytes();
+        return textBytes > textBudget;
+    };
+    return items.removeIf(isBeyond) > 0;
+}
+
 QList<ClipItem> ClipboardStore::search(const QString& query, const QLocale& locale) const
 {
     const QString trimmed = query.trimmed();

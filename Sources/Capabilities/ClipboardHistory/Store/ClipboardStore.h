@@ -28,6 +28,9 @@ struct ClipboardStore {
     /// Changes the pin of the first entry with that id, which stays in its place, and applies the cap.
     void togglePin(QUuid id);
     void clearUnpinned();
+    /// Removes what is beyond the limits to texts, as a list from elsewhere may have it. True if there was
+    /// any.
+    bool removeBeyondTextLimits();
     /// Returns the entries whose preview contains the trimmed query, ignoring case, in the order of the list;
     /// all of them for an empty one.
     [[nodiscard]] QList<ClipItem> search(const QString& query, const QLocale& locale = QLocale()) const;

@@ -37,6 +37,44 @@ TEST_F(HistoryLoadingTest, TheListComesInALaterTurn)
     EXPECT_EQ(shown(), stored);
 }
 
+TEST_F(HistoryLoadingTest, TextsBeyondTheLimitsGoWithTheLoadingAlsoFromTheFile)
+{
+    constexpr qsizetype mebi = qsizetype{1} << 20;
+    // A character takes two bytes: these have 20 MiB each, and 16 MiB are the limit to one.
+    const ClipItem tooLarge = textClip(QString(10 * mebi, u'a'));
+    ClipItem pinned = pinnedClip(QString(10 * mebi, u'b'));
+    QList<ClipItem> list{tooLarge, pinned};
+    // Four of 16 MiB fill the 64 MiB that all may take together.
+    for (const char16_t letter : {u'c', u'd', u'e', u'f'})
+        list.append(textClip(QString(8 * mebi, letter)));
+    list.append(textClip(QStringLiteral("beyond")));
+    archive.save(list);
+    load();
+    const QList<ClipItem> kept = list.sliced(1, 5);
+    EXPECT_TRUE(items() == kept);
+    EXPECT_TRUE(savedItems() == kept);
+}
+
+TEST_F(HistoryLoadingTest, AListWithinTheLimitsIsNotWrittenAgain)
+{
+    const QByteArray spaced = fileContent().value().replace(",", ", ");
+    QFile file(archive.historyPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(spaced) == spaced.size());
+    file.close();
+    load();
+    EXPECT_EQ(items(), stored);
+    EXPECT_EQ(fileContent(), spaced);
+}
+
+TEST_F(HistoryLoadingTest, ARemovalThatComesFirstLeavesNoShortenedFileBehind)
+{
+    archive.save({textClip(QString(qsizetype{9} << 20, u'a'))});
+    controller->loadHistory();
+    startTask([this]() -> Task<> { co_await controller->purge(); });
+    settle();
+    EXPECT_FALSE(QFileInfo::exists(archive.directory));
+}
+
 TEST_F(HistoryLoadingTest, ACopyThatComesFirstShowsAtOnceAndStandsOnTop)
 {
     loadBehindACopy(QStringLiteral("new"));
