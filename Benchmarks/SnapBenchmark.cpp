@@ -40,6 +40,7 @@ Platform withDesktop(const Platform& fakes, const Platform& real)
             .log = fakes.log,
             .panels = real.panels,
             .permissions = fakes.permissions,
+            .pictures = fakes.pictures,
             .powerAssertions = fakes.powerAssertions,
             .mainRunLoop = real.mainRunLoop,
             .screens = real.screens,

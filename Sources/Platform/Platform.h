@@ -21,6 +21,7 @@ class NotificationCenter;
 class Panels;
 class Pasteboard;
 class Permissions;
+class Pictures;
 class PowerAssertions;
 class RunLoop;
 class Screens;
@@ -45,6 +46,7 @@ struct Platform {
     LogSink& log;
     Panels& panels;
     Permissions& permissions;
+    Pictures& pictures;
     PowerAssertions& powerAssertions;
     RunLoop& mainRunLoop;
     Screens& screens;

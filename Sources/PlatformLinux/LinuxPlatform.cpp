@@ -31,6 +31,7 @@
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
 #include "PlatformLinux/WindowDrags/X11WindowDrags.h"
+#include "PlatformLinux/Worker/WorkerPictures.h"
 
 #include <QThreadPool>
 
@@ -92,6 +93,7 @@ struct LinuxPlatform::Services {
     X11Accessibility accessibility{screens, permissions};
     X11WindowDrags windowDrags{eventMonitors, screens, permissions};
     X11Pasteboard generalPasteboard{log, runLoop};
+    WorkerPictures pictures{log};
 
     Platform platform{.accessibility = accessibility,
                       .application = process.application,
@@ -108,6 +110,7 @@ struct LinuxPlatform::Services {
                       .log = log,
                       .panels = panels,
                       .permissions = permissions,
+                      .pictures = pictures,
                       .powerAssertions = powerAssertions,
                       .mainRunLoop = runLoop,
                       .screens = screens,

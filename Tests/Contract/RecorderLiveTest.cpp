@@ -120,6 +120,7 @@ protected:
                   .log = log,
                   .panels = fake.panels,
                   .permissions = fake.permissions,
+                  .pictures = fake.pictures,
                   .powerAssertions = fake.powerAssertions,
                   .mainRunLoop = runLoop,
                   .screens = screens,

@@ -18,6 +18,7 @@ FakePlatform::FakePlatform()
                  .log = log,
                  .panels = panels,
                  .permissions = permissions,
+                 .pictures = pictures,
                  .powerAssertions = powerAssertions,
                  .mainRunLoop = runLoop,
                  .screens = screens,

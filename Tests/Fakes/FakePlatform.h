@@ -14,6 +14,7 @@
 #include "Fakes/FakePanels.h"
 #include "Fakes/FakePasteboard.h"
 #include "Fakes/FakePermissions.h"
+#include "Fakes/FakePictures.h"
 #include "Fakes/FakePowerAssertions.h"
 #include "Fakes/FakeRunLoop.h"
 #include "Fakes/FakeScreens.h"
@@ -67,6 +68,7 @@ public:
     FakeHotKeys hotKeys;
     FakeLogSink log;
     FakeLoginItem loginItem;
+    FakePictures pictures;
     FakePowerAssertions powerAssertions;
     FakeRunLoop runLoop{clock};
     FakePasteboard generalPasteboard{runLoop};

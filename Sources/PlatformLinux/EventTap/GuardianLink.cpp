@@ -1,7 +1,6 @@
 #include "PlatformLinux/EventTap/GuardianLink.h"
 
-#include <QCoreApplication>
-#include <QFile>
+#include "PlatformLinux/Common/HelperProgram.h"
 
 #include <cerrno>
 #include <chrono>
@@ -41,14 +40,7 @@ bool endsWithin(pid_t process, std::chrono::milliseconds limit)
 
 QByteArray GuardianLink::program()
 {
-    // The executable is beside the program, or where an installation has it.
-    const QString directory = QCoreApplication::applicationDirPath();
-    for (const char* place : {"/orvane-guardian", "/../libexec/orvane/orvane-guardian"}) {
-        const QString path = directory + QLatin1String(place);
-        if (QFile::exists(path))
-            return QFile::encodeName(path);
-    }
-    return {};
+    return helperProgram("orvane-guardian");
 }
 
 GuardianLink::GuardianLink(QByteArray program, std::uint32_t window, const SharedPulse& pulse,

@@ -1,0 +1,154 @@
+#include "PlatformLinux/Worker/WorkerPictures.h"
+
+#include "PlatformLinux/Common/HelperProgram.h"
+#include "PlatformLinux/Worker/NewFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+namespace orvane {
+
+using namespace WorkerProtocol;
+
+namespace {
+
+/// Of a thumbnail's pixels; more than any screen needs.
+constexpr std::uint64_t mostPixels = 4096 * 4096;
+
+/// Nothing but a plain file is handed over: to open another kind could wait for ever, and to read it too.
+FileDescriptor openPlainFile(const QString& path)
+{
+    FileDescriptor file(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status {};
+    if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    return file;
+}
+
+PictureSize asTold(Pictures::Size size)
+{
+    return {static_cast<std::uint32_t>(std::max(size.width, 0)),
+            static_cast<std::uint32_t>(std::max(size.height, 0))};
+}
+
+PictureType asTold(Pictures::Type type)
+{
+    switch (type) {
+    case Pictures::Type::jpeg:
+        return PictureType::jpeg;
+    case Pictures::Type::png:
+        return PictureType::png;
+    case Pictures::Type::heic:
+        return PictureType::heic;
+    case Pictures::Type::tiff:
+        return PictureType::tiff;
+    }
+    return PictureType::jpeg;
+}
+
+/// Nothing when the worker says what can't be true.
+std::optional<PictureSize> sizeOf(const std::optional<WorkerClient::Bytes>& answer)
+{
+    const auto size = answer ? payloadAs<PictureSize>(*answer) : std::nullopt;
+    return size && isAllowed(*size) ? size : std::nullopt;
+}
+
+/// A memory file of a size that nobody can change any more.
+FileDescriptor makePixelMemory(std::size_t size)
+{
+    FileDescriptor memory(::memfd_create("orvane-pixels", MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    if (!memory || ::ftruncate(memory.get(), static_cast<off_t>(size)) != 0 ||
+        ::fcntl(memory.get(), F_ADD_SEALS, F_SEAL_GROW | F_SEAL_SHRINK | F_SEAL_SEAL) != 0)
+        return {};
+    return memory;
+}
+
+std::optional<QByteArray> readAll(int descriptor, qsizetype size)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    qsizetype done = 0;
+    while (done < size) {
+        const ssize_t got =
+            ::pread(descriptor, bytes.data() + done, static_cast<std::size_t>(size - done), done);
+        if (got <= 0)
+            return std::nullopt;
+        done += got;
+    }
+    return bytes;
+}
+
+} // namespace
+
+WorkerPictures::WorkerPictures(LogSink& log)
+    : m_client([] { return helperProgram("orvane-worker"); }, log, timeLimit)
+{
+}
+
+WorkerPictures::WorkerPictures(QByteArray program, LogSink& log, std::chrono::milliseconds limit)
+    : m_client([program = std::move(program)] { return program; }, log, limit)
+{
+}
+
+std::optional<Pictures::Size> WorkerPictures::measure(const QString& path, std::stop_token stop)
+{
+    const FileDescriptor file = openPlainFile(path);
+    if (!file)
+        return std::nullopt;
+    const auto size = sizeOf(m_client.ask(Kind::measure, {}, std::array{file.get()}, stop));
+    if (!size)
+        return std::nullopt;
+    return Size{static_cast<int>(size->width), static_cast<int>(size->height)};
+}
+
+std::optional<QString> WorkerPictures::writeCopy(const Copy& copy, std::stop_token stop)
+{
+    const FileDescriptor source = openPlainFile(copy.source);
+    auto target = source ? NewFile::in(QFileInfo(copy.candidate(0)).path()) : std::nullopt;
+    if (!target)
+        return std::nullopt;
+    const Resize order{.source = asTold(copy.sourceSize),
+                       .target = asTold(copy.size),
+                       .type = asTold(copy.type),
+                       .quality =
+                           static_cast<std::uint32_t>(std::clamp(std::lround(copy.quality * 100), 1L, 100L))};
+    const auto answer =
+        m_client.ask(Kind::resize, bytesOf(order), std::array{source.get(), target->descriptor()}, stop);
+    const auto written = answer ? payloadAs<Written>(*answer) : std::nullopt;
+    struct stat file {};
+    if (!written || ::fstat(target->descriptor(), &file) != 0 || file.st_size <= 0 ||
+        static_cast<std::uint64_t>(file.st_size) != written->bytes)
+        return std::nullopt;
+    return target->publish(copy.candidate);
+}
+
+std::optional<Pictures::Pixels> WorkerPictures::thumbnail(const QString& path, Size most,
+                                                          std::stop_token stop)
+{
+    const PictureSize limit = asTold(most);
+    const std::uint64_t pixels = std::uint64_t{limit.width} * limit.height;
+    if (!isAllowed(limit) || pixels > mostPixels)
+        return std::nullopt;
+    const FileDescriptor file = openPlainFile(path);
+    const FileDescriptor memory = file ? makePixelMemory(pixels * 4) : FileDescriptor();
+    if (!memory)
+        return std::nullopt;
+    const auto size = sizeOf(m_client.ask(Kind::pixels, bytesOf(WorkerProtocol::Pixels{limit}),
+                                          std::array{file.get(), memory.get()}, stop));
+    if (!size || size->width > limit.width || size->height > limit.height)
+        return std::nullopt;
+    auto bytes = readAll(memory.get(), qsizetype{size->width} * size->height * 4);
+    if (!bytes)
+        return std::nullopt;
+    return Pixels{{static_cast<int>(size->width), static_cast<int>(size->height)}, *std::move(bytes)};
+}
+
+} // namespace orvane

@@ -1,0 +1,131 @@
+#include "Worker/RequestHandler.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <fstream>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace orvane::tests {
+
+using namespace WorkerProtocol;
+
+namespace {
+
+class MemoryFile {
+public:
+    explicit MemoryFile(const std::vector<std::uint8_t>& bytes = {})
+        : m_descriptor(::memfd_create("test", MFD_CLOEXEC))
+    {
+        EXPECT_EQ(::write(m_descriptor, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    }
+    ~MemoryFile() { ::close(m_descriptor); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    [[nodiscard]] int descriptor() const { return m_descriptor; }
+    [[nodiscard]] std::vector<std::uint8_t> read(std::size_t count) const
+    {
+        std::vector<std::uint8_t> bytes(count);
+        const ssize_t got = ::pread(m_descriptor, bytes.data(), count, 0);
+        bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+        return bytes;
+    }
+
+private:
+    int m_descriptor;
+};
+
+/// Two by two: red and green above blue and white, 24 bits.
+const std::vector<std::uint8_t> bitmap{'B', 'M', 70, 0,   0,   0,   0, 0, 0, 0, 54,  0, 0,   0, 40, 0, 0,  0,
+                                       2,   0,   0,  0,   2,   0,   0, 0, 1, 0, 24,  0, 0,   0, 0,  0, 16, 0,
+                                       0,   0,   0,  0,   0,   0,   0, 0, 0, 0, 0,   0, 0,   0, 0,  0, 0,  0,
+                                       255, 0,   0,  255, 255, 255, 0, 0, 0, 0, 255, 0, 255, 0, 0,  0};
+
+Message answered(const std::vector<std::byte>& bytes)
+{
+    const auto message = decode(bytes);
+    EXPECT_TRUE(message);
+    return message.value_or(Message{});
+}
+
+Status statusOf(const std::vector<std::byte>& request, std::span<const int> descriptors)
+{
+    const auto bytes = RequestHandler::answer(request, descriptors);
+    return answered(bytes).header.status;
+}
+
+} // namespace
+
+TEST(RequestHandlerTest, MeasuresAPictureAndRepeatsTheNumber)
+{
+    const MemoryFile file(bitmap);
+    const auto bytes = RequestHandler::answer(encode({.kind = Kind::measure, .number = 7}, {}),
+                                              std::array{file.descriptor()});
+    const Message answer = answered(bytes);
+    EXPECT_EQ(answer.header.status, Status::done);
+    EXPECT_EQ(answer.header.number, 7U);
+    EXPECT_EQ(answer.header.kind, Kind::measure);
+    EXPECT_EQ(payloadAs<PictureSize>(answer.payload), (PictureSize{2, 2}));
+}
+
+TEST(RequestHandlerTest, RefusesWhatIsNoRequest)
+{
+    const MemoryFile file(bitmap);
+    const std::array one{file.descriptor()};
+    const auto good = encode({.kind = Kind::measure}, {});
+    ASSERT_EQ(statusOf(good, one), Status::done);
+
+    EXPECT_EQ(statusOf({}, one), Status::refused);
+    EXPECT_EQ(statusOf({good.begin(), good.end() - 1}, one), Status::refused);
+    EXPECT_EQ(statusOf(encode({.magic = 1, .kind = Kind::measure}, {}), one), Status::refused);
+    EXPECT_EQ(statusOf(encode({.version = version + 1, .kind = Kind::measure}, {}), one), Status::refused);
+    EXPECT_EQ(statusOf(encode({.kind = Kind{99}}, {}), one), Status::refused);
+    EXPECT_EQ(statusOf(good, {}), Status::refused);
+    EXPECT_EQ(statusOf(good, std::array{file.descriptor(), file.descriptor()}), Status::refused);
+    EXPECT_EQ(statusOf(encode({.kind = Kind::measure}, std::array<std::byte, 1>{}), one), Status::refused);
+    EXPECT_EQ(statusOf(encode({.kind = Kind::resize}, std::array<std::byte, 23>{}), one), Status::refused);
+    auto longer = good;
+    longer.push_back({});
+    EXPECT_EQ(statusOf(longer, one), Status::refused);
+    longer.resize(longestMessage + 1);
+    EXPECT_EQ(statusOf(longer, one), Status::refused);
+}
+
+TEST(RequestHandlerTest, FailsForOrdersThatCannotBe)
+{
+    const MemoryFile file(bitmap);
+    const auto status = [&file](Resize order) {
+        const MemoryFile target;
+        return statusOf(encode({.kind = Kind::resize}, bytesOf(order)),
+                        std::array{file.descriptor(), target.descriptor()});
+    };
+    const Resize good{{2, 2}, {1, 1}, PictureType::png, 85};
+    EXPECT_EQ(status(good), Status::done);
+    EXPECT_EQ(status({{2, 3}, {1, 1}, PictureType::png, 85}), Status::failed);
+    EXPECT_EQ(status({{2, 2}, {0, 1}, PictureType::png, 85}), Status::failed);
+    EXPECT_EQ(status({{2, 2}, {longestSide + 1, 1}, PictureType::png, 85}), Status::failed);
+    EXPECT_EQ(status({{2, 2}, {100'000, 100'000}, PictureType::png, 85}), Status::failed);
+    EXPECT_EQ(status({{2, 2}, {1, 1}, PictureType{4}, 85}), Status::failed);
+    EXPECT_EQ(status({{2, 2}, {1, 1}, PictureType::jpeg, 0}), Status::failed);
+    EXPECT_EQ(status({{2, 2}, {1, 1}, PictureType::jpeg, 101}), Status::failed);
+    EXPECT_EQ(statusOf(encode({.kind = Kind::resize}, bytesOf(good)), std::array{file.descriptor(), -1}),
+              Status::failed);
+    EXPECT_EQ(statusOf(encode({.kind = Kind::measure}, {}), std::array{-1}), Status::failed);
+}
+
+TEST(RequestHandlerTest, WritesPixelsFromTheTopPremultiplied)
+{
+    const MemoryFile file(bitmap);
+    const MemoryFile target;
+    const auto bytes = RequestHandler::answer(encode({.kind = Kind::pixels}, bytesOf(Pixels{{10, 10}})),
+                                              std::array{file.descriptor(), target.descriptor()});
+    EXPECT_EQ(payloadAs<PictureSize>(answered(bytes).payload), (PictureSize{2, 2})); // never enlarged
+    const std::vector<std::uint8_t> expected{255, 0, 0,   255, 0,   255, 0,   255,
+                                             0,   0, 255, 255, 255, 255, 255, 255};
+    EXPECT_EQ(target.read(100), expected);
+}
+
+} // namespace orvane::tests
