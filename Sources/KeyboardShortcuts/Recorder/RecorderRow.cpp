@@ -1,10 +1,9 @@
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/Recorder/Recorder.h"
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
+#include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Theme/OrvaTheme.h"
-
-#include <QHBoxLayout>
 
 namespace orvane::KeyboardShortcuts {
 
@@ -13,6 +12,17 @@ namespace {
 constexpr int rowH = static_cast<int>(Orva::rowH);
 constexpr int rowV = static_cast<int>(Orva::rowV);
 constexpr int controlGap = 16;
+
+/// The control as a part of its row.
+struct RecorderControl {
+    Recorder recorder;
+};
+
+QWidget* makeOrvaWidget(const RecorderControl& control)
+{
+    const Recorder& recorder = control.recorder;
+    return new RecorderCocoa(recorder.name, recorder.onChange, recorder.accessibleName);
+}
 
 } // namespace
 
@@ -55,18 +65,16 @@ void Recorder::set(const std::optional<Shortcut>& shortcut) const
 
 QWidget* makeOrvaWidget(const Recorder& recorder)
 {
-    auto* control = new RecorderCocoa(recorder.name, recorder.onChange, recorder.accessibleName);
-    QWidget* label = recorder.hasLabel ? recorder.label.makeWidget() : nullptr;
-    if (!label)
-        return control;
-    auto* row = new QWidget;
-    auto* line = new QHBoxLayout(row);
+    const RecorderControl control{recorder};
+    if (!recorder.hasLabel || !recorder.label)
+        return makeOrvaWidget(control);
     // The control has its own room for its focus ring.
-    line->setContentsMargins(rowH, rowV - orvaRingMargin, rowH - orvaRingMargin, rowV - orvaRingMargin);
-    line->setSpacing(controlGap);
-    line->addWidget(label, 1);
-    line->addWidget(control, 0, Qt::AlignVCenter);
-    return row;
+    const QMargins margins(rowH, rowV - orvaRingMargin, rowH - orvaRingMargin, rowV - orvaRingMargin);
+    const OrvaBox row{
+        .spacing = controlGap,
+        .margins = margins,
+        .content = {OrvaBoxPart::filling(recorder.label), OrvaBoxPart(AnyView(control), Qt::AlignVCenter)}};
+    return makeOrvaWidget(row);
 }
 
 } // namespace orvane::KeyboardShortcuts
