@@ -83,6 +83,7 @@ void FakePasteboard::complete(const std::weak_ptr<Request>& waiting)
 
 int FakePasteboard::clearContents()
 {
+    onClear();
     m_contents = PasteboardContents{.changeCount = m_contents.changeCount + 1};
     m_isOurs = true;
     announce();
@@ -98,7 +99,7 @@ bool FakePasteboard::setData(const QByteArray& data, const QString& type)
 {
     if (type == pasteboardType::fileURL)
         return writeObjects(QList{QUrl::fromEncoded(data)});
-    if (!m_isOurs)
+    if (!m_isOurs || refusesWrites)
         return false;
     m_contents.data.insert(type, data);
     addType(type);

@@ -33,6 +33,8 @@ public:
     void copy(PasteboardContents contents);
     void copyString(const QString& string);
     void setOwner(Owner owner);
+    /// Lets the count go on from another number.
+    void setChangeCount(int count) { m_contents.changeCount = count; }
     /// While it's held, others don't get what was written, and so reads of it wait.
     void setHeld(bool isHeld);
 
@@ -42,6 +44,10 @@ public:
     int reads = 0;
     /// False to stand for a platform that doesn't announce copies.
     bool announcesCopies = true;
+    /// True to refuse what is added, as after a copy of another program.
+    bool refusesWrites = false;
+    /// Called when this program takes the pasteboard.
+    std::function<void()> onClear = [] {};
 
 private:
     struct Request;

@@ -75,8 +75,18 @@ void FakeRunLoop::drainQueue(std::deque<std::function<void()>>& queue)
 
 void FakeRunLoop::advance(std::chrono::milliseconds by)
 {
-    const Clock::Uptime end = m_clock.uptime() + by;
     drain();
+    fireTimers(by, [this] { drain(); });
+}
+
+void FakeRunLoop::advanceWithoutTasks(std::chrono::milliseconds by)
+{
+    fireTimers(by, [] {});
+}
+
+void FakeRunLoop::fireTimers(std::chrono::milliseconds by, const std::function<void()>& afterEach)
+{
+    const Clock::Uptime end = m_clock.uptime() + by;
     for (;;) {
         std::shared_ptr<Entry> next;
         for (const auto& timer : m_timers) {
@@ -94,7 +104,7 @@ void FakeRunLoop::advance(std::chrono::milliseconds by)
             std::erase_if(m_timers, [&](const auto& timer) { return timer.lock() == next; });
         next.reset();
         handler();
-        drain();
+        afterEach();
     }
     m_clock.advance(end - m_clock.uptime());
     std::erase_if(m_timers, [](const auto& timer) { return timer.expired(); });

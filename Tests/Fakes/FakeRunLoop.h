@@ -27,6 +27,8 @@ public:
     void discardQueued();
     /// Moves time on: drains, then fires each timer that comes due at its own time, draining after each.
     void advance(std::chrono::milliseconds by);
+    /// Does the same without draining: what the timers queue stays queued.
+    void advanceWithoutTasks(std::chrono::milliseconds by);
 
     [[nodiscard]] std::size_t timerCount() const;
     /// Returns the intervals of the existing timers, in the order in which they were made.
@@ -36,6 +38,7 @@ private:
     struct Entry;
     class FakeTimer;
 
+    void fireTimers(std::chrono::milliseconds by, const std::function<void()>& afterEach);
     void drainQueue(std::deque<std::function<void()>>& queue);
 
     FakeClock& m_clock;

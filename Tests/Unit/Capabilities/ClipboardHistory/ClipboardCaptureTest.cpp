@@ -55,6 +55,15 @@ TEST_F(ClipboardCaptureTest, TheSourceIsTheProgramInFrontAtTheTick)
     EXPECT_EQ(items().first().sourceApp, std::nullopt);
 }
 
+TEST_F(ClipboardCaptureTest, ACountThatHasFallenIsANewCopyToo)
+{
+    fake.generalPasteboard.setChangeCount(2'000'000'000);
+    controller->skipPresentContent();
+    fake.generalPasteboard.setChangeCount(-5);
+    capture(QStringLiteral("after the count began anew"));
+    EXPECT_EQ(itemTexts(), QStringList{QStringLiteral("after the count began anew")});
+}
+
 TEST_F(ClipboardCaptureTest, ALinkIsTrimmedAndTheSameTextAloneIsNot)
 {
     const QByteArray spaced("  https://example.org \n");

@@ -1,8 +1,13 @@
 #include "Capabilities/ClipboardHistory/ClipboardHistoryCapability.h"
 #include "HistoryFixture.h"
 #include "OrvaneCore/Capability/Capability.h"
+#include "OrvaneKit/Panels/OrvaPanelWindow.h"
 
+#include <QApplication>
 #include <QFileInfo>
+#include <QWidget>
+
+#include <algorithm>
 
 namespace orvane::tests {
 
@@ -48,6 +53,13 @@ protected:
     }
     [[nodiscard]] QStringList saved() const { return texts(archive.load()); }
     void press() { capability->hotkeyActions().first().handler(); }
+    static bool showsThePanel()
+    {
+        return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* top) {
+            const auto* panel = dynamic_cast<const OrvaPanelWindow*>(top);
+            return panel && panel->isVisible();
+        });
+    }
 
     FakePlatform fake;
     QTemporaryDir home;
@@ -184,6 +196,26 @@ TEST_F(ClipboardHistoryCapabilityTest, SwitchingOffDropsWhatIsOnItsWayAndHidesTh
     EXPECT_EQ(saved(), QStringList{QStringLiteral("one")});
     EXPECT_EQ(context.serviceHost->runningCount(), 0);
     EXPECT_EQ(fake.runLoop.timerCount(), 0);
+}
+
+TEST_F(ClipboardHistoryCapabilityTest, SwitchingOffHidesThePanel)
+{
+    activate();
+    EXPECT_FALSE(showsThePanel());
+    press();
+    EXPECT_TRUE(showsThePanel());
+    deactivate();
+    EXPECT_FALSE(showsThePanel());
+}
+
+TEST_F(ClipboardHistoryCapabilityTest, TheMenuEntryOpensAndClosesThePanel)
+{
+    activate();
+    const auto items = capability->menuBarContributions();
+    items.at(0).action();
+    EXPECT_TRUE(showsThePanel());
+    items.at(0).action();
+    EXPECT_FALSE(showsThePanel());
 }
 
 TEST_F(ClipboardHistoryCapabilityTest, SwitchingOffSaves)

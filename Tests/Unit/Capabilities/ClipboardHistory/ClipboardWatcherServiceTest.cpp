@@ -213,6 +213,16 @@ TEST_F(ClipboardTimerTest, StoppedItLooksNoMore)
     EXPECT_EQ(fake.generalPasteboard.reads, 0);
 }
 
+TEST_F(ClipboardTimerTest, ATickThatIsQueuedWhenItStopsDoesNotLook)
+{
+    service->start();
+    copyString("text");
+    fake.runLoop.advanceWithoutTasks(400ms);
+    service->stop();
+    settle();
+    EXPECT_EQ(fake.generalPasteboard.reads, 0);
+}
+
 TEST_F(ClipboardTimerTest, ItsEndEndsTheTimer)
 {
     service->start();

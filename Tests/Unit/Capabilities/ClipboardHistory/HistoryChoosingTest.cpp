@@ -111,6 +111,44 @@ TEST_F(HistoryChoosingTest, AutoPasteReturnsToTheProgramAndPastesAMomentLater)
     controller->panel().hide();
 }
 
+TEST_F(HistoryChoosingTest, TheEntryIsPlacedThenThePanelHiddenThenTheProgramActivated)
+{
+    settings->autoPaste.set(true);
+    capture(QStringLiteral("text"));
+    controller->togglePanel();
+    std::optional<bool> wasOpenAtPlacing;
+    fake.generalPasteboard.onClear = [&] { wasOpenAtPlacing = controller->panel().isVisible(); };
+    std::optional<bool> wasOpenAtAsking;
+    fake.permissions.onRead = [&] { // asked before the program is activated
+        wasOpenAtAsking = controller->panel().isVisible();
+        EXPECT_TRUE(fake.workspace.activated.isEmpty());
+        EXPECT_EQ(pasteboardText(), QStringLiteral("text"));
+    };
+    choose(items().first());
+    EXPECT_EQ(wasOpenAtPlacing, true);
+    EXPECT_EQ(wasOpenAtAsking, false);
+    EXPECT_EQ(fake.workspace.activated, QList<RunningApplication>{editor});
+}
+
+TEST_F(HistoryChoosingTest, ANameThatIsAPathReachesNoFile)
+{
+    QDir().mkpath(archive.imagesPath());
+    for (const QString& name : {QStringLiteral("../outside.png"), QStringLiteral("..")}) {
+        QFile outside(archive.directory + QStringLiteral("/outside.png"));
+        ASSERT_TRUE(outside.open(QIODevice::WriteOnly));
+        outside.write(picture("PNG"));
+        outside.close();
+        archive.save({ClipItem{
+            .id = QUuid::createUuid(), .kind = ClipKind::image, .imageFileName = name, .date = {}}});
+        load();
+        ASSERT_EQ(items().size(), 1);
+        EXPECT_EQ(model().imageProvider(name), std::nullopt);
+        fake.generalPasteboard.copyString(QStringLiteral("before"));
+        choose(items().first());
+        EXPECT_TRUE(pasteboardTypes().isEmpty()) << "as for a file that has gone";
+    }
+}
+
 TEST_F(HistoryChoosingTest, TwoQuickChoicesPasteTwice)
 {
     settings->autoPaste.set(true);

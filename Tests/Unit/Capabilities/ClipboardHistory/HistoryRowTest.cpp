@@ -1,6 +1,7 @@
 // The content of a row of the panel, and the places of rows of different heights.
 #include "Capabilities/ClipboardHistory/Panel/HistoryRow.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryRowHeights.h"
+#include "OrvaneKit/Theme/OrvaThemed.h"
 #include "Unit/Capabilities/ClipboardHistory/ClipItems.h"
 
 #include <QFontMetrics>
@@ -117,6 +118,48 @@ TEST_F(HistoryRowLookTest, ARowIsNeverLowerThanItsIconWithThePadding)
 {
     const HistoryRow row{textClip(QStringLiteral("a"))};
     EXPECT_GE(look.height(row, width), HistoryRowLook::iconSide + 2 * HistoryRowLook::paddingV);
+}
+
+TEST_F(HistoryRowLookTest, ARowHasTheMeasuresOfThePanel)
+{
+    // 8 above and below, an icon of 28, a divider of 1; 10 at both sides and between icon and text.
+    EXPECT_EQ(look.height(HistoryRow(textClip(QStringLiteral("a"))), width), 8 + 28 + 8 + 1);
+    EXPECT_EQ(look.textWidth(HistoryRow(textClip(QStringLiteral("a"))), width), 360 - 10 - 28 - 10 - 10);
+
+    const auto lineOf = [](double size) { // of a font whose body text has 13
+        QFont font = orvaFont(OrvaFont::body);
+        if (font.pixelSize() > 0)
+            font.setPixelSize(qRound(font.pixelSize() * size / 13));
+        else
+            font.setPointSizeF(font.pointSizeF() * size / 13);
+        return QFontMetrics(font).lineSpacing();
+    };
+    ClipItem item = textClip(QStringLiteral("many words ").repeated(60));
+    item.sourceApp = QStringLiteral("org.example.App");
+    EXPECT_EQ(look.height(HistoryRow(item), width), 8 + 2 * lineOf(12) + 2 + lineOf(9) + 8 + 1);
+}
+
+TEST_F(HistoryRowLookTest, AThumbnailFillsTheIconsSquare)
+{
+    QImage red(56, 56, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QImage image(width, 8 + 28 + 8 + 1, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        look.paint(painter, image.rect(), Qt::LeftToRight, HistoryRow(imageClip(QStringLiteral("a.png"))),
+                   {.thumbnail = red}, HistoryRowLook::State::plain, HistoryRowLook::FocusRing::hidden);
+    }
+    QRect painted;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            if (color.red() > 200 && color.green() < 60 && color.blue() < 60)
+                painted |= QRect(x, y, 1, 1);
+        }
+    }
+    EXPECT_EQ(painted, QRect(10, 8, 28, 28));
+    EXPECT_EQ(image.pixelColor(10, 8), QColor(Qt::white)) << "its corners are round";
 }
 
 TEST_F(HistoryRowLookTest, TwoLinesAndTheSourceMakeARowHigher)

@@ -31,4 +31,17 @@ TEST(HistoryViewModel, FiltersAsTheStoreSearches)
     EXPECT_TRUE(model.filtered().isEmpty());
 }
 
+TEST(HistoryViewModel, SearchesInTheLocaleOfTheUser)
+{
+    const QLocale before;
+    HistoryViewModel model;
+    const QList<ClipItem> items{textClip(QStringLiteral("TITLE")), textClip(QStringLiteral("title"))};
+    model.items.set(items);
+    model.query.set(QStringLiteral("title"));
+    EXPECT_EQ(model.filtered(), items);
+    QLocale::setDefault(QLocale(QLocale::Turkish)); // whose small letter to "I" has no dot
+    EXPECT_EQ(model.filtered(), QList<ClipItem>{items[1]});
+    QLocale::setDefault(before);
+}
+
 } // namespace orvane::tests

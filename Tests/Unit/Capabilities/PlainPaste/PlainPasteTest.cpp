@@ -188,6 +188,20 @@ TEST_F(PlainPasteTest, ThePasteIsPostedOnceOthersGetTheText)
     EXPECT_EQ(pastes(), 1U);
 }
 
+TEST_F(PlainPasteTest, NothingIsPostedWhenThePasteboardRefusesTheText)
+{
+    fake.generalPasteboard.copyString(QStringLiteral("text"));
+    fake.generalPasteboard.refusesWrites = true;
+    press();
+    settle();
+    EXPECT_EQ(pastes(), 0U);
+    fake.generalPasteboard.refusesWrites = false;
+    fake.generalPasteboard.copyString(QStringLiteral("text"));
+    press();
+    settle();
+    EXPECT_EQ(pastes(), 1U) << "the press has ended";
+}
+
 TEST_F(PlainPasteTest, WithoutTrustThePasteboardIsCleanedAndNothingPosted)
 {
     fake.permissions.accessibility = false;
