@@ -12,6 +12,8 @@ using ::testing::ElementsAre;
 using namespace eventFlag;
 
 constexpr std::uint8_t menuKey = 135;
+constexpr std::int64_t virtualX = 7;
+constexpr std::int64_t virtualC = 8;
 
 class EventMonitorsLiveTest : public EventMonitorsFixture {
 protected:
@@ -185,19 +187,53 @@ TEST_F(EventMonitorsLiveTest, AHeldKeyRepeatsAndIsReleasedOnce)
     other.setRepeatRate(rate);
 }
 
+TEST_F(EventMonitorsLiveTest, RepeatsThatAreReadAfterTheReleaseAreStillRepeats)
+{
+    const auto rate = other.repeatRate();
+    other.setRepeatRate({100, 20});
+    {
+        const auto monitor = note(keyEvents);
+        hardware.press("c");
+        EXPECT_TRUE(hasSeen(4));
+        // The main thread is held, by the server's clock, while the key goes on repeating and is let go.
+        const auto x = ApplicationLink::get();
+        for (const auto begin = x->serverTime(); x->serverTime() - begin < 200;)
+            ASSERT_FALSE(x->link().isLost());
+        hardware.release("c");
+        ASSERT_TRUE(other.keysDown().isEmpty());
+        hardware.tap("x");
+        ASSERT_TRUE(eventually(deadline, [this] {
+            return seen.back().event.keycode == virtualX && seen.back().event.type == EventType::keyUp;
+        }));
+        const std::size_t repeats = seen.size() - 4; // without the first press, the release and the tap
+        EXPECT_GT(repeats, 3U);
+        for (std::size_t i = 1; i <= repeats; ++i) {
+            EXPECT_EQ(seen[i].event.type, EventType::keyDown) << i;
+            EXPECT_EQ(seen[i].event.autorepeat, 1) << i;
+        }
+        EXPECT_EQ(seen[repeats + 1].event.type, EventType::keyUp);
+        EXPECT_EQ(seen[repeats + 1].event.keycode, virtualC);
+        EXPECT_EQ(seen[repeats + 2].event.keycode, virtualX);
+        EXPECT_EQ(seen[repeats + 2].event.autorepeat, 0);
+    }
+    other.setRepeatRate(rate);
+}
+
 TEST_F(EventMonitorsLiveTest, AHeldKeyWhosePressIsSwallowedTypesNothing)
 {
     const auto rate = other.repeatRate();
     other.setRepeatRate({100, 20});
     {
-        const auto monitor = note(eventMaskBit(EventType::keyDown), Disposition::swallow);
+        const auto monitor = note(keyEvents, Disposition::swallow);
         hardware.press("c");
         EXPECT_TRUE(hasSeen(4));
         hardware.release("c");
-        EXPECT_TRUE(eventually(deadline, [this] { return other.keysDown().isEmpty(); }));
+        // All its repeats were read before; they would be typed once the monitor is gone.
+        EXPECT_TRUE(eventually(deadline, [this] { return seen.back().event.type == EventType::keyUp; }));
     }
     hardware.tap("x");
-    EXPECT_TRUE(eventually(deadline, [this] { return window.edit.text() == QStringLiteral("x"); }));
+    EXPECT_TRUE(eventually(deadline, [this] { return window.edit.text() == QStringLiteral("x"); }))
+        << window.edit.text().toStdString();
     other.setRepeatRate(rate);
 }
 

@@ -112,6 +112,7 @@ void X11EventMonitors::listen(bool listens)
     QCoreApplication* application = QCoreApplication::instance();
     if (!listens) {
         application->removeNativeEventFilter(this);
+        m_reader.stop();
         return;
     }
     auto x = ApplicationLink::get();

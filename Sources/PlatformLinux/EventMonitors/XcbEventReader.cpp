@@ -43,6 +43,12 @@ QPointF location(QPointF pixel)
     return pixel;
 }
 
+/// The server doesn't tell of such an event's key.
+bool isSentByProgram(const xcb_key_press_event_t& event)
+{
+    return (event.response_type & 0x80) != 0;
+}
+
 double pixels(xcb_input_fp1616_t value)
 {
     constexpr double one = 0x10000;
@@ -68,12 +74,19 @@ void XcbEventReader::start(std::shared_ptr<ApplicationLink> x)
     m_xinput = xinput ? xinput->major_opcode : 0;
     const auto* xkb = m_x->link().extension(xcb_xkb_id);
     m_xkbEvent = xkb ? xkb->first_event : 0;
+    m_rawKeys.emplace(m_x);
+    m_released.reset();
     readMapping();
     m_unsure.reset();
     m_swallowed.reset();
     m_swallowedButtons = 0;
     XExchange exchange = m_x->exchange();
     m_down = keysDown(exchange, xcb_query_keymap(m_x->xcb()));
+}
+
+void XcbEventReader::stop()
+{
+    m_rawKeys.reset();
 }
 
 void XcbEventReader::readMapping()
@@ -160,8 +173,22 @@ Disposition XcbEventReader::readKey(const xcb_key_press_event_t& event)
     return goesDown ? press(event, monitored) : release(event, monitored);
 }
 
+/// A key may be let go in the millisecond in which it repeats: the pair's release is then taken for the real
+/// one, and the rest of the pair and the release itself tell nothing new.
+bool XcbEventReader::isRepeatOfSameTime(const xcb_key_press_event_t& event)
+{
+    if (!isOfLastRelease(event))
+        return false;
+    XExchange exchange = m_x->exchange();
+    exchange.synchronize();
+    return m_rawKeys->areTold() && !isSentByProgram(event) &&
+           !m_rawKeys->take(RawKeys::Motion::press, event.detail, event.time);
+}
+
 Disposition XcbEventReader::press(const xcb_key_press_event_t& event, MonitoredEvent monitored)
 {
+    if (isRepeatOfSameTime(event))
+        return m_released->ofRepeat;
     if (const auto unsure = std::exchange(m_unsure, std::nullopt)) {
         if (unsure->key != event.detail || unsure->time != event.time) {
             m_down.reset(unsure->key);
@@ -180,12 +207,19 @@ Disposition XcbEventReader::press(const xcb_key_press_event_t& event, MonitoredE
 Disposition XcbEventReader::release(const xcb_key_press_event_t& event, MonitoredEvent monitored)
 {
     // A held key comes as pairs of a release and a press of the same time. The toolkit looks ahead for the
-    // press; here the server is asked whether the key is down, which it also is after a quick second press.
+    // press; here the server has told which releases are real. One that it hasn't told of is none while the
+    // key is down. Up it may be although the pair is an old one, which is read late.
     XExchange exchange = m_x->exchange();
-    if (keysDown(exchange, xcb_query_keymap(m_x->xcb())).test(event.detail)) {
+    const bool isDown = keysDown(exchange, xcb_query_keymap(m_x->xcb())).test(event.detail);
+    const bool isReal = m_rawKeys->take(RawKeys::Motion::release, event.detail, event.time);
+    const Disposition ofRepeat = m_swallowed.test(event.detail) ? Disposition::swallow : Disposition::pass;
+    if (!isReal && (isDown || (m_rawKeys->areTold() && !isSentByProgram(event)))) {
+        if (isOfLastRelease(event))
+            return m_released->ofRepeat;
         m_unsure = Release{event.detail, event.time, monitored};
-        return m_swallowed.test(event.detail) ? Disposition::swallow : Disposition::pass;
+        return ofRepeat;
     }
+    m_released = Told{event.detail, event.time, ofRepeat};
     m_down.reset(event.detail);
     m_swallowed.reset(event.detail);
     return deliver(monitored);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/EventMonitors.h"
+#include "PlatformLinux/EventMonitors/RawKeys.h"
 #include "PlatformLinux/X11/ApplicationLink.h"
 #include "PlatformLinux/X11/ModifierRoles.h"
 
@@ -24,6 +25,8 @@ public:
 
     /// Begins, and takes over what is held at this moment.
     void start(std::shared_ptr<ApplicationLink> x);
+    /// Takes back what it has asked of the server. It may start again.
+    void stop();
     /// Returns true if the event must go no further. May change it: a button whose press was swallowed isn't
     /// shown as held, or the toolkit would make up the press.
     Disposition read(xcb_generic_event_t& event);
@@ -40,6 +43,11 @@ private:
     Disposition readMouse(const xcb_input_button_press_event_t& event);
     Disposition press(const xcb_key_press_event_t& event, EventMonitors::MonitoredEvent monitored);
     Disposition release(const xcb_key_press_event_t& event, EventMonitors::MonitoredEvent monitored);
+    [[nodiscard]] bool isRepeatOfSameTime(const xcb_key_press_event_t& event);
+    [[nodiscard]] bool isOfLastRelease(const xcb_key_press_event_t& event) const
+    {
+        return m_released && m_released->key == event.detail && m_released->time == event.time;
+    }
     Disposition deliver(const EventMonitors::MonitoredEvent& event) { return m_deliver(event); }
     EventFlags flagsAfter(const xcb_key_press_event_t& event, bool goesDown);
     [[nodiscard]] bool levelThreeIsHeld() const;
@@ -47,6 +55,7 @@ private:
 
     Deliver m_deliver;
     std::shared_ptr<ApplicationLink> m_x;
+    std::optional<RawKeys> m_rawKeys;
     std::uint8_t m_xinput = 0;
     std::uint8_t m_xkbEvent = 0;
     ModifierRoles m_roles;
@@ -56,7 +65,14 @@ private:
     /// Bits of the buttons, by number, whose press was swallowed.
     std::uint32_t m_swallowedButtons = 0;
     bool m_capsUnlocksOnRelease = false;
-    /// Half of a repeat, or a real release; the next press decides.
+    /// The last release that was told, and what becomes of a repeat of the same time.
+    struct Told {
+        std::uint8_t key = 0;
+        xcb_timestamp_t time = 0;
+        Disposition ofRepeat = Disposition::pass;
+    };
+    std::optional<Told> m_released;
+    /// Half of a repeat, or a release that nothing else told of; the next press decides.
     std::optional<Release> m_unsure;
 };
 
