@@ -67,9 +67,11 @@ std::unique_ptr<EventTap> FakeEventTaps::tapCreate(Location location, Placement 
                                                    EventMask eventsOfInterest, EventTapCallback callback,
                                                    void* userInfo)
 {
-    const bool listens = options == Options::listenOnly;
-    calls.append(
-        QStringLiteral("create %1%2").arg(eventsOfInterest).arg(QLatin1String(listens ? " listening" : "")));
+    calls.append(QStringLiteral("create %1 %2 %3%4")
+                     .arg(QLatin1String(location == Location::hid ? "hid" : "session"),
+                          QLatin1String(placement == Placement::headInsert ? "head" : "tail"))
+                     .arg(eventsOfInterest)
+                     .arg(QLatin1String(options == Options::listenOnly ? " listening" : "")));
     if (refuses)
         return nullptr;
     auto tap = std::make_unique<FakeEventTap>(*this, location, options, eventsOfInterest, callback, userInfo);

@@ -67,8 +67,8 @@ public:
     std::vector<FakeEventTap*> taps;
     /// The events that came out at the end of the stream.
     std::vector<Event> delivered;
-    /// Each call in order: "create 7168", "add", "enable", "remove", "disable", "invalidate", "end"; of a tap
-    /// that only listens "create 7168 listening".
+    /// Each call in order: "create session head 7168", "add", "enable", "remove", "disable", "invalidate",
+    /// "end"; of a tap that only listens "create session tail 7168 listening".
     QStringList calls;
 
 private:

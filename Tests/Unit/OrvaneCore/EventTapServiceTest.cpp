@@ -141,7 +141,7 @@ TEST_F(EventTapServiceTest, TheFirstSubscriberMakesTheTapInOrder)
 {
     service.start();
     add(keyMask);
-    EXPECT_EQ(fake.eventTaps.calls, list({"create 7168", "add", "enable"}));
+    EXPECT_EQ(fake.eventTaps.calls, list({"create session head 7168", "add", "enable"}));
     EXPECT_TRUE(tap().delivers());
     EXPECT_EQ(fake.runLoop.timerIntervals(), std::vector<std::chrono::milliseconds>{1500ms});
     EXPECT_EQ(logged(), std::vector{entry(LogLevel::info, "Event tap active with mask 7168")});
@@ -154,7 +154,7 @@ TEST_F(EventTapServiceTest, ASecondSubscriberRemakesTheTapWithTheOrOfBoth)
     fake.eventTaps.calls.clear();
     add(flagsMask);
     EXPECT_EQ(fake.eventTaps.calls,
-              list({"remove", "disable", "invalidate", "end", "create 5120", "add", "enable"}));
+              list({"remove", "disable", "invalidate", "end", "create session head 5120", "add", "enable"}));
     EXPECT_EQ(tapCount(), 1u);
     EXPECT_EQ(fake.runLoop.timerCount(), 1u);
 }
@@ -164,7 +164,7 @@ TEST_F(EventTapServiceTest, TheTapIsRemadeAlsoWhenTheMaskStaysTheSameAndMasksAre
     service.start();
     const auto first = add(keyMask);
     add(keyMask);
-    EXPECT_EQ(fake.eventTaps.calls.count(QStringLiteral("create 7168")), 2);
+    EXPECT_EQ(fake.eventTaps.calls.count(QStringLiteral("create session head 7168")), 2);
     first->setMask(1 << 22);
     const auto third = add(1024);
     EXPECT_EQ(tap().mask(), keyMask | (1 << 22));
@@ -334,7 +334,7 @@ TEST_F(EventTapServiceTest, AListenerAloneHasATapThatOnlyListensAndTakesNoKeyboa
 {
     service.start();
     const auto listener = listen(flagsMask);
-    EXPECT_EQ(fake.eventTaps.calls, list({"create 4096 listening", "add", "enable"}));
+    EXPECT_EQ(fake.eventTaps.calls, list({"create session tail 4096 listening", "add", "enable"}));
     EXPECT_FALSE(fake.eventTaps.holdsKeyboards());
     EXPECT_EQ(fake.runLoop.timerCount(), 1u);
     fake.eventTaps.send(key(59, EventType::flagsChanged));
@@ -356,7 +356,7 @@ TEST_F(EventTapServiceTest, AListenersTapStaysAsItIsWhileASubscriberComesAndGoes
     service.removeSubscriber(subscriber);
     EXPECT_FALSE(fake.eventTaps.holdsKeyboards());
     EXPECT_EQ(fake.eventTaps.calls,
-              list({"create 7168", "add", "enable", "remove", "disable", "invalidate", "end"}));
+              list({"create session head 7168", "add", "enable", "remove", "disable", "invalidate", "end"}));
     EXPECT_EQ(fake.runLoop.timerCount(), 1u);
 }
 
