@@ -2,6 +2,7 @@
 
 #include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
+#include "OrvaneKit/Theme/OrvaTint.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,7 +56,9 @@ void OrvaChipButtonView::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(ownOpacity());
     const QRectF box = shape();
-    const double strength = isDown() ? 0.13 : isHovered() ? 0.09 : 0.06;
+    const double strength = isDown()      ? OrvaTint::pressedChip
+                            : isHovered() ? OrvaTint::hoveredChip
+                                          : OrvaTint::chip;
     painter.setPen(Qt::NoPen);
     painter.setBrush(faded(orvaColor(OrvaColor::primary), strength));
     painter.drawRoundedRect(box, corner, corner);

@@ -2,6 +2,7 @@
 
 #include "OrvaneKit/Lists/OrvaListSetup.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
+#include "OrvaneKit/Theme/OrvaTint.h"
 
 #include <QStyledItemDelegate>
 
@@ -53,7 +54,7 @@ private:
         if (!chosen && !hovered)
             return;
         painter.setPen(Qt::NoPen);
-        painter.setBrush(chosen ? orvaColor(OrvaColor::accent) : faded(orvaColor(OrvaColor::primary), 0.06));
+        painter.setBrush(chosen ? orvaColor(OrvaColor::accent) : faded(orvaColor(OrvaColor::primary), OrvaTint::hoveredRow));
         painter.drawRoundedRect(QRectF(row).adjusted(sideGap, 0.5, -sideGap, -0.5), corner, corner);
     }
 

@@ -3,6 +3,7 @@
 #include "OrvaneKit/Controls/OrvaTextView.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
+#include "OrvaneKit/Theme/OrvaTint.h"
 
 #include <QHBoxLayout>
 #include <QLinearGradient>
@@ -54,7 +55,7 @@ void OrvaChipView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(faded(orvaColor(OrvaColor::primary), 0.06));
+    painter.setBrush(faded(orvaColor(OrvaColor::primary), OrvaTint::chip));
     painter.drawRoundedRect(rect(), chipCorner, chipCorner);
 }
 
@@ -68,7 +69,7 @@ void OrvaBadgeView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(faded(orvaColor(m_color), 0.16));
+    painter.setBrush(faded(orvaColor(m_color), OrvaTint::badge));
     painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
 }
 
@@ -91,8 +92,8 @@ void paintOrvaIconTile(QPainter& painter, const OrvaIconTile& tile, const QRectF
     // them.
     const QColor color = orvaColor(tile.color, OrvaScheme::light);
     QLinearGradient gradient(box.topLeft(), box.bottomLeft());
-    gradient.setColorAt(0, faded(color, 0.95));
-    gradient.setColorAt(1, faded(color, 0.78));
+    gradient.setColorAt(0, faded(color, OrvaTint::tileTop));
+    gradient.setColorAt(1, faded(color, OrvaTint::tileBottom));
     const double corner = 0.26 * box.width();
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);
@@ -112,7 +113,7 @@ void OrvaBannerView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(faded(orvaColor(m_color), 0.25), 1));
-    painter.setBrush(faded(orvaColor(m_color), 0.12));
+    painter.setBrush(faded(orvaColor(m_color), OrvaTint::banner));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Orva::bannerCorner,
                             Orva::bannerCorner);
 }

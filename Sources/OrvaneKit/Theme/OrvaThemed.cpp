@@ -1,4 +1,5 @@
 #include "OrvaneKit/Theme/OrvaThemed.h"
+#include "OrvaneKit/Theme/OrvaTint.h"
 
 #include <QStyle>
 
@@ -66,7 +67,7 @@ void paintOrvaControlBox(QPainter& painter, const QRectF& shape, double corner, 
     painter.drawRoundedRect(box, corner, corner);
     if (pressed) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(faded(orvaColor(OrvaColor::primary), 0.08));
+        painter.setBrush(faded(orvaColor(OrvaColor::primary), OrvaTint::pressedButton));
         painter.drawRoundedRect(box, corner, corner);
     }
     painter.restore();

@@ -2,6 +2,7 @@
 #include "OrvaneKit/Theme/OrvaTheme.h"
 #include "Fakes/FakePlatform.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
+#include "OrvaneKit/Theme/OrvaTint.h"
 #include "OrvaneKit/Theme/SystemSymbol.h"
 
 #include <QApplication>
@@ -57,9 +58,11 @@ TEST_P(OrvaTextContrast, OfPlainTextReachesFourAndAHalf)
     for (const OrvaColor ground : {OrvaColor::window, OrvaColor::cardFill}) {
         for (const OrvaColor text : {OrvaColor::primary, OrvaColor::secondary})
             expectReadable(token(text), token(ground), "page or card");
-        const QColor chip = over(faded(token(OrvaColor::primary), 0.06), token(ground));
-        expectReadable(token(OrvaColor::primary), chip, "prominent chip");
-        expectReadable(token(OrvaColor::secondary), chip, "chip");
+        for (const double tint : {OrvaTint::chip, OrvaTint::hoveredChip, OrvaTint::pressedChip}) {
+            const QColor chip = over(faded(token(OrvaColor::primary), tint), token(ground));
+            expectReadable(token(OrvaColor::primary), chip, "prominent chip");
+            expectReadable(token(OrvaColor::secondary), chip, "chip");
+        }
     }
     for (const OrvaColor ground : {OrvaColor::window, OrvaColor::cardFill})
         expectReadable(token(OrvaColor::link), token(ground), "link");
@@ -68,8 +71,12 @@ TEST_P(OrvaTextContrast, OfPlainTextReachesFourAndAHalf)
     expectReadable(token(OrvaColor::primary), row, "chosen row of the sidebar");
     expectReadable(token(OrvaColor::secondary), token(OrvaColor::sidebar), "heading of the sidebar");
     expectReadable(token(OrvaColor::primary), token(OrvaColor::controlFill), "button, picker, stepper");
-    const QColor pressed = over(faded(token(OrvaColor::primary), 0.08), token(OrvaColor::controlFill));
+    const QColor pressed =
+        over(faded(token(OrvaColor::primary), OrvaTint::pressedButton), token(OrvaColor::controlFill));
     expectReadable(token(OrvaColor::primary), pressed, "pressed button");
+    const QColor hovered =
+        over(faded(token(OrvaColor::primary), OrvaTint::hoveredRow), token(OrvaColor::window));
+    expectReadable(token(OrvaColor::primary), hovered, "row under the pointer");
     expectReadable(token(OrvaColor::onAccent), token(OrvaColor::accent), "chosen menu item");
 }
 
@@ -78,9 +85,9 @@ TEST_P(OrvaTextContrast, OfBadgesAndBannersReachesFourAndAHalf)
     for (const OrvaColor ground : {OrvaColor::window, OrvaColor::cardFill}) {
         for (const OrvaColor color :
              {OrvaColor::green, OrvaColor::orange, OrvaColor::red, OrvaColor::secondary}) {
-            const QColor badge = over(faded(token(color), 0.16), token(ground));
+            const QColor badge = over(faded(token(color), OrvaTint::badge), token(ground));
             expectReadable(token(color), badge, "badge");
-            const QColor banner = over(faded(token(color), 0.12), token(ground));
+            const QColor banner = over(faded(token(color), OrvaTint::banner), token(ground));
             expectReadable(token(OrvaColor::primary), banner, "banner");
         }
     }
@@ -99,8 +106,11 @@ TEST_P(OrvaTextContrast, OfControlsAndTileSymbolsReachesThree)
     }
     // Tiles keep the light scheme's colours; at its lower end their gradient is nearly transparent.
     for (const OrvaColor color : {OrvaColor::accent, OrvaColor::green, OrvaColor::orange, OrvaColor::red}) {
-        const QColor tile = over(faded(orvaColor(color, OrvaScheme::light), 0.78), token(OrvaColor::window));
-        EXPECT_GE(contrast(Qt::white, tile), 3);
+        for (const double tint : {OrvaTint::tileTop, OrvaTint::tileBottom}) {
+            const QColor tile =
+                over(faded(orvaColor(color, OrvaScheme::light), tint), token(OrvaColor::window));
+            EXPECT_GE(contrast(Qt::white, tile), 3);
+        }
     }
 }
 

@@ -7,6 +7,7 @@
 #include "OrvaneKit/Model/OrvaSection.h"
 #include "Unit/OrvaneKit/OrvaWidgetSupport.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
@@ -63,36 +64,71 @@ protected:
     }
 };
 
-TEST_F(OrvaWidget, EveryComponentGivesAWidget)
+/// Returns the texts that a person reads or hears of a widget: shown ones, those of its buttons, and names.
+QStringList textsAndNames(QWidget& widget)
 {
-    const QList<AnyView> views{
-        OrvaPage{},
-        OrvaPageHeader{.symbol = QStringLiteral("eye"), .title = QStringLiteral("T")},
-        OrvaStatusBanner{OrvaStatusBanner::Kind::ok, QStringLiteral("m")},
-        OrvaChip{QStringLiteral("c")},
-        OrvaBadge{QStringLiteral("b")},
-        OrvaIconTile{QStringLiteral("eye")},
-        OrvaSwitch{bind(lamp, &Lamp::lit), QStringLiteral("s")},
-        OrvaRow{},
-        OrvaRowLabel{QStringLiteral("l")},
-        litRow(),
-        glowRow(),
-        bulbsRow(),
-        colourRow(),
-        OrvaValueRow{QStringLiteral("v"), QStringLiteral("1")},
-        OrvaButton{QStringLiteral("b"), nullptr},
-        spareRow(),
-        OrvaSection{},
-        OrvaCard{},
-        OrvaCalloutText{QStringLiteral("c")},
-        OrvaPane{},
-        DividedVStack{},
+    QStringList texts = shownTexts(widget);
+    for (const QWidget* each : all<QWidget>(widget)) {
+        texts.append(each->accessibleName());
+        if (const auto* button = qobject_cast<const QAbstractButton*>(each))
+            texts.append(button->text());
+        if (const auto* number = qobject_cast<const QSpinBox*>(each))
+            texts.append(number->text());
+    }
+    return texts;
+}
+
+bool isBlank(const QImage& picture)
+{
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != picture.pixel(0, 0))
+                return false;
+        }
+    }
+    return true;
+}
+
+TEST_F(OrvaWidget, EveryComponentShowsWhatItIsGiven)
+{
+    struct Component {
+        const char* name;
+        AnyView view;
+        QStringList texts;
     };
-    for (int index = 0; index < views.size(); ++index) {
-        const auto widget = rendered(views.at(index));
-        ASSERT_TRUE(widget) << index;
+    const QString title = QStringLiteral("Title");
+    const QString value = QStringLiteral("Value");
+    const AnyView content = OrvaValueRow{title, value};
+    const QList<Component> components{
+        {"page", OrvaPage{.content = OrvaPane{{content}}}, {title, value}},
+        {"page header", OrvaPageHeader{.symbol = QStringLiteral("eye"), .title = title}, {title}},
+        {"banner", OrvaStatusBanner{OrvaStatusBanner::Kind::ok, title}, {title}},
+        {"chip", OrvaChip{title}, {title}},
+        {"badge", OrvaBadge{title}, {title}},
+        {"icon tile", OrvaIconTile{QStringLiteral("eye")}, {}},
+        {"switch", OrvaSwitch{bind(lamp, &Lamp::lit), title}, {title}},
+        {"row", OrvaRow{.content = {content}}, {title, value}},
+        {"row label", OrvaRowLabel{title}, {title}},
+        {"toggle row", litRow(), {QStringLiteral("Lit"), QStringLiteral("Gives light.")}},
+        {"slider row", glowRow(), {QStringLiteral("Glow"), QStringLiteral("50 %")}},
+        {"stepper row", bulbsRow(), {QStringLiteral("Bulbs"), QStringLiteral("2")}},
+        {"picker row", colourRow(), {QStringLiteral("Colour")}},
+        {"value row", content, {title, value}},
+        {"button", OrvaButton{title, nullptr}, {title}},
+        {"section", OrvaSection{.title = title, .content = {OrvaRowLabel{value}}}, {title, value}},
+        {"card", OrvaCard{.content = {content}}, {title, value}},
+        {"callout text", OrvaCalloutText{title}, {title}},
+        {"pane", OrvaPane{{content}}, {title, value}},
+        {"stack", DividedVStack{{content}}, {title, value}},
+    };
+    for (const Component& component : components) {
+        const auto widget = rendered(component.view);
+        ASSERT_TRUE(widget) << component.name;
+        for (const QString& text : component.texts)
+            EXPECT_TRUE(textsAndNames(*widget).contains(text))
+                << component.name << ": " << text.toStdString();
         widget->resize(500, 300);
-        EXPECT_FALSE(widget->grab().isNull()) << index;
+        EXPECT_FALSE(isBlank(widget->grab().toImage())) << component.name;
     }
 }
 
