@@ -55,7 +55,7 @@ QList<OrvaSidebarSection> HomeView::sidebarSections() const
                                                   .systemImage = QStringLiteral("gearshape"),
                                                   .tileColor = OrvaColor::secondary}}}};
     for (const CapabilityCategory category : groupedCategories(registry->entries())) {
-        OrvaSidebarSection section{.title = displayName(category), .rows = {}};
+        OrvaSidebarSection section{.title = title(category), .rows = {}};
         for (const CapabilityRegistry::Entry& entry : registry->entries()) {
             if (entry.metadata().category == category)
                 section.rows.append(sidebarRow(entry));

@@ -1,12 +1,13 @@
 // The identity of a capability, its name and the group in which it is listed.
 #pragma once
 
+#include "OrvaneCore/Base/EnumNames.h"
+
 #include <QHashFunctions>
 #include <QString>
 
 #include <array>
 #include <compare>
-#include <optional>
 
 namespace orvane {
 
@@ -25,14 +26,18 @@ struct CapabilityID {
 
 enum class CapabilityCategory { windowing, input, desktop, finder, system };
 
-inline constexpr std::array allCapabilityCategories{
-    CapabilityCategory::windowing, CapabilityCategory::input,  CapabilityCategory::desktop,
-    CapabilityCategory::finder,    CapabilityCategory::system,
+inline constexpr std::array capabilityCategoryNames{
+    EnumName{CapabilityCategory::windowing, "windowing", u"Windows & Switching"},
+    EnumName{CapabilityCategory::input, "input", u"Keyboard & Mouse"},
+    EnumName{CapabilityCategory::desktop, "desktop", u"Desktop"},
+    EnumName{CapabilityCategory::finder, "finder", u"Finder & Files"},
+    EnumName{CapabilityCategory::system, "system", u"System"},
 };
-
-QString rawValue(CapabilityCategory category);
-std::optional<CapabilityCategory> capabilityCategory(const QString& rawValue);
-QString displayName(CapabilityCategory category);
+constexpr const auto& enumNames(CapabilityCategory)
+{
+    return capabilityCategoryNames;
+}
+static_assert(isInOrder<CapabilityCategory>());
 
 struct CapabilityMetadata {
     CapabilityID id;

@@ -13,17 +13,6 @@ const QString startModeKey = QStringLiteral("Orvane.capabilityStartModes");
 
 } // namespace
 
-QString rawValue(CapabilityStartMode mode)
-{
-    return mode == CapabilityStartMode::automatic ? QStringLiteral("automatic") : QStringLiteral("manual");
-}
-
-QString displayName(CapabilityStartMode mode)
-{
-    return mode == CapabilityStartMode::automatic ? QStringLiteral("Start automatically")
-                                                  : QStringLiteral("Start manually");
-}
-
 QVariantMap CapabilityStore::dictionary(const QString& key, QMetaType::Type valueType) const
 {
     const QVariant value = m_defaults.object(key);
@@ -61,14 +50,13 @@ QSet<QString> CapabilityStore::enabledIDs() const
 CapabilityStartMode CapabilityStore::startMode(const CapabilityID& id) const
 {
     const QString raw = dictionary(startModeKey, QMetaType::QString).value(id.rawValue).toString();
-    return raw == rawValue(CapabilityStartMode::manual) ? CapabilityStartMode::manual
-                                                        : CapabilityStartMode::automatic;
+    return fromRawValue<CapabilityStartMode>(raw).value_or(CapabilityStartMode::automatic);
 }
 
 void CapabilityStore::setStartMode(const CapabilityID& id, CapabilityStartMode mode)
 {
     QVariantMap map = dictionary(startModeKey, QMetaType::QString);
-    map.insert(id.rawValue, rawValue(mode));
+    map.insert(id.rawValue, QString(rawValue(mode)));
     m_defaults.set(startModeKey, map);
 }
 

@@ -14,11 +14,15 @@ class DefaultsStore;
 
 enum class CapabilityStartMode { automatic, manual };
 
-inline constexpr std::array allCapabilityStartModes{CapabilityStartMode::automatic,
-                                                    CapabilityStartMode::manual};
-
-QString rawValue(CapabilityStartMode mode);
-QString displayName(CapabilityStartMode mode);
+inline constexpr std::array capabilityStartModeNames{
+    EnumName{CapabilityStartMode::automatic, "automatic", u"Start automatically"},
+    EnumName{CapabilityStartMode::manual, "manual", u"Start manually"},
+};
+constexpr const auto& enumNames(CapabilityStartMode)
+{
+    return capabilityStartModeNames;
+}
+static_assert(isInOrder<CapabilityStartMode>());
 
 /// Kept as two whole dictionaries in the store; one of another shape counts as absent.
 class CapabilityStore {

@@ -74,6 +74,6 @@ TEST(CapabilityStartMode, Names)
 {
     EXPECT_EQ(rawValue(CapabilityStartMode::automatic), QStringLiteral("automatic"));
     EXPECT_EQ(rawValue(CapabilityStartMode::manual), QStringLiteral("manual"));
-    EXPECT_EQ(displayName(CapabilityStartMode::automatic), QStringLiteral("Start automatically"));
-    EXPECT_EQ(displayName(CapabilityStartMode::manual), QStringLiteral("Start manually"));
+    EXPECT_EQ(title(CapabilityStartMode::automatic), QStringLiteral("Start automatically"));
+    EXPECT_EQ(title(CapabilityStartMode::manual), QStringLiteral("Start manually"));
 }

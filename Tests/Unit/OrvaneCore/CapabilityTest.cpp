@@ -97,12 +97,12 @@ TEST(CapabilityCategory, RawValuesAndNames)
         {QStringLiteral("system"), QStringLiteral("System")},
     };
     std::vector<std::pair<QString, QString>> actual;
-    for (const CapabilityCategory category : allCapabilityCategories) {
-        actual.emplace_back(rawValue(category), displayName(category));
-        EXPECT_EQ(capabilityCategory(rawValue(category)), category);
+    for (const CapabilityCategory category : allCases<CapabilityCategory>()) {
+        actual.emplace_back(rawValue(category), title(category));
+        EXPECT_EQ(fromRawValue<CapabilityCategory>(QString(rawValue(category))), category);
     }
     EXPECT_EQ(actual, expected);
-    EXPECT_EQ(capabilityCategory(QStringLiteral("nonsense")), std::nullopt);
+    EXPECT_EQ(fromRawValue<CapabilityCategory>(u"nonsense"), std::nullopt);
 }
 
 TEST(AppInfo, IsTakenFromTheBundleAndTheFirstSupportDirectory)

@@ -96,7 +96,8 @@ std::optional<ClipItem> item(const QJsonValue& value)
     Element element(value);
     ClipItem item;
     item.id = element.orBad(uuid(element.required("id", QJsonValue::String).toString()));
-    item.kind = element.orBad(clipKind(element.required("kind", QJsonValue::String).toString()));
+    item.kind =
+        element.orBad(fromRawValue<ClipKind>(element.required("kind", QJsonValue::String).toString()));
     item.text = element.optionalString("text");
     item.imageFileName = element.optionalString("imageFileName");
     if (const auto paths = element.optional("filePaths", QJsonValue::Array))

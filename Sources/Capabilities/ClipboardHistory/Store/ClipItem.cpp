@@ -27,28 +27,6 @@ bool equivalent(const std::optional<QStringList>& left, const std::optional<QStr
 
 } // namespace
 
-QLatin1StringView rawValue(ClipKind kind)
-{
-    switch (kind) {
-    case ClipKind::text:
-        return QLatin1StringView("text");
-    case ClipKind::url:
-        return QLatin1StringView("url");
-    case ClipKind::image:
-        return QLatin1StringView("image");
-    case ClipKind::fileURLs:
-        return QLatin1StringView("fileURLs");
-    }
-    return {};
-}
-
-std::optional<ClipKind> clipKind(QStringView raw)
-{
-    const auto* const found =
-        std::ranges::find_if(allClipKinds, [raw](ClipKind kind) { return raw == rawValue(kind); });
-    return found == allClipKinds.end() ? std::nullopt : std::optional(*found);
-}
-
 ClipItem::Date ClipItem::dateFrom(std::chrono::system_clock::time_point time)
 {
     return time.time_since_epoch() - referenceDate;

@@ -1,6 +1,8 @@
 // One entry of the clipboard history. A value.
 #pragma once
 
+#include "OrvaneCore/Base/EnumNames.h"
+
 #include <QString>
 #include <QStringList>
 #include <QUuid>
@@ -13,12 +15,18 @@ namespace orvane {
 
 enum class ClipKind { text, url, image, fileURLs };
 
-inline constexpr std::array allClipKinds{ClipKind::text, ClipKind::url, ClipKind::image, ClipKind::fileURLs};
-
-/// "text", "url", "image", "fileURLs": the names on the disk.
-QLatin1StringView rawValue(ClipKind kind);
-/// Returns nothing for an unknown string.
-std::optional<ClipKind> clipKind(QStringView rawValue);
+/// The names on the disk.
+inline constexpr std::array clipKindNames{
+    EnumName{ClipKind::text, "text"},
+    EnumName{ClipKind::url, "url"},
+    EnumName{ClipKind::image, "image"},
+    EnumName{ClipKind::fileURLs, "fileURLs"},
+};
+constexpr const auto& enumNames(ClipKind)
+{
+    return clipKindNames;
+}
+static_assert(isInOrder<ClipKind>());
 
 struct ClipItem {
     /// Time since 2001-01-01T00:00:00Z, with its fraction, exactly as the disk holds it.

@@ -24,10 +24,10 @@ TEST(ClipKind, HasTheStringsOfTheDisk)
     EXPECT_EQ(rawValue(ClipKind::url), QLatin1StringView("url"));
     EXPECT_EQ(rawValue(ClipKind::image), QLatin1StringView("image"));
     EXPECT_EQ(rawValue(ClipKind::fileURLs), QLatin1StringView("fileURLs"));
-    for (const ClipKind kind : allClipKinds)
-        EXPECT_EQ(clipKind(QString(rawValue(kind))), kind);
-    EXPECT_EQ(clipKind(u"fileurls"), std::nullopt);
-    EXPECT_EQ(clipKind(u""), std::nullopt);
+    for (const ClipKind kind : allCases<ClipKind>())
+        EXPECT_EQ(fromRawValue<ClipKind>(QString(rawValue(kind))), kind);
+    EXPECT_EQ(fromRawValue<ClipKind>(u"fileurls"), std::nullopt);
+    EXPECT_EQ(fromRawValue<ClipKind>(u""), std::nullopt);
 }
 
 TEST(ClipItem, ContentIsKindTextPathsAndImageName)
