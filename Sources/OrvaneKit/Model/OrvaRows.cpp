@@ -14,10 +14,9 @@
 #include "OrvaneKit/Model/OrvaPage.h"
 #include "OrvaneKit/Model/OrvaSection.h"
 
-#include <QHBoxLayout>
-#include <QVBoxLayout>
-
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace orvane {
 
@@ -28,31 +27,40 @@ constexpr int rowV = static_cast<int>(Orva::rowV);
 constexpr int ring = orvaRingMargin;
 constexpr int labelGap = 2;
 constexpr int controlGap = 16;
+constexpr int sliderGap = 4;
 
 /// Margins of a row whose controls have their own room for the focus ring.
 constexpr QMargins controlMargins(rowH, rowV - ring, rowH - ring, rowV - ring);
 
-QWidget* makeLabel(const Live<QString>& title, const std::optional<Live<QString>>& caption, int vertical = 0)
+/// A control of a row, which the row alone makes, as a part of its box.
+struct Control {
+    std::function<QWidget*()> make;
+};
+
+QWidget* makeOrvaWidget(const Control& control)
 {
-    auto* widget = new QWidget;
-    auto* lines = new QVBoxLayout(widget);
-    lines->setContentsMargins(0, vertical, 0, vertical);
-    lines->setSpacing(labelGap);
-    lines->addWidget(new OrvaTextView(title, OrvaFont::body, OrvaColor::primary));
-    if (caption)
-        lines->addWidget(new OrvaTextView(*caption, OrvaFont::caption, OrvaColor::secondary));
-    return widget;
+    return control.make();
 }
 
-QWidget* makeControlRow(QWidget* label, QWidget* control)
+/// `vertical` is room for the focus ring of the control beside it.
+OrvaBox labelBox(const Live<QString>& title, const std::optional<Live<QString>>& caption = std::nullopt,
+                 int vertical = 0)
 {
-    auto* widget = new QWidget;
-    auto* line = new QHBoxLayout(widget);
-    line->setContentsMargins(controlMargins);
-    line->setSpacing(controlGap);
-    line->addWidget(label, 1);
-    line->addWidget(control, 0, Qt::AlignVCenter);
-    return widget;
+    OrvaBox lines{.axis = OrvaBox::Axis::column,
+                  .spacing = labelGap,
+                  .margins = QMargins(0, vertical, 0, vertical),
+                  .content = {OrvaText{title}}};
+    if (caption)
+        lines.content.append(OrvaText{*caption, OrvaFont::caption, OrvaColor::secondary});
+    return lines;
+}
+
+QWidget* makeControlRow(const OrvaBox& label, std::function<QWidget*()> makeControl)
+{
+    return makeOrvaWidget(OrvaBox{
+        .spacing = controlGap,
+        .margins = controlMargins,
+        .content = {OrvaBoxPart::filling(label), {Control{std::move(makeControl)}, Qt::AlignVCenter}}});
 }
 
 Qt::Alignment qtAlignment(VerticalAlignment alignment)
@@ -107,53 +115,54 @@ QWidget* makeOrvaWidget(const OrvaRow& row)
 
 QWidget* makeOrvaWidget(const OrvaRowLabel& label)
 {
-    return makeLabel(label.title, label.caption);
+    return makeOrvaWidget(labelBox(label.title, label.caption));
 }
 
 QWidget* makeOrvaWidget(const OrvaToggleRow& row)
 {
-    return makeControlRow(makeLabel(row.title, row.caption, ring),
-                          new OrvaSwitchView(row.isOn, row.title, row.caption));
+    return makeControlRow(labelBox(row.title, row.caption, ring),
+                          [&] { return new OrvaSwitchView(row.isOn, row.title, row.caption); });
 }
 
 QWidget* makeOrvaWidget(const OrvaSliderRow& row)
 {
-    auto* widget = new QWidget;
-    auto* lines = new QVBoxLayout(widget);
-    lines->setContentsMargins(rowH - ring, rowV, rowH - ring, rowV - ring);
-    lines->setSpacing(4);
-    auto* head = new QHBoxLayout;
-    head->setContentsMargins(ring, 0, ring, 0);
-    head->setSpacing(controlGap);
-    head->addWidget(new OrvaTextView(row.title, OrvaFont::body, OrvaColor::primary), 1);
-    head->addWidget(new OrvaTextView(row.detail, OrvaFont::caption, OrvaColor::secondary,
-                                     OrvaTextView::Wrapping::singleLine));
-    lines->addLayout(head);
-    lines->addWidget(
-        new OrvaSliderView(row.value, row.range.lower, row.range.upper, row.step, row.title, row.detail));
-    return widget;
+    const Control detail{[&] {
+        return new OrvaTextView(row.detail, OrvaFont::caption, OrvaColor::secondary,
+                                OrvaTextView::Wrapping::singleLine);
+    }};
+    const Control slider{[&] {
+        return new OrvaSliderView(row.value, row.range.lower, row.range.upper, row.step, row.title,
+                                  row.detail);
+    }};
+    const OrvaBox head{.spacing = controlGap,
+                       .margins = QMargins(ring, 0, ring, 0),
+                       .content = {OrvaBoxPart::filling(OrvaText{row.title}), detail}};
+    return makeOrvaWidget(OrvaBox{.axis = OrvaBox::Axis::column,
+                                  .spacing = sliderGap,
+                                  .margins = QMargins(rowH - ring, rowV, rowH - ring, rowV - ring),
+                                  .content = {head, slider}});
 }
 
 QWidget* makeOrvaWidget(const OrvaStepperRow& row)
 {
-    return makeControlRow(
-        makeLabel(row.title, std::nullopt, ring),
-        new OrvaStepperView(row.value, row.range.lower, row.range.upper, row.step, row.title));
+    return makeControlRow(labelBox(row.title, std::nullopt, ring), [&] {
+        return new OrvaStepperView(row.value, row.range.lower, row.range.upper, row.step, row.title);
+    });
 }
 
 QWidget* makeOrvaWidget(const OrvaPickerRow& row)
 {
-    return makeControlRow(makeLabel(row.title, std::nullopt, ring),
-                          new OrvaPickerView(row.selection, row.content, row.title));
+    return makeControlRow(labelBox(row.title, std::nullopt, ring),
+                          [&] { return new OrvaPickerView(row.selection, row.content, row.title); });
 }
 
 QWidget* makeOrvaWidget(const OrvaValueRow& row)
 {
-    auto* value = new OrvaTextView(row.value, OrvaFont::body, OrvaColor::secondary);
-    value->setAlignment(Qt::AlignRight);
-    QWidget* widget = makeControlRow(makeLabel(row.title, row.caption), value);
-    widget->layout()->setContentsMargins(rowH, rowV, rowH, rowV);
-    return widget;
+    const OrvaText value{.text = row.value, .color = OrvaColor::secondary, .alignment = Qt::AlignRight};
+    return makeOrvaWidget(OrvaBox{
+        .spacing = controlGap,
+        .margins = QMargins(rowH, rowV, rowH, rowV),
+        .content = {OrvaBoxPart::filling(labelBox(row.title, row.caption)), {value, Qt::AlignVCenter}}});
 }
 
 QWidget* makeOrvaWidget(const OrvaButton& button)
