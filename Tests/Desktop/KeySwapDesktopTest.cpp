@@ -1,5 +1,6 @@
 // Ctrl Shortcuts as a person uses them: keys of the hardware, in real programs.
 #include "Desktop/KeySwapFixture.h"
+#include "Desktop/Support/Terminal.h"
 
 #include <QTemporaryDir>
 
@@ -41,6 +42,30 @@ TEST_F(KeySwapDesktopTest, InTheCommonModeControlCStillInterruptsInATerminal)
         chord("Control_L", "c"); // until the window has the keyboard
         return contentOf(mark).contains("interrupted");
     }));
+}
+
+TEST_F(KeySwapDesktopTest, InTheCommonModeControlVPastesInATerminalThatIsNoException)
+{
+    start("commonShortcuts", Exceptions::none);
+    setClipboardText(QStringLiteral("pasted"));
+    const Terminal terminal;
+    ASSERT_TRUE(terminal.getsKeys(m_hardware));
+    EXPECT_TRUE(eventually(15s, [&] {
+        chord("Control_L", "v"); // until the program knows what is in front
+        return terminal.typed().contains("pasted");
+    })) << terminal.typed().toStdString();
+}
+
+TEST_F(KeySwapDesktopTest, InTheCommonModeControlVIsTypedInATerminalThatIsAnException)
+{
+    start("commonShortcuts");
+    setClipboardText(QStringLiteral("pasted"));
+    const Terminal terminal;
+    ASSERT_TRUE(terminal.getsKeys(m_hardware));
+    EXPECT_TRUE(eventually(15s, [&] {
+        chord("Control_L", "v");
+        return terminal.typed().endsWith("\x16\x16\x16");
+    })) << terminal.typed().toStdString();
 }
 
 TEST_F(KeySwapDesktopTest, TheKeyThatActsAsSuperReachesTheWindowManagerAloneInEachMode)

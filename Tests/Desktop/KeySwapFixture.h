@@ -18,14 +18,19 @@
 
 namespace orvane::tests {
 
-inline QByteArray keySwapDefaults(const char* mode)
+/// The programs in which keys are left as they are: those that a new user finds there, or none.
+enum class Exceptions { standard, none };
+
+inline QByteArray keySwapDefaults(const char* mode, Exceptions exceptions = Exceptions::standard)
 {
-    const QVariantMap all{
+    QVariantMap all{
         {QStringLiteral("hasOnboarded"), true},
         {QStringLiteral("Orvane.enabledCapabilities"),
          QVariantMap{{QStringLiteral("net.lindenrow.orvane.keyswap"), true}}},
         {QStringLiteral("net.lindenrow.orvane.keyswap.mode"), QLatin1String(mode)},
     };
+    if (exceptions == Exceptions::none)
+        all.insert(QStringLiteral("net.lindenrow.orvane.keyswap.excludedApps"), QStringList());
     return QJsonDocument(QJsonObject::fromVariantMap(all)).toJson();
 }
 
@@ -37,12 +42,12 @@ inline QByteArray contentOf(const QString& path)
 
 class KeySwapFixture : public testing::Test {
 protected:
-    void start(const char* mode)
+    void start(const char* mode, Exceptions exceptions = Exceptions::standard)
     {
         // As at login: on a desktop without a status area a person's start opens a window, which takes the
         // keys.
-        m_program = std::make_unique<Program>(
-            Program::Start{.defaults = keySwapDefaults(mode), .arguments = {QStringLiteral("--at-login")}});
+        m_program = std::make_unique<Program>(Program::Start{.defaults = keySwapDefaults(mode, exceptions),
+                                                             .arguments = {QStringLiteral("--at-login")}});
         ASSERT_TRUE(m_program->waitUntilReady());
         ASSERT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Keyboard remapping active"))));
     }

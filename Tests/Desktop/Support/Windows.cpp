@@ -103,6 +103,29 @@ QRect Windows::frame(WindowId window) const
     return own.isEmpty() ? own : own.marginsAdded(decorations(window)).marginsRemoved(ownMargins(window));
 }
 
+QList<QRect> Windows::frames() const
+{
+    QList<QRect> frames;
+    for (const WindowId window : numbers(m_root, "_NET_CLIENT_LIST"))
+        frames.append(frame(window));
+    return frames;
+}
+
+void Windows::iconify(WindowId window) const
+{
+    constexpr std::uint32_t iconic = 3;
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom("WM_CHANGE_STATE");
+    event.data.data32[0] = iconic;
+    xcb_send_event(m_connection.get(), 0, m_root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&event));
+    xcb_flush(m_connection.get());
+}
+
 QRect Windows::geometry(WindowId window) const
 {
     xcb_connection_t* connection = m_connection.get();

@@ -32,6 +32,10 @@ public:
     /// Returns a window's place in the root window: with what the window manager draws around it, and without
     /// the margin in which a program that decorates itself draws its shadow. Empty when the window is gone.
     [[nodiscard]] QRect frame(WindowId window) const;
+    /// Returns the frames of all managed windows, those of the desktop's own included.
+    [[nodiscard]] QList<QRect> frames() const;
+    /// Asks the window manager to put a window away, as the button in its title bar does.
+    void iconify(WindowId window) const;
     /// Returns the place of the window itself, in the root window.
     [[nodiscard]] QRect geometry(WindowId window) const;
     /// Returns the place of the child of the root that holds the window. Some window managers give it an

@@ -113,14 +113,28 @@ TEST_F(SnapShortcutsDesktopTest, AFullScreenWindowIsLeftAlone)
 TEST_F(SnapShortcutsDesktopTest, WithNoWindowInFrontNothingHappens)
 {
     startSnapping();
-    {
-        const Target closed = open(WindowKind::qt, initial);
-    }
-    ASSERT_TRUE(eventually(5s, [&] { return m_windows.frame(m_windows.active()).size() != initial.size(); }));
+    const Target hidden = open(WindowKind::qt, initial);
+    ASSERT_NE(hidden.window, 0u);
+    m_windows.iconify(hidden.window);
+    ASSERT_TRUE(eventually(5s, [&] {
+        return m_windows.hasState(hidden.window, "_NET_WM_STATE_HIDDEN") &&
+               m_windows.active() != hidden.window;
+    }));
+    const QList<QRect> before = m_windows.frames();
+    ASSERT_TRUE(before.contains(m_windows.frame(hidden.window)));
     pressShortcut(Zone::leftHalf);
     settle();
+    EXPECT_EQ(m_windows.frames(), before);
     EXPECT_TRUE(program().isRunning());
     EXPECT_TRUE(nothingIsShown());
+
+    // The same shortcut works as soon as the window is in front again.
+    const QString id = QStringLiteral("0x%1").arg(hidden.window, 0, 16);
+    ASSERT_EQ(QProcess::execute(QStringLiteral("wmctrl"), {QStringLiteral("-i"), QStringLiteral("-a"), id}),
+              0);
+    ASSERT_TRUE(eventually(5s, [&] { return m_windows.active() == hidden.window; }));
+    pressShortcut(Zone::leftHalf);
+    EXPECT_TRUE(comesToFill(hidden, placeOf(Zone::leftHalf, m_windows.workArea(primary))));
 }
 
 TEST_F(SnapShortcutsDesktopTest, TheLayoutsShortcutTogglesThePanel)
