@@ -1,5 +1,6 @@
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
 
+#include "PlatformLinux/EventTap/AccessKeys.h"
 #include "PlatformLinux/EventTap/KeyboardChanges.h"
 #include "PlatformLinux/EventTap/LiftedKeys.h"
 
@@ -113,6 +114,7 @@ GrabbedKeyboards::Attempt GrabbedKeyboards::grabAttached(const KeyboardDevice& d
     constexpr bool isTaken = true;
     switch (reply->status) {
     case XCB_GRAB_STATUS_SUCCESS:
+        AccessKeys().applyTo(m_connection, device.id); // those of the XTEST keyboard are the ones that count
         m_keyboards.add(device.id, down);
         return {{}, false, down};
     case XCB_GRAB_STATUS_ALREADY_GRABBED:
@@ -162,6 +164,7 @@ std::vector<std::string> GrabbedKeyboards::followKeymap()
     std::vector<std::string> problems;
     for (const auto& keyboard : m_keyboards.keyboards()) {
         const std::string problem = present.applyTo(m_connection, keyboard.id);
+        AccessKeys().applyTo(m_connection, keyboard.id);
         if (!problem.empty())
             problems.push_back("A keyboard keeps its former layout or repeat rate: " + problem + ".");
     }
@@ -180,7 +183,9 @@ void GrabbedKeyboards::letGo()
     // switch to another console. Such a device is left to the connection's end, which they survive. The event
     // that announces it may still be on its way, so the server is asked.
     const Keyboards present = m_connection.keyboards();
+    const AccessKeys access = AccessKeys::of(m_connection, m_xtest);
     for (const auto& keyboard : m_keyboards.keyboards()) {
+        access.applyTo(m_connection, keyboard.id);
         const bool isEnabled = std::ranges::any_of(
             present.hardware, [&](const KeyboardDevice& device) { return device.id == keyboard.id; });
         if (isEnabled)

@@ -44,7 +44,7 @@ void HeldKeys::undoCapsLock()
 
 EventFlags HeldKeys::flagsOf(const KeySet& keys) const
 {
-    EventFlags flags = m_capsLocked ? eventFlag::alphaShift : EventFlags{0};
+    EventFlags flags = m_latched | (m_capsLocked ? eventFlag::alphaShift : EventFlags{0});
     forEachKey(keys & m_roles.chordKeys(), [&](std::uint8_t key) { flags |= flagOf(m_roles.roleOf(key)); });
     return flags;
 }

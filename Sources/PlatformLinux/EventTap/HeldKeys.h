@@ -29,6 +29,8 @@ public:
     [[nodiscard]] const ModifierRoles& roles() const { return m_roles; }
     /// Sets the server's state of Caps Lock, which overrides the one expected here.
     void setCapsLocked(bool locked) { m_capsLocked = locked; }
+    /// Sets the flags of modifiers that count for the next key though they are up: Sticky Keys.
+    void setLatched(EventFlags flags) { m_latched = flags; }
     /// Takes back the effect of the last press of Caps Lock, because it was consumed.
     void undoCapsLock();
 
@@ -47,6 +49,7 @@ private:
 
     ModifierRoles m_roles;
     KeySet m_keys;
+    EventFlags m_latched = 0;
     bool m_capsLocked = false;
     bool m_capsWasLocked = false;
     bool m_capsUnlocksOnRelease = false;

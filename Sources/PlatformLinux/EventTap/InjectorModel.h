@@ -26,6 +26,8 @@ public:
     [[nodiscard]] const ModifierRoles& roles() const { return m_held.roles(); }
     /// Sets the server's state of Caps Lock, which overrides the model's.
     void setCapsLocked(bool locked) { m_held.setCapsLocked(locked); }
+    /// Sets the flags of the modifiers that Sticky Keys add to the next key.
+    void setLatched(EventFlags flags) { m_held.setLatched(flags); }
     /// Sets the keys that the user holds and the applications know of, at the beginning or between posted
     /// chords.
     void setHeld(const KeySet& keys);

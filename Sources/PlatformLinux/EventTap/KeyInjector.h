@@ -51,8 +51,10 @@ public:
 
     /// Presses a posted event, after the key before it.
     void post(const Event& event);
-    /// To be called when the layout has changed. Round trip.
-    void followLayout() { m_model.setRoles(m_connection.modifierRoles()); }
+    /// To be called when the layout or the controls have changed. Round trips.
+    void followLayout();
+    /// Sets the server's modifiers that Sticky Keys add to the next key.
+    void setLatched(std::uint8_t modifiers);
     /// To be called when Caps Lock has changed. Round trip.
     void followCapsLock() { m_model.setCapsLocked(m_connection.capsIsLocked()); }
     /// Takes an event of the connection that concerns a lifted key.
@@ -76,6 +78,9 @@ private:
     void goAhead();
     void afterCapsLock();
     void perform(const KeyActions& actions);
+    void perform(const KeyAction& action);
+    void press(std::uint8_t key);
+    [[nodiscard]] bool isLocked(const KeyAction& action);
 
     InputConnection& m_connection;
     TapMailbox& m_mailbox;
@@ -84,6 +89,10 @@ private:
     const InjectorModel::Devices m_devices;
     InjectorModel m_model;
     LiftedKeys m_lifted;
+    /// True if the server drops keys that are pressed for an instant.
+    bool m_filtersPresses = false;
+    /// The modifiers that are on without a key, because such a key would be dropped.
+    KeySet m_locked;
     /// The key that is on its way.
     InjectorModel::Passage m_passage;
     /// True if it was injected before the taps were asked.

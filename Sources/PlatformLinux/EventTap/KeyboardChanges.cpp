@@ -12,7 +12,7 @@ void selectKeyboardSettings(InputConnection& connection)
     details.affectNewKeyboard = details.newKeyboardDetails =
         XCB_XKB_NKN_DETAIL_KEYCODES | XCB_XKB_NKN_DETAIL_GEOMETRY | XCB_XKB_NKN_DETAIL_DEVICE_ID;
     details.affectState = details.stateDetails =
-        XCB_XKB_STATE_PART_MODIFIER_LOCK | XCB_XKB_STATE_PART_GROUP_LOCK;
+        XCB_XKB_STATE_PART_MODIFIER_LOCK | XCB_XKB_STATE_PART_MODIFIER_LATCH | XCB_XKB_STATE_PART_GROUP_LOCK;
     details.affectCtrls = details.ctrlDetails = std::uint32_t{XCB_XKB_BOOL_CTRL_REPEAT_KEYS} |
                                                 XCB_XKB_CONTROL_PER_KEY_REPEAT |
                                                 XCB_XKB_CONTROL_CONTROLS_ENABLED;

@@ -9,7 +9,8 @@
 
 namespace orvane {
 
-/// Asks for announcements of a new layout, repeat rate or state of the locks.
+/// Asks for announcements of a new layout or repeat rate, of other controls, and of the state of locks and
+/// latches.
 void selectKeyboardSettings(InputConnection& connection);
 /// Returns the devices that give no more keys after an event of the hierarchy.
 std::vector<DeviceId> devicesGone(const xcb_input_hierarchy_event_t& event);

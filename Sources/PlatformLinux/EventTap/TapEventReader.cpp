@@ -61,7 +61,7 @@ bool TapEventReader::readNext()
     if (isInput)
         readInput(*event);
     else if (type == m_connection.xkbFirstEvent())
-        readKeyboardSettings(event->pad0); // the one type of that extension's events has their kind here
+        readKeyboardSettings(*event);
     return true;
 }
 
@@ -138,9 +138,13 @@ void TapEventReader::readHierarchy(const xcb_input_hierarchy_event_t& event)
     m_connection.link().flush();
 }
 
-void TapEventReader::readKeyboardSettings(std::uint8_t kind)
+void TapEventReader::readKeyboardSettings(const xcb_generic_event_t& event)
 {
-    if (kind == XCB_XKB_STATE_NOTIFY) {
+    if (event.pad0 == XCB_XKB_STATE_NOTIFY) { // the one type of that extension's events has their kind here
+        const auto& state = as<xcb_xkb_state_notify_event_t>(event);
+        m_injector.setLatched(state.latchedMods);
+        if ((state.changed & (XCB_XKB_STATE_PART_MODIFIER_LOCK | XCB_XKB_STATE_PART_GROUP_LOCK)) == 0)
+            return;
         m_injector.followCapsLock();
         if (m_keyboards)
             m_keyboards->followLocks();

@@ -42,7 +42,7 @@ private:
     void readRawKey(const xcb_generic_event_t& event);
     void readKey(const xcb_input_key_press_event_t& event);
     void readHierarchy(const xcb_input_hierarchy_event_t& event);
-    void readKeyboardSettings(std::uint8_t kind);
+    void readKeyboardSettings(const xcb_generic_event_t& event);
 
     InputConnection& m_connection;
     KeyInjector& m_injector;

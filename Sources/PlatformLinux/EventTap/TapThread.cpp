@@ -87,8 +87,8 @@ void TapThread::run(std::promise<void> begun, std::promise<void> ended)
 {
     const ShortTurns shortTurns;
     m_number = ::gettid();
-    // As a real-time thread it gets this signal itself when it takes too much: on one processor no other thread
-    // could run to handle it.
+    // As a real-time thread it gets this signal itself when it takes too much: on one processor no other
+    // thread could run to handle it.
     sigset_t tooMuch;
     sigemptyset(&tooMuch);
     sigaddset(&tooMuch, SIGXCPU);

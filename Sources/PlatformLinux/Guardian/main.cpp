@@ -2,10 +2,12 @@
 // without a goodbye, the keys that it had pressed on the XTEST keyboard are released, which would otherwise
 // stay down for ever. If it stands still while keys are typed, the keyboards are taken from it as well. Ends
 // with the X server too.
+#include "PlatformLinux/EventTap/AccessKeys.h"
 #include "PlatformLinux/EventTap/LiftedKeys.h"
 #include "PlatformLinux/Guardian/KeyWatch.h"
 #include "PlatformLinux/Guardian/OwnScope.h"
 #include "PlatformLinux/X11/InputConnection.h"
+#include "PlatformLinux/X11/XkbProtocol.h"
 
 #include <cerrno>
 #include <charconv>
@@ -53,6 +55,7 @@ public:
         }
         waitForLastKeys();
         letKeysGo();
+        restoreAccessKeys();
         restoreHeldModifiers();
         m_connection.synchronize();
     }
@@ -116,6 +119,20 @@ private:
         // Modifiers come last, so that no letter is typed with fewer of them than it had.
         for (const KeySet& keys : {down & ~modifiers, down & modifiers})
             forEach(keys, [this](std::uint8_t key) { m_connection.release(key); });
+    }
+
+    /// The grabbed keyboards had none, and modifiers may be locked in the place of keys.
+    void restoreAccessKeys()
+    {
+        constexpr std::uint8_t locked =
+            XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
+        const orvane::Keyboards present = m_connection.keyboards();
+        const auto access = orvane::AccessKeys::of(m_connection, present.xtest);
+        if (access.filterPresses())
+            xcb_xkb_latch_lock_state(m_connection.link().xcb(), XCB_XKB_ID_USE_CORE_KBD, locked, 0, 0, 0, 0,
+                                     0, 0);
+        for (const orvane::KeyboardDevice& keyboard : present.hardware)
+            access.applyTo(m_connection, keyboard.id);
     }
 
     /// The applications have just seen the release of modifiers that the user still holds.

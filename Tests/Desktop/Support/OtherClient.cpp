@@ -90,6 +90,34 @@ void OtherClient::setRepeatRate(RepeatRate rate)
     XSync(m_state->display, False);
 }
 
+namespace {
+
+constexpr unsigned allAccessKeys = XkbSlowKeysMask | XkbBounceKeysMask | XkbStickyKeysMask | XkbMouseKeysMask;
+
+} // namespace
+
+void OtherClient::setAccessKeys(unsigned keys)
+{
+    XkbDescPtr keyboard = XkbAllocKeyboard();
+    keyboard->device_spec = XkbUseCoreKbd;
+    XkbGetControls(m_state->display, XkbAllControlsMask, keyboard);
+    keyboard->ctrls->enabled_ctrls = (keyboard->ctrls->enabled_ctrls & ~allAccessKeys) | keys;
+    keyboard->ctrls->slow_keys_delay = keyboard->ctrls->debounce_delay = 100;
+    XkbSetControls(m_state->display, XkbControlsEnabledMask | XkbSlowKeysMask | XkbBounceKeysMask, keyboard);
+    XkbFreeKeyboard(keyboard, 0, True);
+    XSync(m_state->display, False);
+}
+
+unsigned OtherClient::accessKeys(const char* device)
+{
+    XkbDescPtr keyboard = XkbAllocKeyboard();
+    keyboard->device_spec = static_cast<unsigned short>(idOf(device));
+    XkbGetControls(m_state->display, XkbAllControlsMask, keyboard);
+    const unsigned keys = keyboard->ctrls->enabled_ctrls & allAccessKeys;
+    XkbFreeKeyboard(keyboard, 0, True);
+    return keys;
+}
+
 bool OtherClient::isKeyboardGrabbed()
 {
     // A window that isn't shown can't have the keyboard, and the server reports that only after it has looked

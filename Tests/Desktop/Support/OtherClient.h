@@ -29,6 +29,16 @@ public:
     RepeatRate repeatRate();
     void setRepeatRate(RepeatRate rate);
 
+    enum AccessKey : unsigned {
+        slowKeys = 1 << 1,
+        bounceKeys = 1 << 2,
+        stickyKeys = 1 << 3,
+        mouseKeys = 1 << 4
+    };
+    /// Switches these on and all others off, for the keyboard as a whole, as a desktop's settings do.
+    void setAccessKeys(unsigned keys);
+    /// Returns those that are on for one device.
+    unsigned accessKeys(const char* device);
     /// True if some client has all keys to itself, as an open menu does.
     bool isKeyboardGrabbed();
     /// Takes all keys for itself until its end, as an open menu does. False when another client has them.
