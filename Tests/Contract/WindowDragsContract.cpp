@@ -125,7 +125,12 @@ public:
         ASSERT_TRUE(m_hand->begin());
     }
     void moveBy(int x, int y) override { ASSERT_TRUE(m_hand->moveTo(m_hand->pointer() + QPoint(x, y))); }
-    void release() override { m_hand.reset(); }
+    void release() override
+    {
+        m_hand.reset();
+        // A press that comes while the window manager still holds the pointer is lost to it.
+        ASSERT_TRUE(settleWindowManager());
+    }
     void takeAwayPermission() override { m_permissions.accessibility = false; }
 
 private:
