@@ -1,6 +1,7 @@
 #include "Orvane/Brand/OrvaneBrand.h"
 
 #include "Orvane/Menus/MenuBarIcon.h"
+#include "OrvaneKit/Theme/OrvaTheme.h"
 #include "Platform/Platform.h"
 #include "Platform/Workspace.h"
 
@@ -31,6 +32,12 @@ QFont wordmarkFont(double size)
 
 } // namespace
 
+QColor OrvaneBrand::WordmarkColors::tail() const
+{
+    constexpr int middle = 128; // of 255
+    return orvaColor(OrvaColor::link, head.lightness() > middle ? OrvaScheme::dark : OrvaScheme::light);
+}
+
 QSizeF OrvaneBrand::wordmarkSize(double size, const QString& lead)
 {
     const QFontMetricsF metrics(wordmarkFont(size));
@@ -51,7 +58,7 @@ void OrvaneBrand::paintWordmark(QPainter& painter, const QRectF& box, double siz
     painter.setFont(font);
     painter.setPen(colors.head);
     painter.drawText(QPointF(left, baseline), head);
-    painter.setPen(colors.tail);
+    painter.setPen(colors.tail());
     painter.drawText(QPointF(left + metrics.horizontalAdvance(head), baseline), wordTail);
     painter.restore();
 }

@@ -17,7 +17,7 @@ namespace orvane {
 
 namespace OrvaneBrand {
 
-/// Opaque; red 0.22, green 0.51, blue 1.
+/// The blue of the icon, which is a picture; opaque; red 0.22, green 0.51, blue 1. All else is in the kit's.
 inline const QColor accent = QColor::fromRgbF(0.22f, 0.51f, 1.0f);
 
 /// The product's word, in the two parts that look different in the wordmark.
@@ -33,7 +33,8 @@ inline const QString supportURL = QStringLiteral("https://orvane.example/support
 
 struct WordmarkColors {
     QColor head;
-    QColor tail = accent;
+    /// Returns the kit's blue for text, on a ground on which the head can be read.
+    [[nodiscard]] QColor tail() const;
 };
 
 /// Returns the size that the word takes; `size` is that of its type, in points.

@@ -1,9 +1,17 @@
 #include "PlatformLinux/Appearance/DesktopAppearance.h"
 
+#include "PlatformLinux/Appearance/AccentColor.h"
+
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QFutureWatcher>
 #include <QGuiApplication>
+#include <QPromise>
+#include <QThreadPool>
+
+#include <memory>
 
 namespace orvane {
 
@@ -14,6 +22,12 @@ const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
 const QString schemeKey = QStringLiteral("color-scheme");
+const QString accentKey = QStringLiteral("accent-color");
+// The portal passes on the settings of some desktops under their own names.
+const QString kdeSpace = QStringLiteral("org.kde.kdeglobals.General");
+const QString kdeAccentKey = QStringLiteral("AccentColor");
+const QString gnomeSpace = QStringLiteral("org.gnome.desktop.interface");
+const QString gnomeThemeKey = QStringLiteral("gtk-theme");
 
 const QString xfconfService = QStringLiteral("org.xfce.Xfconf");
 const QString xfconfPath = QStringLiteral("/org/xfce/Xfconf");
@@ -22,6 +36,8 @@ const QString themeProperty = QStringLiteral("/Net/ThemeName");
 
 /// The colour from which the toolkit makes a whole light palette.
 constexpr QColor lightButton(0xef, 0xef, 0xef);
+/// Where it isn't the desktop that has set a palette, the highlight is that of the view kit.
+constexpr QColor lightHighlight(0x1f, 0x6b, 0xe0);
 
 /// The portal wraps its values in a variant of their own.
 QVariant unwrapped(QVariant value)
@@ -47,6 +63,29 @@ QPalette darkPalette()
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faint);
     return palette;
+}
+
+QPalette lightPalette()
+{
+    QPalette palette(lightButton);
+    palette.setColor(QPalette::Highlight, lightHighlight);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+/// The structure must be left properly, also when it isn't the expected one: the library would leak it.
+std::optional<QColor> accentIn(const QVariant& value)
+{
+    if (value.userType() != qMetaTypeId<QDBusArgument>())
+        return std::nullopt;
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("(ddd)"))
+        return std::nullopt;
+    double red = 0, green = 0, blue = 0;
+    argument.beginStructure();
+    argument >> red >> green >> blue;
+    argument.endStructure();
+    return accentOfPortal(red, green, blue);
 }
 
 bool isDark(const QPalette& palette)
@@ -78,6 +117,7 @@ std::optional<ColorScheme> schemeOfTheme(const QVariant& name)
 DesktopAppearance::DesktopAppearance()
     : m_original(QGuiApplication::palette()), m_bus(QDBusConnection::sessionBus())
 {
+    m_applied.isDark = isDark(m_original);
     if (m_bus.isConnected())
         listen();
 }
@@ -107,16 +147,24 @@ void DesktopAppearance::listen()
 
 void DesktopAppearance::askPortal()
 {
+    ask(appearanceSpace, schemeKey);
+    ask(appearanceSpace, accentKey);
+    ask(kdeSpace, kdeAccentKey);
+    ask(gnomeSpace, gnomeThemeKey);
+}
+
+void DesktopAppearance::ask(const QString& space, const QString& key)
+{
     QDBusMessage call =
         QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, QStringLiteral("Read"));
     call.setAutoStartService(false);
-    call.setArguments({appearanceSpace, schemeKey});
+    call.setArguments({space, key});
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, space, key] {
         watcher->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (reply.isValid())
-            portalChanged(appearanceSpace, schemeKey, reply.value());
+            portalChanged(space, key, reply.value());
     });
 }
 
@@ -137,9 +185,16 @@ void DesktopAppearance::askXfconf()
 
 void DesktopAppearance::portalChanged(const QString& space, const QString& key, const QDBusVariant& value)
 {
-    if (space != appearanceSpace || key != schemeKey)
+    if (space == appearanceSpace && key == schemeKey)
+        m_portal = schemeOfPortal(value.variant());
+    else if (space == appearanceSpace && key == accentKey)
+        m_portalAccent = accentIn(unwrapped(value.variant()));
+    else if (space == kdeSpace && key == kdeAccentKey)
+        m_kdeAccent = accentOfKde(unwrapped(value.variant()));
+    else if (space == gnomeSpace && key == gnomeThemeKey)
+        return takeTheme(unwrapped(value.variant()).toString());
+    else
         return;
-    m_portal = schemeOfPortal(value.variant());
     apply();
 }
 
@@ -150,18 +205,55 @@ void DesktopAppearance::xfconfChanged(const QString& channel, const QString& pro
         return;
     m_theme = schemeOfTheme(value.variant());
     apply();
+    takeTheme(unwrapped(value.variant()).toString());
+}
+
+/// The theme's style sheet is read on the pool.
+void DesktopAppearance::takeTheme(const QString& name)
+{
+    m_themeName = name;
+    using Accent = std::optional<QColor>;
+    auto* watcher = new QFutureWatcher<Accent>(this);
+    connect(watcher, &QFutureWatcher<Accent>::finished, this, [this, watcher, name] {
+        watcher->deleteLater();
+        if (name != m_themeName)
+            return; // another one has been set meanwhile
+        m_themeAccent = watcher->result();
+        apply();
+    });
+    const auto promise = std::make_shared<QPromise<Accent>>();
+    promise->start();
+    watcher->setFuture(promise->future());
+    QThreadPool::globalInstance()->start([promise, name, folders = themeFolders()] {
+        promise->addResult(readSelectedColor(name, folders));
+        promise->finish();
+    });
+}
+
+std::optional<QColor> DesktopAppearance::accent() const
+{
+    if (m_portalAccent)
+        return m_portalAccent;
+    return m_kdeAccent ? m_kdeAccent : m_themeAccent;
 }
 
 void DesktopAppearance::apply()
 {
     const std::optional<ColorScheme> scheme = m_portal ? m_portal : m_theme;
-    const bool dark = scheme ? scheme == ColorScheme::dark : isDark(m_original);
-    if (dark == isDark(QGuiApplication::palette()))
+    const Applied next{.isDark = scheme ? scheme == ColorScheme::dark : isDark(m_original),
+                       .accent = accent()};
+    if (next == std::exchange(m_applied, next))
         return;
-    if (dark == isDark(m_original))
-        QGuiApplication::setPalette(m_original);
-    else
-        QGuiApplication::setPalette(dark ? darkPalette() : QPalette(lightButton));
+    QPalette palette = m_original;
+    if (next.isDark != isDark(m_original))
+        palette = next.isDark ? darkPalette() : lightPalette();
+    if (next.accent) {
+        constexpr int middle = 150; // of 255; above it black is the easier to read
+        palette.setColor(QPalette::Highlight, *next.accent);
+        palette.setColor(QPalette::HighlightedText,
+                         qGray(next.accent->rgb()) > middle ? Qt::black : Qt::white);
+    }
+    QGuiApplication::setPalette(palette);
 }
 
 } // namespace orvane

@@ -47,7 +47,7 @@ int inked(const QImage& image, const QColor& color, int fromX, int toX)
 
 } // namespace
 
-TEST(OrvaneBrandTest, TheAccentIsTheProductsBlue)
+TEST(OrvaneBrandTest, TheAccentOfTheIconIsTheProductsBlue)
 {
     EXPECT_NEAR(OrvaneBrand::accent.redF(), 0.22, 0.001);
     EXPECT_NEAR(OrvaneBrand::accent.greenF(), 0.51, 0.001);
@@ -73,17 +73,26 @@ TEST(OrvaneBrandTest, ALinkOpensItsAddress)
     EXPECT_EQ(fake.workspace.openedURLs, QStringList{OrvaneBrand::privacyURL});
 }
 
-TEST(OrvaneWordmarkTest, ItsHeadIsInTheTextsColourAndItsTailInTheAccent)
+TEST(OrvaneWordmarkTest, ItsTailIsInTheKitsBlueForTextOnEachGround)
+{
+    EXPECT_EQ(OrvaneBrand::WordmarkColors{.head = Qt::black}.tail(),
+              orvaColor(OrvaColor::link, OrvaScheme::light));
+    EXPECT_EQ(OrvaneBrand::WordmarkColors{.head = Qt::white}.tail(),
+              orvaColor(OrvaColor::link, OrvaScheme::dark));
+}
+
+TEST(OrvaneWordmarkTest, ItsHeadIsInTheTextsColourAndItsTailInTheKitsBlue)
 {
     const QSizeF size = OrvaneBrand::wordmarkSize(60);
     const QSize pixels(static_cast<int>(size.width()) + 2, static_cast<int>(size.height()) + 2);
     const QImage image = drawn(pixels, [&](QPainter& painter) {
         OrvaneBrand::paintWordmark(painter, QRectF(QPointF(), pixels), 60, {.head = Qt::black});
     });
+    const QColor blue = orvaColor(OrvaColor::link, OrvaScheme::light);
     const int third = pixels.width() / 4;
     EXPECT_GT(inked(image, Qt::black, 0, third), 60);
-    EXPECT_EQ(inked(image, OrvaneBrand::accent, 0, third), 0);
-    EXPECT_GT(inked(image, OrvaneBrand::accent, 2 * third, pixels.width()), 60);
+    EXPECT_EQ(inked(image, blue, 0, third), 0);
+    EXPECT_GT(inked(image, blue, 2 * third, pixels.width()), 60);
     EXPECT_EQ(inked(image, Qt::black, 2 * third, pixels.width()), 0);
 }
 

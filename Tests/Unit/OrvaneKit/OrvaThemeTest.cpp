@@ -80,6 +80,13 @@ TEST_P(OrvaTextContrast, OfPlainTextReachesFourAndAHalf)
     expectReadable(token(OrvaColor::onAccent), token(OrvaColor::accent), "chosen menu item");
 }
 
+TEST_P(OrvaTextContrast, OfTheWordmarkReachesFourAndAHalf)
+{
+    // Its tail is in the colour of links.
+    for (const OrvaColor ground : {OrvaColor::window, OrvaColor::sidebar, OrvaColor::cardFill})
+        expectReadable(token(OrvaColor::link), token(ground), "wordmark");
+}
+
 TEST_P(OrvaTextContrast, OfBadgesAndBannersReachesFourAndAHalf)
 {
     for (const OrvaColor ground : {OrvaColor::window, OrvaColor::cardFill}) {

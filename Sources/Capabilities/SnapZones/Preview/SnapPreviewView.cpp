@@ -1,5 +1,7 @@
 #include "Capabilities/SnapZones/Preview/SnapPreviewView.h"
 
+#include "OrvaneKit/Theme/OrvaSystemAccent.h"
+
 #include <QPainterPath>
 #include <QRegion>
 
@@ -52,7 +54,7 @@ void SnapPreviewView::resizeEvent(QResizeEvent* event)
 void SnapPreviewView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const QColor accent = orvaColor(OrvaColor::accent);
+    const QColor accent = orvaSystemAccent();
     if (!m_panel.translucency().get()) {
         painter.fillRect(rect(), accent);
         return;

@@ -70,6 +70,20 @@ TEST_F(SnapPreviewTest, ItIsATintWithABorderInsideItsFrame)
         EXPECT_EQ(image.pixelColor(corner).alpha(), 0);
 }
 
+TEST_F(SnapPreviewTest, ItIsTintedInTheDesktopsOwnAccentWhereThatIsTold)
+{
+    const QPalette before = QGuiApplication::palette();
+    QPalette palette = before;
+    palette.setColor(QPalette::Highlight, QColor(200, 60, 40));
+    QGuiApplication::setPalette(palette);
+    show();
+    const QColor border = picture().pixelColor(100, 0);
+    QGuiApplication::setPalette(before);
+    EXPECT_NEAR(border.red(), 200, 2);
+    EXPECT_NEAR(border.green(), 60, 2);
+    EXPECT_NEAR(border.blue(), 40, 2);
+}
+
 TEST_F(SnapPreviewTest, WithoutACompositorOnlyTheBorderIsLeft)
 {
     show();
