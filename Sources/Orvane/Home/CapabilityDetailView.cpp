@@ -19,26 +19,28 @@ namespace {
 constexpr double chipGap = 4;
 constexpr double titledChipGap = 8;
 
-/// A single chip stands beside the switch and needs no title. Of several, each has one.
+/// Panes speak of the section by this name.
+AnyView underHeading(const AnyView& chips)
+{
+    const OrvaInset heading{orvaRingMargin, OrvaText{QStringLiteral("Keyboard Shortcuts"),
+                                                     OrvaFont::smallCaptionSemibold, OrvaColor::secondary}};
+    return OrvaVStack{chipGap, {heading, chips}};
+}
+
+/// A single chip needs no title of its own. Of several, each has one.
 AnyView hotkeyChips(const QList<HotkeyAction>& actions)
 {
     if (actions.isEmpty())
         return {};
     if (actions.size() == 1)
-        return OrvaWrap{chipGap, {HotkeyChip(actions.constFirst())}};
+        return underHeading(OrvaWrap{chipGap, {HotkeyChip(actions.constFirst())}});
     QList<AnyView> chips;
     for (const HotkeyAction& action : actions) {
         const OrvaInset title{orvaRingMargin,
                               OrvaText{action.title, OrvaFont::caption, OrvaColor::secondary}};
         chips.append(OrvaVStack{0, {title, HotkeyChip(action)}});
     }
-    return OrvaWrap{titledChipGap, chips, OrvaWrapColumns::equal};
-}
-
-OrvaPageHeader::AccessoryPlace placeOfChips(const QList<HotkeyAction>& actions)
-{
-    return actions.size() > 1 ? OrvaPageHeader::AccessoryPlace::below
-                              : OrvaPageHeader::AccessoryPlace::besideAutoStart;
+    return underHeading(OrvaWrap{titledChipGap, chips, OrvaWrapColumns::equal});
 }
 
 AnyView page(const CapabilityDetailView& view)
@@ -56,7 +58,7 @@ AnyView page(const CapabilityDetailView& view)
                                  .autoStart = view.autoStart(),
                                  .autoStartTitle = QStringLiteral("Auto-start at launch"),
                                  .accessory = hotkeyChips(actions),
-                                 .accessoryPlace = placeOfChips(actions),
+                                 .accessoryPlace = OrvaPageHeader::AccessoryPlace::below,
                                  .trailing = CapabilityToggle::make(id, view.registry)},
         .banner = PermissionBanner::make(*view.entry.capability, view.permissions, view.navigation),
         .content = context ? view.entry.capability->makeSettingsPane(*context) : AnyView(),

@@ -41,8 +41,10 @@ public:
             .content = {OrvaText{displayName(m_row.permission)}, {levelBadge(), Qt::AlignVCenter}},
             .endsFree = true};
         const OrvaText note{m_row.note, OrvaFont::caption, OrvaColor::secondary, OrvaTextLines::balanced};
+        // Buttons have room for their focus rings; the text keeps the same distance from the row's edges.
         return OrvaBox{.axis = OrvaBox::Axis::column,
                        .spacing = captionGap,
+                       .margins = QMargins(0, orvaRingMargin, 0, orvaRingMargin),
                        .content = {OrvaBoxPart::rest(1), head, note, OrvaBoxPart::rest(1)}};
     }
 

@@ -5,8 +5,10 @@
 #include "Orvane/Permissions/PermissionRestartRow.h"
 #include "OrvaneCore/Capability/Capability.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaControls.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Model/OrvaPageMetrics.h"
 #include "OrvaneKit/Model/OrvaSection.h"
 
 namespace orvane {
@@ -56,9 +58,11 @@ AnyView missingCard(const QList<PermissionRequirement>& required,
             return items;
         },
         {permissions});
-    return OrvaCard{{OrvaForEach{rows}, PermissionRestartRow{}}};
+    return OrvaBox{.content = {OrvaBoxPart::filling(OrvaCard{{OrvaForEach{rows}, PermissionRestartRow{}}}),
+                               OrvaBoxPart::gap(OrvaPageMetrics::overhang)}};
 }
 
+/// The button's mark ends where cards do.
 AnyView grantedLine(const std::shared_ptr<HomeNavigation>& navigation)
 {
     return OrvaHStack{

@@ -24,13 +24,17 @@ AnyView PermissionRestartRow::body() const
                                        "after Orvane restarts."),
                         OrvaFont::caption, OrvaColor::secondary, OrvaTextLines::balanced};
     const OrvaButton restart{.title = QStringLiteral("Quit & Reopen"), .action = &AppRelaunch::relaunch};
-    return OrvaBox{.margins = QMargins(rowH, rowV, rowH - orvaRingMargin, rowV),
-                   .content = {{OrvaRowSymbol{.systemImage = QStringLiteral("arrow.clockwise.circle")},
-                                Qt::AlignVCenter},
-                               OrvaBoxPart::gap(symbolGap),
-                               OrvaBoxPart::filling(text, Qt::AlignVCenter),
-                               OrvaBoxPart::gap(buttonGap),
-                               {restart, Qt::AlignVCenter}}};
+    return OrvaBox{
+        .margins = QMargins(rowH, rowV, rowH - orvaRingMargin, rowV),
+        .content = {
+            {OrvaRowSymbol{.systemImage = QStringLiteral("arrow.clockwise.circle")}, Qt::AlignVCenter},
+            OrvaBoxPart::gap(symbolGap),
+            // The button has room for its focus ring; the text keeps the same distance.
+            OrvaBoxPart::filling(OrvaBox{.margins = QMargins(0, orvaRingMargin, 0, orvaRingMargin),
+                                         .content = {OrvaBoxPart::filling(text)}},
+                                 Qt::AlignVCenter),
+            OrvaBoxPart::gap(buttonGap),
+            {restart, Qt::AlignVCenter}}};
 }
 
 } // namespace orvane

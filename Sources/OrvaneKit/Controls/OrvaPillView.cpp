@@ -8,6 +8,8 @@
 #include <QHBoxLayout>
 #include <QLinearGradient>
 
+#include <utility>
+
 namespace orvane {
 
 namespace {
@@ -17,7 +19,29 @@ constexpr int pillGap = 4;
 constexpr double pillSymbol = 13;
 constexpr double chipCorner = 6;
 
+/// A symbol as heavy as the text beside it.
+class HeavySymbol final : public OrvaThemed<QWidget> {
+public:
+    HeavySymbol(QString name, OrvaColor color) : m_name(std::move(name)), m_color(color)
+    {
+        setFixedSize(qRound(pillSymbol), qRound(pillSymbol));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        paintOrvaSymbol(painter, m_name, rect(), orvaColor(m_color), SystemSymbol::Weight::semibold);
+    }
+
+private:
+    QString m_name;
+    OrvaColor m_color;
+};
+
 struct Pill {
+    /// Null without a symbol, and for a heavy one.
     OrvaSymbolView* symbol = nullptr;
     OrvaTextView* text = nullptr;
 };
@@ -29,7 +53,9 @@ Pill fillPill(QWidget& ground, const Live<QString>& text, const std::optional<QS
     line->setContentsMargins(pillMargins);
     line->setSpacing(pillGap);
     Pill pill;
-    if (symbol)
+    if (symbol && font == OrvaFont::smallCaptionSemibold)
+        line->addWidget(new HeavySymbol(*symbol, color));
+    else if (symbol)
         line->addWidget(pill.symbol = new OrvaSymbolView(*symbol, pillSymbol, color));
     line->addWidget(pill.text = new OrvaTextView(text, font, color, OrvaTextView::Wrapping::singleLine));
     ground.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

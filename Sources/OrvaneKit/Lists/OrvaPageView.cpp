@@ -2,6 +2,7 @@
 
 #include "OrvaneKit/Lists/OrvaScrollBarView.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
+#include "OrvaneKit/Model/OrvaPageMetrics.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -61,7 +62,8 @@ OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& head
     setFocusPolicy(Qt::ClickFocus);
 
     auto* column = new QWidget;
-    column->setMaximumWidth(static_cast<int>(Orva::pageWidth));
+    constexpr int overhang = OrvaPageMetrics::overhang;
+    column->setMaximumWidth(static_cast<int>(Orva::pageWidth) + overhang);
     auto* lines = new QVBoxLayout(column);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(static_cast<int>(Orva::sectionGap));
@@ -69,14 +71,24 @@ OrvaPageView::OrvaPageView(const Live<bool>& contentEnabled, const AnyView& head
         if (QWidget* widget = part.makeWidget())
             lines->addWidget(widget);
     }
-    if (content)
-        lines->addWidget(new OrvaDimmedView(content, contentEnabled));
+    if (content) {
+        auto* line = new QHBoxLayout;
+        line->setContentsMargins(0, 0, 0, 0);
+        line->setSpacing(0);
+        line->addWidget(new OrvaDimmedView(content, contentEnabled), 1);
+        line->addSpacing(overhang);
+        lines->addLayout(line);
+    }
     lines->addStretch(1);
 
     auto* ground = new Ground;
     auto* frame = new QHBoxLayout(ground);
     constexpr int padding = static_cast<int>(Orva::pagePadding);
-    frame->setContentsMargins(padding, padding, padding - OrvaScrollBarView::thickness, padding);
+    constexpr int scrollBar = OrvaScrollBarView::thickness;
+    if (layoutDirection() == Qt::RightToLeft)
+        frame->setContentsMargins(padding - overhang, padding, padding - scrollBar, padding);
+    else
+        frame->setContentsMargins(padding, padding, padding - scrollBar - overhang, padding);
     // The column takes all the width it may before the sides get any.
     frame->addStretch(0);
     frame->addWidget(column, 1);

@@ -6,6 +6,7 @@
 #include "OrvaneKit/Lists/OrvaPageView.h"
 #include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
+#include "OrvaneKit/Model/OrvaPageMetrics.h"
 #include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
@@ -92,14 +93,21 @@ QList<AnyView> OrvaPage::children() const
 
 AnyView OrvaPageHeader::body() const
 {
-    QList<OrvaBoxPart> lines{OrvaBox{.spacing = headerGap,
-                                     .content = {{OrvaIconTile{symbol, headerTile, accent}, Qt::AlignTop},
-                                                 OrvaBoxPart::filling(titleAndSubtitle(*this)),
-                                                 {trailing, Qt::AlignVCenter}}}};
+    constexpr int overhang = OrvaPageMetrics::overhang;
+    OrvaBox head{.content = {{OrvaIconTile{symbol, headerTile, accent}, Qt::AlignTop},
+                             OrvaBoxPart::gap(headerGap),
+                             OrvaBoxPart::filling(titleAndSubtitle(*this))}};
+    if (trailing) {
+        head.content.append(OrvaBoxPart::gap(headerGap));
+        head.content.append(OrvaBoxPart{trailing, Qt::AlignVCenter});
+    }
+    head.content.append(OrvaBoxPart::gap(overhang - ringMargin(trailing)));
+    QList<OrvaBoxPart> lines{head};
     if (autoStart || accessory)
         lines.append(autoStartLine(*this));
     if (accessory && accessoryPlace == AccessoryPlace::below)
-        lines.append(OrvaBox{.margins = belowText, .content = {OrvaBoxPart::filling(accessory)}});
+        lines.append(OrvaBox{.margins = belowText,
+                             .content = {OrvaBoxPart::filling(accessory), OrvaBoxPart::gap(overhang)}});
     return OrvaBox{.axis = OrvaBox::Axis::column, .spacing = headerGap / 2.0, .content = lines};
 }
 

@@ -276,15 +276,23 @@ TEST_F(HotkeyChipTest, ThereIsOneForEachActionInOrder)
 TEST_F(HotkeyChipTest, OfSeveralEachStandsUnderTheTitleOfItsAction)
 {
     const auto titles = header("one")->accessory.all<OrvaText>();
-    ASSERT_EQ(titles.size(), 2);
-    EXPECT_EQ(titles[0]->text.get(), QStringLiteral("First Thing"));
-    EXPECT_EQ(titles[1]->text.get(), QStringLiteral("Second Thing"));
+    ASSERT_EQ(titles.size(), 3);
+    EXPECT_EQ(titles[1]->text.get(), QStringLiteral("First Thing"));
+    EXPECT_EQ(titles[2]->text.get(), QStringLiteral("Second Thing"));
 
     EXPECT_EQ(header("one")->accessoryPlace, OrvaPageHeader::AccessoryPlace::below);
 
     capability->hotkeys.removeLast();
-    EXPECT_EQ(header("one")->accessoryPlace, OrvaPageHeader::AccessoryPlace::besideAutoStart);
-    EXPECT_TRUE(header("one")->accessory.all<OrvaText>().isEmpty()) << "one alone needs none";
+    EXPECT_EQ(header("one")->accessory.all<OrvaText>().size(), 1) << "one alone needs none";
+}
+
+TEST_F(HotkeyChipTest, TheyStandUnderTheNameByWhichPanesSpeakOfThem)
+{
+    const QString heading = QStringLiteral("Keyboard Shortcuts");
+    EXPECT_EQ(header("one")->accessory.all<OrvaText>().first()->text.get(), heading);
+    capability->hotkeys.removeLast();
+    EXPECT_EQ(header("one")->accessory.all<OrvaText>().first()->text.get(), heading);
+    EXPECT_EQ(header("one")->accessoryPlace, OrvaPageHeader::AccessoryPlace::below);
 }
 
 TEST_F(HotkeyChipTest, WithoutActionsThereIsNothing)
