@@ -111,6 +111,12 @@ TEST_P(InputSourcesContract, AKeyThatPrintsNothingGivesNothing)
         EXPECT_EQ(text(key), std::nullopt) << key;
 }
 
+TEST_P(InputSourcesContract, AKeyThatIsWhatItsCodeSaysHasNoNameOfItsOwn)
+{
+    for (const std::int64_t key : {keyA, keyReturn, keyF1, keyLeft, keyShift, std::int64_t{-1}})
+        EXPECT_EQ(subject->sources().keyName(key), std::nullopt) << key;
+}
+
 TEST_P(InputSourcesContract, AnotherLayoutIsToldAndPrintsOtherwise)
 {
     subject->selectGerman();
@@ -156,6 +162,8 @@ protected:
         return m_sources.currentASCIICapableKeyboardLayout()->keyTranslate(key);
     }
 
+    std::optional<QString> name(std::int64_t key) { return m_sources.keyName(key); }
+
 private:
     NotificationCenter m_center;
     ServerKeymap m_keymap;
@@ -165,6 +173,14 @@ private:
         m_center.addObserver(InputSources::selectedKeyboardInputSourceChangedNotification(),
                              [this](const Notification&) { ++m_changes; });
 };
+
+TEST_F(XkbInputSourcesTest, KeysThatThisKeyboardCallsOtherwiseOrThatHaveNoVirtualCodeHaveNames)
+{
+    constexpr std::int64_t keyHelp = 114, keyPrint = 0x1000 + 107, keyOfNoSymbol = 0x1000 + 93;
+    EXPECT_EQ(name(keyHelp), u"Insert"_qs);
+    EXPECT_EQ(name(keyPrint), u"Print Screen"_qs);
+    EXPECT_EQ(name(keyOfNoSymbol), std::nullopt);
+}
 
 TEST_F(XkbInputSourcesTest, AnotherGroupIsAnotherLayout)
 {

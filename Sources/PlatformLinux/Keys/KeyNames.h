@@ -11,10 +11,10 @@ namespace orvane {
 
 /// Returns the name of a key at whose place another keyboard has another key: Insert for Help, Num Lock for
 /// Clear. Absent for all others.
-std::optional<QString> nameOfVirtualKey(std::int64_t virtualKeyCode);
+[[nodiscard]] std::optional<QString> nameOfVirtualKey(std::int64_t virtualKeyCode);
 
 /// Returns the name of a key by its symbol. Absent for a symbol that prints something, for a modifier and for
 /// none.
-std::optional<QString> nameOfKeysym(std::uint32_t keysym);
+[[nodiscard]] std::optional<QString> nameOfKeysym(std::uint32_t keysym);
 
 } // namespace orvane
