@@ -70,6 +70,7 @@ TEST_F(AppEnvironmentTest, RegistersTheCapabilitiesInTheirFixedOrder)
         EXPECT_EQ(entry.state, CapabilityState{});
     }
     EXPECT_EQ(registered, (QStringList{QStringLiteral("net.lindenrow.orvane.snapzones"),
+                                       QStringLiteral("net.lindenrow.orvane.imageresizer"),
                                        QStringLiteral("net.lindenrow.orvane.keyswap"),
                                        QStringLiteral("net.lindenrow.orvane.clipboardhistory"),
                                        QStringLiteral("net.lindenrow.orvane.awake"),

@@ -1,0 +1,39 @@
+#include "Capabilities/ImageResizer/ResizePreset.h"
+
+namespace orvane {
+
+QString shortLabel(ResizePreset preset)
+{
+    switch (preset) {
+    case ResizePreset::small:
+        return QStringLiteral("Small");
+    case ResizePreset::medium:
+        return QStringLiteral("Medium");
+    case ResizePreset::large:
+        return QStringLiteral("Large");
+    case ResizePreset::phone:
+        return QStringLiteral("Phone");
+    case ResizePreset::custom:
+        return QStringLiteral("Custom");
+    }
+    return {};
+}
+
+std::optional<QSize> box(ResizePreset preset)
+{
+    switch (preset) {
+    case ResizePreset::small:
+        return QSize(854, 480);
+    case ResizePreset::medium:
+        return QSize(1366, 768);
+    case ResizePreset::large:
+        return QSize(1920, 1080);
+    case ResizePreset::phone:
+        return QSize(750, 1334);
+    case ResizePreset::custom:
+        return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+} // namespace orvane
