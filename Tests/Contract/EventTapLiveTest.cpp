@@ -174,7 +174,8 @@ TEST_F(EventTapLiveTest, ARebuiltTapTearsNoKeyInHalf)
     EXPECT_THAT(keysOnce(6), ElementsAre(QStringLiteral("+50"), QStringLiteral("+38/shift"),
                                          QStringLiteral("+56/shift"), QStringLiteral("-56/shift"),
                                          QStringLiteral("-38/shift"), QStringLiteral("-50/shift")));
-    EXPECT_EQ(tap->seen().size(), 4u);
+    // The release of a modifier is injected before the tap is asked.
+    EXPECT_TRUE(eventually(10s, [&] { return tap->seen().size() == 4; })) << tap->seen().size();
 }
 
 Event posted(EventType type, EventFlags flags)
