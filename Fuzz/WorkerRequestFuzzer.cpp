@@ -38,24 +38,30 @@ std::span<const std::byte> take(std::span<const std::byte>& bytes, std::size_t c
     return taken;
 }
 
+/// Returns whether the library of the worker is ready for use.
+bool begin()
+{
+    if (VIPS_INIT("fuzzer") != 0)
+        return false;
+    ::vips_cache_set_max(0);
+    return true;
+}
+
 } // namespace
 
+#ifndef ORVANE_FUZZ_SEEDS
 /// The codecs keep some memory for good, which isn't what is looked for here.
 extern "C" const char* __asan_default_options() // NOLINT(bugprone-reserved-identifier): the sanitizer's name
 {
     return "detect_leaks=0";
 }
-
-extern "C" int LLVMFuzzerInitialize(int*, char*** arguments)
-{
-    require(VIPS_INIT((*arguments)[0]) == 0);
-    ::vips_cache_set_max(0);
-    return 0;
-}
+#endif
 
 /// The first byte says what the rest is: a request by itself, or the payload of a good one and then the file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    static const bool isReady = begin();
+    require(isReady);
     auto bytes = std::as_bytes(std::span(data, size));
     if (bytes.empty())
         return 0;

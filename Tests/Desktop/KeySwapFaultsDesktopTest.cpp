@@ -243,12 +243,9 @@ TEST_F(KeySwapFaultsDesktopTest, AKeyboardThatAnotherProgramHasIsNamedInTheLogAn
         ASSERT_TRUE(m_program->waitUntilReady());
         EXPECT_TRUE(m_program->waitForLog(QRegularExpression(
             QStringLiteral("The keyboard \"testkbd\" is left alone: another program has "))));
-        EXPECT_TRUE(m_program->waitForLog(QRegularExpression(QStringLiteral("Failed to create event tap"))));
         EXPECT_TRUE(m_program->isRunning());
     }
-    // A new process tries again.
-    m_program.reset();
-    start("fullSwap");
+    // The next key on it is the occasion to try again.
     Peer peer(Peer::lineEdit());
     ASSERT_TRUE(peer.tells(QStringLiteral("focused")));
     type("a");
