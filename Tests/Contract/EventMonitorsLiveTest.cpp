@@ -1,9 +1,15 @@
 #include "Contract/EventMonitorsFixture.h"
 
+#include "PlatformLinux/X11/ApplicationLink.h"
+#include "PlatformLinux/X11/XcbReply.h"
+
 #include <QProcess>
 #include <QShortcut>
 
+#include <span>
 #include <vector>
+
+#include <xcb/xinput.h>
 
 namespace orvane::tests {
 namespace {
@@ -14,6 +20,25 @@ using namespace eventFlag;
 constexpr std::uint8_t menuKey = 135;
 constexpr std::int64_t virtualX = 7;
 constexpr std::int64_t virtualC = 8;
+
+/// True if the program is told of the keys that go to other programs.
+bool hearsKeysOfOthers()
+{
+    constexpr std::uint32_t rawKeys =
+        XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+    const auto x = ApplicationLink::get();
+    const XcbReply<xcb_input_xi_get_selected_events_reply_t> selected(xcb_input_xi_get_selected_events_reply(
+        x->xcb(), xcb_input_xi_get_selected_events(x->xcb(), x->root()), nullptr));
+    if (!selected)
+        return false;
+    for (auto masks = xcb_input_xi_get_selected_events_masks_iterator(selected.get()); masks.rem > 0;
+         xcb_input_event_mask_next(&masks)) {
+        const std::span words(xcb_input_event_mask_mask(masks.data), masks.data->mask_len);
+        if (!words.empty() && (words[0] & rawKeys) != 0)
+            return true;
+    }
+    return false;
+}
 
 class EventMonitorsLiveTest : public EventMonitorsFixture {
 protected:
@@ -295,6 +320,17 @@ TEST_F(EventMonitorsLiveTest, ASwallowedClickDoesNotReachTheWindow)
     const qsizetype before = noted.size();
     EXPECT_TRUE(eventually(deadline, [&] { return noted.size() >= before + 2; }));
     EXPECT_TRUE(noted.filter(QStringLiteral("133")).isEmpty()) << qPrintable(noted.join(u','));
+}
+
+TEST_F(EventMonitorsLiveTest, KeysOfOtherProgramsAreHeardOnlyForAMonitorOfKeys)
+{
+    const auto mouse = note(eventMaskBit(EventType::leftMouseDown) | eventMaskBit(EventType::mouseMoved));
+    EXPECT_FALSE(hearsKeysOfOthers());
+    auto keys = note(keyEvents);
+    EXPECT_TRUE(hearsKeysOfOthers());
+    keys.reset();
+    EXPECT_FALSE(hearsKeysOfOthers());
+    EXPECT_TRUE(monitors.isListening());
 }
 
 TEST_F(EventMonitorsLiveTest, NothingIsFilteredWithoutAMonitor)

@@ -18,6 +18,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto tapWatchdogInterval = 1s;
+constexpr EventMask keyEvents =
+    eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp) | eventMaskBit(EventType::flagsChanged);
 constexpr EventMask menuEvents = eventMaskBit(EventType::keyDown) | eventMaskBit(EventType::keyUp);
 
 QPointF toolkitPoint(const ScreenSpace& space, const PointerState& pointer)
@@ -100,7 +102,10 @@ void X11EventMonitors::update()
 {
     const MenuTracking::Place place = m_menus.place();
     const bool menuIsMonitored = !m_menuTracking.isEmpty();
-    listen(!m_local.isEmpty() || (menuIsMonitored && place == MenuTracking::Place::program));
+    const bool menuIsRead = menuIsMonitored && place == MenuTracking::Place::program;
+    listen(!m_local.isEmpty() || menuIsRead);
+    if (m_isListening)
+        m_reader.readKeys(((m_local.mask() | (menuIsRead ? m_menuTracking.mask() : 0)) & keyEvents) != 0);
     tap(menuIsMonitored && place == MenuTracking::Place::desktop);
 }
 

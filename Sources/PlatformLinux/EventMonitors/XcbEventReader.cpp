@@ -74,12 +74,22 @@ void XcbEventReader::start(std::shared_ptr<ApplicationLink> x)
     m_xinput = xinput ? xinput->major_opcode : 0;
     const auto* xkb = m_x->link().extension(xcb_xkb_id);
     m_xkbEvent = xkb ? xkb->first_event : 0;
+    m_swallowedButtons = 0;
+}
+
+void XcbEventReader::readKeys(bool reads)
+{
+    if (reads == m_rawKeys.has_value() || !m_x)
+        return;
+    if (!reads) {
+        m_rawKeys.reset();
+        return;
+    }
     m_rawKeys.emplace(m_x);
     m_released.reset();
     readMapping();
     m_unsure.reset();
     m_swallowed.reset();
-    m_swallowedButtons = 0;
     XExchange exchange = m_x->exchange();
     m_down = keysDown(exchange, xcb_query_keymap(m_x->xcb()));
 }
@@ -103,13 +113,14 @@ Disposition XcbEventReader::read(xcb_generic_event_t& event)
     const bool isNewKeymap =
         type == m_xkbEvent && (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY);
     if (type == XCB_MAPPING_NOTIFY || (m_xkbEvent != 0 && isNewKeymap)) {
-        readMapping();
+        if (m_rawKeys)
+            readMapping();
         return Disposition::pass;
     }
     switch (type) {
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
-        return readKey(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        return m_rawKeys ? readKey(reinterpret_cast<const xcb_key_press_event_t&>(event)) : Disposition::pass;
     case XCB_FOCUS_OUT:
         m_down.reset(); // keys released from now on are reported to another program
         m_unsure.reset();

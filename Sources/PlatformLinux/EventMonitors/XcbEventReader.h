@@ -23,8 +23,11 @@ public:
 
     explicit XcbEventReader(Deliver deliver) : m_deliver(std::move(deliver)) {}
 
-    /// Begins, and takes over what is held at this moment.
+    /// Begins with the mouse.
     void start(std::shared_ptr<ApplicationLink> x);
+    /// Begins with the keys, and takes over what is held at this moment; or ends with them. The server tells
+    /// of every key of every program meanwhile. To be called after start().
+    void readKeys(bool reads);
     /// Takes back what it has asked of the server. It may start again.
     void stop();
     /// Returns true if the event must go no further. May change it: a button whose press was swallowed isn't
@@ -55,7 +58,7 @@ private:
 
     Deliver m_deliver;
     std::shared_ptr<ApplicationLink> m_x;
-    std::optional<RawKeys> m_rawKeys;
+    std::optional<RawKeys> m_rawKeys; // nothing while keys aren't read
     std::uint8_t m_xinput = 0;
     std::uint8_t m_xkbEvent = 0;
     ModifierRoles m_roles;
