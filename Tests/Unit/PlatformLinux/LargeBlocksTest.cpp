@@ -1,5 +1,7 @@
 #include "PlatformLinux/Common/LargeBlocks.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include <malloc.h>
@@ -7,23 +9,44 @@
 #include <gtest/gtest.h>
 
 namespace orvane::tests {
+namespace {
 
-TEST(LargeBlocks, EachGoesBackToTheSystemAlsoAfterTheFirst)
+std::size_t mapped()
 {
-#ifndef __GLIBC__
-    GTEST_SKIP() << "other libraries have no such threshold";
-#endif
+    return mallinfo2().hblkhd;
+}
+
+/// Ends the process, with 0 if each block had a mapping of its own that has gone with it.
+[[noreturn]] void useLargeBlocks()
+{
     returnLargeBlocksToSystem();
-    const auto mapped = [] { return mallinfo2().hblkhd; };
     const std::size_t before = mapped();
     for (const std::size_t size : {20'000'000, 10'000'000, 1'000'000}) {
         {
             const std::vector<char> block(size, 'x');
-            EXPECT_GE(mapped(), before + size) << "a mapping of its own";
-            EXPECT_EQ(block.back(), 'x');
+            if (mapped() < before + size || block.back() != 'x') {
+                std::fprintf(stderr, "%zu bytes had no mapping of their own\n", size);
+                std::exit(1);
+            }
         }
-        EXPECT_EQ(mapped(), before) << size;
+        if (mapped() != before) {
+            std::fprintf(stderr, "%zu bytes are still mapped\n", size);
+            std::exit(1);
+        }
     }
+    std::exit(0);
+}
+
+} // namespace
+
+/// In a process of its own: what other tests have freed would be used first.
+TEST(LargeBlocksDeathTest, EachGoesBackToTheSystemAlsoAfterTheFirst)
+{
+#ifndef __GLIBC__
+    GTEST_SKIP() << "other libraries have no such threshold";
+#endif
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(useLargeBlocks(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace orvane::tests
