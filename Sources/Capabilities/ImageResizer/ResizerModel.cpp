@@ -15,7 +15,8 @@ void ResizerModel::add(const QList<QUrl>& urls)
     QList<QUrl> all = files.get();
     QSet<QUrl> known(all.begin(), all.end());
     for (const QUrl& url : urls) {
-        if (!extensions.contains(ImageResizeEngine::lowerCasedExtension(url.path())) || known.contains(url))
+        if (!url.isLocalFile() || !extensions.contains(ImageResizeEngine::lowerCasedExtension(url.path())) ||
+            known.contains(url))
             continue;
         known.insert(url);
         all.append(url);

@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] const std::shared_ptr<ImageResizerSettings>& settings() const { return m_settings; }
 
-    /// Keeps those with the extension of a picture that aren't there yet.
+    /// Keeps the local files with the extension of a picture that aren't there yet.
     void add(const QList<QUrl>& urls);
     void remove(const QUrl& url);
     void clear();

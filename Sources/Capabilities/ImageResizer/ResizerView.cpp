@@ -11,7 +11,10 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QUrl>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace orvane {
 
@@ -109,7 +112,9 @@ private:
     /// The files stay where they are, whatever the other side proposes.
     static bool takes(QDropEvent& event)
     {
-        if (!event.mimeData()->hasUrls() || !event.possibleActions().testFlag(Qt::CopyAction))
+        // A browser offers the address of a picture, which is no file.
+        if (!std::ranges::any_of(event.mimeData()->urls(), &QUrl::isLocalFile) ||
+            !event.possibleActions().testFlag(Qt::CopyAction))
             return false;
         event.setDropAction(Qt::CopyAction);
         event.accept();

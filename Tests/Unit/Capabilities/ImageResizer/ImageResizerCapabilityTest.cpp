@@ -151,6 +151,29 @@ TEST(ResizerWindowControllerTest, ClosingHidesAndTheListSurvives)
     EXPECT_EQ(controller.model()->files.get().size(), 1);
 }
 
+TEST(ResizerWindowControllerTest, TakesDragsThatHoldAFile)
+{
+    FakePlatform fake;
+    ResizerWindowController controller(
+        std::make_shared<ImageResizerSettings>(ScopedPreferences(fake.defaults, id)));
+    controller.show();
+    const auto children = controller.window()->findChildren<QWidget*>();
+    const auto target = std::ranges::find_if(children, &QWidget::acceptDrops);
+    ASSERT_NE(target, children.end());
+    const auto isTaken = [&](const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(*target, &event);
+        return event.isAccepted();
+    };
+    const QUrl file = QUrl::fromLocalFile(QStringLiteral("/a/a.png"));
+    const QUrl page(QStringLiteral("https://example.org/a.png"));
+    EXPECT_TRUE(isTaken({file}));
+    EXPECT_TRUE(isTaken({page, file}));
+    EXPECT_FALSE(isTaken({page}));
+}
+
 TEST_F(ResizerViewTest, ShowsTheCustomSizeAndTheQualityOnlyWhereTheyCount)
 {
     const auto conditions = view.all<OrvaIf>();

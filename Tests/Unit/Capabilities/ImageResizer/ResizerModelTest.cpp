@@ -63,6 +63,14 @@ TEST_F(ResizerModelTest, IgnoresEverythingElseSilently)
     EXPECT_EQ(model->files.get().size(), 8);
 }
 
+TEST_F(ResizerModelTest, IgnoresAddressesThatAreNoFiles)
+{
+    model->add({QUrl(QStringLiteral("https://example.org/a.png")), QUrl(QStringLiteral("a.png")),
+                QUrl(QStringLiteral("data:image/png;base64,a.png")),
+                QUrl(QStringLiteral("sftp://host/a.png")), url(QStringLiteral("b.png"))});
+    EXPECT_EQ(model->files.get(), QList{url(QStringLiteral("b.png"))});
+}
+
 TEST_F(ResizerModelTest, RemovesOneAndAll)
 {
     addPictures(3);
