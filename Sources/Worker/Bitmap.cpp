@@ -22,6 +22,9 @@ enum Compression : std::uint32_t { none = 0, runs8 = 1, runs4 = 2, bitFields = 3
 constexpr std::size_t fileHeaderSize = 14;
 constexpr std::size_t coreHeaderSize = 12;
 constexpr std::size_t infoHeaderSize = 40;
+constexpr std::size_t commonArea = 1 << 20;
+/// For run lengths with orders that do nothing.
+constexpr std::size_t surplus = 1 << 16;
 /// From this version of the header on, it has the masks itself.
 constexpr std::size_t maskedHeaderSize = 56;
 
@@ -200,9 +203,14 @@ void fillRow(const Description& picture, const std::vector<std::uint8_t>& row, s
     }
 }
 
+std::size_t strideOf(const Description& picture)
+{
+    return (std::size_t{picture.size.width} * picture.bits + 31) / 32 * 4;
+}
+
 void fillRows(const Description& picture, int descriptor, Canvas& canvas)
 {
-    const std::size_t stride = (std::size_t{picture.size.width} * picture.bits + 31) / 32 * 4;
+    const std::size_t stride = strideOf(picture);
     for (std::size_t i = 0; i < picture.size.height; ++i) {
         const auto row = readAt(descriptor, picture.dataOffset + i * stride, stride);
         fillRow(picture, row, canvas.at(0, picture.isTopDown ? i : picture.size.height - 1 - i),
@@ -295,16 +303,31 @@ private:
     std::size_t m_row = 0;
 };
 
-void fillRuns(const Description& picture, int descriptor, Canvas& canvas)
+bool isInRuns(const Description& picture)
+{
+    return picture.compression == runs8 || picture.compression == runs4;
+}
+
+/// Returns how many bytes from the start of the pixels on have to be read at most. Throws when the picture
+/// can't be in them: a header alone must not be enough to have a large canvas made.
+std::size_t checkedDataSize(const Description& picture, int descriptor)
 {
     struct stat file {};
     if (::fstat(descriptor, &file) != 0 || file.st_size <= picture.dataOffset)
         damaged();
-    RunReader(
-        picture,
-        readAt(descriptor, picture.dataOffset, static_cast<std::size_t>(file.st_size) - picture.dataOffset),
-        canvas)
-        .read();
+    const std::size_t size = static_cast<std::size_t>(file.st_size) - picture.dataOffset;
+    const std::size_t height = picture.size.height;
+    const std::size_t area = picture.size.width * height;
+    if (!isInRuns(picture)) {
+        if (size < strideOf(picture) * height)
+            damaged();
+        return size;
+    }
+    // A pair of bytes fills at most 255 pixels and at least one, and two bytes end a row. Pixels can also be
+    // left out, which a picture of a common size may do as it likes.
+    if (area > commonArea && area / 255 > size / 2)
+        damaged();
+    return std::min(size, 2 * area + 2 * height + surplus);
 }
 
 /// Many programs write 32 bits with an alpha of nothing but zeros, and mean an opaque picture.
@@ -327,9 +350,10 @@ WorkerProtocol::PictureSize size(int descriptor)
 vips::VImage load(int descriptor)
 {
     const Description picture = describe(descriptor);
+    const std::size_t dataSize = checkedDataSize(picture, descriptor);
     Canvas canvas(picture.size, picture.bits > 8 && picture.channels[3].isThere() ? 4 : 3);
-    if (picture.compression == runs8 || picture.compression == runs4)
-        fillRuns(picture, descriptor, canvas);
+    if (isInRuns(picture))
+        RunReader(picture, readAt(descriptor, picture.dataOffset, dataSize), canvas).read();
     else
         fillRows(picture, descriptor, canvas);
     VipsImage* const copied = ::vips_image_new_from_memory_copy(

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace orvane::tests {
@@ -55,6 +56,36 @@ Status statusOf(const std::vector<std::byte>& request, std::span<const int> desc
 {
     const auto bytes = RequestHandler::answer(request, descriptors);
     return answered(bytes).header.status;
+}
+
+/// A bitmap that claims a size and has the eight bytes after its header alone.
+std::vector<std::uint8_t> bitmapThatClaims(std::uint16_t side, std::uint8_t bits, std::uint8_t compression)
+{
+    std::vector<std::uint8_t> bytes = bitmap;
+    for (const std::size_t place : {18U, 22U}) {
+        bytes[place] = static_cast<std::uint8_t>(side);
+        bytes[place + 1] = static_cast<std::uint8_t>(side >> 8);
+    }
+    bytes[28] = bits;
+    bytes[30] = compression;
+    bytes[46] = 1; // colours, of those that have a palette
+    return bytes;
+}
+
+Status statusOfResize(const std::vector<std::uint8_t>& source, PictureSize size)
+{
+    const MemoryFile file(source);
+    const MemoryFile target;
+    return statusOf(encode({.kind = Kind::resize}, bytesOf(Resize{size, {1, 1}, PictureType::png, 85})),
+                    std::array{file.descriptor(), target.descriptor()});
+}
+
+/// The most memory that this process has had, in KiB.
+long peakMemory()
+{
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
 }
 
 } // namespace
@@ -114,6 +145,29 @@ TEST(RequestHandlerTest, FailsForOrdersThatCannotBe)
     EXPECT_EQ(statusOf(encode({.kind = Kind::resize}, bytesOf(good)), std::array{file.descriptor(), -1}),
               Status::failed);
     EXPECT_EQ(statusOf(encode({.kind = Kind::measure}, {}), std::array{-1}), Status::failed);
+}
+
+TEST(RequestHandlerTest, ABitmapWithoutItsPixelsGetsNoMemory)
+{
+    constexpr std::uint16_t side = 12'000; // a canvas of 412 MiB
+    ASSERT_EQ(statusOfResize(bitmap, {2, 2}), Status::done);
+    const long before = peakMemory();
+    EXPECT_EQ(statusOfResize(bitmapThatClaims(side, 24, 0), {side, side}), Status::failed);
+    EXPECT_EQ(statusOfResize(bitmapThatClaims(side, 8, 0), {side, side}), Status::failed);
+    EXPECT_EQ(statusOfResize(bitmapThatClaims(side, 8, 1), {side, side}), Status::failed);
+    EXPECT_EQ(statusOfResize(bitmapThatClaims(side, 4, 2), {side, side}), Status::failed);
+    EXPECT_LT(peakMemory() - before, 100 * 1024);
+}
+
+TEST(RequestHandlerTest, RunLengthsMayLeavePixelsOut)
+{
+    auto bytes = bitmapThatClaims(100, 8, 1);
+    bytes[10] = 58; // after a palette of one colour
+    bytes.resize(58);
+    bytes.insert(bytes.end(), {5, 0, 0, 2, 9, 9, 3, 0, 0, 1});
+    EXPECT_EQ(statusOfResize(bytes, {100, 100}), Status::done);
+    bytes.resize(bytes.size() + (1 << 20)); // what follows the end doesn't count
+    EXPECT_EQ(statusOfResize(bytes, {100, 100}), Status::done);
 }
 
 TEST(RequestHandlerTest, WritesPixelsFromTheTopPremultiplied)
