@@ -1,6 +1,7 @@
 #include "PlatformLinux/Worker/NewFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <cerrno>
@@ -8,7 +9,9 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace orvane {
 
@@ -51,6 +54,11 @@ NewFile::~NewFile()
         ::unlink(m_hiddenPath.constData());
 }
 
+QByteArray NewFile::pathOfNameless() const
+{
+    return "/proc/self/fd/" + QByteArray::number(m_descriptor.get());
+}
+
 int NewFile::giveByTakingItFirst(const QByteArray& path)
 {
     // For a file system that knows neither way of not replacing a file. The name is empty for a moment.
@@ -68,8 +76,8 @@ int NewFile::giveByTakingItFirst(const QByteArray& path)
 int NewFile::give(const QByteArray& path)
 {
     if (m_hiddenPath.isEmpty()) {
-        const QByteArray own = "/proc/self/fd/" + QByteArray::number(m_descriptor.get());
-        return ::linkat(AT_FDCWD, own.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) == 0
+        return ::linkat(AT_FDCWD, pathOfNameless().constData(), AT_FDCWD, path.constData(),
+                        AT_SYMLINK_FOLLOW) == 0
                    ? 0
                    : errno;
     }
@@ -78,11 +86,39 @@ int NewFile::give(const QByteArray& path)
     return errno == EINVAL || errno == ENOSYS ? giveByTakingItFirst(path) : errno;
 }
 
+bool NewFile::moveToNamed(const QString& folder)
+{
+    auto named = in(folder, Way::named);
+    const FileDescriptor content(::open(pathOfNameless().constData(), O_RDONLY | O_CLOEXEC));
+    struct stat status {};
+    if (!named || !content || ::fstat(content.get(), &status) != 0)
+        return false;
+    for (off_t left = status.st_size; left > 0;) {
+        const ssize_t count = ::sendfile(named->descriptor(), content.get(), nullptr, left);
+        if (count <= 0)
+            return false;
+        left -= count;
+    }
+    m_descriptor = std::move(named->m_descriptor);
+    m_hiddenPath = std::exchange(named->m_hiddenPath, {});
+    return isOnDisk();
+}
+
+bool NewFile::isOnDisk() const
+{
+    // Some file systems can't be asked.
+    return ::fdatasync(m_descriptor.get()) == 0 || errno == EINVAL || errno == ENOSYS;
+}
+
 std::optional<QString> NewFile::publish(const std::function<QString(int)>& candidate)
 {
+    if (!isOnDisk())
+        return std::nullopt;
     for (int index = 0; index < mostCandidates; ++index) {
         QString path = candidate(index);
-        const int error = give(QFile::encodeName(path));
+        int error = give(QFile::encodeName(path));
+        if (error != 0 && error != EEXIST && m_hiddenPath.isEmpty() && moveToNamed(QFileInfo(path).path()))
+            error = give(QFile::encodeName(path));
         if (error == 0) {
             m_hiddenPath.clear();
             return path;

@@ -32,7 +32,8 @@ public:
     [[nodiscard]] int descriptor() const { return m_descriptor.get(); }
 
     /// Gives the file the first of the paths at which there is nothing, and returns it. They are in the
-    /// folder that the file was made in.
+    /// folder that the file was made in. Nothing when the content doesn't reach the disk. The descriptor is
+    /// another one afterwards if the nameless file couldn't get a name and was copied.
     [[nodiscard]] std::optional<QString> publish(const std::function<QString(int)>& candidate);
 
 private:
@@ -41,6 +42,11 @@ private:
     /// Zero or an error number; EEXIST when the name is taken.
     [[nodiscard]] int give(const QByteArray& path);
     [[nodiscard]] int giveByTakingItFirst(const QByteArray& path);
+
+    [[nodiscard]] QByteArray pathOfNameless() const;
+    /// For a file system that makes nameless files and can't name them. False when it fails.
+    [[nodiscard]] bool moveToNamed(const QString& folder);
+    [[nodiscard]] bool isOnDisk() const;
 
     FileDescriptor m_descriptor;
     QByteArray m_hiddenPath; // empty without one
