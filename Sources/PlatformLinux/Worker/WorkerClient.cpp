@@ -142,7 +142,12 @@ std::optional<WorkerClient::Bytes> WorkerClient::ask(Kind kind, std::span<const 
     const Turn turn(*this, stop);
     if (!turn.hasCome() || stop.stop_requested())
         return std::nullopt;
-    return askInTurn(kind, payload, descriptors, stop);
+    try {
+        return askInTurn(kind, payload, descriptors, stop);
+    } catch (const std::system_error&) { // no descriptor is left to wait with
+        m_process.reset();
+        return std::nullopt;
+    }
 }
 
 std::optional<WorkerClient::Bytes> WorkerClient::askInTurn(Kind kind, std::span<const std::byte> payload,

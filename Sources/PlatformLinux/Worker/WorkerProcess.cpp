@@ -24,6 +24,12 @@ void throwError(int error)
     throw std::system_error(error, std::generic_category(), "orvane-worker");
 }
 
+void awaitEnd(pid_t process)
+{
+    while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR)
+        continue;
+}
+
 /// Everything that a new process shall have, and nothing else of ours.
 class SpawnOrders {
 public:
@@ -83,12 +89,18 @@ WorkerProcess::WorkerProcess(const QByteArray& program)
     m_socket = FileDescriptor(ends[0]);
     const FileDescriptor theirs(ends[1]);
     const pid_t process = SpawnOrders(theirs.get()).start(program);
-    m_process = FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-    // It may end by itself at any time, and would stay as a zombie until somebody asked for it.
-    m_reaper = startSignalFreeThread([process] {
-        while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR)
-            continue;
-    });
+    try {
+        m_process = FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
+        if (!m_process)
+            throwError(errno);
+        // It may end by itself at any time, and would stay as a zombie until somebody asked for it.
+        m_reaper = startSignalFreeThread([process] { awaitEnd(process); });
+    } catch (...) {
+        // Nobody has asked for it yet, so that the number is still this process's.
+        ::kill(process, SIGKILL);
+        awaitEnd(process);
+        throw;
+    }
 }
 
 WorkerProcess::~WorkerProcess()

@@ -5,6 +5,8 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <csignal>
 #include <thread>
@@ -13,6 +15,7 @@
 #include <poll.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/timerfd.h>
@@ -42,6 +45,33 @@ bool isInCall(pid_t thread, long call)
     QFile state(QStringLiteral("/proc/self/task/%1/syscall").arg(thread));
     return state.open(QFile::ReadOnly) && state.readAll().split(' ').value(0).toLong() == call;
 }
+
+/// Takes all of this process's descriptors but a few.
+class FewDescriptors {
+public:
+    explicit FewDescriptors(std::size_t left)
+    {
+        ::getrlimit(RLIMIT_NOFILE, &m_before);
+        rlimit low = m_before;
+        low.rlim_cur = 256;
+        ::setrlimit(RLIMIT_NOFILE, &low);
+        while (true) {
+            FileDescriptor taken(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0));
+            if (!taken)
+                break;
+            m_taken.push_back(std::move(taken));
+        }
+        EXPECT_GE(m_taken.size(), left);
+        m_taken.resize(m_taken.size() - std::min(left, m_taken.size()));
+    }
+    ~FewDescriptors() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
+    FewDescriptors(const FewDescriptors&) = delete;
+    FewDescriptors& operator=(const FewDescriptors&) = delete;
+
+private:
+    rlimit m_before{};
+    std::vector<FileDescriptor> m_taken;
+};
 
 void writeFile(const QString& path, const QByteArray& bytes)
 {
@@ -106,6 +136,24 @@ TEST_F(WorkerFaultsTest, AStopEndsTheRequestThatWaits)
     EXPECT_TRUE(measure(picture));
 }
 
+TEST_F(WorkerFaultsTest, WithoutDescriptorsARequestFailsAndTheNextSucceeds)
+{
+    const QString picture = addPicture(QStringLiteral("a.png"));
+    ASSERT_TRUE(measure(picture));
+    {
+        const FewDescriptors room(1); // the picture's own
+        EXPECT_NO_THROW(EXPECT_FALSE(measure(picture)));
+    }
+    EXPECT_TRUE(workers().isEmpty());
+    {
+        const FewDescriptors room(3); // the picture's and a pair of sockets
+        EXPECT_NO_THROW(EXPECT_FALSE(measure(picture)));
+    }
+    EXPECT_TRUE(workers().isEmpty());
+    EXPECT_EQ(log.messages().size(), 1); // the second one couldn't be started
+    EXPECT_TRUE(measure(picture));
+}
+
 TEST_F(WorkerFaultsTest, AHundredKillsAtAnyInstantLeaveNothingHalf)
 {
     const QString picture = addPicture(QStringLiteral("a.png"), 1200, 900);
@@ -139,7 +187,7 @@ TEST_F(WorkerFaultsTest, AProgramThatIsMissingFailsAndIsTold)
     EXPECT_TRUE(log.messages().first().contains(QStringLiteral("Install Orvane again")));
 }
 
-TEST_F(WorkerFaultsTest, AProgramThatAnswersOtherwiseFails)
+TEST_F(WorkerFaultsTest, AProgramThatAnswersNothingFails)
 {
     WorkerPictures silent(QByteArrayLiteral("/bin/true"), log, limit);
     EXPECT_FALSE(silent.measure(addPicture(QStringLiteral("a.png")), {}));
