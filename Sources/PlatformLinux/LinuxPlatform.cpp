@@ -155,8 +155,10 @@ Platform& LinuxPlatform::platform()
 int LinuxPlatform::run()
 {
     const int status = m_process->application.run();
-    if (m_services)
+    if (m_services) {
         m_services->permissions.giveUpWaiting();
+        m_services->pictures.giveUp();
+    }
     // Work on the pool may use the platform, and files that it writes have to be complete.
     QThreadPool::globalInstance()->waitForDone();
     return status;

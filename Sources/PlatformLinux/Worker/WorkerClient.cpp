@@ -2,6 +2,8 @@
 
 #include "PlatformLinux/Common/EventSignal.h"
 
+#include <QThreadPool>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -19,6 +21,16 @@ using namespace WorkerProtocol;
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+/// A thread of the pool that waits for the worker leaves its place to the work of others, such as saving what
+/// was copied: the pool has only as many threads as there are processors.
+class PoolThreadLent {
+public:
+    PoolThreadLent() { QThreadPool::globalInstance()->releaseThread(); }
+    ~PoolThreadLent() { QThreadPool::globalInstance()->reserveThread(); }
+    PoolThreadLent(const PoolThreadLent&) = delete;
+    PoolThreadLent& operator=(const PoolThreadLent&) = delete;
+};
 
 /// Waits until the worker has something to say, with an end. False at the end and after a stop.
 bool awaitAnswer(int descriptor, Clock::time_point end, const std::stop_token& stop)
@@ -139,11 +151,16 @@ std::optional<WorkerClient::Bytes> WorkerClient::ask(Kind kind, std::span<const 
                                                      std::span<const int> descriptors,
                                                      const std::stop_token& stop)
 {
-    const Turn turn(*this, stop);
-    if (!turn.hasCome() || stop.stop_requested())
+    const PoolThreadLent lent;
+    std::stop_source end;
+    const auto request = [&end] { end.request_stop(); };
+    const std::stop_callback byCaller(stop, request);
+    const std::stop_callback byAll(m_givenUp.get_token(), request);
+    const Turn turn(*this, end.get_token());
+    if (!turn.hasCome() || end.stop_requested())
         return std::nullopt;
     try {
-        return askInTurn(kind, payload, descriptors, stop);
+        return askInTurn(kind, payload, descriptors, end.get_token());
     } catch (const std::system_error&) { // no descriptor is left to wait with
         m_process.reset();
         return std::nullopt;

@@ -33,6 +33,9 @@ public:
     [[nodiscard]] std::optional<Bytes> ask(WorkerProtocol::Kind kind, std::span<const std::byte> payload,
                                            std::span<const int> descriptors, const std::stop_token& stop);
 
+    /// Ends the request that waits and fails all that come after it. Any thread, the main one too.
+    void giveUp() { m_givenUp.request_stop(); }
+
     struct Answer {
         WorkerProtocol::Status status{};
         Bytes payload;
@@ -59,6 +62,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable_any m_turnEnded;
     bool m_isTaken = false; // guarded by the mutex
+    std::stop_source m_givenUp;
     // Used by the thread whose turn it is:
     std::unique_ptr<WorkerProcess> m_process;
     std::uint32_t m_number = 0;

@@ -19,6 +19,9 @@ public:
     [[nodiscard]] std::optional<Pixels> thumbnail(const QString& path, Size most,
                                                   std::stop_token stop) override;
 
+    /// Ends the request that runs, and fails all that come after it. Any thread, the main one too.
+    void giveUp() { m_client.giveUp(); }
+
 private:
     WorkerClient m_client;
 };

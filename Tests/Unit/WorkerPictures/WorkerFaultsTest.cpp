@@ -4,6 +4,7 @@
 #include "Support/Eventually.h"
 
 #include <QRandomGenerator>
+#include <QThreadPool>
 
 #include <algorithm>
 #include <array>
@@ -134,6 +135,57 @@ TEST_F(WorkerFaultsTest, AStopEndsTheRequestThatWaits)
     stop.request_stop();
     waiting.join();
     EXPECT_TRUE(measure(picture));
+}
+
+TEST_F(WorkerFaultsTest, GivingUpEndsTheRequestsThatWaitAndFailsTheNext)
+{
+    const QString picture = addPicture(QStringLiteral("a.png"));
+    ASSERT_TRUE(measure(picture));
+    ASSERT_EQ(::kill(workers().value(0), SIGSTOP), 0);
+    std::array<std::atomic<pid_t>, 2> ids{};
+    std::vector<std::thread> waiting;
+    for (auto& id : ids) {
+        waiting.emplace_back([&] {
+            id = ::gettid();
+            EXPECT_FALSE(pictures.measure(picture, {}));
+        });
+    }
+    EXPECT_TRUE(eventually(10s, [&] {
+        const auto is = [&](long call) {
+            return std::ranges::any_of(ids, [call](pid_t id) { return isInCall(id, call); });
+        };
+        return is(SYS_poll) && is(SYS_futex); // one has the turn
+    }));
+    pictures.giveUp();
+    for (std::thread& thread : waiting)
+        thread.join();
+    EXPECT_TRUE(workers().isEmpty());
+    EXPECT_FALSE(measure(picture));
+    EXPECT_TRUE(workers().isEmpty()); // nobody is asked any more
+}
+
+TEST_F(WorkerFaultsTest, ARequestThatWaitsLeavesThePoolToOthers)
+{
+    const QString picture = addPicture(QStringLiteral("a.png"));
+    ASSERT_TRUE(measure(picture));
+    ASSERT_EQ(::kill(workers().value(0), SIGSTOP), 0);
+    QThreadPool& pool = *QThreadPool::globalInstance();
+    const int before = pool.maxThreadCount();
+    pool.setMaxThreadCount(1);
+    std::atomic<pid_t> waitingID = 0;
+    std::atomic<bool> isOtherDone = false;
+    pool.start([&] {
+        waitingID = ::gettid();
+        EXPECT_FALSE(pictures.measure(picture, {}));
+    });
+    EXPECT_TRUE(eventually(10s, [&] { return isInCall(waitingID, SYS_poll); }));
+    pool.start([&] { isOtherDone = true; });
+    EXPECT_TRUE(eventually(10s, [&] { return isOtherDone.load(); }));
+    pictures.giveUp();
+    pool.waitForDone();
+    // No more threads than before are left to it.
+    EXPECT_EQ(pool.activeThreadCount(), 0);
+    pool.setMaxThreadCount(before);
 }
 
 TEST_F(WorkerFaultsTest, WithoutDescriptorsARequestFailsAndTheNextSucceeds)
