@@ -1,5 +1,5 @@
-// What any program on the session bus may do to a status item: ask for more than there is, and have its
-// connection closed.
+// A status item under the calls of a hostile program on the session bus, which asks for more than there is
+// and has the item's connection closed.
 #include "Fakes/FakeLogSink.h"
 #include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Tray/DBusMenuExporter.h"

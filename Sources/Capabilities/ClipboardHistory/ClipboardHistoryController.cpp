@@ -233,7 +233,7 @@ void ClipboardHistoryController::returnAndPaste()
     m_pastes.push_back(std::make_unique<PendingPaste>([this] {
         const std::unique_ptr<PendingPaste> paste = std::move(m_pastes.front());
         m_pastes.pop_front();
-        // What another program has copied meanwhile must not be pasted instead of the entry.
+        // If another program has copied something meanwhile, that must not be pasted instead of the entry.
         if (platform().generalPasteboard.changeCount() == m_placedChangeCount)
             PastebackEngine::synthesizePaste();
     }));

@@ -17,7 +17,8 @@ namespace orvane {
 
 namespace OrvaneBrand {
 
-/// The blue of the icon, which is a picture; opaque; red 0.22, green 0.51, blue 1. All else is in the kit's.
+/// The blue of the icon, which is a picture; opaque; red 0.22, green 0.51, blue 1. All else is in the kit's
+/// blue.
 inline const QColor accent = QColor::fromRgbF(0.22f, 0.51f, 1.0f);
 
 /// The product's word, in the two parts that look different in the wordmark.

@@ -88,7 +88,8 @@ void AppEnvironment::registerHotkeys()
     }
 }
 
-/// What waits for an ability starts when that comes, also while no page of the window is open that looks.
+/// A feature that waits for an ability starts when that comes, also while no page of the window is open that
+/// looks.
 void AppEnvironment::followPermissions()
 {
     m_permissionsObserver = platform().defaultNotificationCenter.addObserver(

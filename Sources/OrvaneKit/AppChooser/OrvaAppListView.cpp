@@ -54,7 +54,8 @@ private:
         if (!chosen && !hovered)
             return;
         painter.setPen(Qt::NoPen);
-        painter.setBrush(chosen ? orvaColor(OrvaColor::accent) : faded(orvaColor(OrvaColor::primary), OrvaTint::hoveredRow));
+        painter.setBrush(chosen ? orvaColor(OrvaColor::accent)
+                                : faded(orvaColor(OrvaColor::primary), OrvaTint::hoveredRow));
         painter.drawRoundedRect(QRectF(row).adjusted(sideGap, 0.5, -sideGap, -0.5), corner, corner);
     }
 

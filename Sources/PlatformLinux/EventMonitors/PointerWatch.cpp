@@ -254,7 +254,7 @@ void PointerWatch::queue(Raw raw)
         raw.button = m_buttonMap[raw.button - 1];
     if (raw.kind != Raw::Kind::motion && raw.button == 0)
         return; // a device that the user has disabled
-    // Of several motions one is reported, before the event that follows them.
+    // Only one of several motions is reported, before the event that follows them.
     const bool isOneMore =
         raw.kind == Raw::Kind::motion && !m_raw.empty() && m_raw.back().kind == Raw::Kind::motion;
     if (!isOneMore)

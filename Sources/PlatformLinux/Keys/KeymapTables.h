@@ -1,5 +1,5 @@
-// What the keys of a keymap print and where its symbols are, by the key codes of events: a copy that doesn't
-// need the keymap any more. Pure; any thread.
+// The symbols that the keys of a keymap print, and the keys on which they are, by the key codes of events: a
+// copy that doesn't need the keymap any more. Pure; any thread.
 #pragma once
 
 #include <QHash>

@@ -22,7 +22,7 @@ struct ReadStep {
     std::vector<TargetName> targets;
 };
 
-/// What was read of a copy.
+/// The part of a copy that was read.
 struct SelectionContents {
     PasteboardContents contents = {};
     /// A picture that still has to be converted, which is slow. It becomes the PNG of the contents.

@@ -11,7 +11,7 @@ namespace orvane::Picture {
 
 namespace {
 
-/// What a picture may take up decoded.
+/// The memory that a decoded picture may take up.
 constexpr int largestMegabytes = 512;
 /// The time that reading or converting one may take.
 constexpr std::chrono::seconds longestWork{10};
