@@ -2,6 +2,8 @@
 
 #include "OrvaneCore/Permissions/PermissionManager.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <exception>
 
@@ -136,12 +138,13 @@ Task<> CapabilityRegistry::reevaluatePermissionGated()
     const QList<Entry> snapshot = m_entries;
     for (const Entry& entry : snapshot) {
         const CapabilityID id = entry.id();
-        if (entry.state != Kind::needsPermission || !m_store->isEnabled(id) ||
+        // The present state: while an entry before this one was tried, another call may have tried this one.
+        if (state(id) != Kind::needsPermission || !m_store->isEnabled(id) ||
             m_beingTried.contains(id.rawValue))
             continue;
         m_beingTried.insert(id.rawValue);
+        const auto isTried = qScopeGuard([&] { m_beingTried.remove(id.rawValue); });
         co_await setEnabled(true, id);
-        m_beingTried.remove(id.rawValue);
     }
 }
 

@@ -565,6 +565,25 @@ TEST_F(CapabilityRegistryTest, ASecondReevaluationLeavesAloneWhatTheFirstIsJustT
     EXPECT_EQ(*one->calls, calls({"activate", "activate"}));
 }
 
+TEST_F(CapabilityRegistryTest, AReevaluationLeavesAloneWhatASecondOneHasStartedMeanwhile)
+{
+    addRequiringAccessibility();
+    const CapabilityID laterID{QStringLiteral("later")};
+    const auto later = add(laterID.rawValue);
+    later->requirements = one->requirements;
+    enable();
+    registry->setEnabled(true, laterID);
+    grantAccessibility(true);
+    one->activateGate.close();
+    registry->reevaluatePermissionGated(); // stands still at the first one
+    registry->reevaluatePermissionGated();
+    ASSERT_EQ(registry->state(laterID), Kind::active);
+    later->calls->clear();
+    one->activateGate.open();
+    EXPECT_EQ(kind(), Kind::active);
+    EXPECT_TRUE(later->calls->isEmpty());
+}
+
 TEST_F(CapabilityRegistryTest, ReevaluationTakesManualOnesTooAndLeavesTheDisabledAndTheActiveAlone)
 {
     addRequiringAccessibility();
