@@ -20,8 +20,9 @@ qint64 TimedBuffer::readData(char* data, qint64 maxSize)
 {
     if (m_isOver())
         return -1;
-    const qint64 count = std::min({maxSize, m_bytes.size() - pos(), m_mostAtOnce});
-    std::copy_n(m_bytes.constData() + pos(), count, data);
+    const qint64 count = std::min({maxSize, std::max<qint64>(m_bytes.size() - pos(), 0), m_mostAtOnce});
+    if (count > 0)
+        std::copy_n(m_bytes.constData() + pos(), count, data);
     return count;
 }
 
