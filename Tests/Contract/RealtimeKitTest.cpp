@@ -1,4 +1,4 @@
-// What is asked of RealtimeKit, with a stand-in on the private system bus that grants it as the real one
+// The requests to RealtimeKit, with a stand-in on the private system bus that grants them as the real one
 // does.
 #include "PlatformLinux/Session/RealtimeKit.h"
 #include "Support/Eventually.h"
@@ -7,9 +7,11 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
+#include <QThreadPool>
 
 #include <atomic>
 #include <cerrno>
+#include <functional>
 #include <thread>
 
 #include <sched.h>
@@ -36,6 +38,7 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override
     {
         const auto arguments = message.arguments();
+        onCall();
         if (message.member() == QStringLiteral("Get"))
             return bus.send(
                 message.createReply(QVariant::fromValue(QDBusVariant(property(arguments.at(1).toString())))));
@@ -62,6 +65,7 @@ public:
         return false;
     }
 
+    std::function<void()> onCall = [] {};
     pid_t realtime = 0;
     pid_t high = 0;
     int niceLevel = 0;
@@ -118,6 +122,11 @@ private:
     std::thread m_thread;
 };
 
+bool jobsAreDone()
+{
+    return QThreadPool::globalInstance()->activeThreadCount() == 0;
+}
+
 int niceLevel()
 {
     return ::getpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()));
@@ -140,9 +149,62 @@ TEST(RealtimeKitTest, TheThreadThatTakesTheKeysGetsRealTimeAndTheMainThreadAHigh
     EXPECT_EQ(niceLevel(), -8);
     EXPECT_TRUE(eventually(10s, [&] {
         kit.lower();
-        return niceLevel() == 0;
+        return niceLevel() == before;
     }));
-    ::setpriority(PRIO_PROCESS, 0, before);
+}
+
+TEST(RealtimeKitTest, ALevelThatIsNotTheUsualOneComesBackToo)
+{
+    StandIn service;
+    const Worker worker;
+    const int before = niceLevel();
+    ASSERT_EQ(::setpriority(PRIO_PROCESS, 0, before + 3), 0);
+    {
+        RealtimeKit kit;
+        kit.raise(worker.number());
+        EXPECT_TRUE(eventually(10s, [&] { return service.high != 0 && jobsAreDone(); }));
+        EXPECT_EQ(niceLevel(), service.isAllowed ? -8 : before + 3);
+    }
+    EXPECT_EQ(niceLevel(), before + 3);
+    ::setpriority(PRIO_PROCESS, 0, before); // refused to some, whose later tests begin with this level then
+}
+
+TEST(RealtimeKitTest, ARaisingThatIsNotWantedAnyMoreGivesUp)
+{
+    StandIn service;
+    const Worker worker;
+    const int before = niceLevel();
+    RealtimeKit kit;
+    service.onCall = [&] { kit.lower(); };
+    kit.raise(worker.number());
+    EXPECT_TRUE(eventually(10s, jobsAreDone));
+    EXPECT_EQ(service.realtime, 0);
+    EXPECT_EQ(service.high, 0);
+    EXPECT_EQ(niceLevel(), before);
+}
+
+TEST(RealtimeKitTest, TheLastOfSeveralQuickChangesCounts)
+{
+    StandIn service;
+    const Worker first;
+    const Worker second;
+    RealtimeKit kit;
+    // The first job is in the middle of its questions when the second begins.
+    int calls = 0;
+    service.onCall = [&] {
+        if (++calls != 2)
+            return;
+        kit.lower();
+        kit.raise(second.number());
+    };
+    kit.raise(first.number());
+    EXPECT_TRUE(eventually(10s, [&] { return service.high != 0 && jobsAreDone(); }));
+    EXPECT_EQ(service.realtime, second.number());
+    if (!service.isAllowed)
+        GTEST_SKIP() << "the stand-in may not change priorities here";
+    EXPECT_EQ(niceLevel(), -8);
+    EXPECT_EQ(first.policy(), SCHED_OTHER);
+    EXPECT_EQ(second.policy(), SCHED_RR);
 }
 
 TEST(RealtimeKitTest, AThreadThatTakesTooMuchBecomesAUsualOneAndTheProgramGoesOn)
@@ -167,9 +229,11 @@ TEST(RealtimeKitTest, WithoutTheServiceNothingChanges)
         kit.raise(worker.number());
         kit.lower();
         kit.raise(worker.number());
+        ASSERT_TRUE(QThreadPool::globalInstance()->waitForDone(10000));
+        EXPECT_EQ(niceLevel(), before);
+        EXPECT_EQ(worker.policy(), SCHED_OTHER);
     }
     EXPECT_EQ(niceLevel(), before);
-    EXPECT_EQ(worker.policy(), SCHED_OTHER);
 }
 
 } // namespace

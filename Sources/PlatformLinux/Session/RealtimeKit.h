@@ -16,17 +16,17 @@ public:
     RealtimeKit(const RealtimeKit&) = delete;
     RealtimeKit& operator=(const RealtimeKit&) = delete;
 
-    /// Returns at once; the service is asked on a pool thread. If the thread then runs for longer than the
-    /// service allows without a wait, it becomes a usual one again.
+    /// Returns at once; the service is asked on a pool thread, for a second at most. If the thread then runs
+    /// for longer than the service allows without a wait, it becomes a usual one again.
     void raise(pid_t tapThread);
-    /// Gives the main thread its usual priority back.
+    /// Gives the main thread the level back that it had when this object was made.
     void lower();
 
 private:
-    struct Raising;
+    class Raising;
 
-    const pid_t m_mainThread;
-    std::shared_ptr<Raising> m_raising;
+    /// The pool's threads have it too.
+    const std::shared_ptr<Raising> m_raising;
 };
 
 } // namespace orvane
