@@ -8,6 +8,7 @@
 #include <QDBusPendingCall>
 #include <QDBusVariant>
 
+#include <list>
 #include <utility>
 
 namespace orvane::tests {
@@ -21,7 +22,7 @@ class TellingHost {
 public:
     TellingHost(QString service, Part part)
         : m_service(std::move(service)),
-          m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("telling host")))
+          m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, nextName()))
     {
         if (part != Part::host)
             return;
@@ -47,11 +48,17 @@ public:
 
     void leave()
     {
+        const QString name = m_bus.name();
         m_bus = QDBusConnection(QString());
-        QDBusConnection::disconnectFromBus(QStringLiteral("telling host"));
+        QDBusConnection::disconnectFromBus(name);
     }
 
 private:
+    static QString nextName()
+    {
+        static int number = 0;
+        return QStringLiteral("telling host %1").arg(++number);
+    }
     [[nodiscard]] QDBusMessage call(const QString& method) const
     {
         return QDBusMessage::createMethodCall(m_service, sni::menuPath,
@@ -139,6 +146,19 @@ TEST_F(StrangerTest, AFloodOfReportsLeavesThePanelsMenuAsItIs)
 {
     for (int i = 0; i < 2000; ++i)
         stranger.tell(i % 2 == 0 ? QStringLiteral("opened") : QStringLiteral("closed"));
+    ASSERT_TRUE(openByClick());
+    hardware.tap("Escape");
+    EXPECT_TRUE(hasPosted({began, ended}));
+}
+
+TEST_F(StrangerTest, ACrowdOfStrangersDoesNotKeepThePanelFromBeingBelieved)
+{
+    std::list<TellingHost> crowd;
+    const QString itsName = service();
+    for (int i = 0; i < 80; ++i)
+        crowd.emplace_back(itsName, Part::stranger).tell(QStringLiteral("opened"));
+    settle();
+    EXPECT_TRUE(posted.isEmpty());
     ASSERT_TRUE(openByClick());
     hardware.tap("Escape");
     EXPECT_TRUE(hasPosted({began, ended}));

@@ -5,6 +5,7 @@
 #include <QDBusPendingReply>
 #include <QPointer>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -18,8 +19,9 @@ using namespace std::chrono_literals;
 constexpr auto openingTime = 5s;
 /// No menu is read for longer; a host without windows of its own may have forgotten to report the end.
 constexpr auto longestOpen = 60s;
-/// A status area has one connection or two. More callers at once are a flood.
-constexpr std::size_t mostUnproven = 4;
+/// A status area has one connection or two. Of more callers at once the oldest are forgotten, so that no
+/// flood keeps the status area from being looked at.
+constexpr std::size_t mostUnproven = 16;
 constexpr std::size_t mostReports = 8;
 constexpr std::size_t mostStrangers = 64;
 /// A program that wasn't the status area may be it later.
@@ -47,10 +49,10 @@ HostMenuWatch::~HostMenuWatch() = default;
 
 void HostMenuWatch::report(const QString& caller, Report what)
 {
-    const auto unproven = m_unproven.find(caller);
+    const auto unproven = std::ranges::find(m_unproven, caller, &Unproven::caller);
     if (unproven != m_unproven.end()) {
-        if (unproven->second.size() < mostReports)
-            unproven->second.push_back(what);
+        if (unproven->reports.size() < mostReports)
+            unproven->reports.push_back(what);
         return;
     }
     if (caller == m_host) {
@@ -62,27 +64,41 @@ void HostMenuWatch::report(const QString& caller, Report what)
         return;
     const auto now = std::chrono::steady_clock::now();
     std::erase_if(m_strangers, [&](const auto& stranger) { return stranger.second <= now; });
-    if (m_strangers.contains(caller) || m_strangers.size() >= mostStrangers ||
-        m_unproven.size() >= mostUnproven)
+    if (m_strangers.contains(caller))
         return;
-    m_unproven[caller] = {what};
+    if (m_unproven.size() >= mostUnproven)
+        m_unproven.erase(m_unproven.begin());
+    m_unproven.push_back({caller, {what}});
     askAbout(caller);
 }
 
 void HostMenuWatch::askAbout(const QString& caller)
 {
     m_trayHosts.identify(caller, [this, caller](std::optional<std::int64_t> process) {
-        const auto reports = m_unproven.extract(caller);
+        std::vector<Report> reports;
+        const auto unproven = std::ranges::find(m_unproven, caller, &Unproven::caller);
+        if (unproven != m_unproven.end()) {
+            reports = std::move(unproven->reports);
+            m_unproven.erase(unproven);
+        }
         if (!process) {
-            m_strangers[caller] = std::chrono::steady_clock::now() + strangersTime;
+            noteStranger(caller);
             return;
         }
         const QPointer<HostMenuWatch> self(this); // who hears of the menu may end this object
-        for (const Report what : reports.mapped()) {
+        for (const Report what : reports) {
             if (self)
                 believe(caller, *process, what);
         }
     });
+}
+
+void HostMenuWatch::noteStranger(const QString& caller)
+{
+    if (m_strangers.size() >= mostStrangers)
+        m_strangers.erase(
+            std::ranges::min_element(m_strangers, {}, [](const auto& stranger) { return stranger.second; }));
+    m_strangers[caller] = std::chrono::steady_clock::now() + strangersTime;
 }
 
 void HostMenuWatch::believe(const QString& host, std::int64_t process, Report what)

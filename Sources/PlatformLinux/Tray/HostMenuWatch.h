@@ -42,8 +42,13 @@ private:
     struct DeleteLater {
         void operator()(MenuWindowWatch* watch) const;
     };
+    struct Unproven {
+        QString caller;
+        std::vector<Report> reports;
+    };
 
     void askAbout(const QString& caller);
+    void noteStranger(const QString& caller);
     void believe(const QString& host, std::int64_t process, Report what);
     void aboutToShow();
     void opened();
@@ -57,8 +62,8 @@ private:
     QDBusConnection m_bus;
     TrayHosts m_trayHosts{m_bus};
     QDBusServiceWatcher m_hosts;
-    /// The reports of callers that are just being looked at.
-    std::map<QString, std::vector<Report>> m_unproven;
+    /// The reports of callers that are just being looked at, the oldest caller first.
+    std::vector<Unproven> m_unproven;
     /// Until when each stranger isn't looked at again.
     std::map<QString, std::chrono::steady_clock::time_point> m_strangers;
     /// Empty when no host uses the menu.
