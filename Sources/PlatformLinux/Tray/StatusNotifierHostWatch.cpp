@@ -18,6 +18,8 @@ const auto daemonPath = QStringLiteral("/org/freedesktop/DBus");
 /// The pauses before a lost connection is made anew.
 constexpr std::chrono::milliseconds firstReturnPause(100);
 constexpr std::chrono::milliseconds longestReturnPause(60'000);
+/// A bus that can't be reached this often, within some minutes, has gone for good.
+constexpr int mostFailures = 12;
 
 } // namespace
 
@@ -37,18 +39,23 @@ void StatusNotifierHostWatch::openLink()
             Qt::QueuedConnection);
     connect(m_link.get(), &SessionBusLink::failed, this, [this] {
         m_bus = Bus::none;
-        if (m_returnPause > firstReturnPause) // there was a bus
+        if (m_wasOpen && ++m_failures < mostFailures)
             tryAgainLater();
         settle(State::absent);
     });
     m_link->open();
 }
 
-/// The host is where it was, for all that is known: only this connection is gone.
+/// The host is where it was, for all that is known: only this connection is gone. The pauses grow while the
+/// losses follow each other.
 void StatusNotifierHostWatch::linkIsLost()
 {
     ++m_question;
     m_link.reset();
+    const auto now = std::chrono::steady_clock::now();
+    if (now > m_lastLoss + 2 * longestReturnPause)
+        m_returnPause = firstReturnPause;
+    m_lastLoss = now;
     tryAgainLater();
 }
 
@@ -61,6 +68,8 @@ void StatusNotifierHostWatch::tryAgainLater()
 void StatusNotifierHostWatch::busReady()
 {
     m_bus = Bus::open;
+    m_wasOpen = true;
+    m_failures = 0;
     QDBusConnection& bus = m_link->bus();
     // No sender is named: naming one makes the library look up its owner and wait for the answer.
     bus.connect(QString(), daemonPath, daemonName, QStringLiteral("NameOwnerChanged"), {sni::watcherName},

@@ -49,6 +49,11 @@ private:
     /// Runs while a new connection waits to be made.
     QTimer m_return;
     std::chrono::milliseconds m_returnPause;
+    std::chrono::steady_clock::time_point m_lastLoss;
+    /// True once there was a bus.
+    bool m_wasOpen = false;
+    /// The attempts in a row that found no bus.
+    int m_failures = 0;
     Bus m_bus = Bus::unknown;
     State m_state = State::asking;
     QString m_watcher;
