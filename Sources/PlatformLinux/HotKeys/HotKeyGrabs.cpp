@@ -79,7 +79,10 @@ HotKeyGrabs::Opening HotKeyGrabs::open()
     }
     m_connection = std::move(opened.connection);
     listenToKeyboard(m_connection->link().xcb());
-    m_masks = readMasks().value_or(ModifierMasks());
+    const auto masks = readMasks();
+    m_masks = masks.value_or(ModifierMasks());
+    if (!masks)
+        m_keyboardSettled.start(); // without masks no modifier is told from another: they are read again
     m_notifier = std::make_unique<QSocketNotifier>(m_connection->link().descriptor(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this] { readEvents(); });
     return Opening::open;
