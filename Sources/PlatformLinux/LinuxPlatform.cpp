@@ -56,7 +56,8 @@ struct LinuxPlatform::Process {
 struct LinuxPlatform::Services {
     explicit Services(Process& theProcess) : process(theProcess)
     {
-        loginItem.renew();
+        // It waits for the disk. The entry's file is replaced as a whole.
+        runLoop.performDetached([item = loginItem]() mutable { item.renew(); });
         eventTaps.onPost = [this](std::uint32_t keyCode, std::uint32_t modifiers) {
             hotKeys.giveWayTo(keyCode, modifiers);
         };

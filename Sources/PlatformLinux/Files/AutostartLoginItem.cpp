@@ -13,11 +13,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <mutex>
 #include <system_error>
 
 namespace orvane {
 
 namespace {
+
+/// Held while the entry is changed: one that is just renewed must not come back after it was removed.
+std::mutex changes;
 
 constexpr qint64 largestEntry = qint64{1024} * 1024; // in bytes, of an entry that another program wrote
 
@@ -124,6 +128,12 @@ void AutostartLoginItem::throwIfHomeless() const
 void AutostartLoginItem::registerItem()
 {
     throwIfHomeless();
+    const std::scoped_lock lock(changes);
+    write();
+}
+
+void AutostartLoginItem::write()
+{
     const QString folder = QFileInfo(m_path).path();
     try {
         makeDirectory(folder);
@@ -138,6 +148,7 @@ void AutostartLoginItem::registerItem()
 
 void AutostartLoginItem::renew()
 {
+    const std::scoped_lock lock(changes);
     QFile file(m_path);
     if (!QFileInfo(m_path).isFile() || !file.open(QIODevice::ReadOnly))
         return;
@@ -145,7 +156,7 @@ void AutostartLoginItem::renew()
     if (file.read(largestEntry) != ofEarlierVersion)
         return;
     try {
-        registerItem();
+        write();
     } catch (const PlatformError&) {
         // The entry that is there starts the program too.
     }
@@ -154,6 +165,7 @@ void AutostartLoginItem::renew()
 void AutostartLoginItem::unregisterItem()
 {
     throwIfHomeless();
+    const std::scoped_lock lock(changes);
     if (::unlink(QFile::encodeName(m_path).constData()) == 0)
         synchronizeDirectoryOf(m_path);
     else if (errno != ENOENT)

@@ -24,7 +24,7 @@ public:
     /// Writes the entry anew, whatever it holds; an entry that was switched off is on again.
     void registerItem() override;
     /// Brings an entry that an earlier version wrote for this executable up to date, and leaves all others
-    /// alone. A failure changes nothing.
+    /// alone. A failure changes nothing. Any thread.
     void renew();
     /// Removes the entry; it is no failure if there is none.
     void unregisterItem() override;
@@ -36,6 +36,7 @@ public:
 
 private:
     /// `arguments` follow the program in its command.
+    void write();
     [[nodiscard]] QByteArray entry(const QString& arguments) const;
     void throwIfHomeless() const;
 
