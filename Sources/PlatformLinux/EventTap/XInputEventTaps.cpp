@@ -6,6 +6,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 
@@ -44,7 +45,13 @@ XInputEventTaps::XInputEventTaps(LogSink& log, std::function<CommandKeys()> comm
                 .hear = [this](const Event& event) { hear(event); },
                 .threadEnded = [this](TapThread::Ending ending) { threadEnded(ending); },
                 .listenerEnded = [this] { listenerEnded(); },
-                .keysWait = [this](pid_t thread) { onKeysWait(thread); },
+                .keysWait =
+                    [this](pid_t thread) {
+                        m_delivered = {}; // a new thread delivers each key as it is
+                        m_lastFlags = 0;
+                        m_keptBack.clear();
+                        onKeysWait(thread);
+                    },
                 .keysPass = [this] { onKeysPass(); }})
 {
 }
@@ -125,9 +132,19 @@ std::optional<EventFlags> XInputEventTaps::deliveredFlags(const Event& event) co
 EventTapDecision XInputEventTaps::decideKey(Event& event)
 {
     const QScopedValueRollback observed(m_observed, std::optional(event.flags));
+    const bool isModifier = event.type == EventType::flagsChanged;
+    const std::int64_t key = event.keycode;
+    const bool isReleased = (std::exchange(m_lastFlags, event.flags) & ~event.flags & chordFlags) != 0;
     const EventTapDecision decision = decide(event, Location::hid);
-    if (event.type == EventType::flagsChanged && decision == EventTapDecision::pass)
-        m_delivered.noteModifier({*m_observed, event.flags});
+    if (!isModifier)
+        return decision;
+    const bool isConsumed = decision == EventTapDecision::consume;
+    const bool wasKeptBack = m_keptBack.erase(key) > 0;
+    if (isConsumed && !isReleased)
+        m_keptBack.insert(key);
+    else if (!wasKeptBack || !isReleased) // a release takes place even when it is consumed
+        m_delivered.noteModifier(isConsumed ? DeliveredModifiers::Rewriting{}
+                                            : DeliveredModifiers::Rewriting{*m_observed, event.flags});
     return decision;
 }
 

@@ -10,9 +10,11 @@
 
 #include <QObject>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace orvane {
@@ -68,7 +70,12 @@ private:
     Taps m_timedOut;
     /// The flags with which the key that is being decided was observed; absent for a posted one.
     std::optional<EventFlags> m_observed;
+    /// As the tap's thread has it.
     DeliveredModifiers m_delivered;
+    /// The flags of the last key that was decided, as observed.
+    EventFlags m_lastFlags = 0;
+    /// The modifiers whose press was consumed: their release means nothing.
+    std::set<std::int64_t> m_keptBack;
     /// The context of queued calls.
     QObject m_context;
     TapSource m_source;
