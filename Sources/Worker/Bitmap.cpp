@@ -68,7 +68,7 @@ public:
     {
         const std::uint64_t most = m_mask >> m_shift;
         const std::uint64_t value = (pixel & m_mask) >> m_shift;
-        return most ? static_cast<std::uint8_t>((value * 255 + most / 2) / most) : 0;
+        return most ? static_cast<std::uint8_t>((value * 255 + most / 2) / most) : std::uint8_t{0};
     }
 
 private:
