@@ -1,7 +1,7 @@
 // The limits of a read of another program's clipboard, with a time moved by hand.
-#include "PlatformLinux/Pasteboard/SelectionConnection.h"
 #include "PlatformLinux/Pasteboard/SelectionReader.h"
 #include "Contract/Support/SelectionOwner.h"
+#include "PlatformLinux/Pasteboard/SelectionConnection.h"
 #include "Support/Eventually.h"
 
 #include <string_view>
