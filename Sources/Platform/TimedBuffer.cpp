@@ -18,8 +18,9 @@ TimedBuffer::TimedBuffer(IsOver isOver) : m_isOver(std::move(isOver))
 
 qint64 TimedBuffer::readData(char* data, qint64 maxSize)
 {
+    // The end and no failure: told of a failure, libtiff 4.5 writes in front of its memory.
     if (m_isOver())
-        return -1;
+        return 0;
     const qint64 count = std::min({maxSize, std::max<qint64>(m_bytes.size() - pos(), 0), m_mostAtOnce});
     if (count > 0)
         std::copy_n(m_bytes.constData() + pos(), count, data);

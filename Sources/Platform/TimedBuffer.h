@@ -1,5 +1,6 @@
-// Bytes in memory that can be read, or written, only until their time is over: a decoder or an encoder that
-// asks for more fails then, whatever is left of its work.
+// Bytes in memory that can be read, or written, only until their time is over: a decoder that asks for more
+// finds their end then, and an encoder fails, whatever is left of their work. What a decoder returns after
+// that may be a part.
 #pragma once
 
 #include <QByteArray>

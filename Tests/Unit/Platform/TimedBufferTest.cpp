@@ -15,12 +15,15 @@ TEST(TimedBuffer, ReadsNothingBeyondTheEnd)
     EXPECT_EQ(buffer.read(sizeof(read)), QByteArrayLiteral("ur"));
 }
 
-TEST(TimedBuffer, FailsOnceItsTimeIsOver)
+TEST(TimedBuffer, EndsOnceItsTimeIsOver)
 {
     bool isOver = false;
     TimedBuffer buffer(QByteArrayLiteral("four"), [&] { return isOver; });
     char read[2] = {};
     EXPECT_EQ(buffer.read(read, 2), 2);
     isOver = true;
-    EXPECT_EQ(buffer.read(read, 2), -1);
+    EXPECT_EQ(buffer.read(read, 2), 0);
+    TimedBuffer target([&] { return isOver; });
+    EXPECT_EQ(target.write("more"), -1);
+    EXPECT_TRUE(target.bytes().isEmpty());
 }
