@@ -1,5 +1,6 @@
 // The conversion of foreign pictures to PNG, and its end by time.
 #include "PlatformLinux/Pasteboard/PictureConversion.h"
+#include "Support/LeaksOfOthers.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -83,6 +84,7 @@ TEST(PictureConversion, WhereverItsTimeEndsItGivesNothing)
         EXPECT_GE(questions, 50) << format;
         for (int end = 0; end < questions; ++end) {
             int asked = 0;
+            const LeaksOfOthers ofTheEncoder;
             EXPECT_EQ(convertToPng(picture, [&] { return asked++ >= end; }), std::nullopt)
                 << format << " ended at " << end << " of " << questions;
         }

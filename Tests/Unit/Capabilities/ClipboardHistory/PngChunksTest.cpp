@@ -2,6 +2,7 @@
 #include "Capabilities/ClipboardHistory/Capture/PngChunks.h"
 #include "Capabilities/ClipboardHistory/Capture/Picture.h"
 #include "HistoryFixture.h"
+#include "Support/LeaksOfOthers.h"
 
 #include <QtEndian>
 
@@ -77,6 +78,7 @@ TEST(Picture, WhereverItsTimeEndsItGivesNothing)
         ASSERT_TRUE(Picture::image(bytes, count));
         for (int end = 0; end < questions; ++end) {
             int asked = 0;
+            const LeaksOfOthers ofTheDecoder;
             EXPECT_EQ(Picture::image(bytes, [&] { return asked++ >= end; }), std::nullopt) << format << end;
         }
     }
@@ -88,6 +90,7 @@ TEST(Picture, WhereverItsTimeEndsItGivesNothing)
     }));
     for (int end = 0; end < questions; ++end) {
         int asked = 0;
+        const LeaksOfOthers ofTheEncoder;
         EXPECT_EQ(Picture::png(tiff, [&] { return asked++ >= end; }), std::nullopt) << end;
     }
 }
