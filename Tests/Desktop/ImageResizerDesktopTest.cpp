@@ -21,7 +21,7 @@ namespace {
 constexpr int control = 0x1000;
 constexpr int option = 0x800;
 constexpr StoredShortcut controlOptionR{15, control | option};
-const QString windowTitle = QStringLiteral("Image Resizer — Orvane"); // the toolkit adds the program
+const QString windowTitle = QStringLiteral("Image Resizer");
 
 /// From the corner of the file manager's window to the first file in it, with or without the bar that warns
 /// root: it doesn't tell assistive technology of its files.
@@ -45,14 +45,17 @@ protected:
                .shortcuts = {{QStringLiteral("imageresizer.open"), controlOptionR}}});
     }
 
-    /// Presses the shortcut until the window is there: features come on some moments after the start.
+    /// Presses the shortcut until the window is there: features come on some moments after the start. The
+    /// window has the keyboard then.
     WindowId openWindow()
     {
         EXPECT_TRUE(eventually(20s, [this] {
             chord({"Control_L", "Alt_L", "r"});
             return eventually(1s, [this] { return windows.find(windowTitle).has_value(); });
         }));
-        return windows.find(windowTitle).value_or(0);
+        const WindowId window = windows.find(windowTitle).value_or(0);
+        EXPECT_TRUE(eventually(10s, [&] { return windows.active() == window; }));
+        return window;
     }
 
     QString addPicture(const QString& name)

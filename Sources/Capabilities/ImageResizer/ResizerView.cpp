@@ -146,9 +146,9 @@ private:
 AnyView ResizerView::page() const
 {
     const auto& settings = model->settings();
-    return OrvaPage{.header = ResizerDropZone{model, targeted},
-                    .content =
-                        OrvaPane{{section(QStringLiteral("Resize to"),
+    return OrvaPage{.content =
+                        OrvaPane{{ResizerDropZone{model, targeted},
+                                  section(QStringLiteral("Resize to"),
                                           QStringLiteral("arrow.down.right.and.arrow.up.left"),
                                           ResizerRows::size(settings)),
                                   section(QStringLiteral("Format"), QStringLiteral("photo"),

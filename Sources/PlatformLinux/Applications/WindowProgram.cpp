@@ -2,10 +2,10 @@
 
 #include "PlatformLinux/Applications/ApplicationIdentity.h"
 #include "PlatformLinux/Applications/DesktopEntries.h"
+#include "PlatformLinux/Common/OwnName.h"
 #include "PlatformLinux/X11/WindowTexts.h"
 
 #include <QFile>
-#include <QGuiApplication>
 #include <QSysInfo>
 
 #include <array>
@@ -102,8 +102,7 @@ std::optional<RunningApplication> programOfWindow(XExchange& exchange, xcb_windo
     if (!exists || exchange.isLate())
         return std::nullopt;
     if (process == ::getpid())
-        return RunningApplication{process, QString(ownBundleIdentifier),
-                                  QGuiApplication::applicationDisplayName()};
+        return RunningApplication{process, QString(ownBundleIdentifier), QString(ownName)};
 
     const QString executable = executableOf(process);
     std::optional<DesktopEntries::Entry> entry;

@@ -1,5 +1,7 @@
 #include "PlatformLinux/Session/AboutPanel.h"
 
+#include "PlatformLinux/Common/OwnName.h"
+
 #include <QApplication>
 #include <QIcon>
 #include <QKeyEvent>
@@ -28,7 +30,7 @@ QLabel* line(const QString& text, double points, QFont::Weight weight)
 
 AboutPanel::AboutPanel()
 {
-    const QString name = QGuiApplication::applicationDisplayName();
+    const QString name = ownName;
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("About %1").arg(name));

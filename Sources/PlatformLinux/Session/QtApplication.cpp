@@ -71,7 +71,6 @@ QtApplication::QtApplication(int& argc, char** argv, LogSink& log) : m_log(log)
     requireDisplay(log);
     QCoreApplication::setApplicationName(QStringLiteral("orvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvane"));
     QGuiApplication::setDesktopFileName(QStringLiteral("net.lindenrow.orvane"));
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     m_application = std::make_unique<QApplication>(argc, argv);

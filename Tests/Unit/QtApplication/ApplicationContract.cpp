@@ -189,6 +189,12 @@ TEST_F(QtApplicationTest, TheAboutPanelSaysNameAndVersionAndThereIsOne)
     EXPECT_EQ(QApplication::topLevelWidgets().size(), 1);
 }
 
+TEST_F(QtApplicationTest, TheToolkitAddsNothingToTheTitlesOfWindows)
+{
+    // It adds the display name if one is set; without one it gives the other name here.
+    EXPECT_EQ(QGuiApplication::applicationDisplayName(), QCoreApplication::applicationName());
+}
+
 TEST_F(QtApplicationTest, EscapeAndControlWCloseTheAboutPanel)
 {
     const std::pair<Qt::Key, Qt::KeyboardModifiers> keys[] = {{Qt::Key_Escape, Qt::NoModifier},
