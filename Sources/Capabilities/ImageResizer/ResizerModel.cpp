@@ -4,6 +4,17 @@
 
 namespace orvane {
 
+/// What the lanes of a batch share. The main thread's, but for what never changes.
+struct ResizerModel::Batch {
+    const QList<QUrl> files;
+    const ImageResizeEngine::Options options;
+    const std::stop_token stop;
+    int next = 0;
+    int done = 0;
+    int resized = 0;
+    int lanes = ResizerModel::lanes;
+};
+
 ResizerModel::~ResizerModel()
 {
     m_stop.request_stop();
@@ -46,7 +57,9 @@ void ResizerModel::resizeAll()
     progress.set({0, total});
     status.set(QStringLiteral("Resizing %1…").arg(total));
     isWorking.set(true);
-    work(weak_from_this(), files.get(), m_settings->options(), m_stop.get_token());
+    const auto batch = std::make_shared<Batch>(Batch{files.get(), m_settings->options(), m_stop.get_token()});
+    for (int lane = 0; lane < lanes; ++lane)
+        work(weak_from_this(), batch);
 }
 
 void ResizerModel::cancel()
@@ -54,29 +67,25 @@ void ResizerModel::cancel()
     m_stop.request_stop();
 }
 
-UnownedTask ResizerModel::work(std::weak_ptr<ResizerModel> weak, QList<QUrl> batch,
-                               ImageResizeEngine::Options options, std::stop_token stop)
+UnownedTask ResizerModel::work(std::weak_ptr<ResizerModel> weak, std::shared_ptr<Batch> batch)
 {
     Pictures& pictures = platform().pictures;
-    const auto total = static_cast<int>(batch.size());
-    int done = 0;
-    int resized = 0;
-    for (const QUrl& url : batch) {
-        // One file at a time, so that quitting waits for one and not for all of them.
-        auto one = [&pictures, path = url.toLocalFile(), options, stop] {
-            return ImageResizeEngine::resize(pictures, path, options, stop).has_value();
+    const auto total = static_cast<int>(batch->files.size());
+    while (batch->next < total && !batch->stop.stop_requested()) {
+        // One file for each visit to the pool, so that quitting doesn't wait for all of them.
+        auto one = [&pictures, path = batch->files.at(batch->next++).toLocalFile(), batch] {
+            return ImageResizeEngine::resize(pictures, path, batch->options, batch->stop).has_value();
         };
         const bool isResized = co_await onPool(one);
         const auto self = weak.lock();
         if (!self)
             co_return;
-        resized += isResized ? 1 : 0;
-        self->progress.set({++done, total});
-        if (stop.stop_requested())
-            break;
+        batch->resized += isResized ? 1 : 0;
+        self->progress.set({++batch->done, total});
     }
-    if (const auto self = weak.lock())
-        self->finish(resized, total);
+    const auto self = weak.lock();
+    if (self && --batch->lanes == 0)
+        self->finish(batch->resized, total);
 }
 
 void ResizerModel::finish(int resized, int total)

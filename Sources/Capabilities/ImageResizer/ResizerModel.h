@@ -27,7 +27,7 @@ public:
     void add(const QList<QUrl>& urls);
     void remove(const QUrl& url);
     void clear();
-    /// Resizes the files that are there now, one after the other. Does nothing while a batch runs.
+    /// Resizes the files that are there now, two at a time. Does nothing while a batch runs.
     void resizeAll();
     /// Ends the batch: what is done stays.
     void cancel();
@@ -40,8 +40,12 @@ public:
     Observable<bool> isWorking{false};
 
 private:
-    static UnownedTask work(std::weak_ptr<ResizerModel> weak, QList<QUrl> batch,
-                            ImageResizeEngine::Options options, std::stop_token stop);
+    /// While the platform works on one file, the other one is opened, or its copy waits for the disk.
+    static constexpr int lanes = 2;
+    struct Batch;
+
+    /// Goes through the batch beside the other lanes: each takes the next file that none has taken.
+    static UnownedTask work(std::weak_ptr<ResizerModel> weak, std::shared_ptr<Batch> batch);
     void finish(int resized, int total);
 
     std::shared_ptr<ImageResizerSettings> m_settings;

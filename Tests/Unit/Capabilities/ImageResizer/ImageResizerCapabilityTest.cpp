@@ -234,13 +234,13 @@ TEST_F(ResizerViewTest, ABatchIsToldByCountAndCanBeCancelled)
     QStringList texts;
     for (const auto& text : view.all<OrvaText>())
         texts.append(text->text.get());
-    EXPECT_TRUE(texts.contains(QStringLiteral("1 of 3")));
+    EXPECT_TRUE(texts.contains(QStringLiteral("2 of 3")));
     EXPECT_TRUE(texts.contains(QStringLiteral("Resizing 3…")));
     EXPECT_EQ(view.all<ResizerProgressBar>().size(), 1);
     button(QStringLiteral("Cancel"))->action();
     step();
     EXPECT_FALSE(model->isWorking.get());
-    EXPECT_EQ(model->status.get(), QStringLiteral("Resized 1 of 3 images — saved next to the originals."));
+    EXPECT_EQ(model->status.get(), QStringLiteral("Resized 2 of 3 images — saved next to the originals."));
 }
 
 TEST_F(ResizerViewTest, TakesFilesThatAreDroppedAnywhere)
