@@ -14,6 +14,7 @@
 #include "PlatformLinux/HotKeys/X11HotKeys.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
 #include "PlatformLinux/Keys/XkbInputSources.h"
+#include "PlatformLinux/Language/Catalogues.h"
 #include "PlatformLinux/Menus/MenuTracking.h"
 #include "PlatformLinux/Panels/X11Panels.h"
 #include "PlatformLinux/Pasteboard/X11Pasteboard.h"
@@ -50,6 +51,7 @@ struct LinuxPlatform::Process {
 
     JournalLogSink log;
     QtApplication application;
+    Catalogues catalogues;
     SingleInstance singleInstance{log};
 };
 

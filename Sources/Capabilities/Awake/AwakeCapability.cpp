@@ -1,6 +1,7 @@
 #include "Capabilities/Awake/AwakeCapability.h"
 
 #include "Capabilities/Awake/AwakeSettingsPane.h"
+#include "Capabilities/Awake/AwakeText.h"
 
 namespace orvane {
 
@@ -8,8 +9,8 @@ const CapabilityMetadata& AwakeCapability::metadata()
 {
     static const CapabilityMetadata metadata{
         .id = {QStringLiteral("net.lindenrow.orvane.awake")},
-        .displayName = QStringLiteral("Awake"),
-        .summary = QStringLiteral("Keep your Mac awake on demand — for a set time or until you turn it off."),
+        .displayName = AwakeText::tr("Awake"),
+        .summary = AwakeText::tr("Keep your Mac awake on demand — for a set time or until you turn it off."),
         .symbolName = QStringLiteral("eye.fill"),
         .category = CapabilityCategory::system,
     };
@@ -18,7 +19,7 @@ const CapabilityMetadata& AwakeCapability::metadata()
 
 QList<HotkeyAction> AwakeCapability::hotkeyActions()
 {
-    return {{QStringLiteral("awake.toggle"), QStringLiteral("Toggle Keep Awake"),
+    return {{QStringLiteral("awake.toggle"), AwakeText::tr("Toggle Keep Awake"),
              withController(&AwakeController::toggleDefault)}};
 }
 
@@ -27,9 +28,9 @@ QList<MenuBarItem> AwakeCapability::menuBarContributions()
     if (!controller())
         return {};
     if (controller()->hasPeriod())
-        return {{QStringLiteral("awake.off"), QStringLiteral("Let Mac Sleep"), QStringLiteral("eye.slash"),
+        return {{QStringLiteral("awake.off"), AwakeText::tr("Let Mac Sleep"), QStringLiteral("eye.slash"),
                  withController(&AwakeController::deactivate)}};
-    return {{QStringLiteral("awake.on"), QStringLiteral("Keep Awake"), QStringLiteral("eye.fill"),
+    return {{QStringLiteral("awake.on"), AwakeText::tr("Keep Awake"), QStringLiteral("eye.fill"),
              withController(&AwakeController::activateDefault)}};
 }
 

@@ -1,6 +1,7 @@
 #include "Capabilities/Awake/AwakeController.h"
 
 #include "Capabilities/Awake/AwakeMenuBar.h"
+#include "Capabilities/Awake/AwakeText.h"
 #include "OrvaneCore/Base/Task.h"
 #include "Platform/Platform.h"
 #include "Platform/RunLoop.h"
@@ -59,7 +60,7 @@ PowerAssertions::Status AwakeController::createAssertion()
     const auto type = m_settings->keepDisplayAwake.get() ? PowerAssertionType::preventUserIdleDisplaySleep
                                                          : PowerAssertionType::preventUserIdleSystemSleep;
     const PowerAssertions::Result result = platform().powerAssertions.createWithName(
-        type, PowerAssertions::levelOn, QStringLiteral("Orvane Awake"));
+        type, PowerAssertions::levelOn, AwakeText::tr("Orvane Awake"));
     m_assertionID = result.id;
     return result.status;
 }

@@ -10,11 +10,11 @@ namespace orvane {
 enum class AwakeDuration { indefinite, minutes30, hours1, hours2, hours4 };
 
 inline constexpr std::array awakeDurationNames{
-    EnumName{AwakeDuration::indefinite, "indefinite", u"Until I turn it off"},
-    EnumName{AwakeDuration::minutes30, "minutes30", u"30 minutes"},
-    EnumName{AwakeDuration::hours1, "hours1", u"1 hour"},
-    EnumName{AwakeDuration::hours2, "hours2", u"2 hours"},
-    EnumName{AwakeDuration::hours4, "hours4", u"4 hours"},
+    EnumName{AwakeDuration::indefinite, "indefinite", TextSource("AwakeText", "Until I turn it off")},
+    EnumName{AwakeDuration::minutes30, "minutes30", TextSource("AwakeText", "30 minutes")},
+    EnumName{AwakeDuration::hours1, "hours1", TextSource("AwakeText", "1 hour")},
+    EnumName{AwakeDuration::hours2, "hours2", TextSource("AwakeText", "2 hours")},
+    EnumName{AwakeDuration::hours4, "hours4", TextSource("AwakeText", "4 hours")},
 };
 constexpr const auto& enumNames(AwakeDuration)
 {

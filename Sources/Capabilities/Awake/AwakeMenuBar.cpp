@@ -1,6 +1,7 @@
 #include "Capabilities/Awake/AwakeMenuBar.h"
 
 #include "Capabilities/Awake/AwakeController.h"
+#include "Capabilities/Awake/AwakeText.h"
 #include "OrvaneCore/Base/OrvaNotifications.h"
 #include "OrvaneKit/Theme/SystemSymbol.h"
 #include "Platform/NotificationCenter.h"
@@ -15,7 +16,7 @@ AwakeMenuBar::AwakeMenuBar(std::weak_ptr<AwakeController> controller)
 {
     m_statusItem->setAutosaveName(QStringLiteral("net.lindenrow.orvane.awake"));
     m_statusItem->setAction([this](const StatusItemEvent* event) { clicked(event); });
-    m_statusItem->setToolTip(QStringLiteral("Orvane Awake"));
+    m_statusItem->setToolTip(AwakeText::tr("Orvane Awake"));
     refreshIcon();
 }
 
@@ -25,8 +26,8 @@ void AwakeMenuBar::refreshIcon()
 {
     const auto controller = m_controller.lock();
     m_statusItem->setImage(controller && controller->isAwake.get()
-                               ? SystemSymbol::image(QStringLiteral("eye.fill"), QStringLiteral("Awake"))
-                               : SystemSymbol::image(QStringLiteral("eye.slash"), QStringLiteral("Asleep")));
+                               ? SystemSymbol::image(QStringLiteral("eye.fill"), AwakeText::tr("Awake"))
+                               : SystemSymbol::image(QStringLiteral("eye.slash"), AwakeText::tr("Asleep")));
 }
 
 void AwakeMenuBar::clicked(const StatusItemEvent* currentEvent)
@@ -68,12 +69,12 @@ Menu AwakeMenuBar::makeMenu(const AwakeController& controller)
 
     Menu menu;
     menu.items.append(
-        item(controller.hasPeriod() ? QStringLiteral("Turn Off Awake") : QStringLiteral("Keep Awake"),
+        item(controller.hasPeriod() ? AwakeText::tr("Turn Off Awake") : AwakeText::tr("Keep Awake"),
              &AwakeMenuBar::toggleAwake));
     menu.items.append(MenuItem::separator());
 
     MenuItem heading;
-    heading.title = QStringLiteral("Keep awake for…");
+    heading.title = AwakeText::tr("Keep awake for…");
     heading.enabled = false;
     menu.items.append(heading);
 
@@ -92,7 +93,7 @@ Menu AwakeMenuBar::makeMenu(const AwakeController& controller)
     }
 
     menu.items.append(MenuItem::separator());
-    menu.items.append(item(QStringLiteral("Awake Settings…"), &AwakeMenuBar::openSettings));
+    menu.items.append(item(AwakeText::tr("Awake Settings…"), &AwakeMenuBar::openSettings));
     return menu;
 }
 

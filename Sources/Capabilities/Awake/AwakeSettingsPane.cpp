@@ -1,6 +1,7 @@
 #include "Capabilities/Awake/AwakeSettingsPane.h"
 
 #include "Capabilities/Awake/AwakeStatus.h"
+#include "Capabilities/Awake/AwakeText.h"
 #include "OrvaneKit/Model/OrvaSettingRows.h"
 
 namespace orvane::AwakeSettingsPane {
@@ -22,7 +23,7 @@ Live<QString> statusLine(const Controller& controller)
     return live(controller, &AwakeController::expiresAt, [controller](const auto& expiresAt) {
         if (controller->isWanted.get() && !controller->isAwake.get())
             return AwakeStatus::pendingFootnote();
-        return AwakeStatus::footnote(controller->isAwake.get(), expiresAt, QLocale::system(),
+        return AwakeStatus::footnote(controller->isAwake.get(), expiresAt, QLocale(),
                                      QTimeZone::systemTimeZone());
     });
 }
@@ -35,27 +36,27 @@ AnyView make(const Controller& controller)
     const std::shared_ptr<Settings> settings = controller->settings();
     return OrvaPane{{
         section(
-            QStringLiteral("Keep Awake"), QStringLiteral("eye"),
+            AwakeText::tr("Keep Awake"), QStringLiteral("eye"),
             {OrvaToggleRow(
-                 QStringLiteral("Keep my Mac awake now"), isWanted(controller),
-                 QStringLiteral("Prevents display and system sleep without touching your power settings.")),
-             pickerRow(settings, &Settings::defaultDuration, QStringLiteral("Duration")),
-             toggleRow(settings, &Settings::keepDisplayAwake, QStringLiteral("Keep the display awake too"),
-                       QStringLiteral("Like Caffeine — stops the screen from dimming and sleeping. Off keeps "
-                                      "only the system awake."))},
+                 AwakeText::tr("Keep my Mac awake now"), isWanted(controller),
+                 AwakeText::tr("Prevents display and system sleep without touching your power settings.")),
+             pickerRow(settings, &Settings::defaultDuration, AwakeText::tr("Duration")),
+             toggleRow(settings, &Settings::keepDisplayAwake, AwakeText::tr("Keep the display awake too"),
+                       AwakeText::tr("Like Caffeine — stops the screen from dimming and sleeping. Off keeps "
+                                     "only the system awake."))},
             statusLine(controller)),
         section(
-            QStringLiteral("Menu Bar"), QStringLiteral("menubar.arrow.up.rectangle"),
+            AwakeText::tr("Menu Bar"), QStringLiteral("menubar.arrow.up.rectangle"),
             {toggleRow(
                 settings, &Settings::showMenuBarIcon,
-                QStringLiteral("Show a dedicated coffee-cup menu-bar icon"),
-                QStringLiteral(
+                AwakeText::tr("Show a dedicated coffee-cup menu-bar icon"),
+                AwakeText::tr(
                     "Click it to toggle Awake; right-click for durations — just like the Caffeine app."))}),
-        section(QStringLiteral("Startup"), QStringLiteral("power"),
+        section(AwakeText::tr("Startup"), QStringLiteral("power"),
                 {toggleRow(settings, &Settings::awakeOnLaunch,
-                           QStringLiteral("Start keeping awake when this feature turns on"))}),
-        OrvaCalloutText{QStringLiteral("Use the coffee-cup icon, the Orvane menu, or a keyboard shortcut to "
-                                       "flip Awake on and off from anywhere.")},
+                           AwakeText::tr("Start keeping awake when this feature turns on"))}),
+        OrvaCalloutText{AwakeText::tr("Use the coffee-cup icon, the Orvane menu, or a keyboard shortcut to "
+                                      "flip Awake on and off from anywhere.")},
     }};
 }
 

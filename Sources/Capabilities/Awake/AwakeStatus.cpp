@@ -1,5 +1,7 @@
 #include "Capabilities/Awake/AwakeStatus.h"
 
+#include "Capabilities/Awake/AwakeText.h"
+
 #include <QDateTime>
 
 namespace orvane::AwakeStatus {
@@ -23,15 +25,15 @@ QString footnote(bool isAwake, std::optional<Clock::Date> expiresAt, const QLoca
                  const QTimeZone& timeZone)
 {
     if (!isAwake)
-        return QStringLiteral("Your Mac sleeps normally.");
+        return AwakeText::tr("Your Mac sleeps normally.");
     if (!expiresAt)
-        return QStringLiteral("Awake until you turn it off.");
-    return QStringLiteral("Awake until %1.").arg(shortTime(*expiresAt, locale, timeZone));
+        return AwakeText::tr("Awake until you turn it off.");
+    return AwakeText::tr("Awake until %1.").arg(shortTime(*expiresAt, locale, timeZone));
 }
 
 QString pendingFootnote()
 {
-    return QStringLiteral("Your Mac can't be kept awake at the moment. Orvane keeps trying.");
+    return AwakeText::tr("Your Mac can't be kept awake at the moment. Orvane keeps trying.");
 }
 
 } // namespace orvane::AwakeStatus

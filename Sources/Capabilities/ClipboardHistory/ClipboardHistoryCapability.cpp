@@ -2,6 +2,7 @@
 
 #include "Capabilities/ClipboardHistory/Capture/ClipboardWatcherService.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistorySettingsPane.h"
+#include "Capabilities/ClipboardHistory/ClipboardHistoryText.h"
 
 namespace orvane {
 
@@ -16,9 +17,10 @@ const CapabilityMetadata& ClipboardHistoryCapability::metadata()
 {
     static const CapabilityMetadata metadata{
         .id = {QStringLiteral("net.lindenrow.orvane.clipboardhistory")},
-        .displayName = QStringLiteral("Clipboard History"),
-        .summary = QStringLiteral("Keep a searchable history of what you copy, and paste from a list — like "
-                                  "Windows' Win+V."),
+        .displayName = ClipboardHistoryText::tr("Clipboard History"),
+        .summary = ClipboardHistoryText::tr(
+            "Keep a searchable history of what you copy, and paste from a list — like "
+            "Windows' Win+V."),
         .symbolName = symbolName,
         .category = CapabilityCategory::system,
     };
@@ -28,12 +30,12 @@ const CapabilityMetadata& ClipboardHistoryCapability::metadata()
 QList<PermissionRequirement> ClipboardHistoryCapability::permissionRequirements() const
 {
     return {{SystemPermission::accessibility, PermissionRequirement::Level::optional,
-             QStringLiteral("Automatically paste the chosen item into the active app.")}};
+             ClipboardHistoryText::tr("Automatically paste the chosen item into the active app.")}};
 }
 
 QList<HotkeyAction> ClipboardHistoryCapability::hotkeyActions()
 {
-    return {{actionID, QStringLiteral("Show Clipboard History"),
+    return {{actionID, ClipboardHistoryText::tr("Show Clipboard History"),
              withController(&ClipboardHistoryController::togglePanel)}};
 }
 
@@ -41,7 +43,7 @@ QList<MenuBarItem> ClipboardHistoryCapability::menuBarContributions()
 {
     if (!controller())
         return {};
-    return {{actionID, QStringLiteral("Clipboard History…"), symbolName,
+    return {{actionID, ClipboardHistoryText::tr("Clipboard History…"), symbolName,
              withController(&ClipboardHistoryController::togglePanel)}};
 }
 

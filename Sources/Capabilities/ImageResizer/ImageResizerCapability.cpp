@@ -1,6 +1,7 @@
 #include "Capabilities/ImageResizer/ImageResizerCapability.h"
 
 #include "Capabilities/ImageResizer/ImageResizerSettingsPane.h"
+#include "Capabilities/ImageResizer/ImageResizerText.h"
 
 namespace orvane {
 
@@ -14,8 +15,8 @@ const CapabilityMetadata& ImageResizerCapability::metadata()
 {
     static const CapabilityMetadata metadata{
         .id = {QStringLiteral("net.lindenrow.orvane.imageresizer")},
-        .displayName = QStringLiteral("Image Resizer"),
-        .summary = QStringLiteral(
+        .displayName = ImageResizerText::tr("Image Resizer"),
+        .summary = ImageResizerText::tr(
             "Drop images and batch-resize them to a preset or custom size — saved next to the originals."),
         .symbolName = QStringLiteral("photo.on.rectangle.angled"),
         .category = CapabilityCategory::finder,
@@ -25,14 +26,15 @@ const CapabilityMetadata& ImageResizerCapability::metadata()
 
 QList<HotkeyAction> ImageResizerCapability::hotkeyActions()
 {
-    return {{actionID, QStringLiteral("Open Image Resizer"), withController(&ResizerWindowController::show)}};
+    return {{actionID, ImageResizerText::tr("Open Image Resizer"),
+             withController(&ResizerWindowController::show)}};
 }
 
 QList<MenuBarItem> ImageResizerCapability::menuBarContributions()
 {
     if (!controller())
         return {};
-    return {{actionID, QStringLiteral("Image Resizer…"), QStringLiteral("photo.on.rectangle.angled"),
+    return {{actionID, ImageResizerText::tr("Image Resizer…"), QStringLiteral("photo.on.rectangle.angled"),
              withController(&ResizerWindowController::show)}};
 }
 

@@ -8,9 +8,9 @@ namespace orvane {
 enum class ResizeFormat { keepOriginal, png, jpeg };
 
 inline constexpr std::array resizeFormatNames{
-    EnumName{ResizeFormat::keepOriginal, "keepOriginal", u"Same as original"},
-    EnumName{ResizeFormat::png, "png", u"PNG"},
-    EnumName{ResizeFormat::jpeg, "jpeg", u"JPEG"},
+    EnumName{ResizeFormat::keepOriginal, "keepOriginal", TextSource("ImageResizerText", "Same as original")},
+    EnumName{ResizeFormat::png, "png", TextSource("ImageResizerText", "PNG")},
+    EnumName{ResizeFormat::jpeg, "jpeg", TextSource("ImageResizerText", "JPEG")},
 };
 constexpr const auto& enumNames(ResizeFormat)
 {

@@ -1,20 +1,22 @@
 #include "Capabilities/ImageResizer/ResizePreset.h"
 
+#include "Capabilities/ImageResizer/ImageResizerText.h"
+
 namespace orvane {
 
 QString shortLabel(ResizePreset preset)
 {
     switch (preset) {
     case ResizePreset::small:
-        return QStringLiteral("Small");
+        return ImageResizerText::tr("Small");
     case ResizePreset::medium:
-        return QStringLiteral("Medium");
+        return ImageResizerText::tr("Medium");
     case ResizePreset::large:
-        return QStringLiteral("Large");
+        return ImageResizerText::tr("Large");
     case ResizePreset::phone:
-        return QStringLiteral("Phone");
+        return ImageResizerText::tr("Phone");
     case ResizePreset::custom:
-        return QStringLiteral("Custom");
+        return ImageResizerText::tr("Custom");
     }
     return {};
 }

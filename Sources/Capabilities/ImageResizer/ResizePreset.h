@@ -10,11 +10,11 @@ namespace orvane {
 enum class ResizePreset { small, medium, large, phone, custom };
 
 inline constexpr std::array resizePresetNames{
-    EnumName{ResizePreset::small, "small", u"Small — 854 × 480"},
-    EnumName{ResizePreset::medium, "medium", u"Medium — 1366 × 768"},
-    EnumName{ResizePreset::large, "large", u"Large — 1920 × 1080"},
-    EnumName{ResizePreset::phone, "phone", u"Phone — 750 × 1334"},
-    EnumName{ResizePreset::custom, "custom", u"Custom"},
+    EnumName{ResizePreset::small, "small", TextSource("ImageResizerText", "Small — 854 × 480")},
+    EnumName{ResizePreset::medium, "medium", TextSource("ImageResizerText", "Medium — 1366 × 768")},
+    EnumName{ResizePreset::large, "large", TextSource("ImageResizerText", "Large — 1920 × 1080")},
+    EnumName{ResizePreset::phone, "phone", TextSource("ImageResizerText", "Phone — 750 × 1334")},
+    EnumName{ResizePreset::custom, "custom", TextSource("ImageResizerText", "Custom")},
 };
 constexpr const auto& enumNames(ResizePreset)
 {

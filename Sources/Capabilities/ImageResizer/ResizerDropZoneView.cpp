@@ -1,5 +1,6 @@
 #include "Capabilities/ImageResizer/ResizerDropZoneView.h"
 
+#include "Capabilities/ImageResizer/ImageResizerText.h"
 #include "Capabilities/ImageResizer/ResizerFileRowView.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
@@ -55,7 +56,7 @@ protected:
     }
 
 private:
-    static QString invitation() { return QStringLiteral("Drop images here"); }
+    static QString invitation() { return ImageResizerText::tr("Drop images here"); }
 
     void paintInvitation(QPainter& painter, const QColor& color)
     {

@@ -1,5 +1,6 @@
 #include "Capabilities/ImageResizer/ResizerFileRowView.h"
 
+#include "Capabilities/ImageResizer/ImageResizerText.h"
 #include "OrvaneKit/Theme/OrvaTheme.h"
 
 #include <QAbstractListModel>
@@ -53,7 +54,7 @@ public:
         case Qt::DisplayRole:
             return url.fileName();
         case Qt::ToolTipRole:
-            return QStringLiteral("Remove %1").arg(url.fileName());
+            return ImageResizerText::tr("Remove %1").arg(url.fileName());
         case Qt::DecorationRole:
             return picture(url);
         default:
@@ -106,7 +107,7 @@ private:
 ResizerFileRowView::ResizerFileRowView(std::shared_ptr<ResizerModel> model)
     : m_model(std::move(model)), m_files(new Files(m_model, devicePixelRatioF(), this))
 {
-    setAccessibleName(QStringLiteral("Images to resize"));
+    setAccessibleName(ImageResizerText::tr("Images to resize"));
     setModel(m_files);
     setFrameShape(QFrame::NoFrame);
     setViewMode(QListView::IconMode);

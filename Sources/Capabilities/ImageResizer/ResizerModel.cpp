@@ -1,5 +1,6 @@
 #include "Capabilities/ImageResizer/ResizerModel.h"
 
+#include "Capabilities/ImageResizer/ImageResizerText.h"
 #include "Platform/Platform.h"
 
 namespace orvane {
@@ -55,7 +56,7 @@ void ResizerModel::resizeAll()
     m_stop = {};
     const auto total = static_cast<int>(files.get().size());
     progress.set({0, total});
-    status.set(QStringLiteral("Resizing %1…").arg(total));
+    status.set(ImageResizerText::tr("Resizing %1…").arg(total));
     isWorking.set(true);
     const auto batch = std::make_shared<Batch>(Batch{files.get(), m_settings->options(), m_stop.get_token()});
     for (int lane = 0; lane < lanes; ++lane)
@@ -90,10 +91,11 @@ UnownedTask ResizerModel::work(std::weak_ptr<ResizerModel> weak, std::shared_ptr
 
 void ResizerModel::finish(int resized, int total)
 {
-    status.set(QStringLiteral("Resized %1 of %2 image%3 — saved next to the originals.")
-                   .arg(resized)
-                   .arg(total)
-                   .arg(total == 1 ? QString() : QStringLiteral("s")));
+    const QString text =
+        total == 1
+            ? ImageResizerText::tr("Resized %1 of %n image — saved next to the originals.", nullptr, total)
+            : ImageResizerText::tr("Resized %1 of %n images — saved next to the originals.", nullptr, total);
+    status.set(text.arg(resized));
     isWorking.set(false);
 }
 

@@ -1,5 +1,6 @@
 #include "Capabilities/ImageResizer/ResizerRows.h"
 
+#include "Capabilities/ImageResizer/ImageResizerText.h"
 #include "Capabilities/ImageResizer/ResizerNumberFieldView.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 
@@ -18,15 +19,18 @@ AnyView plainText(const QString& text)
 
 AnyView customSize(const std::shared_ptr<Settings>& settings)
 {
-    const auto field = [&settings](const char* prompt, const char* name, Setting<int> Settings::*value) {
-        return AnyView(ResizerNumberField{QString::fromLatin1(prompt), QString::fromLatin1(name),
-                                          bind(settings, value)});
+    const auto field = [&settings](const QString& prompt, const QString& name,
+                                   Setting<int> Settings::*value) {
+        return AnyView(ResizerNumberField{prompt, name, bind(settings, value)});
     };
-    return OrvaRow{.content = {OrvaRowLabel{QStringLiteral("Max size")}, OrvaSpacer{},
-                               field("W", "Maximum width in pixels", &Settings::customWidth),
-                               plainText(QStringLiteral("×")),
-                               field("H", "Maximum height in pixels", &Settings::customHeight),
-                               plainText(QStringLiteral("px"))}};
+    return OrvaRow{
+        .content = {OrvaRowLabel{ImageResizerText::tr("Max size")}, OrvaSpacer{},
+                    field(ImageResizerText::tr("W", "width"), ImageResizerText::tr("Maximum width in pixels"),
+                          &Settings::customWidth),
+                    plainText(QStringLiteral("×")),
+                    field(ImageResizerText::tr("H", "height"),
+                          ImageResizerText::tr("Maximum height in pixels"), &Settings::customHeight),
+                    plainText(ImageResizerText::tr("px", "pixels"))}};
 }
 
 } // namespace
@@ -34,24 +38,25 @@ AnyView customSize(const std::shared_ptr<Settings>& settings)
 QList<AnyView> ResizerRows::size(const std::shared_ptr<Settings>& settings)
 {
     const auto isCustom = [](ResizePreset preset) { return preset == ResizePreset::custom; };
-    return {pickerRow(settings, &Settings::preset, QStringLiteral("Preset")),
-            OrvaIf{live(settings, &Settings::preset, isCustom), customSize(settings)},
-            toggleRow(settings, &Settings::allowUpscale, QStringLiteral("Allow enlarging smaller images"))};
+    return {
+        pickerRow(settings, &Settings::preset, ImageResizerText::tr("Preset")),
+        OrvaIf{live(settings, &Settings::preset, isCustom), customSize(settings)},
+        toggleRow(settings, &Settings::allowUpscale, ImageResizerText::tr("Allow enlarging smaller images"))};
 }
 
 AnyView ResizerRows::format(const std::shared_ptr<Settings>& settings)
 {
-    return pickerRow(settings, &Settings::format, QStringLiteral("Save as"));
+    return pickerRow(settings, &Settings::format, ImageResizerText::tr("Save as"));
 }
 
 AnyView ResizerRows::quality(const std::shared_ptr<Settings>& settings)
 {
     const auto inPercent = [](double quality) {
-        return QStringLiteral("%1%").arg(std::lround(quality * 100));
+        return ImageResizerText::tr("%1%", "percent").arg(std::lround(quality * 100));
     };
     const auto isJpeg = [](ResizeFormat format) { return format == ResizeFormat::jpeg; };
     return OrvaIf{live(settings, &Settings::format, isJpeg),
-                  OrvaSliderRow{.title = QStringLiteral("JPEG quality"),
+                  OrvaSliderRow{.title = ImageResizerText::tr("JPEG quality"),
                                 .value = bind(settings, &Settings::quality),
                                 .range = {0.3, 1.0},
                                 .detail = live(settings, &Settings::quality, inPercent)}};

@@ -1,5 +1,6 @@
 #include "Capabilities/ImageResizer/ResizerView.h"
 
+#include "Capabilities/ImageResizer/ImageResizerText.h"
 #include "Capabilities/ImageResizer/ResizerModel.h"
 #include "Capabilities/ImageResizer/ResizerRows.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
@@ -34,9 +35,9 @@ Live<bool> canResize(const Model& model)
 
 QString resizeTitle(const QList<QUrl>& files)
 {
-    return QStringLiteral("Resize %1 Image%2")
-        .arg(files.size())
-        .arg(files.size() == 1 ? QString() : QStringLiteral("s"));
+    const int count = static_cast<int>(files.size());
+    return count == 1 ? ImageResizerText::tr("Resize %n Image", nullptr, count)
+                      : ImageResizerText::tr("Resize %n Images", nullptr, count);
 }
 
 AnyView statusLine(const Model& model)
@@ -52,7 +53,7 @@ AnyView statusLine(const Model& model)
 AnyView progressLine(const Model& model)
 {
     const auto count = [](const ResizerModel::Progress& progress) {
-        return QStringLiteral("%1 of %2").arg(progress.done).arg(progress.total);
+        return ImageResizerText::tr("%1 of %2").arg(progress.done).arg(progress.total);
     };
     const auto same = [](bool isWorking) { return isWorking; };
     return OrvaIf{live(model, &ResizerModel::isWorking, same),
@@ -61,14 +62,14 @@ AnyView progressLine(const Model& model)
                                       OrvaText{.text = live(model, &ResizerModel::progress, count),
                                                .font = OrvaFont::caption,
                                                .color = OrvaColor::secondary},
-                                      OrvaButton{.title = QStringLiteral("Cancel"),
+                                      OrvaButton{.title = ImageResizerText::tr("Cancel"),
                                                  .action = [model] { model->cancel(); }}}}};
 }
 
 AnyView buttonLine(const Model& model)
 {
     return OrvaBox{.spacing = 10,
-                   .content = {OrvaButton{.title = QStringLiteral("Clear"),
+                   .content = {OrvaButton{.title = ImageResizerText::tr("Clear"),
                                           .action = [model] { model->clear(); },
                                           .enabled = canResize(model)},
                                OrvaBoxPart::rest(1),
@@ -130,7 +131,7 @@ public:
     {
         setTextVisible(false);
         setFixedHeight(barHeight);
-        setAccessibleName(QStringLiteral("Resizing"));
+        setAccessibleName(ImageResizerText::tr("Resizing"));
         m_progress = model->progress.subscribe([this](const ResizerModel::Progress& progress) {
             setRange(0, std::max(progress.total, 1));
             setValue(progress.done);
@@ -148,10 +149,10 @@ AnyView ResizerView::page() const
     const auto& settings = model->settings();
     return OrvaPage{.content =
                         OrvaPane{{ResizerDropZone{model, targeted},
-                                  section(QStringLiteral("Resize to"),
+                                  section(ImageResizerText::tr("Resize to"),
                                           QStringLiteral("arrow.down.right.and.arrow.up.left"),
                                           ResizerRows::size(settings)),
-                                  section(QStringLiteral("Format"), QStringLiteral("photo"),
+                                  section(ImageResizerText::tr("Format"), QStringLiteral("photo"),
                                           {ResizerRows::format(settings), ResizerRows::quality(settings)})}}};
 }
 

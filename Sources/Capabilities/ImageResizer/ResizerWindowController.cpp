@@ -1,5 +1,6 @@
 #include "Capabilities/ImageResizer/ResizerWindowController.h"
 
+#include "Capabilities/ImageResizer/ImageResizerText.h"
 #include "Capabilities/ImageResizer/ResizerView.h"
 #include "Platform/Application.h"
 #include "Platform/Platform.h"
@@ -39,7 +40,7 @@ void ResizerWindowController::show()
 void ResizerWindowController::makeWindow()
 {
     m_window = std::make_unique<QWidget>();
-    m_window->setWindowTitle(QStringLiteral("Image Resizer"));
+    m_window->setWindowTitle(ImageResizerText::tr("Image Resizer"));
     m_window->setWindowIcon(QIcon(QStringLiteral(":/icons/net.lindenrow.orvane.svg")));
     m_window->setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                              Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);

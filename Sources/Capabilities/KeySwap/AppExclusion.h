@@ -13,8 +13,9 @@ enum class AppExclusionMode {
 };
 
 inline constexpr std::array appExclusionModeNames{
-    EnumName{AppExclusionMode::denylist, "denylist", u"Everywhere except these apps"},
-    EnumName{AppExclusionMode::allowlist, "allowlist", u"Only in these apps"},
+    EnumName{AppExclusionMode::denylist, "denylist",
+             TextSource("KeySwapText", "Everywhere except these apps")},
+    EnumName{AppExclusionMode::allowlist, "allowlist", TextSource("KeySwapText", "Only in these apps")},
 };
 constexpr const auto& enumNames(AppExclusionMode)
 {

@@ -1,6 +1,7 @@
 #include "Capabilities/KeySwap/KeySwapCapability.h"
 
 #include "Capabilities/KeySwap/KeySwapSettingsPane.h"
+#include "Capabilities/KeySwap/KeySwapText.h"
 
 namespace orvane {
 
@@ -8,8 +9,8 @@ const CapabilityMetadata& KeySwapCapability::metadata()
 {
     static const CapabilityMetadata metadata{
         .id = {QStringLiteral("net.lindenrow.orvane.keyswap")},
-        .displayName = QStringLiteral("Ctrl Shortcuts"),
-        .summary = QStringLiteral(
+        .displayName = KeySwapText::tr("Ctrl Shortcuts"),
+        .summary = KeySwapText::tr(
             "Use Windows-style Ctrl+C / Ctrl+V / Ctrl+Z everywhere — Orvane maps Ctrl to Cmd."),
         .symbolName = QStringLiteral("command"),
         .category = CapabilityCategory::input,
@@ -20,10 +21,10 @@ const CapabilityMetadata& KeySwapCapability::metadata()
 QList<PermissionRequirement> KeySwapCapability::permissionRequirements() const
 {
     return {{SystemPermission::inputMonitoring, PermissionRequirement::Level::required,
-             QStringLiteral("See and rewrite keyboard events to remap Ctrl to Cmd.")},
+             KeySwapText::tr("See and rewrite keyboard events to remap Ctrl to Cmd.")},
             {SystemPermission::accessibility, PermissionRequirement::Level::optional,
-             QStringLiteral("Some macOS versions require Accessibility to modify key events in secure "
-                            "fields.")}};
+             KeySwapText::tr("Some macOS versions require Accessibility to modify key events in secure "
+                             "fields.")}};
 }
 
 std::shared_ptr<KeySwapController> KeySwapCapability::makeController(const CapabilityContext& context)

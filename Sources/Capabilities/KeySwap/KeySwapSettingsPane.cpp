@@ -1,6 +1,7 @@
 #include "Capabilities/KeySwap/KeySwapSettingsPane.h"
 
 #include "Capabilities/KeySwap/ExcludedAppsRows.h"
+#include "Capabilities/KeySwap/KeySwapText.h"
 #include "OrvaneKit/Model/OrvaSettingRows.h"
 
 namespace orvane::KeySwapSettingsPane {
@@ -13,15 +14,16 @@ QString explanation(RemapMode mode)
     case RemapMode::off:
         break;
     case RemapMode::commonShortcuts:
-        return QStringLiteral("Ctrl with A, C, F, N, R, S, T, V, W, X or Z becomes the command of the app in "
-                              "front. Cmd stays Cmd, and every other key stays as it is.");
+        return KeySwapText::tr(
+            "Ctrl with A, C, F, N, R, S, T, V, W, X or Z becomes the command of the app in "
+            "front. Cmd stays Cmd, and every other key stays as it is.");
     case RemapMode::fullSwap:
-        return QStringLiteral(
+        return KeySwapText::tr(
             "Cmd (on many keyboards Super, the key with a logo) acts as Ctrl and Ctrl acts "
             "as Cmd: with every key, with a click and alone. Shortcuts with ⌘, Orvane's and "
             "the system's, are pressed with Ctrl, except in the apps left out below.");
     }
-    return QStringLiteral("Every key stays as it is.");
+    return KeySwapText::tr("Every key stays as it is.");
 }
 
 } // namespace
@@ -32,17 +34,17 @@ AnyView make(const std::shared_ptr<KeySwapSettings>& settings)
     const OrvaIf fullSwapWarning{
         live(settings, &Settings::mode, [](RemapMode mode) { return mode == RemapMode::fullSwap; }),
         OrvaCaptionRow{
-            QStringLiteral(
+            KeySwapText::tr(
                 "Full swap changes every Ctrl/Cmd shortcut — including system ones. Use with care."),
             QStringLiteral("exclamationmark.triangle.fill"), OrvaColor::orange}};
     return OrvaPane{{
-        section(QStringLiteral("Remapping"), QStringLiteral("command"),
-                {radioGroup(settings, &Settings::mode, QStringLiteral("Remapping")),
+        section(KeySwapText::tr("Remapping"), QStringLiteral("command"),
+                {radioGroup(settings, &Settings::mode, KeySwapText::tr("Remapping")),
                  OrvaCaptionRow{live(settings, &Settings::mode, explanation)}, fullSwapWarning}),
-        section(QStringLiteral("App Exclusions"), QStringLiteral("app.badge"),
-                {pickerRow(settings, &Settings::exclusionMode, QStringLiteral("Apply remapping")),
+        section(KeySwapText::tr("App Exclusions"), QStringLiteral("app.badge"),
+                {pickerRow(settings, &Settings::exclusionMode, KeySwapText::tr("Apply remapping")),
                  ExcludedAppsRows::list(settings), ExcludedAppsRows::add(settings)},
-                QStringLiteral("Terminals and IDEs are excluded by default so Ctrl+C keeps working there.")),
+                KeySwapText::tr("Terminals and IDEs are excluded by default so Ctrl+C keeps working there.")),
     }};
 }
 

@@ -21,10 +21,10 @@ enum class RemapMode {
 };
 
 inline constexpr std::array remapModeNames{
-    EnumName{RemapMode::off, "off", u"Off"},
+    EnumName{RemapMode::off, "off", TextSource("KeySwapText", "Off")},
     EnumName{RemapMode::commonShortcuts, "commonShortcuts",
-             u"Common shortcuts — ⌃C / ⌃V / ⌃X / ⌃Z / ⌃A become ⌘"},
-    EnumName{RemapMode::fullSwap, "fullSwap", u"Swap Ctrl and Cmd everywhere"},
+             TextSource("KeySwapText", "Common shortcuts — ⌃C / ⌃V / ⌃X / ⌃Z / ⌃A become ⌘")},
+    EnumName{RemapMode::fullSwap, "fullSwap", TextSource("KeySwapText", "Swap Ctrl and Cmd everywhere")},
 };
 constexpr const auto& enumNames(RemapMode)
 {

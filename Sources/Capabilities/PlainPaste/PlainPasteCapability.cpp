@@ -1,13 +1,14 @@
 #include "Capabilities/PlainPaste/PlainPasteCapability.h"
 
 #include "Capabilities/PlainPaste/PlainPasteSettingsPane.h"
+#include "Capabilities/PlainPaste/PlainPasteText.h"
 
 namespace orvane {
 
 namespace {
 
 const QString actionID = QStringLiteral("plainpaste.paste");
-const QString actionTitle = QStringLiteral("Paste as Plain Text");
+const QString actionTitle = PlainPasteText::tr("Paste as Plain Text");
 
 } // namespace
 
@@ -15,8 +16,8 @@ const CapabilityMetadata& PlainPasteCapability::metadata()
 {
     static const CapabilityMetadata metadata{
         .id = {QStringLiteral("net.lindenrow.orvane.plainpaste")},
-        .displayName = QStringLiteral("Paste as Plain Text"),
-        .summary = QStringLiteral(
+        .displayName = PlainPasteText::tr("Paste as Plain Text"),
+        .summary = PlainPasteText::tr(
             "A hotkey that pastes your clipboard with all fonts, colors, and styles stripped away."),
         .symbolName = QStringLiteral("doc.plaintext"),
         .category = CapabilityCategory::system,
@@ -26,8 +27,9 @@ const CapabilityMetadata& PlainPasteCapability::metadata()
 
 QList<PermissionRequirement> PlainPasteCapability::permissionRequirements() const
 {
-    return {{SystemPermission::accessibility, PermissionRequirement::Level::optional,
-             QStringLiteral("Paste the cleaned text automatically. Without it, the clipboard is cleaned and "
+    return {
+        {SystemPermission::accessibility, PermissionRequirement::Level::optional,
+         PlainPasteText::tr("Paste the cleaned text automatically. Without it, the clipboard is cleaned and "
                             "you press ⌘V.")}};
 }
 

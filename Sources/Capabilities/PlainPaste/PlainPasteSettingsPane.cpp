@@ -1,5 +1,6 @@
 #include "Capabilities/PlainPaste/PlainPasteSettingsPane.h"
 
+#include "Capabilities/PlainPaste/PlainPasteText.h"
 #include "OrvaneKit/Model/OrvaSettingRows.h"
 
 namespace orvane::PlainPasteSettingsPane {
@@ -7,13 +8,13 @@ namespace orvane::PlainPasteSettingsPane {
 AnyView make(const std::shared_ptr<PlainPasteSettings>& settings)
 {
     return OrvaPane{{
-        section(QStringLiteral("Behavior"), QStringLiteral("doc.plaintext"),
+        section(PlainPasteText::tr("Behavior"), QStringLiteral("doc.plaintext"),
                 {toggleRow(settings, &PlainPasteSettings::autoPaste,
-                           QStringLiteral("Paste automatically after stripping formatting"),
-                           QStringLiteral("Auto-paste needs Accessibility permission. When off, your "
-                                          "clipboard is cleaned and you press ⌘V yourself."))}),
-        OrvaCalloutText{
-            QStringLiteral("Assign a shortcut above (a common choice is ⇧⌘V) to paste clean text anywhere.")},
+                           PlainPasteText::tr("Paste automatically after stripping formatting"),
+                           PlainPasteText::tr("Auto-paste needs Accessibility permission. When off, your "
+                                              "clipboard is cleaned and you press ⌘V yourself."))}),
+        OrvaCalloutText{PlainPasteText::tr(
+            "Assign a shortcut above (a common choice is ⇧⌘V) to paste clean text anywhere.")},
     }};
 }
 

@@ -1,6 +1,7 @@
 #include "Capabilities/SnapZones/SnapZonesCapability.h"
 
 #include "Capabilities/SnapZones/SnapZonesSettingsPane.h"
+#include "Capabilities/SnapZones/SnapZonesText.h"
 
 namespace orvane {
 
@@ -8,9 +9,10 @@ const CapabilityMetadata& SnapZonesCapability::metadata()
 {
     static const CapabilityMetadata metadata{
         .id = {QStringLiteral("net.lindenrow.orvane.snapzones")},
-        .displayName = QStringLiteral("Snap Zones"),
-        .summary = QStringLiteral("Drag windows to the edges — or use shortcuts — to snap them into halves, "
-                                  "quarters, or fullscreen."),
+        .displayName = SnapZonesText::tr("Snap Zones"),
+        .summary =
+            SnapZonesText::tr("Drag windows to the edges — or use shortcuts — to snap them into halves, "
+                              "quarters, or fullscreen."),
         .symbolName = QStringLiteral("rectangle.split.2x2"),
         .category = CapabilityCategory::windowing,
     };
@@ -20,17 +22,18 @@ const CapabilityMetadata& SnapZonesCapability::metadata()
 QList<PermissionRequirement> SnapZonesCapability::permissionRequirements() const
 {
     return {{SystemPermission::accessibility, PermissionRequirement::Level::required,
-             QStringLiteral("Move and resize the windows of other apps.")}};
+             SnapZonesText::tr("Move and resize the windows of other apps.")}};
 }
 
 QList<HotkeyAction> SnapZonesCapability::hotkeyActions()
 {
     QList<HotkeyAction> actions;
     for (const SnapZone zone : allCases<SnapZone>()) {
-        actions.append({QStringLiteral("snapzones.") + rawValue(zone), QStringLiteral("Snap: ") + title(zone),
+        actions.append({QStringLiteral("snapzones.") + rawValue(zone),
+                        SnapZonesText::tr("Snap: %1").arg(title(zone)),
                         withController([zone](auto& controller) { controller.snap(zone); })});
     }
-    actions.append({QStringLiteral("snapzones.showLayouts"), QStringLiteral("Show Snap Layouts"),
+    actions.append({QStringLiteral("snapzones.showLayouts"), SnapZonesText::tr("Show Snap Layouts"),
                     withController(&SnapZonesController::showFlyout)});
     return actions;
 }
@@ -39,10 +42,10 @@ QList<MenuBarItem> SnapZonesCapability::menuBarContributions()
 {
     if (!controller())
         return {};
-    return {{QStringLiteral("snapzones.maximize"), QStringLiteral("Maximize Window"),
+    return {{QStringLiteral("snapzones.maximize"), SnapZonesText::tr("Maximize Window"),
              QStringLiteral("rectangle.fill"),
              withController([](auto& controller) { controller.snap(SnapZone::maximize); })},
-            {QStringLiteral("snapzones.layouts"), QStringLiteral("Snap Layouts…"),
+            {QStringLiteral("snapzones.layouts"), SnapZonesText::tr("Snap Layouts…"),
              QStringLiteral("rectangle.split.2x2"), withController(&SnapZonesController::showFlyout)}};
 }
 

@@ -1,7 +1,7 @@
 #include "KeyboardShortcuts/Recorder/RecorderAccessibleView.h"
 
+#include "KeyboardShortcuts/KeyboardShortcutsText.h"
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
-#include "KeyboardShortcuts/Recorder/RecorderStrings.h"
 #include "OrvaneKit/Theme/OrvaAccessible.h"
 
 #include <QAccessibleWidget>
@@ -23,7 +23,8 @@ public:
         case QAccessible::Description:
             return recorder().spokenValue();
         case QAccessible::Help:
-            return orvaneResourceBundle().localizedString(QStringLiteral("recorder_help"));
+            return KeyboardShortcutsText::tr("Press it to record: the next keys become the shortcut. Escape "
+                                             "leaves it as it is, Delete clears it.");
         default:
             return QAccessibleWidget::text(kind);
         }

@@ -1,6 +1,6 @@
 #include "KeyboardShortcuts/Recorder/RecorderAlertPanel.h"
 
-#include "KeyboardShortcuts/Recorder/RecorderStrings.h"
+#include "KeyboardShortcuts/KeyboardShortcutsText.h"
 #include "OrvaneKit/Controls/OrvaButtonView.h"
 #include "OrvaneKit/Controls/OrvaTextView.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
@@ -52,8 +52,7 @@ RecorderAlertPanel::RecorderAlertPanel(const QString& message, const QString& in
         Qt::AlignTop);
     head->addLayout(texts);
 
-    auto* dismiss = new OrvaButtonView(OrvaButton{
-        orvaneResourceBundle().localizedString(QStringLiteral("alert_dismiss")), [this] { accept(); }});
+    auto* dismiss = new OrvaButtonView(OrvaButton{KeyboardShortcutsText::tr("OK"), [this] { accept(); }});
     dismiss->setDefault(true);
 
     auto* lines = new QVBoxLayout(this);

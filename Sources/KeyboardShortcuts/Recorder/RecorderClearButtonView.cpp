@@ -1,6 +1,6 @@
 #include "KeyboardShortcuts/Recorder/RecorderClearButtonView.h"
 
-#include "KeyboardShortcuts/Recorder/RecorderStrings.h"
+#include "KeyboardShortcuts/KeyboardShortcutsText.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 
 #include <QMouseEvent>
@@ -18,7 +18,7 @@ RecorderClearButton::RecorderClearButton(QWidget* recorder) : OrvaThemed(recorde
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::ArrowCursor);
-    setAccessibleName(orvaneResourceBundle().localizedString(QStringLiteral("clear_shortcut")));
+    setAccessibleName(KeyboardShortcutsText::tr("Clear shortcut"));
     resize(sizeHint());
     hide();
 }

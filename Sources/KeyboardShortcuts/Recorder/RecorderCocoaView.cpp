@@ -1,12 +1,12 @@
 #include "KeyboardShortcuts/Recorder/RecorderCocoaView.h"
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
+#include "KeyboardShortcuts/KeyboardShortcutsText.h"
 #include "KeyboardShortcuts/Recorder/RecorderAccessibleView.h"
 #include "KeyboardShortcuts/Recorder/RecorderAlertPanel.h"
 #include "KeyboardShortcuts/Recorder/RecorderDecision.h"
 #include "KeyboardShortcuts/Recorder/RecorderRecordingView.h"
 #include "KeyboardShortcuts/Recorder/RecorderSpeech.h"
-#include "KeyboardShortcuts/Recorder/RecorderStrings.h"
 #include "Platform/InputSources.h"
 #include "Platform/Platform.h"
 #include "Platform/RunLoop.h"
@@ -23,12 +23,14 @@ namespace {
 using Deed = RecorderDecision::Deed;
 using Disposition = EventMonitors::Disposition;
 
-constexpr QLatin1String recordShortcut("record_shortcut");
-constexpr QLatin1String pressShortcut("press_shortcut");
-
-QString localized(QLatin1String key)
+QString recordShortcut()
 {
-    return orvaneResourceBundle().localizedString(key);
+    return KeyboardShortcutsText::tr("Record shortcut");
+}
+
+QString pressShortcut()
+{
+    return KeyboardShortcutsText::tr("Press keys…");
 }
 
 /// True for focus that comes back with the window or from a closed menu: the user didn't choose the control.
@@ -41,7 +43,7 @@ bool isAutomatic(Qt::FocusReason reason)
 } // namespace
 
 RecorderCocoa::RecorderCocoa(Name name, RecorderChange onChange, const QString& accessibleName)
-    : RecorderField({localized(recordShortcut), localized(pressShortcut)}),
+    : RecorderField({recordShortcut(), pressShortcut()}),
       m_shortcutName(std::move(name)),
       m_onChange(std::move(onChange))
 {
@@ -49,7 +51,7 @@ RecorderCocoa::RecorderCocoa(Name name, RecorderChange onChange, const QString& 
     setAttribute(Qt::WA_InputMethodEnabled, false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(accessibleName.isEmpty() ? localized(QLatin1String("recorder")) : accessibleName);
+    setAccessibleName(accessibleName.isEmpty() ? KeyboardShortcutsText::tr("Shortcut") : accessibleName);
     refreshStringValue();
     connect(&cancelButton(), &QAbstractButton::clicked, this, [this] {
         setStringValue(std::nullopt);
@@ -142,7 +144,7 @@ void RecorderCocoa::becomeFirstResponder()
         *this, [this](const EventMonitors::MonitoredEvent& event) { return handle(event); },
         [this](const Shortcut& shortcut) { hotKeyPressed(shortcut); });
     window()->installEventFilter(this);
-    setPlaceholder(localized(pressShortcut));
+    setPlaceholder(pressShortcut());
     setHighlight(Highlight::ring);
     announceValue();
 }
@@ -152,7 +154,7 @@ void RecorderCocoa::endRecording()
     if (!m_recording)
         return;
     m_recording.reset();
-    setPlaceholder(localized(recordShortcut));
+    setPlaceholder(recordShortcut());
     setHighlight(Highlight::none);
     announceValue();
 }
@@ -190,13 +192,15 @@ Disposition RecorderCocoa::handle(const EventMonitors::MonitoredEvent& event)
         break;
     case Deed::refuseForMenuItem:
         keepUntilLetGo(event.event.keycode);
-        alert(localized(QLatin1String("keyboard_shortcut_used_by_menu_item")).arg(decision.menuItemTitle),
+        alert(KeyboardShortcutsText::tr("The menu item “%1” already has this shortcut.")
+                  .arg(decision.menuItemTitle),
               {});
         break;
     case Deed::refuseForSystem:
         keepUntilLetGo(event.event.keycode);
-        alert(localized(QLatin1String("keyboard_shortcut_used_by_system")),
-              localized(QLatin1String("keyboard_shortcuts_can_be_changed")));
+        alert(KeyboardShortcutsText::tr("The desktop already uses this shortcut."),
+              KeyboardShortcutsText::tr(
+                  "Choose another one here, or change the desktop’s in its keyboard settings."));
         break;
     case Deed::accept:
         keepUntilLetGo(event.event.keycode);

@@ -1,6 +1,8 @@
 #include "KeyboardShortcuts/Recorder/RecorderSpeech.h"
 
+#include "KeyboardShortcuts/KeyboardShortcutsText.h"
 #include "KeyboardShortcuts/Shortcut/Key.h"
+#include "OrvaneCore/Base/TextSource.h"
 #include "Platform/EventFlags.h"
 
 #include <QStringList>
@@ -13,71 +15,72 @@ namespace {
 
 struct SpokenKey {
     Key key;
-    QLatin1String text;
+    TextSource text;
 };
 
 constexpr std::array spokenKeys = {
-    SpokenKey{Key::return_, QLatin1String("key_return")},
-    SpokenKey{Key::delete_, QLatin1String("key_delete")},
-    SpokenKey{Key::deleteForward, QLatin1String("key_delete_forward")},
-    SpokenKey{Key::end, QLatin1String("key_end")},
-    SpokenKey{Key::escape, QLatin1String("key_escape")},
-    SpokenKey{Key::help, QLatin1String("key_help")},
-    SpokenKey{Key::home, QLatin1String("key_home")},
-    SpokenKey{Key::space, QLatin1String("key_space")},
-    SpokenKey{Key::tab, QLatin1String("key_tab")},
-    SpokenKey{Key::pageUp, QLatin1String("key_page_up")},
-    SpokenKey{Key::pageDown, QLatin1String("key_page_down")},
-    SpokenKey{Key::upArrow, QLatin1String("key_up")},
-    SpokenKey{Key::rightArrow, QLatin1String("key_right")},
-    SpokenKey{Key::downArrow, QLatin1String("key_down")},
-    SpokenKey{Key::leftArrow, QLatin1String("key_left")},
-    SpokenKey{Key::keypadClear, QLatin1String("key_clear")},
-    SpokenKey{Key::keypadEnter, QLatin1String("key_enter")},
+    SpokenKey{Key::return_, TextSource("KeyboardShortcutsText", "Return")},
+    SpokenKey{Key::delete_, TextSource("KeyboardShortcutsText", "Delete")},
+    SpokenKey{Key::deleteForward, TextSource("KeyboardShortcutsText", "Forward Delete")},
+    SpokenKey{Key::end, TextSource("KeyboardShortcutsText", "End")},
+    SpokenKey{Key::escape, TextSource("KeyboardShortcutsText", "Escape")},
+    SpokenKey{Key::help, TextSource("KeyboardShortcutsText", "Help")},
+    SpokenKey{Key::home, TextSource("KeyboardShortcutsText", "Home")},
+    SpokenKey{Key::space, TextSource("KeyboardShortcutsText", "Space")},
+    SpokenKey{Key::tab, TextSource("KeyboardShortcutsText", "Tab")},
+    SpokenKey{Key::pageUp, TextSource("KeyboardShortcutsText", "Page Up")},
+    SpokenKey{Key::pageDown, TextSource("KeyboardShortcutsText", "Page Down")},
+    SpokenKey{Key::upArrow, TextSource("KeyboardShortcutsText", "Up")},
+    SpokenKey{Key::rightArrow, TextSource("KeyboardShortcutsText", "Right")},
+    SpokenKey{Key::downArrow, TextSource("KeyboardShortcutsText", "Down")},
+    SpokenKey{Key::leftArrow, TextSource("KeyboardShortcutsText", "Left")},
+    SpokenKey{Key::keypadClear, TextSource("KeyboardShortcutsText", "Clear")},
+    SpokenKey{Key::keypadEnter, TextSource("KeyboardShortcutsText", "Enter")},
 };
 
 struct SpokenModifier {
     EventFlags flag;
-    QLatin1String text;
+    TextSource text;
 };
 
 // The modifiers are in the order in which they are written.
 constexpr std::array spokenModifiers = {
-    SpokenModifier{eventFlag::control, QLatin1String("spoken_control")},
-    SpokenModifier{eventFlag::option, QLatin1String("spoken_option")},
-    SpokenModifier{eventFlag::shift, QLatin1String("spoken_shift")},
-    SpokenModifier{eventFlag::command, QLatin1String("spoken_command")},
+    SpokenModifier{eventFlag::control, TextSource("KeyboardShortcutsText", "Control")},
+    SpokenModifier{eventFlag::option, TextSource("KeyboardShortcutsText", "Option")},
+    SpokenModifier{eventFlag::shift, TextSource("KeyboardShortcutsText", "Shift")},
+    SpokenModifier{eventFlag::command, TextSource("KeyboardShortcutsText", "Command")},
 };
 
+// A digit of the keypad is printed in a keycap.
 constexpr QChar enclosingKeycap = u'\u20E3';
 
-QString spokenKey(const Shortcut& shortcut, const ResourceBundle& texts)
+QString spokenKey(const Shortcut& shortcut)
 {
     if (const auto name = shortcut.keyName())
         return *name;
-    QString printed = Shortcut(shortcut.carbonKeyCode, 0).description();
+    QString printed = shortcut.printedKey().value_or(QString());
     const bool onKeypad = printed.endsWith(enclosingKeycap);
     if (onKeypad)
         printed.chop(1);
-    else if (printed == QStringLiteral("\uFFFD"))
-        return texts.localizedString(QStringLiteral("spoken_unknown")).arg(shortcut.carbonKeyCode);
+    else if (printed.isEmpty())
+        return KeyboardShortcutsText::tr("Key %1").arg(shortcut.carbonKeyCode);
     for (const SpokenKey& key : spokenKeys) {
         if (rawValue(key.key) == shortcut.carbonKeyCode)
-            printed = texts.localizedString(key.text);
+            printed = key.text.translated();
     }
-    return onKeypad ? texts.localizedString(QStringLiteral("spoken_keypad")).arg(printed) : printed;
+    return onKeypad ? KeyboardShortcutsText::tr("Keypad %1").arg(printed) : printed;
 }
 
 } // namespace
 
-QString spokenDescription(const Shortcut& shortcut, const ResourceBundle& texts)
+QString spokenDescription(const Shortcut& shortcut)
 {
     QStringList words;
     for (const SpokenModifier& modifier : spokenModifiers) {
         if ((shortcut.modifiers() & modifier.flag) != 0)
-            words.append(texts.localizedString(modifier.text));
+            words.append(modifier.text.translated());
     }
-    words.append(spokenKey(shortcut, texts));
+    words.append(spokenKey(shortcut));
     return words.join(u' ');
 }
 

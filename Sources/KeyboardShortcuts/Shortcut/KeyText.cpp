@@ -1,7 +1,9 @@
 #include "KeyboardShortcuts/Shortcut/KeyText.h"
 
 #include "KeyboardShortcuts/Shortcut/Key.h"
+#include "OrvaneCore/Base/TextSource.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 #include <QTextBoundaryFinder>
@@ -74,6 +76,18 @@ constexpr std::array characters{
     Row{Key::keypadPlus, u"+\u20E3"},
 };
 
+// The texts for which a desktop may have a word; the others are what the keys print.
+constexpr std::array worded{
+    TextSource("KeyText", "↩"), TextSource("KeyText", "⌫"),     TextSource("KeyText", "⌦"),
+    TextSource("KeyText", "↘"), TextSource("KeyText", "⎋"),     TextSource("KeyText", "?⃝"),
+    TextSource("KeyText", "↖"), TextSource("KeyText", "Space"), TextSource("KeyText", "⇥"),
+    TextSource("KeyText", "⇞"), TextSource("KeyText", "⇟"),     TextSource("KeyText", "↑"),
+    TextSource("KeyText", "→"), TextSource("KeyText", "↓"),     TextSource("KeyText", "←"),
+    TextSource("KeyText", "☒"),
+};
+
+constexpr QChar enclosingKeycap = u'\u20E3';
+
 // The characters of the function keys are the private ones that menus know.
 constexpr std::array keyEquivalents{
     Row{Key::space, u" "},    Row{Key::f1, u"\uF704"},  Row{Key::f2, u"\uF705"},  Row{Key::f3, u"\uF706"},
@@ -104,6 +118,18 @@ std::optional<QStringView> keyToCharacterMapping(std::int64_t keyCode)
 std::optional<QStringView> keyToKeyEquivalentString(std::int64_t keyCode)
 {
     return find(keyEquivalents, keyCode);
+}
+
+QString wordForKey(const QString& text)
+{
+    if (text.size() > 1 && text.endsWith(enclosingKeycap))
+        return QCoreApplication::translate("KeyText", "%1⃣", "a key of the keypad")
+            .arg(wordForKey(text.chopped(1)));
+    for (const TextSource& word : worded) {
+        if (text == word.source())
+            return word.translated();
+    }
+    return text;
 }
 
 QString capitalized(QStringView text)

@@ -13,6 +13,10 @@ namespace orvane::KeyboardShortcuts {
 /// prints.
 std::optional<QStringView> keyToCharacterMapping(std::int64_t keyCode);
 
+/// Returns the word that this desktop has for a key with the given text, in the language of the user; the
+/// text itself where it has none.
+QString wordForKey(const QString& text);
+
 /// Returns the one character that stands for the key in a menu's key equivalent, where its text is longer
 /// than that.
 std::optional<QStringView> keyToKeyEquivalentString(std::int64_t keyCode);

@@ -1,6 +1,9 @@
 #include "KeyboardShortcuts/Shortcut/ModifierFlags.h"
 
+#include "OrvaneCore/Base/TextSource.h"
 #include "Platform/HotKeys.h"
+
+#include <QCoreApplication>
 
 #include <array>
 
@@ -11,16 +14,16 @@ namespace {
 struct Row {
     EventFlags flag;
     std::int64_t carbon; // 0 where that encoding has none
-    QStringView symbol;
+    TextSource text;
 };
 
 constexpr std::array rows{
-    Row{eventFlag::control, carbonModifier::control, u"⌃"},
-    Row{eventFlag::option, carbonModifier::option, u"⌥"},
-    Row{eventFlag::shift, carbonModifier::shift, u"⇧"},
-    Row{eventFlag::command, carbonModifier::command, u"⌘"},
-    Row{eventFlag::secondaryFn, 0, u"\U0001F310\uFE0E"},
+    Row{eventFlag::control, carbonModifier::control, TextSource("KeyText", "⌃")},
+    Row{eventFlag::option, carbonModifier::option, TextSource("KeyText", "⌥")},
+    Row{eventFlag::shift, carbonModifier::shift, TextSource("KeyText", "⇧")},
+    Row{eventFlag::command, carbonModifier::command, TextSource("KeyText", "⌘")},
 };
+constexpr Row function{eventFlag::secondaryFn, 0, TextSource("KeyText", "🌐︎")};
 
 } // namespace
 
@@ -46,12 +49,18 @@ EventFlags toEventFlags(std::int64_t carbonModifiers)
 
 QString description(EventFlags flags)
 {
-    QString symbols;
-    for (const Row& row : rows) {
-        if ((flags & row.flag) != 0)
-            symbols += row.symbol;
+    const QString order = QCoreApplication::translate(
+        "KeyText", "⌃⌥⇧⌘", "These four in the order in which a shortcut is written");
+    QString text;
+    for (const QChar symbol : order) {
+        for (const Row& row : rows) {
+            if ((flags & row.flag) != 0 && row.text.source() == symbol)
+                text += row.text.translated();
+        }
     }
-    return symbols;
+    if ((flags & function.flag) != 0)
+        text += function.text.translated();
+    return text;
 }
 
 } // namespace orvane::KeyboardShortcuts

@@ -69,13 +69,19 @@ std::optional<QString> Shortcut::keyName() const
     return platform().inputSources.keyName(carbonKeyCode);
 }
 
+std::optional<QString> Shortcut::printedKey() const
+{
+    const auto character = keyToCharacter();
+    return character ? std::optional(capitalized(*character)) : std::nullopt;
+}
+
 QString Shortcut::description() const
 {
+    const QString flags = KeyboardShortcuts::description(modifiers());
     if (const auto name = keyName())
-        return KeyboardShortcuts::description(modifiers()) + *name;
-    const auto character = keyToCharacter();
-    return KeyboardShortcuts::description(modifiers()) +
-           (character ? capitalized(*character) : QStringLiteral("\uFFFD"));
+        return flags + *name;
+    const auto printed = printedKey();
+    return flags + (printed ? wordForKey(*printed) : QStringLiteral("\uFFFD"));
 }
 
 QString Shortcut::keyEquivalent() const

@@ -40,7 +40,11 @@ struct Shortcut {
     /// Returns the name of a key that this system calls otherwise than its code says, or that has no virtual
     /// code.
     [[nodiscard]] std::optional<QString> keyName() const;
-    /// Returns a text such as "⌃⌥Space"; it ends in U+FFFD for a key that prints nothing and has no name.
+    /// Returns what the key prints, or the symbol that stands for it, in no language; nothing for a key that
+    /// prints nothing or has a name.
+    [[nodiscard]] std::optional<QString> printedKey() const;
+    /// Returns the text that a person reads, such as "⌃⌥Space", in the words and the order of this desktop;
+    /// it ends in U+FFFD for a key that prints nothing and has no name.
     [[nodiscard]] QString description() const;
     /// Returns the character that a menu item with this shortcut has, or an empty text where there is none.
     [[nodiscard]] QString keyEquivalent() const;

@@ -1,5 +1,6 @@
 #include "Orvane/Brand/OrvaneBrand.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Menus/MenuBarIcon.h"
 #include "OrvaneKit/Theme/OrvaTheme.h"
 #include "Platform/Platform.h"
@@ -31,6 +32,11 @@ QFont wordmarkFont(double size)
 }
 
 } // namespace
+
+QString OrvaneBrand::tagline()
+{
+    return ShellText::tr("Small tools for the way you already work.");
+}
 
 QColor OrvaneBrand::WordmarkColors::tail() const
 {

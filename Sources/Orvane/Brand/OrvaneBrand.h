@@ -24,7 +24,7 @@ inline const QColor accent = QColor::fromRgbF(0.22f, 0.51f, 1.0f);
 /// The product's word, in the two parts that look different in the wordmark.
 inline const QString wordHead = QStringLiteral("Or");
 inline const QString wordTail = QStringLiteral("vane");
-inline const QString tagline = QStringLiteral("Small tools for the way you already work.");
+QString tagline();
 
 /// The site's name as it is shown.
 inline const QString siteName = QStringLiteral("orvane.example");

@@ -1,5 +1,6 @@
 #include "Orvane/Home/CapabilityDetailView.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/CapabilityToggle.h"
 #include "Orvane/Home/HomeNavigation.h"
 #include "Orvane/Navigation/OrvaNavigation.h"
@@ -22,7 +23,7 @@ constexpr double titledChipGap = 8;
 /// Panes speak of the section by this name.
 AnyView underHeading(const AnyView& chips)
 {
-    const OrvaInset heading{orvaRingMargin, OrvaText{QStringLiteral("Keyboard Shortcuts"),
+    const OrvaInset heading{orvaRingMargin, OrvaText{ShellText::tr("Keyboard Shortcuts"),
                                                      OrvaFont::smallCaptionSemibold, OrvaColor::secondary}};
     return OrvaVStack{chipGap, {heading, chips}};
 }
@@ -56,7 +57,7 @@ AnyView page(const CapabilityDetailView& view)
                                  .title = metadata.displayName,
                                  .subtitle = metadata.summary,
                                  .autoStart = view.autoStart(),
-                                 .autoStartTitle = QStringLiteral("Auto-start at launch"),
+                                 .autoStartTitle = ShellText::tr("Auto-start at launch"),
                                  .accessory = hotkeyChips(actions),
                                  .accessoryPlace = OrvaPageHeader::AccessoryPlace::below,
                                  .trailing = CapabilityToggle::make(id, view.registry)},

@@ -2,6 +2,7 @@
 
 #include "KeyboardShortcuts/Recorder/Recorder.h"
 #include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/HomeNavigation.h"
 #include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Permissions/OrvaPermissionRow.h"
@@ -35,9 +36,9 @@ Binding<bool> preference(const std::shared_ptr<AppPreferences>& preferences,
 
 AnyView startupSection(const std::shared_ptr<AppPreferences>& preferences)
 {
-    return OrvaSection{.title = QStringLiteral("Startup"),
+    return OrvaSection{.title = ShellText::tr("Startup"),
                        .systemImage = QStringLiteral("power"),
-                       .content = {OrvaToggleRow(QStringLiteral("Launch Orvane at login"),
+                       .content = {OrvaToggleRow(ShellText::tr("Launch Orvane at login"),
                                                  preference(preferences, &AppPreferences::launchAtLogin,
                                                             &AppPreferences::setLaunchAtLogin))}};
 }
@@ -45,15 +46,15 @@ AnyView startupSection(const std::shared_ptr<AppPreferences>& preferences)
 AnyView menuBarSection(const std::shared_ptr<AppPreferences>& preferences)
 {
     return OrvaSection{
-        .title = QStringLiteral("Menu Bar & Dock"),
+        .title = ShellText::tr("Menu Bar & Dock"),
         .systemImage = QStringLiteral("menubar.rectangle"),
-        .footnote = QStringLiteral(
+        .footnote = ShellText::tr(
             "Orvane is menu-bar-first. With the Dock icon hidden it runs quietly in the menu bar — use the "
             "Open Orvane shortcut below to reach this window anytime."),
-        .content = {OrvaToggleRow(QStringLiteral("Show menu bar icon"),
+        .content = {OrvaToggleRow(ShellText::tr("Show menu bar icon"),
                                   preference(preferences, &AppPreferences::showMenuBarItem,
                                              &AppPreferences::setShowMenuBarItem)),
-                    OrvaToggleRow(QStringLiteral("Show Dock icon"),
+                    OrvaToggleRow(ShellText::tr("Show Dock icon"),
                                   preference(preferences, &AppPreferences::showDockIcon,
                                              &AppPreferences::setShowDockIcon))}};
 }
@@ -71,9 +72,9 @@ AnyView permissionsSection(const GeneralSettingsView& view)
     return OrvaAnchor{
         GeneralSettingsView::permissionsAnchor(),
         OrvaSection{
-            .title = QStringLiteral("Permissions"),
+            .title = ShellText::tr("Permissions"),
             .systemImage = QStringLiteral("lock.shield"),
-            .footnote = QStringLiteral(
+            .footnote = ShellText::tr(
                 "Orvane only needs a permission for the features you turn on, and asks for it then. You can "
                 "grant or revoke any of them here or in System Settings."),
             .content = rows}};
@@ -82,9 +83,9 @@ AnyView permissionsSection(const GeneralSettingsView& view)
 AnyView shortcutsSection()
 {
     return OrvaSection{
-        .title = QStringLiteral("Keyboard Shortcuts"),
+        .title = ShellText::tr("Keyboard Shortcuts"),
         .systemImage = QStringLiteral("keyboard"),
-        .content = {KeyboardShortcuts::Recorder(QStringLiteral("Open Orvane"),
+        .content = {KeyboardShortcuts::Recorder(ShellText::tr("Open Orvane"),
                                                 KeyboardShortcuts::Name(QStringLiteral("app.openOrvane")))}};
 }
 
@@ -107,22 +108,17 @@ AnyView aboutSection()
                    {AppIconBadge{aboutIcon},
                     OrvaVStack{aboutLineGap,
                                {OrvaneWordmark{aboutWordmark},
-                                OrvaText{QStringLiteral("Version %1").arg(version()), OrvaFont::caption,
+                                OrvaText{ShellText::tr("Version %1").arg(version()), OrvaFont::caption,
                                          OrvaColor::secondary},
-                                OrvaText{OrvaneBrand::tagline, OrvaFont::caption, OrvaColor::secondary}}}}};
+                                OrvaText{OrvaneBrand::tagline(), OrvaFont::caption, OrvaColor::secondary}}}}};
     return OrvaSection{
-        .title = QStringLiteral("About"),
+        .title = ShellText::tr("About"),
         .systemImage = QStringLiteral("info.circle"),
         .content = {OrvaRow{.content = {product}},
-                    OrvaRow{.content = {webLink(QStringLiteral("Website"), OrvaneBrand::websiteURL),
-                                        webLink(QStringLiteral("Privacy"), OrvaneBrand::privacyURL),
-                                        webLink(QStringLiteral("Support"), OrvaneBrand::supportURL)}},
-                    OrvaValueRow{QStringLiteral("Built by"), QStringLiteral("Lindenrow")}}};
-}
-
-QString joined(const QString& lead, const QStringList& names)
-{
-    return lead + names.join(QStringLiteral(", "));
+                    OrvaRow{.content = {webLink(ShellText::tr("Website"), OrvaneBrand::websiteURL),
+                                        webLink(ShellText::tr("Privacy"), OrvaneBrand::privacyURL),
+                                        webLink(ShellText::tr("Support"), OrvaneBrand::supportURL)}},
+                    OrvaValueRow{ShellText::tr("Built by"), QStringLiteral("Lindenrow")}}};
 }
 
 } // namespace
@@ -141,9 +137,9 @@ QString GeneralSettingsView::usageText(SystemPermission permission,
     }
     QStringList parts;
     if (!required.isEmpty())
-        parts.append(joined(QStringLiteral("Required by "), required));
+        parts.append(ShellText::tr("Required by %1").arg(required.join(QStringLiteral(", "))));
     if (!optional.isEmpty())
-        parts.append(joined(QStringLiteral("Optional for "), optional));
+        parts.append(ShellText::tr("Optional for %1").arg(optional.join(QStringLiteral(", "))));
     return parts.isEmpty() ? explanation(permission) : parts.join(QStringLiteral(" · "));
 }
 
@@ -161,8 +157,8 @@ AnyView GeneralSettingsView::body() const
     const OrvaPage page{
         .header = OrvaPageHeader{.symbol = QStringLiteral("gearshape"),
                                  .accent = OrvaColor::secondary,
-                                 .title = QStringLiteral("General"),
-                                 .subtitle = QStringLiteral("App-wide settings, permissions, and about.")},
+                                 .title = ShellText::tr("General"),
+                                 .subtitle = ShellText::tr("App-wide settings, permissions, and about.")},
         .content = OrvaPane{sections}};
     return OrvaTicker{tick, refresh, refresh, OrvaScrollReader{requests, permissionsAnchor(), page}};
 }

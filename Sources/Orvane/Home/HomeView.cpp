@@ -1,6 +1,7 @@
 #include "Orvane/Home/HomeView.h"
 
 #include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/CapabilityDetailView.h"
 #include "Orvane/Home/GeneralSettingsView.h"
 #include "Orvane/Home/StatusDot.h"
@@ -51,7 +52,7 @@ QList<OrvaSidebarSection> HomeView::sidebarSections() const
 {
     QList<OrvaSidebarSection> sections{{.title = {},
                                         .rows = {{.tag = generalTag,
-                                                  .title = QStringLiteral("General"),
+                                                  .title = ShellText::tr("General"),
                                                   .systemImage = QStringLiteral("gearshape"),
                                                   .tileColor = OrvaColor::secondary}}}};
     for (const CapabilityCategory category : groupedCategories(registry->entries())) {
@@ -94,7 +95,7 @@ AnyView HomeView::body() const
     return OrvaSplit{.minimumWidth = sidebarMinimumWidth,
                      .idealWidth = sidebarIdealWidth,
                      .header = OrvaneWordmark{wordmarkSize},
-                     .sidebar = OrvaSidebar{QStringLiteral("Features"), selected, sections},
+                     .sidebar = OrvaSidebar{ShellText::tr("Features"), selected, sections},
                      .detail = OrvaKeyed{Live<QString>(shownTag, {selection}),
                                          [view = *this](const QString&) { return view.detail(); }}};
 }

@@ -1,5 +1,7 @@
 #include "Orvane/Menus/MainMenu.h"
 
+#include "Orvane/Brand/ShellText.h"
+#include "OrvaneCore/Base/TextSource.h"
 #include "Platform/Application.h"
 #include "Platform/Platform.h"
 
@@ -12,33 +14,33 @@ namespace orvane {
 
 namespace {
 
-/// A row without a title is a separator.
+/// A row without a selector is a separator.
 struct Row {
-    QStringView title = {};
+    TextSource title = {};
     QStringView selector = {};
     QStringView keyEquivalent = {};
 };
 
 constexpr Row aboutRows[] = {
-    {u"About Orvane", u"orderFrontStandardAboutPanel:"},
+    {TextSource("ShellText", "About Orvane"), u"orderFrontStandardAboutPanel:"},
     {},
 };
 constexpr Row endRows[] = {
-    {u"Hide Orvane", u"hide:", u"h"},
-    {u"Quit Orvane", u"terminate:", u"q"},
+    {TextSource("ShellText", "Hide Orvane"), u"hide:", u"h"},
+    {TextSource("ShellText", "Quit Orvane"), u"terminate:", u"q"},
 };
 constexpr Row editRows[] = {
-    {u"Undo", u"undo:", u"z"},
-    {u"Redo", u"redo:", u"Z"},
+    {TextSource("ShellText", "Undo"), u"undo:", u"z"},
+    {TextSource("ShellText", "Redo"), u"redo:", u"Z"},
     {},
-    {u"Cut", u"cut:", u"x"},
-    {u"Copy", u"copy:", u"c"},
-    {u"Paste", u"paste:", u"v"},
-    {u"Select All", u"selectAll:", u"a"},
+    {TextSource("ShellText", "Cut"), u"cut:", u"x"},
+    {TextSource("ShellText", "Copy"), u"copy:", u"c"},
+    {TextSource("ShellText", "Paste"), u"paste:", u"v"},
+    {TextSource("ShellText", "Select All"), u"selectAll:", u"a"},
 };
 constexpr Row windowRows[] = {
-    {u"Minimize", u"performMiniaturize:", u"m"},
-    {u"Close", u"performClose:", u"w"},
+    {TextSource("ShellText", "Minimize"), u"performMiniaturize:", u"m"},
+    {TextSource("ShellText", "Close"), u"performClose:", u"w"},
 };
 
 QList<MenuItem> items(std::span<const Row> rows)
@@ -46,8 +48,8 @@ QList<MenuItem> items(std::span<const Row> rows)
     QList<MenuItem> items;
     for (const Row& row : rows) {
         MenuItem item;
-        item.kind = row.title.isEmpty() ? MenuItem::Kind::separator : MenuItem::Kind::item;
-        item.title = row.title.toString();
+        item.kind = row.selector.isEmpty() ? MenuItem::Kind::separator : MenuItem::Kind::item;
+        item.title = row.title.translated();
         item.selector = row.selector.toString();
         item.keyEquivalent = row.keyEquivalent.toString();
         items.append(item);
@@ -60,7 +62,7 @@ QList<MenuItem> applicationItems(MenuItem::Action checkForUpdates)
     QList<MenuItem> all = items(aboutRows);
     if (checkForUpdates) {
         MenuItem check;
-        check.title = QStringLiteral("Check for Updates…");
+        check.title = ShellText::tr("Check for Updates…");
         check.action = std::move(checkForUpdates);
         all << check << MenuItem::separator();
     }
@@ -81,8 +83,8 @@ std::shared_ptr<Menu> MainMenu::build(MenuItem::Action checkForUpdates)
 {
     auto bar = std::make_shared<Menu>();
     bar->items = {menu(QStringLiteral("Orvane"), applicationItems(std::move(checkForUpdates))),
-                  menu(QStringLiteral("Edit"), items(editRows)),
-                  menu(QStringLiteral("Window"), items(windowRows))};
+                  menu(ShellText::tr("Edit"), items(editRows)),
+                  menu(ShellText::tr("Window"), items(windowRows))};
     platform().application.setWindowsMenu(bar->items.last().submenu);
     return bar;
 }

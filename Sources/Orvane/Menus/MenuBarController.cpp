@@ -1,6 +1,7 @@
 #include "Orvane/Menus/MenuBarController.h"
 
 #include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/HomeWindowController.h"
 #include "Orvane/Launch/AppEnvironment.h"
 #include "Orvane/Menus/ActionBox.h"
@@ -83,18 +84,18 @@ Menu MenuBarController::menuNeedsUpdate()
         menu.items.append(capabilityItem(entry));
     if (active.isEmpty()) {
         MenuItem none;
-        none.title = QStringLiteral("No capabilities are on");
+        none.title = ShellText::tr("No capabilities are on");
         none.enabled = false;
         menu.items.append(none);
-        menu.items.append(actionItem(QStringLiteral("Turn features on…"), QStringLiteral("switch.2"),
+        menu.items.append(actionItem(ShellText::tr("Turn features on…"), QStringLiteral("switch.2"),
                                      &MenuBarController::openHome));
     }
 
     menu.items.append(MenuItem::separator());
-    menu.items.append(actionItem(QStringLiteral("Open Orvane…"), QStringLiteral("macwindow"),
-                                 &MenuBarController::openHome));
     menu.items.append(
-        actionItem(QStringLiteral("Quit Orvane"), QStringLiteral("power"), &MenuBarController::quitApp));
+        actionItem(ShellText::tr("Open Orvane…"), QStringLiteral("macwindow"), &MenuBarController::openHome));
+    menu.items.append(
+        actionItem(ShellText::tr("Quit Orvane"), QStringLiteral("power"), &MenuBarController::quitApp));
     menu.items.last().keyEquivalent = QStringLiteral("q");
     return menu;
 }

@@ -1,5 +1,6 @@
 #include "Orvane/Onboarding/CapabilityPickerView.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/CapabilityToggle.h"
 #include "Orvane/Onboarding/OnboardingPageView.h"
 #include "OrvaneKit/Model/OrvaBox.h"
@@ -68,9 +69,9 @@ AnyView CapabilityPickerView::body() const
     for (const CapabilityRegistry::Entry& entry : registry->entries())
         cards.append(CapabilityCard{entry, registry});
     return OnboardingPage{
-        .title = QStringLiteral("Choose your features"),
-        .text = QStringLiteral("Turn on what you want now — you can change any of this later from the Orvane "
-                               "window."),
+        .title = ShellText::tr("Choose your features"),
+        .text = ShellText::tr("Turn on what you want now — you can change any of this later from the Orvane "
+                              "window."),
         .width = pageWidth,
         .content = CapabilityGrid{cards}};
 }

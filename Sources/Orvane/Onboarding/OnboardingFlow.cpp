@@ -1,5 +1,6 @@
 #include "Orvane/Onboarding/OnboardingFlow.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Onboarding/CapabilityPickerView.h"
 #include "Orvane/Onboarding/OnboardingFlowView.h"
 #include "Orvane/Onboarding/PageDotsView.h"
@@ -51,7 +52,7 @@ AnyView OnboardingFlow::content(Step shown) const
 AnyView OnboardingFlow::backButton() const
 {
     const auto present = step;
-    const OrvaButton back{.title = QStringLiteral("Back"), .action = [present] {
+    const OrvaButton back{.title = ShellText::tr("Back"), .action = [present] {
                               if (present->get() != Step::welcome)
                                   present->set(neighbour(present->get(), -1));
                           }};
@@ -69,7 +70,7 @@ AnyView OnboardingFlow::forwardButton() const
 {
     const auto present = step;
     const auto title = [present] {
-        return present->get() == lastStep ? QStringLiteral("Get Started") : QStringLiteral("Continue");
+        return present->get() == lastStep ? ShellText::tr("Get Started") : ShellText::tr("Continue");
     };
     const auto forward = [present, finished = hasOnboarded] {
         if (present->get() == lastStep)

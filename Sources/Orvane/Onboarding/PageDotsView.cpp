@@ -1,5 +1,6 @@
 #include "Orvane/Onboarding/PageDotsView.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
@@ -22,7 +23,7 @@ public:
         setFixedSize(m_count * dotSide + (m_count - 1) * dotGap, dotSide);
         follow(m_cancellables, dots.index, [this](int index) {
             m_index = index;
-            setAccessibleName(QStringLiteral("Page %1 of %2").arg(index + 1).arg(m_count));
+            setAccessibleName(ShellText::tr("Page %1 of %2").arg(index + 1).arg(m_count));
             update();
         });
     }

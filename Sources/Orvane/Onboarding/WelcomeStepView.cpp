@@ -1,6 +1,7 @@
 #include "Orvane/Onboarding/WelcomeStepView.h"
 
 #include "Orvane/Brand/OrvaneBrand.h"
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Onboarding/OnboardingPageView.h"
 #include "OrvaneKit/Model/OrvaBox.h"
 
@@ -19,15 +20,15 @@ constexpr int linkGap = 14;
 AnyView WelcomeStep::body() const
 {
     const AppIconBadge badge{.size = badgeSize, .shadow = BadgeShadow::soft};
-    const OrvaneWordmark title{.size = titleSize, .lead = QStringLiteral("Welcome to ")};
+    const OrvaneWordmark title{.size = titleSize, .lead = ShellText::tr("Welcome to ")};
     const OrvaText text{
-        .text = QStringLiteral("Bring the Windows habits you miss to your Mac — window switching,\n"
-                               "keyboard and mouse remapping, cut & paste, and more.\n"
-                               "Turn on only the features you want."),
+        .text = ShellText::tr("Bring the Windows habits you miss to your Mac — window switching,\n"
+                              "keyboard and mouse remapping, cut & paste, and more.\n"
+                              "Turn on only the features you want."),
         .color = OrvaColor::secondary,
         .alignment = Qt::AlignHCenter};
-    const OrvaTextButton link =
-        OrvaneBrand::link(QStringLiteral("Learn more at ") + OrvaneBrand::siteName, OrvaneBrand::websiteURL);
+    const OrvaTextButton link = OrvaneBrand::link(
+        ShellText::tr("Learn more at %1").arg(OrvaneBrand::siteName), OrvaneBrand::websiteURL);
     return OnboardingGround{columnWidth, OrvaBox{.axis = OrvaBox::Axis::column,
                                                  .content = {OrvaBoxPart::rest(4),
                                                              {badge, Qt::AlignHCenter},

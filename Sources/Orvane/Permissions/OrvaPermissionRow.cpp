@@ -1,5 +1,6 @@
 #include "Orvane/Permissions/OrvaPermissionRow.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/OrvaRowSymbol.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
 #include "OrvaneKit/Model/OrvaBox.h"
@@ -30,7 +31,7 @@ public:
         return OrvaRowSymbol{.systemImage =
                                  byStatus(QStringLiteral("checkmark.circle.fill"), QStringLiteral("circle")),
                              .color = byStatus(OrvaColor::green, OrvaColor::secondary),
-                             .meaning = byStatus(QStringLiteral("Granted"), QStringLiteral("Not granted"))};
+                             .meaning = byStatus(ShellText::tr("Granted"), ShellText::tr("Not granted"))};
     }
 
     /// Returns the name and level above the note.
@@ -54,14 +55,14 @@ public:
         if (!m_row.level)
             return {};
         if (*m_row.level == PermissionRequirement::Level::required)
-            return OrvaBadge{.text = QStringLiteral("Required"), .color = OrvaColor::primary};
-        return OrvaBadge{.text = QStringLiteral("Optional")};
+            return OrvaBadge{.text = ShellText::tr("Required"), .color = OrvaColor::primary};
+        return OrvaBadge{.text = ShellText::tr("Optional")};
     }
 
     /// Ends where the buttons' outlines do, which have room for their focus rings beyond.
     [[nodiscard]] AnyView grantedMark() const
     {
-        const OrvaBadge badge{.text = QStringLiteral("Granted"),
+        const OrvaBadge badge{.text = ShellText::tr("Granted"),
                               .systemImage = QStringLiteral("checkmark"),
                               .color = OrvaColor::green};
         return OrvaIf{byStatus(true, false),
@@ -72,10 +73,10 @@ public:
     {
         const auto permissions = m_row.permissions;
         const SystemPermission permission = m_row.permission;
-        const OrvaButton grant{.title = QStringLiteral("Grant"),
+        const OrvaButton grant{.title = ShellText::tr("Grant"),
                                .action = [=] { permissions->request(permission); },
                                .accessibleDescription = displayName(permission)};
-        const OrvaButton settings{.title = QStringLiteral("Open System Settings"),
+        const OrvaButton settings{.title = ShellText::tr("Open System Settings"),
                                   .action = [=] { permissions->openSettings(permission); },
                                   .systemImage = QStringLiteral("arrow.up.forward.app"),
                                   .accessibleDescription = displayName(permission)};

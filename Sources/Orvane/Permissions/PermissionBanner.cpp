@@ -1,5 +1,6 @@
 #include "Orvane/Permissions/PermissionBanner.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/HomeNavigation.h"
 #include "Orvane/Permissions/OrvaPermissionRow.h"
 #include "Orvane/Permissions/PermissionRestartRow.h"
@@ -68,9 +69,9 @@ AnyView grantedLine(const std::shared_ptr<HomeNavigation>& navigation)
     return OrvaHStack{
         markGap,
         {OrvaSymbolMark{QStringLiteral("checkmark.circle.fill"), markSide, OrvaColor::green},
-         OrvaText{QStringLiteral("All permissions granted"), OrvaFont::callout, OrvaColor::secondary},
+         OrvaText{ShellText::tr("All permissions granted"), OrvaFont::callout, OrvaColor::secondary},
          OrvaSpacer{},
-         OrvaTextButton{QStringLiteral("Manage in General"), [navigation] { navigation->showPermissions(); },
+         OrvaTextButton{ShellText::tr("Manage in General"), [navigation] { navigation->showPermissions(); },
                         QStringLiteral("chevron.right")}}};
 }
 

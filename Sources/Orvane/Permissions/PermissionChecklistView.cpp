@@ -1,5 +1,6 @@
 #include "Orvane/Permissions/PermissionChecklistView.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Onboarding/OnboardingPageView.h"
 #include "Orvane/Permissions/OrvaPermissionRow.h"
@@ -24,9 +25,9 @@ AnyView PermissionChecklistView::body() const
     rows.append(PermissionRestartRow{});
     const auto refresh = [permissions = permissions] { permissions->refresh(); };
     const OnboardingPage page{
-        .title = QStringLiteral("Permissions"),
-        .text = QStringLiteral("Orvane's features need macOS privacy permissions. You can grant them now, or "
-                               "later when you turn each feature on."),
+        .title = ShellText::tr("Permissions"),
+        .text = ShellText::tr("Orvane's features need macOS privacy permissions. You can grant them now, or "
+                              "later when you turn each feature on."),
         .width = Orva::pageWidth,
         .content = OrvaCard{rows}};
     return OrvaTicker{.interval = interval, .onAppear = refresh, .onTick = refresh, .content = page};

@@ -1,5 +1,6 @@
 #include "Orvane/Permissions/PermissionRestartRow.h"
 
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/OrvaRowSymbol.h"
 #include "Orvane/Launch/AppRelaunch.h"
 #include "OrvaneKit/Model/OrvaBox.h"
@@ -20,10 +21,10 @@ constexpr int buttonGap = 16 - orvaRingMargin;
 
 AnyView PermissionRestartRow::body() const
 {
-    const OrvaText text{QStringLiteral("Granted it but still shows off? macOS applies new permissions only "
-                                       "after Orvane restarts."),
+    const OrvaText text{ShellText::tr("Granted it but still shows off? macOS applies new permissions only "
+                                      "after Orvane restarts."),
                         OrvaFont::caption, OrvaColor::secondary, OrvaTextLines::balanced};
-    const OrvaButton restart{.title = QStringLiteral("Quit & Reopen"), .action = &AppRelaunch::relaunch};
+    const OrvaButton restart{.title = ShellText::tr("Quit & Reopen"), .action = &AppRelaunch::relaunch};
     return OrvaBox{
         .margins = QMargins(rowH, rowV, rowH - orvaRingMargin, rowV),
         .content = {

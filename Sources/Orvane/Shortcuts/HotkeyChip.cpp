@@ -2,6 +2,7 @@
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "KeyboardShortcuts/Recorder/Recorder.h"
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Shortcuts/ShortcutViews.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
@@ -33,7 +34,7 @@ void HotkeyChip::appear() const
 
 QString HotkeyChip::text() const
 {
-    return m_state->shortcut.get().value_or(QStringLiteral("Set shortcut"));
+    return m_state->shortcut.get().value_or(ShellText::tr("Set shortcut"));
 }
 
 AnyView HotkeyChip::recorder() const

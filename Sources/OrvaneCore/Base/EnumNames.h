@@ -1,10 +1,13 @@
 // Enums with names: one table for each gives what the store keeps and what a person reads.
 //
 //     enum class Glow { dim, bright };
-//     inline constexpr std::array glowNames{EnumName{Glow::dim, "dim", u"Dim"},
-//                                           EnumName{Glow::bright, "bright", u"Bright"}};
+//     inline constexpr std::array glowNames{
+//         EnumName{Glow::dim, "dim", TextSource("LampText", "Dim")},
+//         EnumName{Glow::bright, "bright", TextSource("LampText", "Bright")}};
 //     constexpr const auto& enumNames(Glow) { return glowNames; }
 #pragma once
+
+#include "OrvaneCore/Base/TextSource.h"
 
 #include <QString>
 
@@ -20,13 +23,20 @@ template <class Enum>
 struct EnumName {
     Enum value;
     QLatin1StringView rawValue;
-    QStringView title;
+    TextSource title;
+    QStringView fixedTitle;
 
-    constexpr EnumName(Enum theValue, const char* theRawValue, QStringView theTitle = {})
+    constexpr EnumName(Enum theValue, const char* theRawValue, TextSource theTitle = {})
         : value(theValue),
           rawValue(theRawValue, static_cast<qsizetype>(std::char_traits<char>::length(theRawValue))),
           title(theTitle)
     {
+    }
+    /// A name that is the same in every language.
+    constexpr EnumName(Enum theValue, const char* theRawValue, QStringView theFixedTitle)
+        : EnumName(theValue, theRawValue)
+    {
+        fixedTitle = theFixedTitle;
     }
 };
 
@@ -45,10 +55,12 @@ template <NamedEnum Enum>
     return enumNames(value).at(static_cast<std::size_t>(value)).rawValue;
 }
 
+/// Returns the title in the language of the user.
 template <NamedEnum Enum>
 [[nodiscard]] QString title(Enum value)
 {
-    return enumNames(value).at(static_cast<std::size_t>(value)).title.toString();
+    const EnumName<Enum>& name = enumNames(value).at(static_cast<std::size_t>(value));
+    return name.fixedTitle.isEmpty() ? name.title.translated() : name.fixedTitle.toString();
 }
 
 /// Returns nothing for an unknown name; case counts.

@@ -27,11 +27,11 @@ struct CapabilityID {
 enum class CapabilityCategory { windowing, input, desktop, finder, system };
 
 inline constexpr std::array capabilityCategoryNames{
-    EnumName{CapabilityCategory::windowing, "windowing", u"Windows & Switching"},
-    EnumName{CapabilityCategory::input, "input", u"Keyboard & Mouse"},
-    EnumName{CapabilityCategory::desktop, "desktop", u"Desktop"},
-    EnumName{CapabilityCategory::finder, "finder", u"Finder & Files"},
-    EnumName{CapabilityCategory::system, "system", u"System"},
+    EnumName{CapabilityCategory::windowing, "windowing", TextSource("CoreText", "Windows & Switching")},
+    EnumName{CapabilityCategory::input, "input", TextSource("CoreText", "Keyboard & Mouse")},
+    EnumName{CapabilityCategory::desktop, "desktop", TextSource("CoreText", "Desktop")},
+    EnumName{CapabilityCategory::finder, "finder", TextSource("CoreText", "Finder & Files")},
+    EnumName{CapabilityCategory::system, "system", TextSource("CoreText", "System")},
 };
 constexpr const auto& enumNames(CapabilityCategory)
 {

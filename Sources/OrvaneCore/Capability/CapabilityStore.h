@@ -15,8 +15,8 @@ class DefaultsStore;
 enum class CapabilityStartMode { automatic, manual };
 
 inline constexpr std::array capabilityStartModeNames{
-    EnumName{CapabilityStartMode::automatic, "automatic", u"Start automatically"},
-    EnumName{CapabilityStartMode::manual, "manual", u"Start manually"},
+    EnumName{CapabilityStartMode::automatic, "automatic", TextSource("CoreText", "Start automatically")},
+    EnumName{CapabilityStartMode::manual, "manual", TextSource("CoreText", "Start manually")},
 };
 constexpr const auto& enumNames(CapabilityStartMode)
 {

@@ -5,6 +5,7 @@
 #include "OrvaneKit/Controls/OrvaSearchFieldView.h"
 #include "OrvaneKit/Controls/OrvaTextView.h"
 #include "OrvaneKit/Lists/OrvaStackView.h"
+#include "OrvaneKit/Model/KitText.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -27,12 +28,12 @@ OrvaAppChooserPanel::OrvaAppChooserPanel(Programs programs, std::function<void(c
     : OrvaThemed(parent),
       m_accepted(std::move(accepted)),
       m_model(std::move(programs.installed), std::move(programs.present)),
-      m_field(new OrvaSearchFieldView(QStringLiteral("Search applications"))),
+      m_field(new OrvaSearchFieldView(KitText::tr("Search applications"))),
       m_list(new OrvaAppListView(m_model)),
       m_pages(new QStackedWidget)
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QStringLiteral("Choose an Application"));
+    setWindowTitle(KitText::tr("Choose an Application"));
     if (parent)
         setWindowIcon(parent->windowIcon());
     setMinimumSize(minimumPanelSize);
@@ -89,9 +90,9 @@ QWidget* OrvaAppChooserPanel::makeButtons()
     line->setContentsMargins(footEdge, gap - orvaRingMargin, footEdge, gap - orvaRingMargin);
     line->setSpacing(gap - 2 * orvaRingMargin);
     line->addStretch(1);
-    auto* cancel = new OrvaButtonView(OrvaButton{QStringLiteral("Cancel"), [this] { reject(); }});
+    auto* cancel = new OrvaButtonView(OrvaButton{KitText::tr("Cancel"), [this] { reject(); }});
     auto* add = new OrvaButtonView(
-        OrvaButton{.title = QStringLiteral("Add"),
+        OrvaButton{.title = KitText::tr("Add"),
                    .action = [this] { accept(); },
                    .enabled = Live<bool>([can = m_canAccept] { return can->get(); }, {m_canAccept})});
     cancel->setAutoDefault(false);
@@ -119,8 +120,8 @@ void OrvaAppChooserPanel::showQuietText(const QString& query)
     const bool listed = m_model.rowCount() > 0;
     m_quietText->set(listed ? QString()
                      : m_model.isEmptyWithoutQuery()
-                         ? QStringLiteral("No applications were found.")
-                         : QStringLiteral("No application matches “%1”.").arg(query));
+                         ? KitText::tr("No applications were found.")
+                         : KitText::tr("No application matches “%1”.").arg(query));
     m_pages->setCurrentIndex(listed ? 0 : 1);
 }
 

@@ -1,5 +1,7 @@
 #include "OrvaneKit/AppChooser/OrvaAppListModel.h"
 
+#include "OrvaneKit/Model/KitText.h"
+
 #include <QCollator>
 
 #include <algorithm>
@@ -60,14 +62,14 @@ QVariant OrvaAppListModel::data(const QModelIndex& index, int role) const
         return icon(application.iconName);
     case Qt::ToolTipRole:
         if (isPresent(application))
-            return QStringLiteral("%1 is on the list already.").arg(*application.bundleIdentifier);
+            return KitText::tr("%1 is on the list already.").arg(*application.bundleIdentifier);
         return application.bundleIdentifier.value_or(
-            QStringLiteral("This application has no identifier, so it can't be chosen."));
+            KitText::tr("This application has no identifier, so it can't be chosen."));
     case Qt::AccessibleDescriptionRole:
         return data(index, Qt::ToolTipRole);
     case detailRole:
         if (isPresent(application))
-            return QStringLiteral("Added");
+            return KitText::tr("Added");
         return m_namesakes.value(application.localizedName) > 1
                    ? application.bundleIdentifier.value_or(QString())
                    : QString();

@@ -1,6 +1,7 @@
 #include "OrvaneKit/AppChooser/OrvaAppListView.h"
 
 #include "OrvaneKit/Lists/OrvaListSetup.h"
+#include "OrvaneKit/Model/KitText.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 #include "OrvaneKit/Theme/OrvaTint.h"
 
@@ -108,7 +109,7 @@ OrvaAppListView::OrvaAppListView(OrvaAppListModel& model) : m_model(model)
     setUpOrvaList(*this, OrvaColor::window);
     setViewportMargins(0, endGap, 0, endGap);
     setUniformItemSizes(true);
-    setAccessibleName(QStringLiteral("Applications"));
+    setAccessibleName(KitText::tr("Applications"));
     themeChanged();
 }
 

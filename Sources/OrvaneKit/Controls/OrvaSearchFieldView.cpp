@@ -1,5 +1,6 @@
 #include "OrvaneKit/Controls/OrvaSearchFieldView.h"
 
+#include "OrvaneKit/Model/KitText.h"
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 
 #include <QMouseEvent>
@@ -23,7 +24,7 @@ OrvaSearchFieldView::OrvaSearchFieldView(const QString& name)
     setFrame(false);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setPlaceholderText(QStringLiteral("Search"));
+    setPlaceholderText(KitText::tr("Search"));
     setAccessibleName(name);
     constexpr int beside = orvaRingMargin + inset + symbolSide + gap - 2; // 2 are the line edit's own
     setTextMargins(beside, 0, beside, 0);

@@ -2,6 +2,7 @@
 
 #include "OrvaneKit/Controls/OrvaMenuView.h"
 #include "OrvaneKit/Lists/OrvaStackView.h"
+#include "OrvaneKit/Model/KitText.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
 
 #include <QAction>
@@ -105,12 +106,12 @@ void OrvaSelectableTextView::contextMenuEvent(QContextMenuEvent* event)
 {
     auto* menu = new OrvaMenuView(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("Copy"), this, [this] {
+    menu->addAction(KitText::tr("Copy"), this, [this] {
         if (!hasSelectedText())
             selectAll();
         copy();
     });
-    menu->addAction(QStringLiteral("Select All"), this, &QLineEdit::selectAll);
+    menu->addAction(KitText::tr("Select All"), this, &QLineEdit::selectAll);
     menu->popup(event->globalPos());
 }
 

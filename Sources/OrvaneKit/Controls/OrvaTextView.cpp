@@ -3,6 +3,7 @@
 #include "OrvaneKit/Lists/OrvaStackView.h"
 #include "OrvaneKit/Model/OrvaBindings.h"
 
+#include <QStyle>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -145,7 +146,8 @@ void OrvaTextView::paintEvent(QPaintEvent*)
         return;
     }
     QTextLayout layout(withLineSeparators(text()), font(), this);
-    const double used = layOut(layout, width(), alignment());
+    // The letters may run the other way than the page, so the alignment is the page's.
+    const double used = layOut(layout, width(), QStyle::visualAlignment(layoutDirection(), alignment()));
     layout.draw(&painter, QPointF(0, std::max(0.0, std::floor((height() - used) / 2))));
 }
 
@@ -154,7 +156,7 @@ void OrvaTextView::paintSingleLine(QPainter& painter) const
     const QFontMetricsF metrics(font());
     const double baseline = (height() - metrics.height()) / 2 + metrics.ascent();
     const double digit = digitWidth();
-    double x = width() - lineWidth();
+    double x = isRightToLeft() ? 0 : width() - lineWidth(); // at the trailing edge
     for (const QString& run : runs(text())) {
         const double own = metrics.horizontalAdvance(run);
         const double cell = run.front().isDigit() ? digit : own;

@@ -39,7 +39,10 @@ QWidget* makeOrvaWidget(const OrvaBox& box)
     const bool isLine = box.axis == OrvaBox::Axis::line;
     auto* widget = new QWidget;
     auto* layout = new QBoxLayout(isLine ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, widget);
-    layout->setContentsMargins(box.margins);
+    const QMargins& margins = box.margins;
+    layout->setContentsMargins(
+        widget->isRightToLeft() ? QMargins(margins.right(), margins.top(), margins.left(), margins.bottom())
+                                : margins);
     layout->setSpacing(static_cast<int>(box.spacing));
     bool filled = false;
     int highest = 0;

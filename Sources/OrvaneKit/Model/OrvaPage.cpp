@@ -4,6 +4,7 @@
 #include "OrvaneKit/Controls/OrvaPillView.h"
 #include "OrvaneKit/Controls/OrvaSwitchView.h"
 #include "OrvaneKit/Lists/OrvaPageView.h"
+#include "OrvaneKit/Model/KitText.h"
 #include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaPageMetrics.h"
@@ -79,9 +80,9 @@ QWidget* makeOrvaWidget(const BannerGround& ground)
     return widget;
 }
 
-OrvaBadge badge(const char16_t* text, const char16_t* symbol, OrvaColor color)
+OrvaBadge badge(const QString& text, const char16_t* symbol, OrvaColor color)
 {
-    return {QString::fromUtf16(text), QString::fromUtf16(symbol), color};
+    return {text, QString::fromUtf16(symbol), color};
 }
 
 } // namespace
@@ -153,13 +154,13 @@ OrvaBadge OrvaBadge::state(const CapabilityState& state)
     switch (state.kind) {
     case CapabilityState::Kind::disabled:
     case CapabilityState::Kind::installed:
-        return badge(u"Off", u"pause.circle", OrvaColor::secondary);
+        return badge(KitText::tr("Off"), u"pause.circle", OrvaColor::secondary);
     case CapabilityState::Kind::active:
-        return badge(u"On", u"checkmark.circle.fill", OrvaColor::green);
+        return badge(KitText::tr("On"), u"checkmark.circle.fill", OrvaColor::green);
     case CapabilityState::Kind::needsPermission:
-        return badge(u"Needs permission", u"lock.fill", OrvaColor::orange);
+        return badge(KitText::tr("Needs permission"), u"lock.fill", OrvaColor::orange);
     case CapabilityState::Kind::failed:
-        return badge(u"Error", u"exclamationmark.triangle.fill", OrvaColor::red);
+        return badge(KitText::tr("Error"), u"exclamationmark.triangle.fill", OrvaColor::red);
     }
     Q_UNREACHABLE();
 }

@@ -106,7 +106,7 @@ QByteArray AutostartLoginItem::entry(const QString& arguments) const
                                         "Type=Application\n"
                                         "Version=1.1\n"
                                         "Name=Orvane\n"
-                                        "Comment=Small desktop utilities in the menu bar\n"
+                                        "Comment=Small desktop utilities in the system tray\n"
                                         "Icon=net.lindenrow.orvane\n"
                                         "Exec=%1\n"
                                         "Terminal=false\n"

@@ -2,6 +2,8 @@
 
 #include "PlatformLinux/Keys/KeysymText.h"
 
+#include <QCoreApplication>
+
 #include <array>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -14,30 +16,34 @@ namespace {
 template <typename Code>
 struct Row {
     Code code;
-    QStringView name;
+    const char* name;
 };
 
 constexpr std::array virtualKeys{
-    Row<std::int64_t>{0x72, u"Insert"},    Row<std::int64_t>{0x47, u"Num Lock"},
-    Row<std::int64_t>{0x6E, u"Menu"},      Row<std::int64_t>{0x66, u"Muhenkan"},
-    Row<std::int64_t>{0x68, u"Henkan"},    Row<std::int64_t>{0x4A, u"Mute"},
-    Row<std::int64_t>{0x48, u"Volume Up"}, Row<std::int64_t>{0x49, u"Volume Down"},
+    Row<std::int64_t>{0x72, QT_TRANSLATE_NOOP("KeyNames", "Insert")},
+    Row<std::int64_t>{0x47, QT_TRANSLATE_NOOP("KeyNames", "Num Lock")},
+    Row<std::int64_t>{0x6E, QT_TRANSLATE_NOOP("KeyNames", "Menu")},
+    Row<std::int64_t>{0x66, QT_TRANSLATE_NOOP("KeyNames", "Muhenkan")},
+    Row<std::int64_t>{0x68, QT_TRANSLATE_NOOP("KeyNames", "Henkan")},
+    Row<std::int64_t>{0x4A, QT_TRANSLATE_NOOP("KeyNames", "Mute")},
+    Row<std::int64_t>{0x48, QT_TRANSLATE_NOOP("KeyNames", "Volume Up")},
+    Row<std::int64_t>{0x49, QT_TRANSLATE_NOOP("KeyNames", "Volume Down")},
 };
 
 /// The symbols whose own name, taken apart, isn't what people call the key.
 constexpr std::array keysyms{
-    Row<xkb_keysym_t>{XKB_KEY_Print, u"Print Screen"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioPlay, u"Play"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioStop, u"Stop"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioPrev, u"Previous Track"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioNext, u"Next Track"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioMute, u"Mute"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioMicMute, u"Microphone Mute"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioRaiseVolume, u"Volume Up"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86AudioLowerVolume, u"Volume Down"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86MonBrightnessUp, u"Brightness Up"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86MonBrightnessDown, u"Brightness Down"},
-    Row<xkb_keysym_t>{XKB_KEY_XF86WWW, u"Web Browser"},
+    Row<xkb_keysym_t>{XKB_KEY_Print, QT_TRANSLATE_NOOP("KeyNames", "Print Screen")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioPlay, QT_TRANSLATE_NOOP("KeyNames", "Play")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioStop, QT_TRANSLATE_NOOP("KeyNames", "Stop")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioPrev, QT_TRANSLATE_NOOP("KeyNames", "Previous Track")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioNext, QT_TRANSLATE_NOOP("KeyNames", "Next Track")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioMute, QT_TRANSLATE_NOOP("KeyNames", "Mute")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioMicMute, QT_TRANSLATE_NOOP("KeyNames", "Microphone Mute")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioRaiseVolume, QT_TRANSLATE_NOOP("KeyNames", "Volume Up")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86AudioLowerVolume, QT_TRANSLATE_NOOP("KeyNames", "Volume Down")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86MonBrightnessUp, QT_TRANSLATE_NOOP("KeyNames", "Brightness Up")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86MonBrightnessDown, QT_TRANSLATE_NOOP("KeyNames", "Brightness Down")},
+    Row<xkb_keysym_t>{XKB_KEY_XF86WWW, QT_TRANSLATE_NOOP("KeyNames", "Web Browser")},
 };
 
 template <typename Code, std::size_t count>
@@ -45,7 +51,7 @@ std::optional<QString> find(const std::array<Row<Code>, count>& table, Code code
 {
     for (const Row<Code>& row : table) {
         if (row.code == code)
-            return row.name.toString();
+            return QCoreApplication::translate("KeyNames", row.name);
     }
     return std::nullopt;
 }

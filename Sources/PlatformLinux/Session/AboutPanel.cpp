@@ -33,7 +33,7 @@ AboutPanel::AboutPanel()
     const QString name = ownName;
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QStringLiteral("About %1").arg(name));
+    setWindowTitle(QCoreApplication::translate("AboutPanel", "About %1").arg(name));
     const QIcon icon(QStringLiteral(":/icons/net.lindenrow.orvane.svg"));
     setWindowIcon(icon);
     setFixedSize(panelSize);
@@ -42,8 +42,9 @@ AboutPanel::AboutPanel()
     picture->setAlignment(Qt::AlignCenter);
     picture->setPixmap(icon.pixmap(QSize(iconSide, iconSide), devicePixelRatioF()));
     picture->setAccessibleName(name);
-    auto* version =
-        line(QStringLiteral("Version %1").arg(QCoreApplication::applicationVersion()), 10, QFont::Normal);
+    auto* version = line(
+        QCoreApplication::translate("AboutPanel", "Version %1").arg(QCoreApplication::applicationVersion()),
+        10, QFont::Normal);
     version->setTextInteractionFlags(Qt::TextSelectableByMouse);
     version->setForegroundRole(QPalette::PlaceholderText);
 

@@ -136,7 +136,7 @@ TEST_F(GeneralSettingsTest, AboutShowsTheVersionOfTheBundle)
     EXPECT_TRUE(texts().contains(QStringLiteral("Version 0.1.0")));
     EXPECT_EQ(page().all<AppIconBadge>().size(), 1);
     EXPECT_EQ(page().all<OrvaneWordmark>().size(), 1);
-    EXPECT_TRUE(texts().contains(OrvaneBrand::tagline));
+    EXPECT_TRUE(texts().contains(OrvaneBrand::tagline()));
     EXPECT_EQ(page().all<OrvaValueRow>().constFirst()->title.get(), QStringLiteral("Built by"));
 }
 

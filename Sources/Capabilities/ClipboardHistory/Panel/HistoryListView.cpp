@@ -1,5 +1,6 @@
 #include "Capabilities/ClipboardHistory/Panel/HistoryListView.h"
 
+#include "Capabilities/ClipboardHistory/ClipboardHistoryText.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryRowAccessibility.h"
 #include "OrvaneKit/Controls/OrvaMenuView.h"
 #include "OrvaneKit/Lists/OrvaScrollBarView.h"
@@ -31,7 +32,7 @@ HistoryListView::HistoryListView(HistoryViewModel& model)
     setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard with the search field
     viewport()->setAutoFillBackground(false);
     viewport()->setMouseTracking(true);
-    setAccessibleName(QStringLiteral("Clipboard history"));
+    setAccessibleName(ClipboardHistoryText::tr("Clipboard history"));
 }
 
 HistoryListView::~HistoryListView() = default;
@@ -184,8 +185,9 @@ void HistoryListView::openMenu(int row, const QPoint& globalPoint)
                 callback(item);
         });
     };
-    add(item.pinned ? QStringLiteral("Unpin") : QStringLiteral("Pin"), m_model.onTogglePin);
-    menu->setDestructive(*add(QStringLiteral("Delete"), m_model.onDelete));
+    add(item.pinned ? ClipboardHistoryText::tr("Unpin") : ClipboardHistoryText::tr("Pin"),
+        m_model.onTogglePin);
+    menu->setDestructive(*add(ClipboardHistoryText::tr("Delete"), m_model.onDelete));
     m_menu = menu;
     menu->popup(globalPoint);
 }

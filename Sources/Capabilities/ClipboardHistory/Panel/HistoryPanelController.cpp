@@ -1,5 +1,6 @@
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelController.h"
 
+#include "Capabilities/ClipboardHistory/ClipboardHistoryText.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelPlacement.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelView.h"
 #include "OrvaneKit/Panels/OrvaPanelWindow.h"
@@ -20,7 +21,7 @@ HistoryPanelController::~HistoryPanelController() = default;
 void HistoryPanelController::makePanel()
 {
     m_panel = std::make_unique<KeyablePanel>();
-    m_panel->setWindowTitle(QStringLiteral("Clipboard History"));
+    m_panel->setWindowTitle(ClipboardHistoryText::tr("Clipboard History"));
     m_panel->onCloseRequest = [this] { hide(); };
     m_view = new HistoryPanelView(model);
     m_panel->setContentView(m_view);

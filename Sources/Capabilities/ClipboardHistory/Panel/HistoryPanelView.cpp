@@ -1,5 +1,6 @@
 #include "Capabilities/ClipboardHistory/Panel/HistoryPanelView.h"
 
+#include "Capabilities/ClipboardHistory/ClipboardHistoryText.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryListView.h"
 #include "OrvaneKit/Controls/OrvaMenuView.h"
 #include "OrvaneKit/Controls/OrvaTextView.h"
@@ -40,8 +41,8 @@ public:
     SearchField()
     {
         setFrame(false);
-        setPlaceholderText(QStringLiteral("Search clipboard…"));
-        setAccessibleName(QStringLiteral("Search clipboard"));
+        setPlaceholderText(ClipboardHistoryText::tr("Search clipboard…"));
+        setAccessibleName(ClipboardHistoryText::tr("Search clipboard"));
         setTextMargins(-2, 0, -2, 0); // takes back the line edit's own margins
         themeChanged();
     }
@@ -60,12 +61,12 @@ protected:
         auto* menu = new OrvaMenuView(this);
         menu->setAttribute(Qt::WA_DeleteOnClose);
         if (hasSelectedText()) {
-            menu->addAction(QStringLiteral("Cut"), this, &QLineEdit::cut);
-            menu->addAction(QStringLiteral("Copy"), this, &QLineEdit::copy);
+            menu->addAction(ClipboardHistoryText::tr("Cut"), this, &QLineEdit::cut);
+            menu->addAction(ClipboardHistoryText::tr("Copy"), this, &QLineEdit::copy);
         }
-        menu->addAction(QStringLiteral("Paste"), this, &SearchField::pasteFromPasteboard);
+        menu->addAction(ClipboardHistoryText::tr("Paste"), this, &SearchField::pasteFromPasteboard);
         if (!text().isEmpty())
-            menu->addAction(QStringLiteral("Select All"), this, &QLineEdit::selectAll);
+            menu->addAction(ClipboardHistoryText::tr("Select All"), this, &QLineEdit::selectAll);
         m_menu = menu;
         menu->popup(event->globalPos());
     }
@@ -135,8 +136,8 @@ QWidget* HistoryPanelView::makeSearchRow()
 
 QWidget* HistoryPanelView::makeEmptyText()
 {
-    auto* text =
-        new OrvaTextView(QStringLiteral("No clipboard history yet"), OrvaFont::body, OrvaColor::secondary);
+    auto* text = new OrvaTextView(ClipboardHistoryText::tr("No clipboard history yet"), OrvaFont::body,
+                                  OrvaColor::secondary);
     text->setAlignment(Qt::AlignCenter);
     return text;
 }

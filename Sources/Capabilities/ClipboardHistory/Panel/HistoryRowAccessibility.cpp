@@ -1,5 +1,6 @@
 #include "Capabilities/ClipboardHistory/Panel/HistoryRowAccessibility.h"
 
+#include "Capabilities/ClipboardHistory/ClipboardHistoryText.h"
 #include "Capabilities/ClipboardHistory/Panel/HistoryListView.h"
 
 #include <QAccessibleWidget>
@@ -35,7 +36,7 @@ public:
         if (kind == QAccessible::Name)
             return QString(row.preview).replace(QChar::LineSeparator, u' ');
         if (kind == QAccessible::Description)
-            return row.isPinned ? QStringLiteral("Pinned ") + row.source : row.source;
+            return row.isPinned ? ClipboardHistoryText::tr("Pinned %1").arg(row.source) : row.source;
         return {};
     }
 

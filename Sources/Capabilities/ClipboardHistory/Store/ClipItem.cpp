@@ -1,5 +1,6 @@
 #include "Capabilities/ClipboardHistory/Store/ClipItem.h"
 
+#include "Capabilities/ClipboardHistory/ClipboardHistoryText.h"
 #include "Capabilities/ClipboardHistory/Store/TextComparison.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ QString ClipItem::preview() const
         return trimmed.isEmpty() ? QStringLiteral("(empty)") : trimmed;
     }
     case ClipKind::image:
-        return QStringLiteral("Image");
+        return ClipboardHistoryText::tr("Image");
     case ClipKind::fileURLs:
         return text ? *text : filePaths.value_or(QStringList()).join(QStringLiteral(", "));
     }

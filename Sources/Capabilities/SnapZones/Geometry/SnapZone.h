@@ -19,16 +19,16 @@ enum class SnapZone {
 };
 
 inline constexpr std::array snapZoneNames{
-    EnumName{SnapZone::leftHalf, "leftHalf", u"Left Half"},
-    EnumName{SnapZone::rightHalf, "rightHalf", u"Right Half"},
-    EnumName{SnapZone::topHalf, "topHalf", u"Top Half"},
-    EnumName{SnapZone::bottomHalf, "bottomHalf", u"Bottom Half"},
-    EnumName{SnapZone::topLeft, "topLeft", u"Top Left"},
-    EnumName{SnapZone::topRight, "topRight", u"Top Right"},
-    EnumName{SnapZone::bottomLeft, "bottomLeft", u"Bottom Left"},
-    EnumName{SnapZone::bottomRight, "bottomRight", u"Bottom Right"},
-    EnumName{SnapZone::maximize, "maximize", u"Maximize"},
-    EnumName{SnapZone::center, "center", u"Center"},
+    EnumName{SnapZone::leftHalf, "leftHalf", TextSource("SnapZonesText", "Left Half")},
+    EnumName{SnapZone::rightHalf, "rightHalf", TextSource("SnapZonesText", "Right Half")},
+    EnumName{SnapZone::topHalf, "topHalf", TextSource("SnapZonesText", "Top Half")},
+    EnumName{SnapZone::bottomHalf, "bottomHalf", TextSource("SnapZonesText", "Bottom Half")},
+    EnumName{SnapZone::topLeft, "topLeft", TextSource("SnapZonesText", "Top Left")},
+    EnumName{SnapZone::topRight, "topRight", TextSource("SnapZonesText", "Top Right")},
+    EnumName{SnapZone::bottomLeft, "bottomLeft", TextSource("SnapZonesText", "Bottom Left")},
+    EnumName{SnapZone::bottomRight, "bottomRight", TextSource("SnapZonesText", "Bottom Right")},
+    EnumName{SnapZone::maximize, "maximize", TextSource("SnapZonesText", "Maximize")},
+    EnumName{SnapZone::center, "center", TextSource("SnapZonesText", "Center")},
 };
 constexpr const auto& enumNames(SnapZone)
 {

@@ -2,6 +2,9 @@
 
 #include "OrvaneKit/Theme/OrvaSymbol.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace orvane {
 
 namespace {
@@ -10,6 +13,7 @@ constexpr int titleSize = 9;
 constexpr double symbolSide = 28;
 constexpr double gap = 6; // between the symbol and the title
 constexpr double corner = 8;
+constexpr int titleRoom = 4; // at each side of the title
 
 } // namespace
 
@@ -17,10 +21,22 @@ SnapLayoutCellView::SnapLayoutCellView(SnapZone zone) : m_zone(zone)
 {
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
-    setFixedSize(sizeHint());
     setText(title(zone));
     setAccessibleName(title(zone));
     themeChanged();
+    setWidth(box.width());
+}
+
+int SnapLayoutCellView::neededWidth() const
+{
+    const double text = QFontMetricsF(font()).horizontalAdvance(QPushButton::text());
+    return std::max(box.width(), static_cast<int>(std::ceil(text)) + 2 * titleRoom);
+}
+
+void SnapLayoutCellView::setWidth(int width)
+{
+    m_width = width;
+    setFixedSize(sizeHint());
 }
 
 void SnapLayoutCellView::themeChanged()

@@ -10,15 +10,20 @@ namespace orvane {
 
 class SnapLayoutCellView final : public OrvaControl<QPushButton> {
 public:
-    /// The size of what is drawn, in points; the focus ring lies around it.
+    /// The size of what is drawn, in points, where the titles find room in it; the focus ring lies around it.
     static constexpr QSize box{70, 56};
 
     explicit SnapLayoutCellView(SnapZone zone);
 
+    /// Returns the width that the title needs, with room at its sides, or that of the box.
+    [[nodiscard]] int neededWidth() const;
+    /// Sets the width of what is drawn.
+    void setWidth(int width);
+
     [[nodiscard]] SnapZone zone() const { return m_zone; }
     [[nodiscard]] QSize sizeHint() const override
     {
-        return box + QSize(2 * orvaRingMargin, 2 * orvaRingMargin);
+        return QSize(m_width, box.height()) + QSize(2 * orvaRingMargin, 2 * orvaRingMargin);
     }
 
 protected:
@@ -27,6 +32,7 @@ protected:
 
 private:
     SnapZone m_zone;
+    int m_width = box.width();
 };
 
 } // namespace orvane

@@ -5,6 +5,8 @@
 
 #include <QGridLayout>
 
+#include <algorithm>
+
 namespace orvane {
 
 namespace {
@@ -23,6 +25,16 @@ QGridLayout* makeGrid(const SnapLayoutGridView::Columns& columns)
     return grid;
 }
 
+/// All cells are as wide as the longest title needs.
+void giveEqualWidths(const QList<SnapLayoutCellView*>& cells)
+{
+    int widest = 0;
+    for (const SnapLayoutCellView* cell : cells)
+        widest = std::max(widest, cell->neededWidth());
+    for (SnapLayoutCellView* cell : cells)
+        cell->setWidth(widest);
+}
+
 } // namespace
 
 QWidget* makeOrvaWidget(const SnapLayoutGridView& grid)
@@ -37,7 +49,7 @@ QWidget* makeOrvaWidget(const SnapLayoutGridView& grid)
         OrvaInset{.side = orvaRingMargin,
                   .content = OrvaText{.text = SnapLayoutGridView::headline(), .font = OrvaFont::headline}}));
     QGridLayout* cells = makeGrid(grid.columns);
-    int index = 0;
+    QList<SnapLayoutCellView*> buttons;
     for (const SnapZone zone : grid.zones) {
         auto* button = new SnapLayoutCellView(zone);
         // The callback may end this view, or set another one, so a copy is called.
@@ -46,9 +58,11 @@ QWidget* makeOrvaWidget(const SnapLayoutGridView& grid)
             if (choose)
                 choose(zone);
         });
+        const int index = static_cast<int>(buttons.size());
         cells->addWidget(button, index / grid.columns.count, index % grid.columns.count);
-        ++index;
+        buttons.append(button);
     }
+    giveEqualWidths(buttons);
     stack->addLayout(cells);
     return view;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Capabilities/SnapZones/Layouts/SnapLayoutModel.h"
+#include "Capabilities/SnapZones/SnapZonesText.h"
 
 #include <array>
 #include <memory>
@@ -27,7 +28,7 @@ struct SnapLayoutGridView {
     };
     Columns columns{.count = 3, .width = 74, .spacing = 10};
 
-    static QString headline() { return QStringLiteral("Snap Layouts"); }
+    static QString headline() { return SnapZonesText::tr("Snap Layouts"); }
 };
 
 QWidget* makeOrvaWidget(const SnapLayoutGridView& grid);

@@ -2,10 +2,13 @@
 #include "Capabilities/KeySwap/KeySwapController.h"
 #include "Capabilities/KeySwap/KeySwapSettingsPane.h"
 #include "Capabilities/KeySwap/KeySwapSubscriber.h"
+#include "Capabilities/KeySwap/ListedApp.h"
 #include "Fakes/FakePlatform.h"
 #include "OrvaneCore/Input/SyntheticEvent.h"
 #include "OrvaneKit/AppChooser/OrvaAppChooserPanel.h"
+#include "OrvaneKit/AppChooser/OrvaAppIconView.h"
 #include "OrvaneKit/Model/OrvaControls.h"
+#include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaSection.h"
 
 #include <QApplication>
@@ -383,13 +386,36 @@ struct KeySwapPaneTest : KeySwapTest {
         controller();
         pane = KeySwapSettingsPane::make(settings);
     }
+    /// Returns the names that are shown, by the buttons that remove them.
     [[nodiscard]] QStringList listedApps() const
     {
         QStringList apps;
-        for (const auto& text : pane.all<OrvaSelectableText>())
-            apps.append(text->text.get());
+        for (const auto& button : pane.all<OrvaIconButton>())
+            apps.append(QString(button->accessibleName).remove(QStringLiteral("Remove ")));
         return apps;
     }
+    [[nodiscard]] QStringList texts() const
+    {
+        QStringList all;
+        for (const auto& text : pane.all<OrvaText>())
+            all.append(text->text.get());
+        return all;
+    }
+    const QStringList defaultNames{
+        QStringLiteral("Terminal"),
+        QStringLiteral("WezTerm"),
+        QStringLiteral("iTerm2"),
+        QStringLiteral("JetBrains IDEs"),
+        QStringLiteral("Visual Studio Code"),
+        QStringLiteral("Ghostty"),
+        QStringLiteral("Code - OSS"),
+        QStringLiteral("Warp"),
+        QStringLiteral("Alacritty (before 0.5)"),
+        QStringLiteral("kitty"),
+        QStringLiteral("Alacritty"),
+        QStringLiteral("Emacs"),
+        QStringLiteral("MacVim"),
+    };
 
     static QWidget* openChooser()
     {
@@ -476,14 +502,43 @@ TEST_F(KeySwapPaneTest, TheExclusionModeIsAPicker)
 
 TEST_F(KeySwapPaneTest, EachAppHasARowWithAButtonThatRemovesIt)
 {
-    EXPECT_EQ(listedApps(), AppExclusion::defaultDenylist());
+    EXPECT_EQ(listedApps(), defaultNames);
     const auto buttons = pane.all<OrvaIconButton>();
     ASSERT_EQ(buttons.size(), 13);
     EXPECT_EQ(buttons[1]->systemImage, QStringLiteral("minus.circle"));
     EXPECT_EQ(buttons[1]->help, QStringLiteral("Remove"));
     buttons[1]->action();
-    EXPECT_FALSE(listedApps().contains(QStringLiteral("com.github.wez.wezterm")));
+    EXPECT_FALSE(listedApps().contains(QStringLiteral("WezTerm")));
     EXPECT_EQ(listedApps().size(), 12);
+}
+
+TEST_F(KeySwapPaneTest, AProgramIsListedByNameAndWhatIsNotInstalledIsTold)
+{
+    EXPECT_EQ(texts().count(QStringLiteral("Not installed")), 13);
+    fake.workspace.installed = {
+        {QStringLiteral("net.kovidgoyal.kitty"), QStringLiteral("Kitty Terminal"), QStringLiteral("kitty")},
+        {std::nullopt, QStringLiteral("Nameless"), {}}};
+    pane = KeySwapSettingsPane::make(settings);
+    EXPECT_EQ(texts().count(QStringLiteral("Not installed")), 12);
+    EXPECT_TRUE(texts().contains(QStringLiteral("Kitty Terminal")));
+    EXPECT_EQ(pane.all<OrvaAppIcon>()[9]->iconName, QStringLiteral("kitty"));
+    for (const QString& text : texts())
+        EXPECT_FALSE(text.startsWith(QStringLiteral("com."))) << text.toStdString();
+}
+
+TEST(ListedApp, ProgramsThatShareAnIdentifierShareItsName)
+{
+    const QList<InstalledApplication> installed{
+        {QStringLiteral("com.jetbrains.clion"), QStringLiteral("CLion"), QStringLiteral("clion")},
+        {QStringLiteral("com.jetbrains.pycharm"), QStringLiteral("PyCharm"), QStringLiteral("pycharm")},
+    };
+    const QString all = QStringLiteral("com.jetbrains.*");
+    EXPECT_EQ(listedApp(all, installed),
+              (ListedApp{QStringLiteral("JetBrains IDEs"), QStringLiteral("clion"), true}));
+    EXPECT_EQ(listedApp(all, installed.mid(1)),
+              (ListedApp{QStringLiteral("PyCharm"), QStringLiteral("pycharm"), true}));
+    EXPECT_EQ(listedApp(QStringLiteral("org.example.Gone"), installed),
+              (ListedApp{QStringLiteral("org.example.Gone"), {}, false}));
 }
 
 TEST_F(KeySwapPaneTest, TheLastRowAddsAnApp)
@@ -507,7 +562,8 @@ TEST_F(KeySwapPaneTest, TheLastRowAddsAnApp)
 
     const QStringList expected =
         AppExclusion::defaultDenylist() + QStringList{QStringLiteral("org.example.Writer")};
-    EXPECT_EQ(listedApps(), expected) << "at the end, and not sorted in";
+    EXPECT_EQ(listedApps(), defaultNames + QStringList{QStringLiteral("Writer")})
+        << "at the end, and not sorted in";
     EXPECT_EQ(stored("excludedApps").toStringList(), expected);
 }
 

@@ -1,0 +1,33 @@
+// A catalogue as Qt Linguist keeps it, read for tests.
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <compare>
+
+namespace orvane {
+
+struct TextKey {
+    QString context;
+    QString source;
+    QString comment;
+
+    friend auto operator<=>(const TextKey&, const TextKey&) = default;
+    [[nodiscard]] std::string text() const { return (context + QStringLiteral(": ") + source).toStdString(); }
+};
+
+struct CatalogueText {
+    /// One, or one for each plural form; none where the text isn't translated.
+    QStringList translations;
+    bool isFinished = false;
+};
+
+using TextCatalogue = QMap<TextKey, CatalogueText>;
+
+/// Fails the test, and is empty, where the file can't be read.
+[[nodiscard]] TextCatalogue readCatalogue(const QString& path);
+
+} // namespace orvane
