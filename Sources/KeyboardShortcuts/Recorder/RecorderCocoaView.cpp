@@ -23,16 +23,6 @@ namespace {
 using Deed = RecorderDecision::Deed;
 using Disposition = EventMonitors::Disposition;
 
-QString recordShortcut()
-{
-    return KeyboardShortcutsText::tr("Record shortcut");
-}
-
-QString pressShortcut()
-{
-    return KeyboardShortcutsText::tr("Press keys…");
-}
-
 /// True for focus that comes back with the window or from a closed menu: the user didn't choose the control.
 bool isAutomatic(Qt::FocusReason reason)
 {
@@ -43,7 +33,7 @@ bool isAutomatic(Qt::FocusReason reason)
 } // namespace
 
 RecorderCocoa::RecorderCocoa(Name name, RecorderChange onChange, const QString& accessibleName)
-    : RecorderField({recordShortcut(), pressShortcut()}),
+    : RecorderField({KeyboardShortcutsText::tr("Record shortcut"), KeyboardShortcutsText::tr("Press keys…")}),
       m_shortcutName(std::move(name)),
       m_onChange(std::move(onChange))
 {
@@ -144,7 +134,7 @@ void RecorderCocoa::becomeFirstResponder()
         *this, [this](const EventMonitors::MonitoredEvent& event) { return handle(event); },
         [this](const Shortcut& shortcut) { hotKeyPressed(shortcut); });
     window()->installEventFilter(this);
-    setPlaceholder(pressShortcut());
+    setPlaceholder(KeyboardShortcutsText::tr("Press keys…"));
     setHighlight(Highlight::ring);
     announceValue();
 }
@@ -154,7 +144,7 @@ void RecorderCocoa::endRecording()
     if (!m_recording)
         return;
     m_recording.reset();
-    setPlaceholder(recordShortcut());
+    setPlaceholder(KeyboardShortcutsText::tr("Record shortcut"));
     setHighlight(Highlight::none);
     announceValue();
 }

@@ -6,7 +6,8 @@
 #include <QString>
 #include <QStringList>
 
-#include <compare>
+#include <string>
+#include <tuple>
 
 namespace orvane {
 
@@ -15,8 +16,11 @@ struct TextKey {
     QString source;
     QString comment;
 
-    friend auto operator<=>(const TextKey&, const TextKey&) = default;
-    [[nodiscard]] std::string text() const { return (context + QStringLiteral(": ") + source).toStdString(); }
+    friend bool operator<(const TextKey& a, const TextKey& b)
+    {
+        return std::tie(a.context, a.source, a.comment) < std::tie(b.context, b.source, b.comment);
+    }
+    [[nodiscard]] std::string text() const { return context.toStdString() + ": " + source.toStdString(); }
 };
 
 struct CatalogueText {

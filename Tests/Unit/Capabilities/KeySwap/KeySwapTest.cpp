@@ -562,8 +562,9 @@ TEST_F(KeySwapPaneTest, TheLastRowAddsAnApp)
 
     const QStringList expected =
         AppExclusion::defaultDenylist() + QStringList{QStringLiteral("org.example.Writer")};
-    EXPECT_EQ(listedApps(), defaultNames + QStringList{QStringLiteral("Writer")})
-        << "at the end, and not sorted in";
+    QStringList names = defaultNames;
+    names.replace(9, QStringLiteral("Kitty"));
+    EXPECT_EQ(listedApps(), names + QStringList{QStringLiteral("Writer")}) << "at the end, and not sorted in";
     EXPECT_EQ(stored("excludedApps").toStringList(), expected);
 }
 
@@ -577,5 +578,5 @@ TEST_F(KeySwapPaneTest, AChooserThatIsDismissedAddsNothing)
     field->setText(QStringLiteral("write"));
     press(*field, Qt::Key_Escape);
     EXPECT_FALSE(chooser->isVisible());
-    EXPECT_EQ(listedApps(), AppExclusion::defaultDenylist());
+    EXPECT_EQ(listedApps(), defaultNames);
 }
