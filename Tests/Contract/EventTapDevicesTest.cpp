@@ -1,7 +1,6 @@
 // Keyboards that come and go, are taken by other programs, and change their layout.
 #include "Contract/EventTapFixture.h"
 
-#include <QDir>
 #include <QProcess>
 
 namespace orvane::tests {
@@ -46,11 +45,12 @@ TEST_F(EventTapDevicesTest, TheKeyboardIsGrabbedOnlyWhileATapIsEnabled)
         EXPECT_TRUE(other.isFloating(keyboard));
         tap.tap()->enable(false);
         EXPECT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
-        tap.tap()->enable(true);
+        EXPECT_TRUE(tap.comesToBeEnabled());
         EXPECT_TRUE(other.isFloating(keyboard));
         tap.tap()->removeFromMainRunLoop();
         EXPECT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
         tap.tap()->addToMainRunLoop();
+        EXPECT_TRUE(tap.comesToBeEnabled());
         EXPECT_TRUE(other.isFloating(keyboard));
     }
     EXPECT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
@@ -58,15 +58,12 @@ TEST_F(EventTapDevicesTest, TheKeyboardIsGrabbedOnlyWhileATapIsEnabled)
 
 TEST_F(EventTapDevicesTest, ThereIsAThreadOnlyWhileThereIsATap)
 {
-    const auto threads = [] {
-        return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
-    };
-    const auto before = threads();
+    const auto before = threadsSince();
     {
         const LambdaTap tap(taps);
-        EXPECT_EQ(threads(), before + 1);
+        EXPECT_EQ(threadsSince(before).size(), 1);
     }
-    EXPECT_TRUE(eventually(10s, [&] { return threads() == before; }));
+    EXPECT_TRUE(eventually(10s, [&] { return threadsSince(before).isEmpty(); }));
 }
 
 TEST_F(EventTapDevicesTest, AnUnpluggedKeyboardsKeysComeUpAndItIsTakenAgainWhenItReturns)
@@ -89,7 +86,8 @@ TEST_F(EventTapDevicesTest, WhereAnotherProgramHasTheKeyboardATapIsMadeButNotEna
 {
     OtherClient rival;
     ASSERT_TRUE(rival.grabDevice(keyboard));
-    LambdaTap tap(taps);
+    LambdaTap tap(taps, {}, keyboardMask, EventTaps::Options::defaultTap, EventTaps::Placement::headInsert,
+                  LambdaTap::Enabling::once);
     ASSERT_TRUE(tap.tap()) << "it can be enabled later";
     EXPECT_FALSE(tap.tap()->isEnabled());
     EXPECT_THAT(log.messages().join(QLatin1Char('\n')).toStdString(),
@@ -101,14 +99,14 @@ TEST_F(EventTapDevicesTest, ATapThatWasMadeMeanwhileCanBeEnabledOnceTheOtherProg
 {
     auto rival = std::make_unique<OtherClient>();
     ASSERT_TRUE(rival->grabDevice(keyboard));
-    LambdaTap tap(taps);
+    LambdaTap tap(taps, {}, keyboardMask, EventTaps::Options::defaultTap, EventTaps::Placement::headInsert,
+                  LambdaTap::Enabling::once);
     rival.reset();
     ASSERT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
-    tap.tap()->enable(true);
-    ASSERT_TRUE(tap.tap()->isEnabled());
+    ASSERT_TRUE(tap.comesToBeEnabled());
     hardware.tap(key::a);
     EXPECT_TRUE(typesOnce("a"));
-    EXPECT_EQ(tap.seen().size(), 2u);
+    EXPECT_TRUE(eventually(10s, [&] { return tap.seen().size() == 2; })) << tap.seen().size();
 }
 
 TEST_F(EventTapDevicesTest, AnEnabledTapWhoseKeyboardsAreLostToAnotherStaysDisabled)

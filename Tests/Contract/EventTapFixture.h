@@ -9,6 +9,9 @@
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 #include "Support/Eventually.h"
 
+#include <QDir>
+#include <QSet>
+
 #include <atomic>
 
 #include <gmock/gmock.h>
@@ -23,6 +26,14 @@ protected:
         EXPECT_TRUE(eventually(10s, [this] { return other.keysDown().isEmpty(); }));
     }
 
+    /// Returns the ids of the threads that have begun since. A thread that was joined is listed for a moment
+    /// more, so their number tells nothing.
+    static QSet<QString> threadsSince(const QSet<QString>& before = {})
+    {
+        const QStringList all =
+            QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        return QSet<QString>(all.begin(), all.end()) - before;
+    }
     /// Waits until the window has got this many keys and returns them.
     QStringList keysOnce(qsizetype count)
     {

@@ -43,15 +43,6 @@ protected:
         useUntilTheRunLoopGoesOn(use);
         EXPECT_TRUE(server.letGoOn()) << "it waited for the server";
     }
-    /// As the service does with a disabled tap, again and again.
-    static bool isEnabledAgain(LambdaTap& tap)
-    {
-        return eventually(deadline, [&] {
-            if (!tap.tap()->isEnabled())
-                tap.tap()->enable(true);
-            return tap.tap()->isEnabled();
-        });
-    }
     void typeAndExpectSeen(LambdaTap& tap)
     {
         hardware.tap(key::a);
@@ -67,7 +58,8 @@ class EventTapOfEachKindHeldServerTest : public EventTapHeldServerTest,
 protected:
     std::unique_ptr<LambdaTap> makeTap()
     {
-        return std::make_unique<LambdaTap>(taps, LambdaTap::Handler(), keyboardMask, GetParam());
+        return std::make_unique<LambdaTap>(taps, LambdaTap::Handler(), keyboardMask, GetParam(),
+                                           EventTaps::Placement::headInsert, LambdaTap::Enabling::once);
     }
 };
 
@@ -83,7 +75,7 @@ TEST_P(EventTapOfEachKindHeldServerTest, OneMadeMeanwhileCanBeEnabledWhenTheServ
     whileHeld([&] { tap = makeTap(); });
     ASSERT_TRUE(tap->tap()) << "a server that is late has refused nothing";
     EXPECT_FALSE(tap->tap()->isEnabled());
-    ASSERT_TRUE(isEnabledAgain(*tap));
+    ASSERT_TRUE(tap->comesToBeEnabled());
     typeAndExpectSeen(*tap);
 }
 
@@ -98,7 +90,7 @@ TEST_P(EventTapOfEachKindHeldServerTest, OneMadeAndRemovedMeanwhileLeavesNothing
 TEST_P(EventTapOfEachKindHeldServerTest, OneRemovedMeanwhileFreesTheKeyboard)
 {
     auto tap = makeTap();
-    ASSERT_TRUE(tap->tap()->isEnabled());
+    ASSERT_TRUE(tap->comesToBeEnabled());
     whileHeld([&] { tap.reset(); });
     EXPECT_TRUE(eventually(10s, [&] { return !other.isFloating(keyboard); }));
 }
@@ -108,7 +100,7 @@ TEST_P(EventTapOfEachKindHeldServerTest, OneMadeWhileTheServerIsStoppedCanBeEnab
     std::unique_ptr<LambdaTap> tap;
     whileStopped([&] { tap = makeTap(); });
     ASSERT_TRUE(tap->tap());
-    ASSERT_TRUE(isEnabledAgain(*tap));
+    ASSERT_TRUE(tap->comesToBeEnabled());
     typeAndExpectSeen(*tap);
 }
 
@@ -129,7 +121,7 @@ TEST_F(EventTapHeldServerTest, OneThatStaysWorksAfterTheServerWasStopped)
 {
     LambdaTap tap(taps);
     whileStopped([] {});
-    ASSERT_TRUE(isEnabledAgain(tap));
+    ASSERT_TRUE(tap.comesToBeEnabled());
     typeAndExpectSeen(tap);
 }
 

@@ -2,10 +2,14 @@
 #pragma once
 
 #include "Platform/EventTaps.h"
+#include "Support/Eventually.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace orvane::tests {
 
@@ -21,12 +25,16 @@ constexpr EventMask keyboardMask =
 /// A tap that is in place until the object's end, and the events that it has seen.
 class LambdaTap {
 public:
+    /// On a busy machine the server may be late, and then a tap isn't enabled at first; its users try again.
+    enum class Enabling { untilItIs, once };
+
     /// Returns true if the event passes.
     using Handler = std::function<bool(Event&)>;
 
     explicit LambdaTap(EventTaps& taps, Handler handler = {}, EventMask mask = keyboardMask,
                        EventTaps::Options options = EventTaps::Options::defaultTap,
-                       EventTaps::Placement placement = EventTaps::Placement::headInsert)
+                       EventTaps::Placement placement = EventTaps::Placement::headInsert,
+                       Enabling enabling = Enabling::untilItIs)
         : m_handler(std::move(handler)),
           m_tap(taps.tapCreate(EventTaps::Location::session, placement, options, mask, &LambdaTap::callback,
                                this))
@@ -35,8 +43,20 @@ public:
             return;
         m_tap->addToMainRunLoop();
         m_tap->enable(true);
+        if (enabling == Enabling::untilItIs) {
+            EXPECT_TRUE(comesToBeEnabled());
+        }
     }
 
+    /// Enables it again and again, as its users do. False when it isn't enabled after all.
+    [[nodiscard]] bool comesToBeEnabled()
+    {
+        return eventually(std::chrono::seconds(30), [this] {
+            if (!m_tap->isEnabled())
+                m_tap->enable(true);
+            return m_tap->isEnabled();
+        });
+    }
     EventTap* tap() { return m_tap.get(); }
     [[nodiscard]] const std::vector<Event>& seen() const { return m_seen; }
     [[nodiscard]] int timeouts() const { return m_timeouts; }

@@ -71,10 +71,10 @@ TEST_F(MenuTrackingTest, AStatusMenuInAWindowOfTheProgramIsTracked)
 TEST_F(PanelMenuTest, TheMenuThatThePanelDrawsIsTrackedFromItsOpeningToItsClosing)
 {
     ASSERT_TRUE(openByClick());
-    EXPECT_EQ(screen.openMenus().size(), 1);
+    EXPECT_TRUE(eventually(deadline, [this] { return screen.openMenus().size() == 1; }));
     hardware.tap("Escape");
     EXPECT_TRUE(hasPosted({began, ended}));
-    EXPECT_TRUE(screen.openMenus().isEmpty());
+    EXPECT_TRUE(eventually(deadline, [this] { return screen.openMenus().isEmpty(); }));
     ASSERT_TRUE(openByClick());
     hardware.click(QPoint(600, 800));
     EXPECT_TRUE(hasPosted({began, ended, began, ended}));
@@ -106,7 +106,7 @@ TEST_F(PanelMenuTest, AMonitorTakesItsKeyFromThePanelAndTheOthersWorkTheMenu)
     const auto monitor = takeC();
     EXPECT_FALSE(monitors.isTapping());
     ASSERT_TRUE(openByClick());
-    EXPECT_TRUE(monitors.isTapping());
+    ASSERT_TRUE(hasTheKeyboard());
     hardware.tap("c");
     hardware.tap("Down");
     hardware.tap("Down");
@@ -127,7 +127,7 @@ TEST_F(PanelMenuTest, AMonitorThatComesWhileTheMenuIsOpenIsAskedAndEscapeStillCl
     ASSERT_TRUE(openByClick());
     EXPECT_FALSE(monitors.isTapping());
     auto monitor = takeC();
-    EXPECT_TRUE(monitors.isTapping());
+    ASSERT_TRUE(hasTheKeyboard());
     hardware.tap("c");
     EXPECT_TRUE(eventually(deadline, [this] { return seen.size() == 2; }));
     monitor.reset();
@@ -160,7 +160,7 @@ TEST_F(PanelMenuTest, AMainThreadThatHangsDoesNotCostTheKeyboard)
 {
     const auto monitor = takeC();
     ASSERT_TRUE(openByClick());
-    ASSERT_TRUE(monitors.isTapping());
+    ASSERT_TRUE(hasTheKeyboard());
     hardware.tap("Escape");
     // The event loop doesn't run: the tap gets no answer, and after a second the key goes through.
     const QDeadlineTimer limit(deadline);

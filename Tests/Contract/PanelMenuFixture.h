@@ -124,6 +124,14 @@ protected:
         return posted.size() == before + 1 && menus.place() == MenuTracking::Place::desktop;
     }
 
+    /// True once the monitors' tap has the keyboard. On a busy machine it gets it some time after the menu
+    /// opens.
+    bool hasTheKeyboard()
+    {
+        return monitors.isTapping() &&
+               eventually(deadline, [] { return OtherClient().isFloating("testkbd"); });
+    }
+
     /// Adds a monitor that takes the letter C and records what it saw.
     std::unique_ptr<EventMonitor> takeC()
     {

@@ -4,6 +4,7 @@
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -32,8 +33,15 @@ int main(int argc, char** argv)
     if (!tap)
         return 1;
     tap->addToMainRunLoop();
-    tap->enable(true);
-    std::puts("ready");
-    std::fflush(stdout);
+    QTimer enabling; // the server may be late
+    QObject::connect(&enabling, &QTimer::timeout, [&] {
+        tap->enable(true);
+        if (!tap->isEnabled())
+            return;
+        enabling.stop();
+        std::puts("ready");
+        std::fflush(stdout);
+    });
+    enabling.start(0);
     return application.exec();
 }
