@@ -74,7 +74,7 @@ bool WindowDrag::moveTo(QPoint target)
     return m_moves;
 }
 
-void WindowDrag::fling(QPoint target, const Fling& fling)
+QElapsedTimer WindowDrag::fling(QPoint target, const Fling& fling)
 {
     const QPoint from = handle(m_windows, m_window);
     movePointer(from);
@@ -82,10 +82,14 @@ void WindowDrag::fling(QPoint target, const Fling& fling)
     m_held = true;
     fling.pressed();
 
-    // The pace is that of the hand, and no wait for anything.
+    // The pace is that of the hand, and no wait for anything. A hand makes all its steps, also when this
+    // process is late: a window manager spends the first ones on telling a drag from a click.
     QElapsedTimer clock;
     clock.start();
     qint64 nextStep = 0;
+    QElapsedTimer sinceRelease;
+    const qint64 steps = fling.time / stepTime;
+    qint64 step = 0;
     QTimer pace;
     pace.setTimerType(Qt::PreciseTimer);
     QEventLoop loop;
@@ -97,15 +101,19 @@ void WindowDrag::fling(QPoint target, const Fling& fling)
                 movePointer(*fling.goesOnTo);
             return loop.quit();
         }
-        const double part = std::min(1.0, double(clock.elapsed()) / double(fling.time.count()));
-        movePointer((QPointF(from) + QPointF(target - from) * part).toPoint());
-        if (part < 1.0)
+        while (step < std::min<qint64>(steps, clock.elapsed() / stepTime.count())) {
+            ++step;
+            movePointer((QPointF(from) + QPointF(target - from) * double(step) / double(steps)).toPoint());
+        }
+        if (step < steps)
             return;
+        sinceRelease.start();
         release();
         nextStep = clock.elapsed() + stepTime.count();
     });
     pace.start(stepTime);
     loop.exec();
+    return sinceRelease;
 }
 
 void WindowDrag::movePointer(QPoint place)

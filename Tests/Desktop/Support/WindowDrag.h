@@ -5,6 +5,7 @@
 #include "Desktop/Support/Hardware.h"
 #include "Desktop/Support/Windows.h"
 
+#include <QElapsedTimer>
 #include <QPoint>
 
 #include <chrono>
@@ -41,8 +42,9 @@ public:
         /// Called right after the press.
         std::function<void()> pressed = [] {};
     };
-    /// Presses on the title bar, moves evenly to the place in that time and releases there.
-    void fling(QPoint target, const Fling& fling);
+    /// Presses on the title bar, moves evenly to the place in that time and releases there. Returns the clock
+    /// that runs since just before the release.
+    QElapsedTimer fling(QPoint target, const Fling& fling);
 
 private:
     Hardware& m_hardware;
