@@ -55,6 +55,10 @@ protected:
     /// Does something while the server is held. The server is let go after the run loop was seen to go on.
     void whileHeld(const std::function<void()>& use)
     {
+        // The toolkit asks the server about some events and waits: nothing of what came before is left
+        // unread.
+        EXPECT_TRUE(settleWindowManager());
+        letToolkitReadDevices();
         holder.hold();
         bool isDone = false;
         int ticks = 0;
