@@ -144,7 +144,8 @@ TEST_P(WindowPlacement, TheFrameIsWhatTheServerShows)
     const ForeignWindow window(m_windows, kind(), u"Read"_qs);
     const AXUIElement element = elementOf(window);
     EXPECT_TRUE(eventually(deadline, [&] { return frameOf(element) == QRectF(window.frame()); }));
-    EXPECT_TRUE(m_windows.outermost(window.id).contains(window.frame()));
+    EXPECT_TRUE(
+        eventually(deadline, [&] { return m_windows.outermost(window.id).contains(window.frame()); }));
 }
 
 TEST_P(WindowPlacement, NeighbouringHalvesMeet)

@@ -91,11 +91,11 @@ TEST_F(PanelsLiveTest, TheCompositorIsFollowedAsItComesAndGoes)
     const auto restore = qScopeGuard([] { setCompositing(true); });
     ASSERT_TRUE(setCompositing(false));
     EXPECT_TRUE(eventually(deadline, [&] { return !panels.isCompositing(); }));
-    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(eventually(deadline, [&] { return changes == 1; })) << changes;
     EXPECT_FALSE(X11Panels(center).isCompositing());
     ASSERT_TRUE(setCompositing(true));
     EXPECT_TRUE(eventually(deadline, [&] { return panels.isCompositing(); }));
-    EXPECT_EQ(changes, 2);
+    EXPECT_TRUE(eventually(deadline, [&] { return changes == 2; })) << changes;
 }
 
 TEST_F(PanelsLiveTest, AJoinedWindowIsOnAllSpacesAtEachShowing)

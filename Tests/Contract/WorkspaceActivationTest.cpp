@@ -88,7 +88,8 @@ TEST_F(WorkspaceActivationTest, AWindowOnAnotherDesktopBringsThatDesktop)
 {
     const auto currentDesktop = [&] { return value(m_x->root(), "_NET_CURRENT_DESKTOP", XCB_ATOM_CARDINAL); };
     ASSERT_GE(value(m_x->root(), "_NET_NUMBER_OF_DESKTOPS", XCB_ATOM_CARDINAL), 2u);
-    ASSERT_EQ(currentDesktop(), 0u);
+    ask(m_x->root(), "_NET_CURRENT_DESKTOP", 0);
+    ASSERT_TRUE(eventually(deadline, [&] { return currentDesktop() == 0; }));
     const xcb_window_t terminal = windowOfTerminal();
     const RunningApplication application = *m_workspace.frontmostApplication();
     ownWindow();

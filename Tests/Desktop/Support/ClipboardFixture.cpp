@@ -1,6 +1,7 @@
 #include "Desktop/Support/ClipboardFixture.h"
 
 #include "Desktop/Support/AccessibleTree.h"
+#include "Desktop/Support/OtherClient.h"
 #include "Desktop/Support/Peer.h"
 #include "Support/Eventually.h"
 
@@ -170,7 +171,8 @@ void ClipboardFixture::chooseInRowMenu(const QString& row, RowEntry entry)
     const auto windows = [&] { return m_screen.windowsOf(m_program->pid()).size(); };
     const qsizetype before = windows();
     ASSERT_TRUE(clickOn(row, QStringLiteral("list item"), Button::right));
-    ASSERT_TRUE(eventually(5s, [&] { return windows() > before; }));
+    // The menu is on the screen before it has the keyboard.
+    ASSERT_TRUE(eventually(5s, [&] { return windows() > before && OtherClient().isKeyboardGrabbed(); }));
     for (int i = 0; i <= static_cast<int>(entry); ++i)
         m_hardware.tap("Down");
     m_hardware.tap("Return");

@@ -1,6 +1,7 @@
 // The history's panel with two monitors side by side: 1440 by 900, and 1280 by 1000 to the right of it.
 #include "Desktop/Support/ClipboardFixture.h"
 #include "Desktop/Support/Peer.h"
+#include "Support/Eventually.h"
 
 namespace orvane::tests {
 namespace {
@@ -67,7 +68,7 @@ TEST_F(ClipboardTwoMonitorsTest, ChoosingOnTheSecondWorks)
     (void)frameAt({1700, 300});
     ASSERT_TRUE(clickOn(QStringLiteral("alpha"), QStringLiteral("list item")));
     EXPECT_TRUE(panelCloses());
-    EXPECT_EQ(clipboardText(), QStringLiteral("alpha"));
+    EXPECT_TRUE(eventually(10s, [] { return clipboardText() == QStringLiteral("alpha"); }));
 }
 
 } // namespace orvane::tests

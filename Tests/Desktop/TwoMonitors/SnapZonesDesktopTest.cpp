@@ -1,5 +1,6 @@
 // Windows that a person drags to the edges of two monitors.
 #include "Desktop/Support/SnapZonesFixture.h"
+#include "Desktop/Support/WindowManager.h"
 #include "Support/Eventually.h"
 
 #include <QProcess>
@@ -162,8 +163,8 @@ TEST_F(SnapDragDesktopTest, LeavingTheEdgeHidesThePreviewAndTheWindowStaysWhereI
     ASSERT_TRUE(previewCovers(placeOf(Zone::leftHalf, m_windows.workArea(primary)), before, target));
     ASSERT_TRUE(hand.moveTo(primary.center()));
     EXPECT_TRUE(eventually(5s, [&] { return shown().isEmpty(); }));
-    QRect last;
-    EXPECT_TRUE(eventually(5s, [&] { return std::exchange(last, m_windows.frame(target.window)) == last; }));
+    ASSERT_TRUE(settleWindowManager()); // the window is where the pointer has drawn it
+    const QRect last = m_windows.frame(target.window);
     hand.release();
     EXPECT_TRUE(nothingIsShown());
     EXPECT_EQ(m_windows.frame(target.window).topLeft(), last.topLeft());
