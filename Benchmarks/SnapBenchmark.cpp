@@ -47,6 +47,7 @@ Platform withDesktop(const Platform& fakes, const Platform& real)
             .sound = fakes.sound,
             .standardDefaults = fakes.standardDefaults,
             .systemStatusBar = fakes.systemStatusBar,
+            .textRecognition = fakes.textRecognition,
             .windowDrags = fakes.windowDrags,
             .sharedWorkspace = fakes.sharedWorkspace};
 }

@@ -27,6 +27,7 @@ class RunLoop;
 class Screens;
 class Sound;
 class StatusBar;
+class TextRecognition;
 class WindowDrags;
 class Workspace;
 
@@ -53,6 +54,7 @@ struct Platform {
     Sound& sound;
     DefaultsStore& standardDefaults;
     StatusBar& systemStatusBar;
+    TextRecognition& textRecognition;
     WindowDrags& windowDrags;
     Workspace& sharedWorkspace;
 };

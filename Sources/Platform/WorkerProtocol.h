@@ -5,6 +5,7 @@
 // if an enemy had written it. A new request is a new kind with its own payloads; the frame stays.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -19,7 +20,9 @@ inline constexpr std::uint32_t magic = 0x4B57524F;
 /// To be raised when a payload changes; a kind that is added leaves it.
 inline constexpr std::uint16_t version = 1;
 inline constexpr std::size_t longestMessage = 4096;
-inline constexpr std::size_t mostDescriptors = 2;
+inline constexpr std::size_t mostLanguages = 4;
+/// A memory file and a model for each language.
+inline constexpr std::size_t mostDescriptors = 1 + mostLanguages;
 /// The worker's end of the socket pair, in the worker.
 inline constexpr int workerDescriptor = 3;
 /// A side of a picture, and a picture's area, beyond which it isn't opened.
@@ -34,6 +37,13 @@ enum class Kind : std::uint16_t {
     /// A file to read from and a memory file; Pixels, and the PictureSize of what was written as the answer:
     /// rows without gaps, each pixel four bytes, red, green, blue and alpha, premultiplied.
     pixels = 3,
+    /// The models of the languages; Languages, and an empty answer once they are loaded.
+    prepareText = 5,
+    /// A memory file and the models; ReadText, and Written as the answer. The file begins with the pixels,
+    /// rows
+    /// without gaps and each pixel a number 0xXXRRGGBB in the machine's byte order, and then with the text in
+    /// UTF-8: a line feed ends each line. A text that is longer than the file fails.
+    readText = 6,
 };
 
 enum class Status : std::uint16_t {
@@ -79,6 +89,20 @@ struct Written {
 struct Pixels {
     PictureSize most;
 };
+
+/// The names of one to `mostLanguages` languages in the order of their models, the first before the others
+/// where a word can be read in several. Names are joined by '+'; zeros follow.
+struct Languages {
+    std::array<char, 64> names{};
+};
+
+struct ReadText {
+    PictureSize size;
+    Languages languages;
+};
+
+/// The area of a picture beyond which its text isn't read.
+inline constexpr std::uint64_t largestTextArea = 64'000'000;
 
 static_assert(sizeof(Header) == 16 && sizeof(Resize) == 24);
 

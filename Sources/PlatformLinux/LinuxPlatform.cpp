@@ -33,6 +33,7 @@
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
 #include "PlatformLinux/WindowDrags/X11WindowDrags.h"
 #include "PlatformLinux/Worker/WorkerPictures.h"
+#include "PlatformLinux/Worker/WorkerTextRecognition.h"
 
 #include <QThreadPool>
 
@@ -97,6 +98,7 @@ struct LinuxPlatform::Services {
     X11WindowDrags windowDrags{eventMonitors, screens, permissions};
     X11Pasteboard generalPasteboard{log, runLoop};
     WorkerPictures pictures{log};
+    WorkerTextRecognition textRecognition{log};
 
     Platform platform{.accessibility = accessibility,
                       .application = process.application,
@@ -120,6 +122,7 @@ struct LinuxPlatform::Services {
                       .sound = sound,
                       .standardDefaults = defaults,
                       .systemStatusBar = statusBar,
+                      .textRecognition = textRecognition,
                       .windowDrags = windowDrags,
                       .sharedWorkspace = workspace};
 };
@@ -161,6 +164,7 @@ int LinuxPlatform::run()
     if (m_services) {
         m_services->permissions.giveUpWaiting();
         m_services->pictures.giveUp();
+        m_services->textRecognition.giveUp();
     }
     // Work on the pool may use the platform, and files that it writes have to be complete.
     QThreadPool::globalInstance()->waitForDone();

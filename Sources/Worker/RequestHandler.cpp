@@ -1,6 +1,7 @@
 #include "Worker/RequestHandler.h"
 
 #include "Worker/PictureWork.h"
+#include "Worker/TextWork.h"
 
 #include <exception>
 
@@ -32,6 +33,16 @@ std::optional<Bytes> carryOut(const Message& request, Descriptors descriptors)
     case Kind::pixels:
         if (const auto order = payloadAs<Pixels>(request.payload); order && hasTwo)
             return bytesOf(PictureWork::writePixels(descriptors[0], descriptors[1], *order));
+        return std::nullopt;
+    case Kind::prepareText:
+        if (const auto languages = payloadAs<Languages>(request.payload)) {
+            TextWork::prepare(descriptors, *languages);
+            return Bytes();
+        }
+        return std::nullopt;
+    case Kind::readText:
+        if (const auto order = payloadAs<ReadText>(request.payload); order && !descriptors.empty())
+            return bytesOf(TextWork::read(descriptors[0], descriptors.subspan(1), *order));
         return std::nullopt;
     }
     return std::nullopt;

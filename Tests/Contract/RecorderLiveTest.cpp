@@ -127,6 +127,7 @@ protected:
                   .sound = fake.sound,
                   .standardDefaults = fake.defaults,
                   .systemStatusBar = fake.statusBar,
+                  .textRecognition = fake.textRecognition,
                   .windowDrags = fake.windowDrags,
                   .sharedWorkspace = fake.workspace};
     PlatformScope scope{live};

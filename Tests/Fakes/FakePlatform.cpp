@@ -25,6 +25,7 @@ FakePlatform::FakePlatform()
                  .sound = sound,
                  .standardDefaults = defaults,
                  .systemStatusBar = statusBar,
+                 .textRecognition = textRecognition,
                  .windowDrags = windowDrags,
                  .sharedWorkspace = workspace},
       m_scope(m_platform)

@@ -20,6 +20,7 @@
 #include "Fakes/FakeScreens.h"
 #include "Fakes/FakeSound.h"
 #include "Fakes/FakeStatusBar.h"
+#include "Fakes/FakeTextRecognition.h"
 #include "Fakes/FakeWindowDrags.h"
 #include "Fakes/FakeWorkspace.h"
 #include "Platform/Bundle.h"
@@ -80,6 +81,7 @@ public:
     FakePanels panels{notificationCenter};
     FakePermissions permissions{&notificationCenter};
     FakeStatusBar statusBar{&notificationCenter};
+    FakeTextRecognition textRecognition;
     FakeScreens screens{notificationCenter};
     FakeWindowDrags windowDrags{accessibility, eventMonitors};
 

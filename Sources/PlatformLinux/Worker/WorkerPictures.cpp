@@ -2,6 +2,7 @@
 
 #include "PlatformLinux/Common/HelperProgram.h"
 #include "PlatformLinux/Worker/NewFile.h"
+#include "PlatformLinux/Worker/PixelMemory.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -11,7 +12,6 @@
 #include <cmath>
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 
 namespace orvane {
@@ -60,30 +60,6 @@ std::optional<PictureSize> sizeOf(const std::optional<WorkerClient::Bytes>& answ
 {
     const auto size = answer ? payloadAs<PictureSize>(*answer) : std::nullopt;
     return size && isAllowed(*size) ? size : std::nullopt;
-}
-
-/// A memory file of a size that nobody can change any more.
-FileDescriptor makePixelMemory(std::size_t size)
-{
-    FileDescriptor memory(::memfd_create("orvane-pixels", MFD_CLOEXEC | MFD_ALLOW_SEALING));
-    if (!memory || ::ftruncate(memory.get(), static_cast<off_t>(size)) != 0 ||
-        ::fcntl(memory.get(), F_ADD_SEALS, F_SEAL_GROW | F_SEAL_SHRINK | F_SEAL_SEAL) != 0)
-        return {};
-    return memory;
-}
-
-std::optional<QByteArray> readAll(int descriptor, qsizetype size)
-{
-    QByteArray bytes(size, Qt::Uninitialized);
-    qsizetype done = 0;
-    while (done < size) {
-        const ssize_t got =
-            ::pread(descriptor, bytes.data() + done, static_cast<std::size_t>(size - done), done);
-        if (got <= 0)
-            return std::nullopt;
-        done += got;
-    }
-    return bytes;
 }
 
 } // namespace
@@ -138,14 +114,14 @@ std::optional<Pictures::Pixels> WorkerPictures::thumbnail(const QString& path, S
     if (!isAllowed(limit) || pixels > mostPixels)
         return std::nullopt;
     const FileDescriptor file = openPlainFile(path);
-    const FileDescriptor memory = file ? makePixelMemory(pixels * 4) : FileDescriptor();
+    const FileDescriptor memory = file ? PixelMemory::make(pixels * 4) : FileDescriptor();
     if (!memory)
         return std::nullopt;
     const auto size = sizeOf(m_client.ask(Kind::pixels, bytesOf(WorkerProtocol::Pixels{limit}),
                                           std::array{file.get(), memory.get()}, stop));
     if (!size || size->width > limit.width || size->height > limit.height)
         return std::nullopt;
-    auto bytes = readAll(memory.get(), qsizetype{size->width} * size->height * 4);
+    auto bytes = PixelMemory::read(memory.get(), qsizetype{size->width} * size->height * 4);
     if (!bytes)
         return std::nullopt;
     return Pixels{{static_cast<int>(size->width), static_cast<int>(size->height)}, *std::move(bytes)};

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <fstream>
+#include <string_view>
 
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -180,6 +182,41 @@ TEST(RequestHandlerTest, WritesPixelsFromTheTopPremultiplied)
     const std::vector<std::uint8_t> expected{255, 0, 0,   255, 0,   255, 0,   255,
                                              0,   0, 255, 255, 255, 255, 255, 255};
     EXPECT_EQ(target.read(100), expected);
+}
+
+TEST(RequestHandlerTest, FailsForTextOrdersThatCannotBe)
+{
+    const MemoryFile memory(std::vector<std::uint8_t>(4 * 4 * 4));
+    const MemoryFile model({1, 2, 3});
+    const auto languages = [](std::string_view names) {
+        Languages payload;
+        std::ranges::copy(names, payload.names.begin());
+        return payload;
+    };
+    const auto prepare = [&](const Languages& names, std::span<const int> models) {
+        return statusOf(encode({.kind = Kind::prepareText}, bytesOf(names)), models);
+    };
+    const std::array one{model.descriptor()};
+    EXPECT_EQ(prepare(languages("eng"), one), Status::failed); // no model is in that file
+    EXPECT_EQ(prepare(languages("eng"), {}), Status::failed);
+    EXPECT_EQ(prepare(languages("eng+deu"), one), Status::failed);
+    EXPECT_EQ(prepare(languages(""), one), Status::failed);
+    EXPECT_EQ(prepare(languages("../eng"), one), Status::failed);
+    EXPECT_EQ(prepare(languages("eng+"), std::array{model.descriptor(), model.descriptor()}), Status::failed);
+    Languages endless;
+    endless.names.fill('a');
+    EXPECT_EQ(prepare(endless, one), Status::failed);
+    Languages withMore = languages("eng");
+    withMore.names.back() = 'a';
+    EXPECT_EQ(prepare(withMore, one), Status::failed);
+
+    EXPECT_EQ(statusOf(encode({.kind = Kind::prepareText}, std::array<std::byte, 3>{}), one),
+              Status::refused);
+    EXPECT_EQ(statusOf(encode({.kind = Kind::readText}, bytesOf(ReadText{{4, 4}, languages("eng")})), {}),
+              Status::refused);
+    EXPECT_EQ(statusOf(encode({.kind = Kind::readText}, bytesOf(ReadText{{4, 4}, languages("eng")})),
+                       std::array{memory.descriptor(), model.descriptor()}),
+              Status::failed);
 }
 
 } // namespace orvane::tests
