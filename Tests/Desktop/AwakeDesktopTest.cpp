@@ -154,7 +154,7 @@ TEST_F(AwakeDesktopTest, WhileLogindIsStuckItShowsAsleepAndHoldsAsSoonAsItAnswer
         start(awakeOnLaunch());
         ASSERT_TRUE(
             program().waitForLog(QRegularExpression(QStringLiteral("Failed to create power assertion"))));
-        EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Asleep"); }));
+        EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Not kept awake"); }));
     }
     EXPECT_TRUE(locksBecome(QStringLiteral("idle"))) << heldLocks().toStdString();
     EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Awake"); }));
@@ -175,7 +175,7 @@ TEST_F(AwakeDesktopTest, AClickOnTheStatusItemTakesItAwayAndAnotherBringsItBack)
     EXPECT_EQ(item.id, QStringLiteral("net.lindenrow.orvane.awake"));
     click(item, Button::left);
     EXPECT_TRUE(locksBecome(QString()));
-    EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Asleep"); }));
+    EXPECT_TRUE(eventually(10s, [&] { return awakeItem().title == QStringLiteral("Not kept awake"); }));
     click(item, Button::left);
     EXPECT_TRUE(locksBecome(QStringLiteral("idle")));
 }
@@ -344,7 +344,7 @@ TEST_F(AwakeDesktopTest, TheSuitesMenuShowsAndSwitchesTheState)
     click(*item, Button::left);
     ASSERT_TRUE(eventually(10s, [&] {
         menu = item->menu().layout();
-        return menu && menu->find({QStringLiteral("Awake"), QStringLiteral("Let Mac Sleep")});
+        return menu && menu->find({QStringLiteral("Awake"), QStringLiteral("Let Computer Sleep")});
     }));
     ASSERT_TRUE(chooseInOpenMenu(m_screen, m_hardware, *menu, {QStringLiteral("Quit Orvane")}));
     const auto exit = program().wait();

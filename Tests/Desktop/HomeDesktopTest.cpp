@@ -226,7 +226,7 @@ TEST_F(HomeDesktopTest, AModeChosenOnThePageOfCtrlShortcutsHoldsForTheNextKeys)
     openHome({.enabled = {QStringLiteral("keyswap")},
               .more = {{QStringLiteral("net.lindenrow.orvane.keyswap.mode"), QStringLiteral("off")}}});
     click("list item", ctrlShortcuts);
-    click("radio button", QStringLiteral("Swap Ctrl and Cmd everywhere"));
+    click("radio button", QStringLiteral("Swap Ctrl and Super everywhere"));
     Peer editor(Peer::lineEdit());
     ASSERT_TRUE(editor.tells(QStringLiteral("focused")));
     m_hardware.tap("x");
@@ -338,7 +338,7 @@ TEST_F(HomeDesktopTest, AShortcutRecordedOnAChipShowsAtOnceAndFires)
                !focus.startsWith(QStringLiteral("dialog"));
     }));
     chord({"Control_L", "Alt_L", "k"});
-    EXPECT_TRUE(shows("push button", QStringLiteral("Toggle Keep Awake: ⌃⌥K")));
+    EXPECT_TRUE(shows("push button", QStringLiteral("Toggle Keep Awake: Ctrl+Alt+K")));
     EXPECT_TRUE(
         eventually(10s, [&] { return stored().contains(QStringLiteral("KeyboardShortcuts_awake.toggle")); }));
     EXPECT_TRUE(becomesAsleep()) << "recording it isn't using it";
@@ -391,15 +391,15 @@ TEST_F(HomeDesktopTest, TheWindowFollowsTheDesktopsColoursWhileItIsOpen)
 TEST_F(HomeDesktopTest, WithoutTheMenuBarIconTheDockIconIsThere)
 {
     openHome();
-    EXPECT_FALSE(isChecked(QStringLiteral("Show Dock icon")));
+    EXPECT_FALSE(isChecked(QStringLiteral("Show in the task bar")));
     EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::leftOut; }));
-    click("check box", QStringLiteral("Show menu bar icon"));
-    EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show Dock icon")); }));
+    click("check box", QStringLiteral("Show icon in the system tray"));
+    EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show in the task bar")); }));
     EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::listed; }));
-    EXPECT_FALSE(isChecked(QStringLiteral("Show menu bar icon")));
+    EXPECT_FALSE(isChecked(QStringLiteral("Show icon in the system tray")));
     EXPECT_TRUE(eventually(10s, [&] { return m_tray.itemsOf(program().pid()).isEmpty(); }));
-    click("check box", QStringLiteral("Show Dock icon"));
-    EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show menu bar icon")); }));
+    click("check box", QStringLiteral("Show in the task bar"));
+    EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show icon in the system tray")); }));
     EXPECT_TRUE(eventually(10s, [&] { return !m_tray.itemsOf(program().pid()).isEmpty(); }));
     EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::leftOut; }));
 }

@@ -18,7 +18,7 @@ const QString openItem = QStringLiteral("Open Orvane…");
 const QString quitItem = QStringLiteral("Quit Orvane");
 const QString awake = QStringLiteral("Awake");
 const QString keySwap = QStringLiteral("Ctrl Shortcuts");
-const QString nothingIsOn = QStringLiteral("No capabilities are on");
+const QString nothingIsOn = QStringLiteral("No features are on");
 const QString turnOn = QStringLiteral("Turn features on…");
 
 /// Returns the labels once they are the expected ones, or the last others.
@@ -72,8 +72,8 @@ TEST_F(MenusDesktopTest, AwakesEntryFollowsItsState)
     ASSERT_TRUE(becomesAwake());
 
     menu = statusMenu();
-    EXPECT_THAT(menu.find({awake})->labels(), ElementsAre(QStringLiteral("Let Mac Sleep")));
-    EXPECT_TRUE(statusItem().menu().click(menu.find({awake, QStringLiteral("Let Mac Sleep")})->id));
+    EXPECT_THAT(menu.find({awake})->labels(), ElementsAre(QStringLiteral("Let Computer Sleep")));
+    EXPECT_TRUE(statusItem().menu().click(menu.find({awake, QStringLiteral("Let Computer Sleep")})->id));
     ASSERT_TRUE(becomesAsleep());
     EXPECT_THAT(statusMenu().find({awake})->labels(), ElementsAre(QStringLiteral("Keep Awake")));
 }

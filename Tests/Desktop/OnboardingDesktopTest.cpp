@@ -213,7 +213,7 @@ TEST_F(OnboardingDesktopTest, WithNothingTurnedOnItStillFinishes)
     static_cast<void>(menu.aboutToShow());
     const auto layout = menu.layout();
     ASSERT_TRUE(layout);
-    EXPECT_TRUE(layout->find({QStringLiteral("No capabilities are on")}));
+    EXPECT_TRUE(layout->find({QStringLiteral("No features are on")}));
 }
 
 TEST_F(OnboardingDesktopTest, AFinishedFirstRunIsNotShownAgain)

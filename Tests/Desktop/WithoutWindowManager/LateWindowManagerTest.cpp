@@ -37,7 +37,7 @@ TEST_F(LateWindowManagerTest, SnapZonesWorksOnceItIsThereWithoutAClick)
     start({.enabled = {QStringLiteral("snapzones")},
            .shortcuts = {{QStringLiteral("snapzones.leftHalf"), {digitOne, controlOption}}}});
     ASSERT_TRUE(eventually(
-        10s, [&] { return statusMenu().labels().contains(QStringLiteral("No capabilities are on")); }));
+        10s, [&] { return statusMenu().labels().contains(QStringLiteral("No features are on")); }));
     startWindowManager();
     ASSERT_TRUE(eventually(20s, [&] { return isOn(); }));
     EXPECT_FALSE(homeIsShown());
