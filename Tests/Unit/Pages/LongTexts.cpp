@@ -1,12 +1,25 @@
 #include "Unit/Pages/LongTexts.h"
 
+#include "PlatformLinux/Language/Catalogues.h"
+
 #include <QByteArrayView>
+
+#include <gtest/gtest.h>
 
 namespace orvane::tests {
 
-QString LongTexts::translate(const char* context, const char* sourceText, const char*, int) const
+LongTexts::LongTexts()
 {
-    const QString text = QString::fromUtf8(sourceText);
+    // Makes the catalogues known, for a moment.
+    const Catalogues catalogues;
+    EXPECT_TRUE(m_wording.load(QStringLiteral("orvane_en_linux"), QStringLiteral(":/translations")));
+}
+
+QString LongTexts::translate(const char* context, const char* sourceText, const char* disambiguation,
+                             int n) const
+{
+    const QString worded = m_wording.translate(context, sourceText, disambiguation, n);
+    const QString text = worded.isEmpty() ? QString::fromUtf8(sourceText) : worded;
     return QByteArrayView(context) == "KeyText" ? text : lengthened(text);
 }
 

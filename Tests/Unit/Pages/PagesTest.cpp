@@ -1,17 +1,23 @@
-// Every page of the window with texts that are half as long again, and mirrored: no text is cut off, and what
-// stands at the leading edge stands at the right.
+// Every page of the window, from left to right and mirrored: no text is cut off, and letters stand at the
+// leading edge. The texts are half as long again as this desktop's, or in the language that PAGES_IN names.
+#include "Capabilities/SnapZones/Layouts/SnapLayoutCellView.h"
+#include "Capabilities/SnapZones/Layouts/SnapLayoutGridView.h"
 #include "Fakes/FakePlatform.h"
+#include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/HomeView.h"
 #include "Orvane/Home/RootView.h"
 #include "Orvane/Launch/AppEnvironment.h"
 #include "OrvaneCore/Base/Task.h"
 #include "OrvaneKit/Controls/OrvaTextView.h"
+#include "PlatformLinux/Language/Catalogues.h"
 #include "Unit/Pages/LongTexts.h"
 
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QApplication>
-#include <QLabel>
-#include <QScrollArea>
+#include <QImage>
+
+#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -19,16 +25,31 @@ namespace orvane::tests {
 namespace {
 
 /// The language lasts for the whole process, because the descriptions of features are read once.
-class LongTextsEnvironment final : public ::testing::Environment {
+class LanguageEnvironment final : public ::testing::Environment {
 public:
-    void SetUp() override { QCoreApplication::installTranslator(&m_texts); }
+    void SetUp() override
+    {
+        const QString language = qEnvironmentVariable("PAGES_IN");
+        if (!language.isEmpty()) {
+            m_catalogues.emplace(QLocale(language));
+        } else {
+            m_longTexts.emplace();
+            QCoreApplication::installTranslator(&*m_longTexts);
+        }
+    }
+    void TearDown() override
+    {
+        m_longTexts.reset();
+        m_catalogues.reset();
+    }
 
 private:
-    LongTexts m_texts;
+    std::optional<LongTexts> m_longTexts;
+    std::optional<Catalogues> m_catalogues;
 };
 
-[[maybe_unused]] const ::testing::Environment* const longTexts =
-    ::testing::AddGlobalTestEnvironment(new LongTextsEnvironment);
+[[maybe_unused]] const ::testing::Environment* const language =
+    ::testing::AddGlobalTestEnvironment(new LanguageEnvironment);
 
 std::string described(const QWidget& widget, const QString& text)
 {
@@ -36,20 +57,17 @@ std::string described(const QWidget& widget, const QString& text)
     return name.toStdString() + " \"" + text.toStdString() + "\"";
 }
 
-/// Returns the part of the widget that none of the widgets around it cuts off. A scroll area shows all of it,
-/// in turn.
+/// Returns the part of the widget that none of the widgets around it cuts off; what can be scrolled to is
+/// whole.
 QRect uncutPart(const QWidget& widget)
 {
     QRect part = widget.rect();
-    const QWidget* inner = &widget;
-    for (const QWidget* outer = widget.parentWidget(); outer && !inner->isWindow();
-         outer = outer->parentWidget()) {
+    for (const QWidget* outer = widget.parentWidget(); outer; outer = outer->parentWidget()) {
+        const QRect room = outer->rect().translated(-widget.mapTo(outer, QPoint()));
         const bool scrolls = qobject_cast<const QAbstractScrollArea*>(outer->parentWidget()) != nullptr;
-        QRect room = outer->rect();
         if (scrolls)
-            room.setBottom(QWIDGETSIZE_MAX), room.setTop(-QWIDGETSIZE_MAX);
-        part &= room.translated(-widget.mapTo(outer, QPoint()));
-        inner = outer;
+            return part & QRect(room.left(), part.top(), room.width(), part.height());
+        part &= room;
     }
     return part;
 }
@@ -81,6 +99,22 @@ int expectNoTextCutOff(const QWidget& page)
         }
     }
     return count;
+}
+
+/// Returns the smallest rectangle around what the widget paints.
+QRect inkOf(QWidget& widget)
+{
+    QImage picture(widget.size(), QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    widget.render(&picture, QPoint(), QRegion(), QWidget::RenderFlags());
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qAlpha(picture.pixel(x, y)) > 0)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
 }
 
 class PagesTest : public ::testing::TestWithParam<Qt::LayoutDirection> {
@@ -143,7 +177,7 @@ TEST_P(PagesTest, TheFirstRunCutsNoTextOff)
         show(RootView::make(environment));
         for (int i = 0; i < step; ++i) {
             for (QAbstractButton* button : page->findChildren<QAbstractButton*>()) {
-                if (button->isVisible() && button->text().startsWith(QStringLiteral("Continue"))) {
+                if (button->isVisible() && button->text() == ShellText::tr("Continue")) {
                     button->click();
                     break;
                 }
@@ -154,29 +188,44 @@ TEST_P(PagesTest, TheFirstRunCutsNoTextOff)
     }
 }
 
-TEST_P(PagesTest, LabelsStandAtTheLeadingEdge)
+TEST_P(PagesTest, LettersStandAtTheLeadingEdgeOfTheirLabel)
 {
-    const bool mirrored = GetParam() == Qt::RightToLeft;
+    int count = 0;
     for (const auto& selection : selections()) {
         navigation->selection.set(selection);
         show(home());
-        const QImage picture = page->grab().toImage();
-        const auto* area = page->findChild<QScrollArea*>();
-        ASSERT_NE(area, nullptr);
-        const int middle = area->mapTo(page.get(), area->rect().center()).x();
-        for (const auto* text : page->findChildren<OrvaTextView*>()) {
-            if (text->isVisible() &&
-                text->text().startsWith(LongTexts::lengthened(QStringLiteral("Keyboard Shortcuts")))) {
-                const int x = text->mapTo(page.get(), text->rect().center()).x();
-                EXPECT_EQ(x > middle, mirrored) << text->text().toStdString();
-            }
+        for (auto* label : page->findChildren<OrvaTextView*>()) {
+            const int spare = label->width() - label->sizeHint().width();
+            constexpr int tellingRoom = 24; // points
+            if (!label->isVisible() || spare < tellingRoom || !label->alignment().testFlag(Qt::AlignLeft))
+                continue;
+            const QRect ink = inkOf(*label);
+            const int before = ink.left();
+            const int after = label->width() - 1 - ink.right();
+            EXPECT_EQ(before < after, GetParam() == Qt::LeftToRight) << described(*label, label->text());
+            ++count;
         }
     }
+    EXPECT_GT(count, 10);
+}
+
+TEST_P(PagesTest, TheLayoutPanelHasRoomForItsTitles)
+{
+    show(SnapLayoutGridView{.model = std::make_shared<SnapLayoutModel>()}, {});
+    page->adjustSize();
+    int count = 0;
+    for (const auto* cell : page->findChildren<SnapLayoutCellView*>()) {
+        const int text = cell->fontMetrics().horizontalAdvance(cell->text());
+        EXPECT_LE(text, cell->width() - 2 * orvaRingMargin) << described(*cell, cell->text());
+        EXPECT_TRUE(page->rect().contains(cell->geometry())) << described(*cell, cell->text());
+        ++count;
+    }
+    EXPECT_EQ(count, 9);
 }
 
 INSTANTIATE_TEST_SUITE_P(Directions, PagesTest, ::testing::Values(Qt::LeftToRight, Qt::RightToLeft),
-                         [](const auto& info) {
-                             return info.param == Qt::LeftToRight ? "FromLeft" : "FromRight";
+                         [](const auto& direction) {
+                             return direction.param == Qt::LeftToRight ? "FromLeft" : "FromRight";
                          });
 
 } // namespace
