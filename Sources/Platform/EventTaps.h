@@ -25,6 +25,8 @@ public:
     /// Attaches to the main run loop, in all its modes; unattached, no event is delivered.
     virtual void addToMainRunLoop() = 0;
     virtual void removeFromMainRunLoop() = 0;
+    /// May not take effect at once: where another program has the devices, or the system is slow to answer,
+    /// the tap stays disabled, which isEnabled() tells, and is to be enabled again later.
     virtual void enable(bool enabled) = 0;
     [[nodiscard]] virtual bool isEnabled() const = 0;
     /// Ends the tap for good; a tap that was invalidated can't be enabled again.

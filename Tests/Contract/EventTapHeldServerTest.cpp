@@ -117,6 +117,17 @@ TEST_F(EventTapHeldServerTest, OneRemovedWhileTheServerIsStoppedFreesTheKeyboard
     hardware.release(key::a);
 }
 
+TEST_F(EventTapHeldServerTest, OneThatListensGoesOnWhenTheOtherIsRemovedWhileTheServerIsHeld)
+{
+    LambdaTap listening(taps, {}, keyboardMask, EventTaps::Options::listenOnly,
+                        EventTaps::Placement::tailAppend);
+    auto filter = std::make_unique<LambdaTap>(taps);
+    whileHeld([&] { filter.reset(); });
+    EXPECT_TRUE(eventually(deadline, [&] { return !other.isFloating(keyboard); }));
+    ASSERT_TRUE(listening.comesToBeEnabled());
+    typeAndExpectSeen(listening);
+}
+
 TEST_F(EventTapHeldServerTest, OneThatStaysWorksAfterTheServerWasStopped)
 {
     LambdaTap tap(taps);

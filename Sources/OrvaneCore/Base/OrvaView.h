@@ -38,7 +38,6 @@ public:
 
     [[nodiscard]] T get() const { return m_get(); }
     [[nodiscard]] const Sources& sources() const { return m_sources; }
-    [[nodiscard]] bool isConstant() const { return m_sources.empty(); }
 
     [[nodiscard]] Cancellables onChange(const std::function<void()>& handler) const
     {

@@ -4,8 +4,8 @@
 
 #include "Platform/LogSink.h"
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
+#include "PlatformLinux/EventTap/Guardian/TapGuardian.h"
 #include "PlatformLinux/EventTap/KeyInjector.h"
-#include "PlatformLinux/EventTap/TapGuardian.h"
 
 #include <functional>
 #include <memory>

@@ -2,6 +2,7 @@
 
 #include "PlatformLinux/EventTap/KeyListener.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <utility>
@@ -94,18 +95,22 @@ TapSource::Result TapSource::noteLate()
 
 TapSource::Result TapSource::startThread(TapThread::Purpose purpose)
 {
-    if (isTooSoon())
+    const bool isTap = purpose == TapThread::Purpose::tap;
+    if (isTooSoon() || (isTap && !m_grabPause.isOver(GrabPause::Clock::now())))
         return Result::late;
     auto thread = std::make_unique<TapThread>(purpose, m_log, m_faked, m_commandKeys);
     if (thread->ending() == TapThread::Ending::failed)
         return Result::refused;
-    if (thread->ending() == TapThread::Ending::taken)
+    if (thread->ending() == TapThread::Ending::taken) {
+        m_grabPause.noteTaken(GrabPause::Clock::now());
         return Result::late;
+    }
     if (thread->ending() == TapThread::Ending::late)
         return noteLate();
     m_log.forget();
     m_thread = std::move(thread);
-    if (purpose == TapThread::Purpose::tap) {
+    if (isTap) {
+        m_grabPause.noteFree();
         m_shortTurns.emplace();
         m_handlers.keysWait(m_thread->number());
     }
@@ -114,7 +119,7 @@ TapSource::Result TapSource::startThread(TapThread::Purpose purpose)
     return Result::there;
 }
 
-void TapSource::stopThread()
+void TapSource::stopThread(std::chrono::milliseconds patience)
 {
     m_postingEnd.stop();
     m_notifier.reset();
@@ -123,7 +128,7 @@ void TapSource::stopThread()
         return;
     // The member is cleared before the thread is stopped: code that is called meanwhile finds no thread.
     const auto thread = std::move(m_thread);
-    const std::vector<Event> unseen = thread->stop();
+    const std::vector<Event> unseen = thread->stop(patience);
     if (thread->purpose() == TapThread::Purpose::tap)
         m_handlers.keysPass();
     m_unseen.insert(m_unseen.end(), unseen.begin(), unseen.end());
@@ -174,9 +179,13 @@ void TapSource::tidy()
     m_willTidy = false;
     finishListener();
     if (isTapping() && m_need != Need::filtering) {
-        // It begins to listen before the keyboards are free, so it misses no key.
+        // It begins to listen before the keyboards are free, so it misses no key. A server that is late is
+        // waited for once and not for both.
+        const auto begun = std::chrono::steady_clock::now();
         const bool isHeard = m_need != Need::listening || startListener() == Result::there;
-        stopThread();
+        const auto waited =
+            std::chrono::ceil<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begun);
+        stopThread(std::max(TapThread::longestWait - waited, 0ms));
         if (!isHeard)
             m_handlers.listenerEnded();
     }

@@ -7,6 +7,7 @@
 #include "Platform/LogSink.h"
 #include "PlatformLinux/Applications/CommandConvention.h"
 #include "PlatformLinux/EventTap/FakedMotions.h"
+#include "PlatformLinux/EventTap/GrabPause.h"
 #include "PlatformLinux/EventTap/RepeatedLog.h"
 #include "PlatformLinux/EventTap/ShortTurns.h"
 #include "PlatformLinux/EventTap/TapThread.h"
@@ -15,6 +16,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -53,7 +55,8 @@ public:
     TapSource& operator=(const TapSource&) = delete;
 
     /// Sets what the taps in place want from now on, and returns if that is there. May wait for the X server
-    /// for half a second, and after a late answer not again for a second.
+    /// for half a second, and after a late answer not again for a second. While another program has the
+    /// keyboards it tries to get them in pauses that grow from a second to a minute.
     [[nodiscard]] Result setNeed(Need need, EventMask mask);
     /// Tries if it could be had, as setNeed() does. If nothing needs it, it ends with this turn of the event
     /// loop.
@@ -75,7 +78,7 @@ private:
         return m_thread && m_thread->purpose() == TapThread::Purpose::tap;
     }
     Result startThread(TapThread::Purpose purpose);
-    void stopThread();
+    void stopThread(std::chrono::milliseconds patience = TapThread::longestWait);
     Result startListener();
     [[nodiscard]] bool isTooSoon() const;
     Result noteLate();
@@ -105,6 +108,7 @@ private:
     bool m_willTidy = false;
     /// Until then the server isn't asked again for a connection.
     Deadline m_nextAttempt;
+    GrabPause m_grabPause;
     /// The context of queued calls.
     QObject m_context;
 };

@@ -17,8 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The time that the main thread waits for the thread's beginning, and for its end.
-constexpr auto longestWait = 500ms;
 /// The time that the X server may take to open the tap's connection; the main thread ends the wait before.
 constexpr auto longestOpening = 2s;
 
@@ -45,7 +43,7 @@ TapThread::TapThread(Purpose purpose, LogSink& log, FakedMotions& faked,
     if (answer.wait_for(longestWait) == std::future_status::ready)
         return;
     m_givesUp.raise();
-    finish();
+    finish(longestWait);
     m_ending = Ending::late;
 }
 
@@ -54,19 +52,19 @@ TapThread::~TapThread()
     stop();
 }
 
-std::vector<Event> TapThread::stop()
+std::vector<Event> TapThread::stop(std::chrono::milliseconds patience)
 {
     if (m_thread.joinable())
-        finish();
+        finish(patience);
     return std::exchange(m_unseen, {});
 }
 
-void TapThread::finish()
+void TapThread::finish(std::chrono::milliseconds patience)
 {
     m_mailbox.close();
     m_isStopping = true;
     m_wake.raise();
-    if (m_ended.wait_for(longestWait) != std::future_status::ready)
+    if (m_ended.wait_for(patience) != std::future_status::ready)
         m_givesUp.raise();
     m_thread.join();
 }

@@ -5,12 +5,13 @@
 
 #include "Platform/LogSink.h"
 #include "PlatformLinux/Common/EventSignal.h"
+#include "PlatformLinux/EventTap/Guardian/TapGuardian.h"
 #include "PlatformLinux/EventTap/KeyInjector.h"
 #include "PlatformLinux/EventTap/TapEventReader.h"
-#include "PlatformLinux/EventTap/TapGuardian.h"
 #include "PlatformLinux/EventTap/TapMailbox.h"
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <future>
 #include <memory>
@@ -37,6 +38,9 @@ public:
         serverLost, // the X server is gone
     };
 
+    /// The time that the main thread waits for the thread's beginning, and for its end.
+    static constexpr std::chrono::milliseconds longestWait{500};
+
     /// `commandKeys` is called on the thread. Returns when the keyboards are grabbed, or can't be: after some
     /// round trips, and in any case after half a second.
     TapThread(Purpose purpose, LogSink& log, FakedMotions& faked, std::function<CommandKeys()> commandKeys);
@@ -56,14 +60,14 @@ public:
     /// Presses this event after those before it. False when the thread has ended.
     [[nodiscard]] bool post(const Event& event);
 
-    /// Lets everything go after pressing what was posted. Where the server doesn't answer for half a second,
-    /// the end of the connection frees the keyboards, and the guardian releases the keys. Returns in order
-    /// the events of the mask that went on without being shown to the main thread.
-    std::vector<Event> stop();
+    /// Lets everything go after pressing what was posted. Where the server doesn't answer for that long, the
+    /// end of the connection frees the keyboards, and the guardian releases the keys. Returns in order the
+    /// events of the mask that went on without being shown to the main thread.
+    std::vector<Event> stop(std::chrono::milliseconds patience = longestWait);
 
 private:
     void run(std::promise<void> begun, std::promise<void> ended);
-    void finish();
+    void finish(std::chrono::milliseconds patience);
     bool begin();
     void work();
     void wait();

@@ -3,7 +3,7 @@
 // then for none until it has looked. One thread.
 #pragma once
 
-#include "PlatformLinux/EventTap/SharedPulse.h"
+#include "PlatformLinux/EventTap/Guardian/SharedPulse.h"
 #include "PlatformLinux/X11/InputConnection.h"
 
 #include <chrono>

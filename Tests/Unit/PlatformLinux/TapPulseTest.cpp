@@ -1,4 +1,4 @@
-#include "PlatformLinux/EventTap/SharedPulse.h"
+#include "PlatformLinux/EventTap/Guardian/SharedPulse.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Platform/LogSink.h"
-#include "PlatformLinux/EventTap/GuardianLink.h"
-#include "PlatformLinux/EventTap/SharedPulse.h"
+#include "PlatformLinux/EventTap/Guardian/GuardianLink.h"
+#include "PlatformLinux/EventTap/Guardian/SharedPulse.h"
 
 #include <QByteArray>
 

@@ -1,4 +1,4 @@
-#include "PlatformLinux/EventTap/GuardianLink.h"
+#include "PlatformLinux/EventTap/Guardian/GuardianLink.h"
 
 #include "PlatformLinux/Common/HelperProgram.h"
 

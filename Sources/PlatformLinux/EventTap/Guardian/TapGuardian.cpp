@@ -1,4 +1,4 @@
-#include "PlatformLinux/EventTap/TapGuardian.h"
+#include "PlatformLinux/EventTap/Guardian/TapGuardian.h"
 
 #include "PlatformLinux/EventTap/GrabbedKeyboards.h"
 #include "PlatformLinux/X11/InputConnection.h"

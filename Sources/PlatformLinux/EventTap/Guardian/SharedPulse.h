@@ -2,7 +2,7 @@
 #pragma once
 
 #include "PlatformLinux/Common/FileDescriptor.h"
-#include "PlatformLinux/EventTap/TapPulse.h"
+#include "PlatformLinux/EventTap/Guardian/TapPulse.h"
 
 #include <new>
 #include <utility>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "PlatformLinux/Common/FileDescriptor.h"
-#include "PlatformLinux/EventTap/SharedPulse.h"
+#include "PlatformLinux/EventTap/Guardian/SharedPulse.h"
 
 #include <QByteArray>
 
