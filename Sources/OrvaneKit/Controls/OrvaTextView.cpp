@@ -20,6 +20,8 @@ constexpr int narrowest = 72;
 double layOut(QTextLayout& layout, double width, Qt::Alignment alignment)
 {
     QTextOption option(alignment);
+    // The text's own direction and not the page's, or its full stop would stand before it.
+    option.setTextDirection(layout.text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
     double height = 0;
