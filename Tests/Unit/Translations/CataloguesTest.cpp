@@ -5,6 +5,7 @@
 #include "KeyboardShortcuts/Shortcut/Shortcut.h"
 #include "Unit/Translations/TextCatalogue.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -200,6 +201,12 @@ TEST_F(WordsTest, GermanShortcutsHaveTheWordsOfGermanKeyboards)
     EXPECT_EQ(Shortcut(Key::v, eventFlag::control | eventFlag::shift).description(),
               QStringLiteral("Strg+Umschalt+V"));
     EXPECT_EQ(Shortcut(Key::deleteForward, eventFlag::command).description(), QStringLiteral("Super+Entf"));
+}
+
+TEST_F(WordsTest, TheToolkitsOwnButtonsAreGermanToo)
+{
+    speak("de_DE");
+    EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
 }
 
 TEST_F(WordsTest, ShortcutsAreSpokenInTheWordsOfThisDesktop)
