@@ -44,7 +44,7 @@ const QRegularExpression& foreignName()
     static const QRegularExpression expression(
         QStringLiteral(
             "\\b(Mac|Macs|macOS|OS X|MacVim|Apple|Finder|System (Settings|Preferences)|Dock|Cmd|Command|"
-            "Option|Caffeine|Spotlight|Mission Control|Trackpad|Force Touch)\\b|coffee|"
+            "Option|Caffeine|Mission Control|Trackpad|Force Touch)\\b|coffee|"
             "[Mm]enu[ -][Bb]ar|[⌃⌥⇧⌘⌫⌦⎋⏎↩⇥⇞⇟↖↘]|\u20DD|\u20E3"),
         QRegularExpression::UseUnicodePropertiesOption);
     return expression;

@@ -38,8 +38,9 @@ bool isForTheLog(const QString& before)
 const QStringList& names()
 {
     static const QStringList all{
-        QStringLiteral("Orvane"), QStringLiteral("Lindenrow"),
-        QStringLiteral("Space") // the key, worded by wordForKey()
+        QStringLiteral("Orvane"),   QStringLiteral("Lindenrow"),   QStringLiteral("Bing"),
+        QStringLiteral("Unsplash"), QStringLiteral("Daily Frame"), // services, and a folder
+        QStringLiteral("Space")                                    // the key, worded by wordForKey()
     };
     return all;
 }
