@@ -62,9 +62,10 @@ QVariant OrvaAppListModel::data(const QModelIndex& index, int role) const
         return icon(application.iconName);
     case Qt::ToolTipRole:
         if (isPresent(application))
-            return KitText::tr("%1 is on the list already.").arg(*application.bundleIdentifier);
-        return application.bundleIdentifier.value_or(
-            KitText::tr("This application has no identifier, so it can't be chosen."));
+            return KitText::tr("%1 is on the list already.").arg(application.localizedName);
+        return application.bundleIdentifier
+                   ? QString()
+                   : KitText::tr("This application has no identifier, so it can't be chosen.");
     case Qt::AccessibleDescriptionRole:
         return data(index, Qt::ToolTipRole);
     case detailRole:

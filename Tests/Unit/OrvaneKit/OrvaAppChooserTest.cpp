@@ -241,7 +241,7 @@ TEST_F(OrvaAppChooserTest, AProgramThatWasChosenBeforeSaysSoAndIsPassedOver)
     EXPECT_EQ(browser.data().toString(), QStringLiteral("Browser"));
     EXPECT_EQ(browser.data(OrvaAppListModel::detailRole).toString(), QStringLiteral("Added"));
     EXPECT_EQ(browser.data(Qt::AccessibleDescriptionRole).toString(),
-              QStringLiteral("org.example.Browser is on the list already."));
+              QStringLiteral("Browser is on the list already."));
     EXPECT_FALSE(browser.flags() & Qt::ItemIsSelectable);
     press(field(), Qt::Key_Down);
     EXPECT_EQ(chosen(), QStringLiteral("Files"));
@@ -329,7 +329,7 @@ TEST_F(OrvaAppChooserTest, TellsItsPartsToAssistiveTechnology)
     EXPECT_TRUE(programs->child(1)->state().selectable);
     EXPECT_EQ(programs->child(0)->text(QAccessible::Description),
               QStringLiteral("This application has no identifier, so it can't be chosen."));
-    EXPECT_EQ(programs->child(1)->text(QAccessible::Description), QStringLiteral("org.example.Browser"));
+    EXPECT_EQ(programs->child(1)->text(QAccessible::Description), QString()) << "an identifier tells nothing";
 }
 
 TEST_F(OrvaAppChooserTest, AClickOnTheCrossEmptiesTheField)
