@@ -239,7 +239,7 @@ private:
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    const QStringList arguments = application.arguments();
+    const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 6 || !qEnvironmentVariableIsSet("ORVANE_DESKTOP")) {
         std::fputs("picture-taker: is started by Tools/pictures\n", stderr);
         return 2;
