@@ -6,12 +6,14 @@
 #include "PlatformLinux/Common/LargeBlocks.h"
 #include "PlatformLinux/Defaults/JsonDefaultsStore.h"
 #include "PlatformLinux/Defaults/SavingAtExit.h"
+#include "PlatformLinux/DesktopPicture/LinuxDesktopPicture.h"
 #include "PlatformLinux/EventMonitors/X11EventMonitors.h"
 #include "PlatformLinux/EventTap/XInputEventTaps.h"
 #include "PlatformLinux/Files/AutostartLoginItem.h"
 #include "PlatformLinux/Files/ProgramBundle.h"
 #include "PlatformLinux/Files/XdgFileManager.h"
 #include "PlatformLinux/HotKeys/X11HotKeys.h"
+#include "PlatformLinux/Http/FetcherHttp.h"
 #include "PlatformLinux/Keys/ServerKeymap.h"
 #include "PlatformLinux/Keys/XkbInputSources.h"
 #include "PlatformLinux/Language/Catalogues.h"
@@ -99,17 +101,21 @@ struct LinuxPlatform::Services {
     X11Pasteboard generalPasteboard{log, runLoop};
     WorkerPictures pictures{log};
     WorkerTextRecognition textRecognition{log};
+    FetcherHttp http{runLoop};
+    LinuxDesktopPicture desktopPicture{pictures};
 
     Platform platform{.accessibility = accessibility,
                       .application = process.application,
                       .mainBundle = bundle,
                       .clock = clock,
                       .defaultNotificationCenter = notificationCenter,
+                      .desktopPicture = desktopPicture,
                       .eventMonitors = eventMonitors,
                       .eventTaps = eventTaps,
                       .fileManager = fileManager,
                       .generalPasteboard = generalPasteboard,
                       .hotKeys = hotKeys,
+                      .http = http,
                       .inputSources = inputSources,
                       .loginItem = loginItem,
                       .log = log,
@@ -165,6 +171,7 @@ int LinuxPlatform::run()
         m_services->permissions.giveUpWaiting();
         m_services->pictures.giveUp();
         m_services->textRecognition.giveUp();
+        m_services->http.giveUp();
     }
     // Work on the pool may use the platform, and files that it writes have to be complete.
     QThreadPool::globalInstance()->waitForDone();

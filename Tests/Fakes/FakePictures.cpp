@@ -10,6 +10,8 @@ std::optional<Pictures::Size> FakePictures::measure(const QString& path, std::st
     if (stop.stop_requested())
         return std::nullopt;
     const std::lock_guard lock(m_mutex);
+    if (elsewhere && !m_files.contains(path))
+        return elsewhere(path);
     return m_files.value(path);
 }
 

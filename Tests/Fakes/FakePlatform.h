@@ -5,9 +5,11 @@
 #include "Fakes/FakeApplication.h"
 #include "Fakes/FakeClock.h"
 #include "Fakes/FakeDefaultsStore.h"
+#include "Fakes/FakeDesktopPicture.h"
 #include "Fakes/FakeEventMonitors.h"
 #include "Fakes/FakeEventTaps.h"
 #include "Fakes/FakeHotKeys.h"
+#include "Fakes/FakeHttp.h"
 #include "Fakes/FakeInputSources.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeLoginItem.h"
@@ -49,8 +51,11 @@ public:
         return supportDirectories;
     }
 
+    [[nodiscard]] std::optional<QString> picturesDirectory() const override { return pictures; }
+
     mutable int reads = 0;
     QStringList supportDirectories{QStringLiteral("/fake/support")};
+    std::optional<QString> pictures = QStringLiteral("/fake/Pictures");
 };
 
 class FakePlatform {
@@ -63,6 +68,7 @@ public:
     FakeApplication application;
     FakeBundle bundle;
     FakeClock clock;
+    FakeDesktopPicture desktopPicture;
     FakeEventMonitors eventMonitors;
     FakeEventTaps eventTaps;
     FakeFileManager fileManager;
@@ -72,6 +78,7 @@ public:
     FakePictures pictures;
     FakePowerAssertions powerAssertions;
     FakeRunLoop runLoop{clock};
+    FakeHttp http{runLoop};
     FakePasteboard generalPasteboard{runLoop};
     FakeSound sound;
     FakeDefaultsStore defaults;

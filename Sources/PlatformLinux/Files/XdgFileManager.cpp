@@ -1,5 +1,7 @@
 #include "PlatformLinux/Files/XdgFileManager.h"
 
+#include <QStandardPaths>
+
 namespace orvane {
 
 XdgFileManager::XdgFileManager(XdgDirectories directories) : m_directories(std::move(directories)) {}
@@ -9,6 +11,12 @@ QStringList XdgFileManager::applicationSupportDirectories() const
     if (!m_directories.data)
         return {};
     return {*m_directories.data};
+}
+
+std::optional<QString> XdgFileManager::picturesDirectory() const
+{
+    const QString path = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return path.isEmpty() ? std::nullopt : std::optional(path);
 }
 
 } // namespace orvane

@@ -11,6 +11,7 @@ public:
     explicit XdgFileManager(XdgDirectories directories = XdgDirectories::ofThisProcess());
 
     [[nodiscard]] QStringList applicationSupportDirectories() const override;
+    [[nodiscard]] std::optional<QString> picturesDirectory() const override;
 
 private:
     XdgDirectories m_directories;
