@@ -334,6 +334,195 @@
     </message>
 </context>
 <context>
+    <name>DailyFrameText</name>
+    <message>
+        <source>Daily Wallpaper</source>
+        <translation>Tägliches Hintergrundbild</translation>
+    </message>
+    <message>
+        <source>Freshen your desktop with a new wallpaper every day from Bing or Unsplash.</source>
+        <translation>Bringt jeden Tag ein neues Hintergrundbild von Bing oder Unsplash auf den Schreibtisch.</translation>
+    </message>
+    <message>
+        <source>New Wallpaper Now</source>
+        <translation>Jetzt neues Hintergrundbild</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Vorheriges</translation>
+    </message>
+    <message>
+        <source>New Wallpaper</source>
+        <translation>Neues Hintergrundbild</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächstes</translation>
+    </message>
+    <message>
+        <source>Wallpaper source</source>
+        <translation>Bildquelle</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>Region</translation>
+    </message>
+    <message>
+        <source>Apply to all displays</source>
+        <translation>Auf allen Bildschirmen zeigen</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Show photo credit</source>
+        <translation>Bildnachweis zeigen</translation>
+    </message>
+    <message>
+        <source>Save a copy to Pictures</source>
+        <translation>Kopie im Bilderordner sichern</translation>
+    </message>
+    <message>
+        <source>United States</source>
+        <translation>Vereinigte Staaten</translation>
+    </message>
+    <message>
+        <source>United Kingdom</source>
+        <translation>Vereinigtes Königreich</translation>
+    </message>
+    <message>
+        <source>Canada</source>
+        <translation>Kanada</translation>
+    </message>
+    <message>
+        <source>Australia</source>
+        <translation>Australien</translation>
+    </message>
+    <message>
+        <source>India</source>
+        <translation>Indien</translation>
+    </message>
+    <message>
+        <source>Germany</source>
+        <translation>Deutschland</translation>
+    </message>
+    <message>
+        <source>France</source>
+        <translation>Frankreich</translation>
+    </message>
+    <message>
+        <source>Spain</source>
+        <translation>Spanien</translation>
+    </message>
+    <message>
+        <source>Italy</source>
+        <translation>Italien</translation>
+    </message>
+    <message>
+        <source>Japan</source>
+        <translation>Japan</translation>
+    </message>
+    <message>
+        <source>China</source>
+        <translation>China</translation>
+    </message>
+    <message>
+        <source>Brazil</source>
+        <translation>Brasilien</translation>
+    </message>
+    <message>
+        <source>The data couldn’t be read because it isn’t in the correct format.</source>
+        <translation>Die Daten konnten nicht gelesen werden, da sie nicht das richtige Format haben.</translation>
+    </message>
+    <message>
+        <source>Photo by %1 on Unsplash</source>
+        <translation>Foto von %1 auf Unsplash</translation>
+    </message>
+    <message>
+        <source>The wallpaper service returned an unexpected response.</source>
+        <translation>Der Bilderdienst hat unerwartet geantwortet.</translation>
+    </message>
+    <message>
+        <source>No wallpapers were returned by the service.</source>
+        <translation>Der Dienst hat keine Bilder geliefert.</translation>
+    </message>
+    <message>
+        <source>Bing Image of the Day</source>
+        <translation>Bing – Bild des Tages</translation>
+    </message>
+    <message>
+        <source>Unsplash (Daylight)</source>
+        <translation>Unsplash (Tageslicht)</translation>
+    </message>
+    <message>
+        <source>The folder “%1” can’t be made.</source>
+        <translation>Der Ordner „%1“ kann nicht angelegt werden.</translation>
+    </message>
+    <message>
+        <source>Wallpaper</source>
+        <translation>Hintergrundbild</translation>
+    </message>
+    <message>
+        <source>Loading</source>
+        <translation>Wird geladen</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopPictureText</name>
+    <message>
+        <source>The desktop didn’t take the picture: %1</source>
+        <translation>Der Schreibtisch hat das Bild nicht angenommen: %1</translation>
+    </message>
+    <message>
+        <source>The desktop’s settings didn’t take the picture.</source>
+        <translation>Die Einstellungen des Schreibtischs haben das Bild nicht angenommen.</translation>
+    </message>
+    <message>
+        <source>The desktop’s settings can’t be reached.</source>
+        <translation>Die Einstellungen des Schreibtischs sind nicht erreichbar.</translation>
+    </message>
+    <message>
+        <source>The desktop didn’t take the picture.</source>
+        <translation>Der Schreibtisch hat das Bild nicht angenommen.</translation>
+    </message>
+    <message>
+        <source>The picture can’t be read.</source>
+        <translation>Das Bild kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The X server doesn’t answer.</source>
+        <translation>Der X-Server antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>The X server’s pixels are of an unknown form.</source>
+        <translation>Die Bildpunkte des X-Servers haben eine unbekannte Form.</translation>
+    </message>
+</context>
+<context>
+    <name>HttpText</name>
+    <message>
+        <source>The connection ended without an answer.</source>
+        <translation>Die Verbindung endete ohne Antwort.</translation>
+    </message>
+    <message>
+        <source>The server hasn’t answered for too long.</source>
+        <translation>Der Server hat zu lange nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>The server sends more than is loaded.</source>
+        <translation>Der Server sendet mehr, als geladen wird.</translation>
+    </message>
+    <message>
+        <source>Only secure addresses are loaded.</source>
+        <translation>Nur sichere Adressen werden geladen.</translation>
+    </message>
+</context>
+<context>
     <name>ImageResizerText</name>
     <message>
         <source>Image Resizer</source>

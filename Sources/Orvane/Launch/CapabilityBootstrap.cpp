@@ -2,6 +2,7 @@
 
 #include "Capabilities/Awake/AwakeCapability.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistoryCapability.h"
+#include "Capabilities/DailyFrame/DailyFrameCapability.h"
 #include "Capabilities/ImageResizer/ImageResizerCapability.h"
 #include "Capabilities/KeySwap/KeySwapCapability.h"
 #include "Capabilities/PlainPaste/PlainPasteCapability.h"
@@ -12,6 +13,7 @@ namespace orvane {
 
 void CapabilityBootstrap::registerInto(CapabilityRegistry& registry)
 {
+    registry.registerCapability(std::make_shared<DailyFrameCapability>());
     registry.registerCapability(std::make_shared<SnapZonesCapability>());
     registry.registerCapability(std::make_shared<ImageResizerCapability>());
     registry.registerCapability(std::make_shared<KeySwapCapability>());

@@ -69,7 +69,8 @@ TEST_F(AppEnvironmentTest, RegistersTheCapabilitiesInTheirFixedOrder)
         registered.append(entry.id().rawValue);
         EXPECT_EQ(entry.state, CapabilityState{});
     }
-    EXPECT_EQ(registered, (QStringList{QStringLiteral("net.lindenrow.orvane.snapzones"),
+    EXPECT_EQ(registered, (QStringList{QStringLiteral("net.lindenrow.orvane.dailyframe"),
+                                       QStringLiteral("net.lindenrow.orvane.snapzones"),
                                        QStringLiteral("net.lindenrow.orvane.imageresizer"),
                                        QStringLiteral("net.lindenrow.orvane.keyswap"),
                                        QStringLiteral("net.lindenrow.orvane.clipboardhistory"),
