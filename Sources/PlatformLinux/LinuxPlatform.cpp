@@ -18,8 +18,10 @@
 #include "PlatformLinux/Keys/XkbInputSources.h"
 #include "PlatformLinux/Language/Catalogues.h"
 #include "PlatformLinux/Menus/MenuTracking.h"
+#include "PlatformLinux/Overlays/X11Overlays.h"
 #include "PlatformLinux/Panels/X11Panels.h"
 #include "PlatformLinux/Pasteboard/X11Pasteboard.h"
+#include "PlatformLinux/ScreenCapture/X11ScreenCapture.h"
 #include "PlatformLinux/Screens/X11Screens.h"
 #include "PlatformLinux/Session/JournalLogSink.h"
 #include "PlatformLinux/Session/LinuxPermissions.h"
@@ -93,7 +95,9 @@ struct LinuxPlatform::Services {
     RealtimeKit realtimeKit;
     XInputEventTaps eventTaps{log, [this] { return workspace.commandKeys(); }};
     X11Screens screens{notificationCenter};
+    X11ScreenCapture screenCapture{screens, runLoop};
     X11Panels panels{notificationCenter};
+    X11Overlays overlays{[this] { hotKeys.letGoOfKeyboard(); }};
     X11EventMonitors eventMonitors{eventTaps, menuTracking, screens};
     LinuxPermissions permissions{log, notificationCenter};
     X11Accessibility accessibility{screens, permissions};
@@ -119,11 +123,13 @@ struct LinuxPlatform::Services {
                       .inputSources = inputSources,
                       .loginItem = loginItem,
                       .log = log,
+                      .overlays = overlays,
                       .panels = panels,
                       .permissions = permissions,
                       .pictures = pictures,
                       .powerAssertions = powerAssertions,
                       .mainRunLoop = runLoop,
+                      .screenCapture = screenCapture,
                       .screens = screens,
                       .sound = sound,
                       .standardDefaults = defaults,

@@ -13,12 +13,14 @@
 #include "Fakes/FakeInputSources.h"
 #include "Fakes/FakeLogSink.h"
 #include "Fakes/FakeLoginItem.h"
+#include "Fakes/FakeOverlays.h"
 #include "Fakes/FakePanels.h"
 #include "Fakes/FakePasteboard.h"
 #include "Fakes/FakePermissions.h"
 #include "Fakes/FakePictures.h"
 #include "Fakes/FakePowerAssertions.h"
 #include "Fakes/FakeRunLoop.h"
+#include "Fakes/FakeScreenCapture.h"
 #include "Fakes/FakeScreens.h"
 #include "Fakes/FakeSound.h"
 #include "Fakes/FakeStatusBar.h"
@@ -85,11 +87,13 @@ public:
     FakeWorkspace workspace;
     NotificationCenter notificationCenter;
     FakeInputSources inputSources{notificationCenter};
+    FakeOverlays overlays{runLoop};
     FakePanels panels{notificationCenter};
     FakePermissions permissions{&notificationCenter};
     FakeStatusBar statusBar{&notificationCenter};
     FakeTextRecognition textRecognition;
     FakeScreens screens{notificationCenter};
+    FakeScreenCapture screenCapture{screens, runLoop};
     FakeWindowDrags windowDrags{accessibility, eventMonitors};
 
 private:

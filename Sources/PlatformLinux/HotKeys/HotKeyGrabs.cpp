@@ -39,11 +39,9 @@ void listenToKeyboard(xcb_connection_t* xcb)
     const auto flags =
         xcb_xkb_per_client_flags(xcb, XCB_XKB_ID_USE_CORE_KBD, detectableRepeat, detectableRepeat, 0, 0, 0);
     xcb_discard_reply(xcb, flags.sequence);
-    constexpr std::uint16_t newKeyboard = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
-    constexpr std::uint16_t map = XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr std::uint16_t changes = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr std::uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
-    xcb_xkb_select_events(xcb, XCB_XKB_ID_USE_CORE_KBD, newKeyboard | map, 0, newKeyboard | map, parts, parts,
-                          nullptr);
+    xcb_xkb_select_events(xcb, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, parts, parts, nullptr);
 }
 
 } // namespace
@@ -361,6 +359,12 @@ void HotKeyGrabs::giveWayTo(const KeyCombination& combination)
     const auto question = xcb_get_input_focus(m_connection->link().xcb());
     m_givesWaySince = question.sequence;
     (void)exchange().reply<xcb_get_input_focus_reply_t>(question);
+}
+
+void HotKeyGrabs::letGoOfKeyboard()
+{
+    if (m_connection && m_down.any()) // the releases come raw
+        m_connection->letGoOfKeyboard();
 }
 
 void HotKeyGrabs::takeBack(const std::function<bool(const KeyCombination&)>& which)

@@ -57,6 +57,8 @@ public:
     /// To be called when this program is about to press it for the program in front: it isn't grabbed until
     /// its key was released. A round trip, and nothing if it isn't grabbed.
     void giveWayTo(const KeyCombination& combination);
+    /// Ends the server's grab that began with a press, so that another client can have the keyboard.
+    void letGoOfKeyboard();
 
 private:
     enum class OnServer { absent, present };

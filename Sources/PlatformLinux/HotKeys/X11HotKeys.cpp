@@ -145,6 +145,11 @@ HotKeys::Registration X11HotKeys::registerEventHotKey(std::uint32_t keyCode, std
     return {noErr, std::make_unique<HotKey>(m_state, combination, id)};
 }
 
+void X11HotKeys::letGoOfKeyboard()
+{
+    m_state->grabs.letGoOfKeyboard();
+}
+
 void X11HotKeys::giveWayTo(std::uint32_t keyCode, std::uint32_t modifiers)
 {
     if (const auto key = xKeyOfEvent(keyCode))

@@ -22,6 +22,9 @@ public:
     /// To be called when this program is about to press a combination for the program in front, which gets it
     /// even if it is a hot key.
     void giveWayTo(std::uint32_t keyCode, std::uint32_t modifiers);
+    /// To be called when another part of this program is about to grab the keyboard, which this one has while
+    /// a hot key is held. Releases are still told.
+    void letGoOfKeyboard();
 
 private:
     class HotKey;

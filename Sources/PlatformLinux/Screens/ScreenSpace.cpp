@@ -152,7 +152,7 @@ Point ScreenSpace::cocoaOfPointer(Point toolkit) const
     Point cocoa{toolkit.x - corner.x, primaryInToolkit().height() - (toolkit.y - corner.y)};
     if (const Display* display = displayAtToolkit(toolkit)) {
         const double top = cocoaFromToolkit(toolkitFrame(*display)).maxY();
-        cocoa.y = std::min(cocoa.y, top - 1 / display->scale);
+        cocoa.y = std::min(cocoa.y, top - 0.5 / display->scale);
     }
     return cocoa;
 }

@@ -40,7 +40,7 @@ public:
     [[nodiscard]] Rect cocoaFromToolkit(const Rect& toolkit) const;
     [[nodiscard]] Rect toolkitFromCocoa(const Rect& cocoa) const;
     /// For the pointer, which is on a pixel and not between two: on a display's topmost row, too, it is
-    /// inside that display's frame.
+    /// inside that display's frame. Cut to whole pixels, its distance from the top is the row.
     [[nodiscard]] Point cocoaOfPointer(Point toolkit) const;
 
     /// Returns the pixels for each point of the display at a place.

@@ -165,6 +165,12 @@ bool InputConnection::capsIsLocked()
     return reply && (reply->lockedMods & lockModifier) != 0;
 }
 
+void InputConnection::letGoOfKeyboard()
+{
+    xcb_ungrab_keyboard(m_link->xcb(), XCB_CURRENT_TIME);
+    m_link->flush();
+}
+
 XOutcome InputConnection::synchronize()
 {
     return XExchange(*m_link, within(patience)).synchronize();

@@ -73,6 +73,9 @@ public:
     void pressOn(DeviceId device, std::uint8_t key);
     void releaseOn(DeviceId device, std::uint8_t key);
 
+    /// Ends the grab of the keyboard that began with a grabbed key, and sends that at once.
+    void letGoOfKeyboard();
+
 private:
     explicit InputConnection(std::unique_ptr<XLink> link) : m_link(std::move(link)) {}
     Opened negotiate(Deadline deadline);

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 namespace orvane {
 
 namespace {
@@ -128,6 +130,21 @@ TEST_P(ScreenFrames, ThePointerIsInsideTheFrameOfTheDisplayThatItIsOn)
         }
         const Point middle{display.pixels.midX(), display.pixels.midY()};
         EXPECT_EQ(space.cocoaOfPointer(space.toolkitFromNative(middle)), space.cocoaFromNative(middle));
+    }
+}
+
+TEST_P(ScreenFrames, EachRowAndColumnIsFoundFromThePointer)
+{
+    const ScreenSpace space(GetParam().displays);
+    constexpr double trifle = 1e-6;
+    for (const ScreenSpace::Display& display : GetParam().displays) {
+        const Rect frame = space.cocoaFromNative(display.pixels);
+        for (const double pixel : {0.0, 1.0, 2.0, 37.0, 511.0}) {
+            const Point native{display.pixels.minX() + pixel, display.pixels.minY() + pixel};
+            const Point pointer = space.cocoaOfPointer(space.toolkitFromNative(native));
+            EXPECT_EQ(std::floor((frame.maxY() - pointer.y) * display.scale + trifle), pixel);
+            EXPECT_EQ(std::floor((pointer.x - frame.minX()) * display.scale + trifle), pixel);
+        }
     }
 }
 

@@ -1,0 +1,51 @@
+#include "OrvaneKit/Panels/OrvaOverlayWindow.h"
+
+#include "Platform/Platform.h"
+#include "Platform/Screens.h"
+
+#include <QWindow>
+
+namespace orvane {
+
+OrvaOverlayWindow::OrvaOverlayWindow(Overlays::Input input) : m_input(input)
+{
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_NoSystemBackground);
+}
+
+void OrvaOverlayWindow::setContentView(QWidget* content)
+{
+    delete m_content;
+    m_content = content;
+    content->setParent(this);
+    content->setGeometry(rect());
+    content->show();
+}
+
+void OrvaOverlayWindow::setFrame(const Rect& frame)
+{
+    const QRectF place = platform().screens.windowGeometry(frame);
+    // The far edges are rounded, and not the size: together with its neighbours it leaves no gap.
+    const QPoint corner(qRound(place.left()), qRound(place.top()));
+    setGeometry(
+        QRect(corner, QSize(qRound(place.right()) - corner.x(), qRound(place.bottom()) - corner.y())));
+}
+
+void OrvaOverlayWindow::orderFront()
+{
+    if (!windowHandle()) {
+        (void)winId();
+        platform().overlays.prepare(*windowHandle(), m_input);
+    }
+    show();
+}
+
+void OrvaOverlayWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (m_content)
+        m_content->setGeometry(rect());
+}
+
+} // namespace orvane
