@@ -271,6 +271,49 @@
     </message>
 </context>
 <context>
+    <name>ColorPickerText</name>
+    <message>
+        <source>Color Picker</source>
+        <translation>Farbpipette</translation>
+    </message>
+    <message>
+        <source>Pick any color on screen with a magnifier and copy it as HEX, RGB, or HSL.</source>
+        <translation>Jede Farbe auf dem Bildschirm unter einer Lupe aufnehmen und als HEX, RGB oder HSL kopieren.</translation>
+    </message>
+    <message>
+        <source>Read the pixels under your cursor to sample their color.</source>
+        <translation>Die Pixel unter dem Zeiger lesen, um ihre Farbe aufzunehmen.</translation>
+    </message>
+    <message>
+        <source>Pick a Color</source>
+        <translation>Farbe aufnehmen</translation>
+    </message>
+    <message>
+        <source>Format</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Copy color as</source>
+        <translation>Farbe kopieren als</translation>
+    </message>
+    <message>
+        <source>Assign a shortcut above, then point at any pixel and click to copy its color. Press Esc to cancel.</source>
+        <translation>Legen Sie oben ein Tastenkürzel fest, zeigen Sie dann auf ein Pixel und klicken Sie, um seine Farbe zu kopieren. Esc bricht ab.</translation>
+    </message>
+    <message>
+        <source>HEX  (#1A2B3C)</source>
+        <translation>HEX  (#1A2B3C)</translation>
+    </message>
+    <message>
+        <source>RGB  (rgb(26, 43, 60))</source>
+        <translation>RGB  (rgb(26, 43, 60))</translation>
+    </message>
+    <message>
+        <source>HSL  (hsl(210, 40%, 17%))</source>
+        <translation>HSL  (hsl(210, 40%, 17%))</translation>
+    </message>
+</context>
+<context>
     <name>CoreText</name>
     <message>
         <source>Windows &amp; Switching</source>

@@ -3,6 +3,7 @@
 #include "Capabilities/Awake/AwakeCapability.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistoryCapability.h"
 #include "Capabilities/DailyFrame/DailyFrameCapability.h"
+#include "Capabilities/ColorPicker/ColorPickerCapability.h"
 #include "Capabilities/ImageResizer/ImageResizerCapability.h"
 #include "Capabilities/KeySwap/KeySwapCapability.h"
 #include "Capabilities/PlainPaste/PlainPasteCapability.h"
@@ -18,6 +19,7 @@ void CapabilityBootstrap::registerInto(CapabilityRegistry& registry)
     registry.registerCapability(std::make_shared<ImageResizerCapability>());
     registry.registerCapability(std::make_shared<KeySwapCapability>());
     registry.registerCapability(std::make_shared<ClipboardHistoryCapability>());
+    registry.registerCapability(std::make_shared<ColorPickerCapability>());
     registry.registerCapability(std::make_shared<AwakeCapability>());
     registry.registerCapability(std::make_shared<PlainPasteCapability>());
 }

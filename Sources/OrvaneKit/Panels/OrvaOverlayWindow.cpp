@@ -1,5 +1,6 @@
 #include "OrvaneKit/Panels/OrvaOverlayWindow.h"
 
+#include "Platform/Panels.h"
 #include "Platform/Platform.h"
 #include "Platform/Screens.h"
 
@@ -7,12 +8,19 @@
 
 namespace orvane {
 
-OrvaOverlayWindow::OrvaOverlayWindow(Overlays::Input input) : m_input(input)
+OrvaOverlayWindow::OrvaOverlayWindow(Overlays::Input input, Ground ground)
+    : m_input(input), m_translucency(platform().panels.isCompositing())
 {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_NoSystemBackground);
+    setAttribute(Qt::WA_TranslucentBackground, ground == Ground::clear);
+    m_compositingChanges = platform().defaultNotificationCenter.addObserver(
+        Panels::didChangeCompositingNotification(),
+        [this](const Notification&) { m_translucency.set(platform().panels.isCompositing()); });
 }
+
+OrvaOverlayWindow::~OrvaOverlayWindow() = default;
 
 void OrvaOverlayWindow::setContentView(QWidget* content)
 {
