@@ -129,6 +129,37 @@ protected:
 
 } // namespace
 
+TEST_F(SnapFlingsDesktopTest, ADragThatEscapeHasCancelledLeavesTheWindowWhereItWas)
+{
+    startWithGaps();
+    const Target target = open(WindowKind::qt, initial);
+    ASSERT_NE(target.window, 0u);
+    putInTheMiddle(target);
+    const QRect before = m_windows.frame(target.window);
+    {
+        WindowDrag dragged = drag(target);
+        ASSERT_TRUE(dragged.begin());
+        ASSERT_TRUE(dragged.moveTo(leftEdge));
+        ASSERT_TRUE(eventually(10s, [&] { return !shown().isEmpty(); })) << "the preview";
+        m_hardware.tap("Escape");
+        ASSERT_TRUE(eventually(10s, [&] { return m_windows.frame(target.window) == before; }));
+        EXPECT_TRUE(eventually(10s, [&] { return shown().isEmpty(); }));
+        dragged.movePointer(leftEdge + QPoint(0, 10));
+        dragged.release();
+    }
+    settle();
+    ASSERT_TRUE(settleWindowManager());
+    EXPECT_EQ(m_windows.frame(target.window), before);
+    EXPECT_TRUE(nothingIsShown());
+
+    WindowDrag next = drag(target);
+    ASSERT_TRUE(next.begin());
+    ASSERT_TRUE(next.moveTo(leftEdge));
+    ASSERT_TRUE(eventually(10s, [&] { return !shown().isEmpty(); }));
+    next.release();
+    EXPECT_TRUE(comesToFill(target, placeIn(Zone::leftHalf))) << "the next drag is one again";
+}
+
 TEST_F(SnapFlingsDesktopTest, AWindowFlungToAnEdgeIsSnapped)
 {
     startWithGaps();

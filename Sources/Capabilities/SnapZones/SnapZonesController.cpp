@@ -8,6 +8,7 @@
 #include "Platform/Platform.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace orvane {
@@ -57,6 +58,18 @@ bool windowMoves(SnapDrag& drag)
     if (candidate->position)
         drag.windowIsAt(*candidate->position);
     return !isUnproved(drag);
+}
+
+/// The window manager puts a dragged window back when the person cancels the drag, as with Escape, and keeps
+/// the button's further way to itself. Near the press the window may stand where it was in any drag.
+bool isPutBack(const SnapDrag& drag, Point press, Point pointer)
+{
+    constexpr double nearThePress = 48; // more than a title bar's height and the reach of magnetic edges
+    if (isUnproved(drag) || std::hypot(pointer.x - press.x, pointer.y - press.y) < nearThePress)
+        return false;
+    const auto candidate = platform().windowDrags.candidate();
+    return candidate && candidate->window == drag.window() && candidate->position &&
+           candidate->position == drag.initialPosition();
 }
 
 /// Returns the present state of a screen; absent once it's gone.
@@ -123,7 +136,9 @@ void SnapZonesController::handle(EventType type)
     case EventType::leftMouseUp:
         return dragEnded();
     case EventType::leftMouseDown:
-        return resetDrag();
+        resetDrag();
+        m_press = platform().eventMonitors.mouseLocation();
+        return;
     default:
         return;
     }
@@ -134,7 +149,8 @@ void SnapZonesController::dragMoved()
     if (!m_settings->dragToSnap.get())
         return;
     m_pointer = platform().eventMonitors.mouseLocation();
-    showPreview(follow());
+    if (!endIfPutBack())
+        showPreview(follow());
 }
 
 /// The window manager moves a window some time after the pointer, also when the pointer rests by then.
@@ -145,9 +161,19 @@ void SnapZonesController::windowsChanged()
             return;
         const Unproved proved = std::move(*std::exchange(m_unproved, std::nullopt));
         drop(*proved.drag.window(), proved.drop.zone, proved.drop.screen);
-    } else if (m_pointer && isUnproved(m_drag)) {
+    } else if (m_pointer && !endIfPutBack() && isUnproved(m_drag)) {
         showPreview(follow());
     }
+}
+
+/// Ends a drag that was cancelled. True if it was: the rest of the button's way means nothing.
+bool SnapZonesController::endIfPutBack()
+{
+    if (!m_press || !m_pointer || !isPutBack(m_drag, *m_press, *m_pointer))
+        return false;
+    m_preview.hide();
+    resetDrag();
+    return true;
 }
 
 /// Takes the present state of the drag, and returns what has to be done with the preview.
@@ -173,6 +199,8 @@ void SnapZonesController::showPreview(SnapDrag::Preview preview)
 
 void SnapZonesController::dragEnded()
 {
+    if (endIfPutBack())
+        return;
     m_preview.hide();
     if (m_pointer && isUnproved(m_drag))
         follow();
@@ -205,6 +233,7 @@ void SnapZonesController::resetDrag()
 {
     m_drag.reset();
     m_pointer.reset();
+    m_press.reset();
     m_unproved.reset();
 }
 

@@ -58,6 +58,7 @@ private:
 
     void handle(EventType type);
     void windowsChanged();
+    bool endIfPutBack();
     void switchDragToSnap(bool isOn);
     [[nodiscard]] std::optional<SnapZone> zoneUnderPointer(const Screen& screen) const;
     SnapDrag::Preview follow();
@@ -82,6 +83,8 @@ private:
     SnapDrag m_drag;
     /// The pointer's place at the last motion of a drag; absent before the first.
     std::optional<Point> m_pointer;
+    /// The pointer's place when the button went down.
+    std::optional<Point> m_press;
     std::optional<Unproved> m_unproved;
     std::optional<AXUIElement> m_flyoutTarget;
 };

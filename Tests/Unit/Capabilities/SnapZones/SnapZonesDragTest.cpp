@@ -64,6 +64,50 @@ TEST_F(SnapZonesDragTest, AMoveOfExactlySixPointsDoesntArm)
     EXPECT_TRUE(isPreviewShown());
 }
 
+TEST_F(SnapZonesDragTest, AWindowThatTheWindowManagerHasPutBackIsNotSnapped)
+{
+    fake.eventMonitors.pointer = middle;
+    beginMoving();
+    drag(leftEdge);
+    ASSERT_TRUE(isPreviewShown());
+    moveWindow(start);
+    EXPECT_FALSE(isPreviewShown());
+    EXPECT_EQ(state(), State::idle);
+    drag(leftEdge);
+    EXPECT_FALSE(isPreviewShown());
+    release();
+    fake.runLoop.advance(std::chrono::seconds(1));
+    EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, APutBackIsAlsoSeenAtTheReleaseAndLeavesTheNextDragAlone)
+{
+    fake.eventMonitors.pointer = middle;
+    beginMoving();
+    drag(leftEdge);
+    setPosition(window, start);
+    release();
+    EXPECT_TRUE(written().empty());
+    fake.eventMonitors.pointer = middle;
+    beginMoving();
+    drag(leftEdge);
+    release();
+    EXPECT_FALSE(written().empty());
+}
+
+TEST_F(SnapZonesDragTest, AWindowMayPassItsFirstPlaceBesideThePress)
+{
+    fake.eventMonitors.pointer = leftEdge;
+    press();
+    drag(middle);
+    moveWindow({start.x + 50, start.y});
+    drag(leftEdge);
+    moveWindow(start);
+    EXPECT_EQ(state(), State::zoned);
+    release();
+    EXPECT_FALSE(written().empty());
+}
+
 TEST_F(SnapZonesDragTest, AReleaseOfAnArmedDragPlacesNothing)
 {
     press();
