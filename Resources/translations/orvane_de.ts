@@ -1262,6 +1262,85 @@
     </message>
 </context>
 <context>
+    <name>LinuxText</name>
+    <message>
+        <source>In this Wayland session shortcuts would work only while an X11 program has the focus, so they are off. In an X11 session they work everywhere.</source>
+        <translation>In dieser Wayland-Sitzung wirkten Tastenkürzel nur, solange ein X11-Programm den Fokus hat, darum sind sie aus. In einer X11-Sitzung wirken sie überall.</translation>
+    </message>
+    <message>
+        <source>There is no X server, through which Orvane gets its shortcuts.</source>
+        <translation>Es gibt keinen X-Server, über den Orvane seine Tastenkürzel erhält.</translation>
+    </message>
+    <message>
+        <source>In this Wayland session Orvane would miss what you copy in Wayland programs, so this stays off. In an X11 session it gets every copy.</source>
+        <translation>In dieser Wayland-Sitzung entginge Orvane, was Sie in Wayland-Programmen kopieren, darum bleibt dies aus. In einer X11-Sitzung erhält es jede Kopie.</translation>
+    </message>
+    <message>
+        <source>There is no X server, through which Orvane gets what you copy.</source>
+        <translation>Es gibt keinen X-Server, über den Orvane erhält, was Sie kopieren.</translation>
+    </message>
+    <message>
+        <source>Windows of other programs can&apos;t be moved: no window manager is running that speaks EWMH. Start one.</source>
+        <translation>Fenster anderer Programme lassen sich nicht bewegen: Es läuft keine Fensterverwaltung, die EWMH beherrscht. Starten Sie eine.</translation>
+    </message>
+    <message>
+        <source>The file manager can&apos;t be asked for the selected files: none answers on the session bus to org.freedesktop.FileManager1. Install one that does, such as Thunar.</source>
+        <translation>Die Dateiverwaltung kann nicht nach den ausgewählten Dateien gefragt werden: Auf dem Sitzungsbus antwortet keine auf org.freedesktop.FileManager1. Installieren Sie eine, die das tut, etwa Thunar.</translation>
+    </message>
+    <message>
+        <source>The file manager can&apos;t be asked for the selected files: the session bus refuses it to this program. The bus&apos;s policy would have to allow it.</source>
+        <translation>Die Dateiverwaltung kann nicht nach den ausgewählten Dateien gefragt werden: Der Sitzungsbus verweigert es diesem Programm. Seine Regeln müssten es erlauben.</translation>
+    </message>
+    <message>
+        <source>The file manager can&apos;t be asked for the selected files: it doesn&apos;t answer. End it, and it is started anew when it is needed.</source>
+        <translation>Die Dateiverwaltung kann nicht nach den ausgewählten Dateien gefragt werden: Sie antwortet nicht. Beenden Sie sie; sie startet neu, sobald sie gebraucht wird.</translation>
+    </message>
+    <message>
+        <source>This is a Wayland session. Orvane could move the windows of X11 programs alone, not those of others, so it moves none. In an X11 session it moves all.</source>
+        <translation>Dies ist eine Wayland-Sitzung. Orvane könnte nur die Fenster von X11-Programmen bewegen, die anderen nicht, darum bewegt es keine. In einer X11-Sitzung bewegt es alle.</translation>
+    </message>
+    <message>
+        <source>This is a Wayland session. Orvane would see keys only while an X11 program has the focus, so it leaves them alone. In an X11 session it sees all.</source>
+        <translation>Dies ist eine Wayland-Sitzung. Orvane sähe Tasten nur, solange ein X11-Programm den Fokus hat, darum rührt es sie nicht an. In einer X11-Sitzung sieht es alle.</translation>
+    </message>
+    <message>
+        <source>This is a Wayland session. Orvane could read the windows of X11 programs alone, so it reads none. In an X11 session it reads the whole screen.</source>
+        <translation>Dies ist eine Wayland-Sitzung. Orvane könnte nur die Fenster von X11-Programmen lesen, darum liest es keine. In einer X11-Sitzung liest es den ganzen Bildschirm.</translation>
+    </message>
+    <message>
+        <source>This Wayland session has no X server, through which Orvane sees keys, windows and screen. Install Xwayland, or choose an X11 session at login.</source>
+        <translation>Diese Wayland-Sitzung hat keinen X-Server, über den Orvane Tasten, Fenster und Bildschirm sieht. Installieren Sie Xwayland, oder wählen Sie beim Anmelden eine X11-Sitzung.</translation>
+    </message>
+    <message>
+        <source>There is no X server, through which Orvane sees keys, windows and screen. Start Orvane from an X11 session.</source>
+        <translation>Es gibt keinen X-Server, über den Orvane Tasten, Fenster und Bildschirm sieht. Starten Sie Orvane in einer X11-Sitzung.</translation>
+    </message>
+    <message>
+        <source>The X server doesn&apos;t answer, so this program can neither see input nor read the screen. Try again in a moment.</source>
+        <translation>Der X-Server antwortet nicht, darum sieht dieses Programm weder Eingaben noch den Bildschirm. Versuchen Sie es gleich noch einmal.</translation>
+    </message>
+    <message>
+        <source>No X server lets this program in, so it can neither see input nor read the screen. Start it from a desktop session.</source>
+        <translation>Kein X-Server lässt dieses Programm zu, darum sieht es weder Eingaben noch den Bildschirm. Starten Sie es auf der Arbeitsfläche.</translation>
+    </message>
+    <message>
+        <source>The X server doesn&apos;t offer XInput and XTEST to this program, so it can neither see nor change keys. A server does so to programs that it doesn&apos;t trust, as those of &quot;ssh -X&quot;: start Orvane on the desktop itself, or with &quot;ssh -Y&quot;.</source>
+        <translation>Der X-Server bietet diesem Programm XInput und XTEST nicht an, darum kann es Tasten weder sehen noch ändern. So behandelt ein Server Programme, denen er nicht traut, etwa die von „ssh -X“: Starten Sie Orvane auf der Arbeitsfläche selbst oder mit „ssh -Y“.</translation>
+    </message>
+    <message>
+        <source>The X server&apos;s XInput is older than 2.2, so this program can neither see nor change keys. A newer X server is needed.</source>
+        <translation>XInput des X-Servers ist älter als 2.2, darum kann dieses Programm Tasten weder sehen noch ändern. Dazu braucht es einen neueren X-Server.</translation>
+    </message>
+    <message>
+        <source>The X server refuses to let this program hold the keyboard. Its security policy would have to allow it.</source>
+        <translation>Der X-Server lässt nicht zu, dass dieses Programm die Tastatur festhält. Seine Sicherheitsregeln müssten es erlauben.</translation>
+    </message>
+    <message>
+        <source>The X server refuses to let this program read the screen. A server does so to programs that it doesn&apos;t trust, as those of &quot;ssh -X&quot;: start Orvane on the desktop itself, or with &quot;ssh -Y&quot;.</source>
+        <translation>Der X-Server lässt nicht zu, dass dieses Programm den Bildschirm liest. So behandelt ein Server Programme, denen er nicht traut, etwa die von „ssh -X“: Starten Sie Orvane auf der Arbeitsfläche selbst oder mit „ssh -Y“.</translation>
+    </message>
+</context>
+<context>
     <name>PlainPasteText</name>
     <message>
         <source>Paste as Plain Text</source>
@@ -1541,6 +1620,22 @@ Schalten Sie nur ein, was Sie möchten.</translation>
     <message>
         <source>Set shortcut</source>
         <translation>Kürzel festlegen</translation>
+    </message>
+    <message>
+        <source>Another program has this shortcut. It works here once that lets it go.</source>
+        <translation>Ein anderes Programm hat dieses Kürzel. Hier wirkt es, sobald jenes es freigibt.</translation>
+    </message>
+    <message>
+        <source>This keyboard has no such key.</source>
+        <translation>Diese Tastatur hat keine solche Taste.</translation>
+    </message>
+    <message>
+        <source>The system refuses this shortcut.</source>
+        <translation>Das System verweigert dieses Kürzel.</translation>
+    </message>
+    <message>
+        <source>“%1” has this shortcut too.</source>
+        <translation>„%1“ hat dieses Kürzel auch.</translation>
     </message>
 </context>
 <context>

@@ -79,6 +79,10 @@ public:
 
     virtual ~HotKeys() = default;
 
+    /// Tells a person why hot keys would work by half in this session and are refused with unimpErr; empty
+    /// where they work.
+    [[nodiscard]] virtual QString limitation() const = 0;
+
     /// `keyCode` is one that events carry: a virtual key code, or the platform's own for a key without.
     /// Pressed and released are reported once each, whatever the locks are and however long the key is held.
     [[nodiscard]] virtual Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,

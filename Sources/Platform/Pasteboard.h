@@ -68,6 +68,9 @@ public:
 
     virtual ~Pasteboard() = default;
 
+    /// Tells a person why copies of some programs are missed in this session; empty where all are seen.
+    [[nodiscard]] virtual QString limitation() const = 0;
+
     /// A number that changes with each copy of any program. To ask costs the reading of an integer. A program
     /// that ends, and whose content goes with it, doesn't change it.
     [[nodiscard]] virtual int changeCount() const = 0;

@@ -19,6 +19,17 @@ public:
 
     enum class Prompt { no, yes };
 
+    enum class Right { accessibility, listenEvent, screenCapture, automation };
+    struct Denial {
+        /// A sentence for a person, in plain words. Empty where nothing is denied, and where the system has
+        /// its own place to explain and to give it.
+        QString reason = {};
+        /// False where a request can't change the answer.
+        bool canBeRequested = true;
+        /// True where the system gives a new permission only to a program that starts anew.
+        bool needsRestart = true;
+    };
+
     virtual ~Permissions() = default;
 
     /// Posted on the default notification centre when an answer has changed that nobody asked to be changed.
@@ -41,6 +52,9 @@ public:
 
     /// Tells whether the program named by a bundle identifier may be automated, by any event.
     virtual OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) = 0;
+
+    /// Tells why the last answer for a right was a denial. `automation` means that of the file manager.
+    [[nodiscard]] virtual Denial denial(Right right) = 0;
 };
 
 } // namespace orvane

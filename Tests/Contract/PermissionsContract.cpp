@@ -74,7 +74,7 @@ private:
     QDBusConnection m_fileManager = m_bus.connection();
     FakeLogSink m_log;
     WindowManagersWord m_windowManager;
-    LinuxPermissions m_permissions{m_log, m_center, QStringLiteral("x11"), m_bus.connection()};
+    LinuxPermissions m_permissions{m_log, m_center, SessionKind::x11, m_bus.connection()};
 };
 
 struct Implementation {

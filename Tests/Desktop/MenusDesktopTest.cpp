@@ -1,5 +1,6 @@
 // The status menu as the panel gets it, in each state of the suite.
 #include "Desktop/Support/ShellFixture.h"
+#include "Desktop/Support/WindowManagersWord.h"
 #include "Support/Eventually.h"
 
 #include <QImage>
@@ -80,22 +81,20 @@ TEST_F(MenusDesktopTest, AwakesEntryFollowsItsState)
 
 TEST_F(MenusDesktopTest, ACapabilityThatNeedsAPermissionHasNoPlace)
 {
-    // Under Wayland no permission can be had.
-    m_program = std::make_unique<Program>(Program::Start{
-        .defaults = defaults({.enabled = {QStringLiteral("keyswap"), QStringLiteral("awake")}}),
-        .environment = {{QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("wayland")}}});
-    ASSERT_TRUE(program().waitUntilReady());
-    ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("This is a Wayland session"))));
+    // Windows need a window manager.
+    WindowManagersWord word;
+    word.remove();
+    start({.enabled = {QStringLiteral("snapzones"), QStringLiteral("awake")}});
+    ASSERT_TRUE(program().waitForLog(QRegularExpression(QStringLiteral("no window manager is running"))));
     // Awake is restored after the other feature, so with Awake in the menu both have been tried.
     EXPECT_TRUE(menuBecomes({orvane, separator, awake, separator, openItem, quitItem}));
 }
 
 TEST_F(MenusDesktopTest, WithOnlyAGatedCapabilityNothingIsOn)
 {
-    m_program = std::make_unique<Program>(
-        Program::Start{.defaults = defaults({.enabled = {QStringLiteral("keyswap")}}),
-                       .environment = {{QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("wayland")}}});
-    ASSERT_TRUE(program().waitUntilReady());
+    WindowManagersWord word;
+    word.remove();
+    start({.enabled = {QStringLiteral("snapzones")}});
     EXPECT_TRUE(menuBecomes({orvane, separator, nothingIsOn, turnOn, separator, openItem, quitItem}));
 }
 

@@ -25,6 +25,7 @@ public:
         EventHotKeyID id;
     };
 
+    [[nodiscard]] QString limitation() const override { return limit; }
     Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                      EventHotKeyID id) override;
     std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
@@ -52,6 +53,7 @@ public:
     std::set<Combination> taken;
     /// The status with which every registration is refused.
     OSStatus refusal = noErr;
+    QString limit;
     /// False if there is nothing to install a handler on.
     bool hasEventDispatcherTarget = true;
     /// The system's answer; an empty list at first.

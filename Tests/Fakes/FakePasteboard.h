@@ -19,6 +19,7 @@ public:
 
     explicit FakePasteboard(RunLoop& runLoop) : m_runLoop(runLoop) {}
 
+    [[nodiscard]] QString limitation() const override { return limit; }
     [[nodiscard]] int changeCount() const override { return m_contents.changeCount; }
     std::unique_ptr<PasteboardWatch> watch(std::function<void()> handler) override;
     std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
@@ -42,6 +43,7 @@ public:
     [[nodiscard]] const PasteboardContents& contents() const { return m_contents; }
     /// The number of reads that were begun.
     int reads = 0;
+    QString limit;
     /// False to stand for a platform that doesn't announce copies.
     bool announcesCopies = true;
     /// True to refuse what is added, as after a copy of another program.

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <map>
 #include <utility>
 
 namespace orvane {
@@ -35,6 +36,12 @@ public:
         return automation;
     }
 
+    [[nodiscard]] Denial denial(Right right) override
+    {
+        const auto it = denials.find(right);
+        return it != denials.end() ? it->second : Denial{};
+    }
+
     /// Lets one of the abilities below come or go by itself, as a window manager does.
     void change(bool FakePermissions::*ability, bool isThere)
     {
@@ -53,6 +60,7 @@ public:
     bool inputMonitoring = false;
     bool screenRecording = false;
     OSStatus automation = errAEEventWouldRequireUserConsent;
+    std::map<Right, Denial> denials;
     QStringList requests;
     QStringList automationTargets;
     /// The user's answer to a prompt; may change the values above.

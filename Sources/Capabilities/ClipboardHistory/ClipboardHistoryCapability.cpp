@@ -3,6 +3,8 @@
 #include "Capabilities/ClipboardHistory/Capture/ClipboardWatcherService.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistorySettingsPane.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistoryText.h"
+#include "Platform/Pasteboard.h"
+#include "Platform/Platform.h"
 
 namespace orvane {
 
@@ -55,6 +57,7 @@ Task<> ClipboardHistoryCapability::install(CapabilityContext context)
 
 Task<> ClipboardHistoryCapability::activate(CapabilityContext context)
 {
+    refuseHalfWork();
     controller(context)->loadHistory();
     return ControllerCapability::activate(std::move(context));
 }
@@ -71,6 +74,11 @@ Task<> ClipboardHistoryCapability::uninstall(CapabilityContext context)
     if (controller())
         co_await controller()->purge();
     co_await ControllerCapability::uninstall(std::move(context));
+}
+
+QString ClipboardHistoryCapability::limitation() const
+{
+    return platform().generalPasteboard.limitation();
 }
 
 std::shared_ptr<ClipboardHistoryController>

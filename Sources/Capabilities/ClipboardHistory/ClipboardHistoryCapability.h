@@ -20,6 +20,7 @@ public:
     Task<> uninstall(CapabilityContext context) override;
 
 private:
+    [[nodiscard]] QString limitation() const override;
     std::shared_ptr<ClipboardHistoryController> makeController(const CapabilityContext& context) override;
     AnyView makePane(const std::shared_ptr<ClipboardHistoryController>& controller) override;
     Services makeServices(const std::shared_ptr<ClipboardHistoryController>& controller) override;

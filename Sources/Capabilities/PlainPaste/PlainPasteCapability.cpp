@@ -2,6 +2,8 @@
 
 #include "Capabilities/PlainPaste/PlainPasteSettingsPane.h"
 #include "Capabilities/PlainPaste/PlainPasteText.h"
+#include "Platform/Pasteboard.h"
+#include "Platform/Platform.h"
 
 namespace orvane {
 
@@ -44,6 +46,11 @@ QList<MenuBarItem> PlainPasteCapability::menuBarContributions()
         return {};
     return {{actionID, actionTitle, QStringLiteral("doc.plaintext"),
              withController(&PlainPasteController::pasteAsPlainText)}};
+}
+
+QString PlainPasteCapability::limitation() const
+{
+    return platform().generalPasteboard.limitation();
 }
 
 std::shared_ptr<PlainPasteController> PlainPasteCapability::makeController(const CapabilityContext& context)

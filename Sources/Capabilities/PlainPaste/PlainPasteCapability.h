@@ -16,6 +16,7 @@ public:
     QList<MenuBarItem> menuBarContributions() override;
 
 private:
+    [[nodiscard]] QString limitation() const override;
     std::shared_ptr<PlainPasteController> makeController(const CapabilityContext& context) override;
     AnyView makePane(const std::shared_ptr<PlainPasteController>& controller) override;
 };

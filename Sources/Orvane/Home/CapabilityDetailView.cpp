@@ -1,6 +1,7 @@
 #include "Orvane/Home/CapabilityDetailView.h"
 
 #include "Orvane/Brand/ShellText.h"
+#include "Orvane/Home/CapabilityNotice.h"
 #include "Orvane/Home/CapabilityToggle.h"
 #include "Orvane/Home/HomeNavigation.h"
 #include "Orvane/Navigation/OrvaNavigation.h"
@@ -9,8 +10,10 @@
 #include "Orvane/Shortcuts/ShortcutViews.h"
 #include "OrvaneCore/Base/Task.h"
 #include "OrvaneCore/Permissions/PermissionManager.h"
+#include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaPage.h"
+#include "OrvaneKit/Model/OrvaRows.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
 
 namespace orvane {
@@ -44,6 +47,20 @@ AnyView hotkeyChips(const QList<HotkeyAction>& actions)
     return underHeading(OrvaWrap{titledChipGap, chips, OrvaWrapColumns::equal});
 }
 
+/// Takes no room while it has nothing to say.
+AnyView banner(const CapabilityDetailView& view)
+{
+    const CapabilityID id = view.entry.id();
+    const AnyView failure = CapabilityNotice::banner(id, view.registry);
+    const AnyView permissions =
+        PermissionBanner::make(*view.entry.capability, view.permissions, view.navigation);
+    const auto hasContent = [failure, permissions] {
+        return !failure.children().isEmpty() || !permissions.children().isEmpty();
+    };
+    return OrvaIf{Live<bool>(hasContent, {view.registry, view.permissions}),
+                  OrvaBox{.axis = OrvaBox::Axis::column, .content = {failure, permissions}}};
+}
+
 AnyView page(const CapabilityDetailView& view)
 {
     const CapabilityID id = view.entry.id();
@@ -61,7 +78,7 @@ AnyView page(const CapabilityDetailView& view)
                                  .accessory = hotkeyChips(actions),
                                  .accessoryPlace = OrvaPageHeader::AccessoryPlace::below,
                                  .trailing = CapabilityToggle::make(id, view.registry)},
-        .banner = PermissionBanner::make(*view.entry.capability, view.permissions, view.navigation),
+        .banner = banner(view),
         .content = context ? view.entry.capability->makeSettingsPane(*context) : AnyView(),
     };
 }

@@ -68,7 +68,8 @@ AnyView permissionsSection(const GeneralSettingsView& view)
                               .note = GeneralSettingsView::usageText(permission, view.registry->entries()),
                               .permissions = view.permissions});
     }
-    rows.append(PermissionRestartRow{});
+    rows.append(PermissionRestartRow{
+        QList<SystemPermission>(allSystemPermissions.begin(), allSystemPermissions.end()), view.permissions});
     return OrvaAnchor{
         GeneralSettingsView::permissionsAnchor(),
         OrvaSection{

@@ -1,6 +1,7 @@
 #include "Orvane/Onboarding/CapabilityPickerView.h"
 
 #include "Orvane/Brand/ShellText.h"
+#include "Orvane/Home/CapabilityNotice.h"
 #include "Orvane/Home/CapabilityToggle.h"
 #include "Orvane/Onboarding/OnboardingPageView.h"
 #include "OrvaneKit/Model/OrvaBox.h"
@@ -53,7 +54,7 @@ AnyView CapabilityCard::body() const
                        .content = {OrvaText{metadata.displayName, OrvaFont::headline},
                                    OrvaText{metadata.summary, OrvaFont::caption, OrvaColor::secondary,
                                             OrvaTextLines::balanced, Qt::AlignLeft | Qt::AlignTop},
-                                   OrvaBoxPart::rest(1)}};
+                                   CapabilityNotice::line(entry.id(), registry), OrvaBoxPart::rest(1)}};
     return OrvaCard{{OrvaBox{
         .margins = QMargins(edge, edge, edge - orvaRingMargin, edge),
         .content = {{OrvaIconTile{.systemImage = metadata.symbolName, .size = tileSize}, Qt::AlignTop},

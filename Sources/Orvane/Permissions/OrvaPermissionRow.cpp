@@ -41,12 +41,24 @@ public:
             .spacing = badgeGap,
             .content = {OrvaText{displayName(m_row.permission)}, {levelBadge(), Qt::AlignVCenter}},
             .endsFree = true};
-        const OrvaText note{m_row.note, OrvaFont::caption, OrvaColor::secondary, OrvaTextLines::balanced};
+        const OrvaText note{noteOrReason(), OrvaFont::caption, OrvaColor::secondary, OrvaTextLines::balanced};
         // Buttons have room for their focus rings; the text keeps the same distance from the row's edges.
         return OrvaBox{.axis = OrvaBox::Axis::column,
                        .spacing = captionGap,
                        .margins = QMargins(0, orvaRingMargin, 0, orvaRingMargin),
                        .content = {OrvaBoxPart::rest(1), head, note, OrvaBoxPart::rest(1)}};
+    }
+
+    /// A missing permission says why it is missing, where that is known.
+    [[nodiscard]] Live<QString> noteOrReason() const
+    {
+        const auto get = [permissions = m_row.permissions, permission = m_row.permission, note = m_row.note] {
+            const QString reason = isGranted(permissions->status(permission))
+                                       ? QString()
+                                       : PermissionManager::denial(permission).reason;
+            return reason.isEmpty() ? note : reason;
+        };
+        return Live<QString>(get, {m_row.permissions});
     }
 
     /// Empty without a level.
@@ -69,21 +81,39 @@ public:
                       OrvaBox{.margins = QMargins(0, 0, orvaRingMargin, 0), .content = {badge}}};
     }
 
-    [[nodiscard]] AnyView buttons() const
+    [[nodiscard]] AnyView grantButton() const
     {
-        const auto permissions = m_row.permissions;
-        const SystemPermission permission = m_row.permission;
-        const OrvaButton grant{.title = ShellText::tr("Grant"),
-                               .action = [=] { permissions->request(permission); },
-                               .accessibleDescription = displayName(permission)};
-        const OrvaButton settings{.title = ShellText::tr("Open System Settings"),
-                                  .action = [=] { permissions->openSettings(permission); },
-                                  .systemImage = QStringLiteral("arrow.up.forward.app"),
-                                  .accessibleDescription = displayName(permission)};
-        return OrvaIf{byStatus(false, true), OrvaBox{.spacing = buttonGap, .content = {grant, settings}}};
+        const OrvaButton grant{
+            .title = ShellText::tr("Grant"),
+            .action = [permissions = m_row.permissions,
+                       permission = m_row.permission] { permissions->request(permission); },
+            .accessibleDescription = displayName(m_row.permission)};
+        return OrvaIf{whileMissing([](const auto& denial) { return denial.canBeRequested; }), grant};
+    }
+
+    /// A reason says what to do instead. Only a system without one has a page where it is given.
+    [[nodiscard]] AnyView settingsButton() const
+    {
+        const OrvaButton settings{
+            .title = ShellText::tr("Open System Settings"),
+            .action = [permissions = m_row.permissions,
+                       permission = m_row.permission] { permissions->openSettings(permission); },
+            .systemImage = QStringLiteral("arrow.up.forward.app"),
+            .accessibleDescription = displayName(m_row.permission)};
+        return OrvaIf{whileMissing([](const auto& denial) { return denial.reason.isEmpty(); }),
+                      OrvaBox{.margins = QMargins(buttonGap, 0, 0, 0), .content = {settings}}};
     }
 
 private:
+    [[nodiscard]] Live<bool> whileMissing(bool (*holds)(const Permissions::Denial& denial)) const
+    {
+        const auto get = [permissions = m_row.permissions, permission = m_row.permission, holds] {
+            return !isGranted(permissions->status(permission)) &&
+                   holds(PermissionManager::denial(permission));
+        };
+        return Live<bool>(get, {m_row.permissions});
+    }
+
     template <class T>
     [[nodiscard]] Live<T> byStatus(T granted, T otherwise) const
     {
@@ -110,7 +140,8 @@ AnyView OrvaPermissionRow::body() const
                                OrvaBoxPart::filling(parts.text()),
                                OrvaBoxPart::gap(trailingGap),
                                {parts.grantedMark(), Qt::AlignVCenter},
-                               {parts.buttons(), Qt::AlignVCenter}},
+                               {parts.grantButton(), Qt::AlignVCenter},
+                               {parts.settingsButton(), Qt::AlignVCenter}},
                    .keepsHeight = true};
 }
 

@@ -21,15 +21,6 @@ using Items = QList<OrvaForEach::Item>;
 constexpr double markSide = 16;
 constexpr double markGap = 6;
 
-QList<PermissionRequirement> requiredOnes(const Capability& capability)
-{
-    QList<PermissionRequirement> required = capability.permissionRequirements();
-    required.removeIf([](const PermissionRequirement& requirement) {
-        return requirement.level != PermissionRequirement::Level::required;
-    });
-    return required;
-}
-
 QList<PermissionRequirement> missingOf(QList<PermissionRequirement> requirements,
                                        const PermissionManager& permissions)
 {
@@ -48,19 +39,22 @@ AnyView permissionRow(const PermissionRequirement& requirement,
                              .permissions = permissions};
 }
 
-AnyView missingCard(const QList<PermissionRequirement>& required,
+AnyView missingCard(const QList<PermissionRequirement>& requirements,
                     const std::shared_ptr<PermissionManager>& permissions)
 {
     const Live<Items> rows(
-        [required, permissions] {
+        [requirements, permissions] {
             Items items;
-            for (const PermissionRequirement& requirement : missingOf(required, *permissions))
+            for (const PermissionRequirement& requirement : missingOf(requirements, *permissions))
                 items.append({requirement.id(), permissionRow(requirement, permissions)});
             return items;
         },
         {permissions});
-    return OrvaBox{.content = {OrvaBoxPart::filling(OrvaCard{{OrvaForEach{rows}, PermissionRestartRow{}}}),
-                               OrvaBoxPart::gap(OrvaPageMetrics::overhang)}};
+    QList<SystemPermission> all;
+    for (const PermissionRequirement& requirement : requirements)
+        all.append(requirement.permission);
+    const OrvaCard card{{OrvaForEach{rows}, PermissionRestartRow{all, permissions}}};
+    return OrvaBox{.content = {OrvaBoxPart::filling(card), OrvaBoxPart::gap(OrvaPageMetrics::overhang)}};
 }
 
 /// The button's mark ends where cards do.
@@ -81,14 +75,16 @@ AnyView PermissionBanner::make(const Capability& capability,
                                const std::shared_ptr<PermissionManager>& permissions,
                                const std::shared_ptr<HomeNavigation>& navigation)
 {
-    const QList<PermissionRequirement> required = requiredOnes(capability);
-    if (required.isEmpty())
+    const QList<PermissionRequirement> requirements = capability.permissionRequirements();
+    if (requirements.isEmpty())
         return {};
+    const bool requiresSome = !capability.requiredPermissions().isEmpty();
     return OrvaForEach{Live<Items>(
-        [required, permissions, navigation] {
-            if (missingOf(required, *permissions).isEmpty())
-                return Items{{QStringLiteral("granted"), grantedLine(navigation)}};
-            return Items{{QStringLiteral("missing"), missingCard(required, permissions)}};
+        [requirements, requiresSome, permissions, navigation] {
+            if (!missingOf(requirements, *permissions).isEmpty())
+                return Items{{QStringLiteral("missing"), missingCard(requirements, permissions)}};
+            // Nobody waits for a permission that is only optional.
+            return requiresSome ? Items{{QStringLiteral("granted"), grantedLine(navigation)}} : Items{};
         },
         {permissions})};
 }

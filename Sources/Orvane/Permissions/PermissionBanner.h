@@ -11,8 +11,8 @@ class PermissionManager;
 
 class PermissionBanner {
 public:
-    /// Makes a row for each missing permission, or a line that all are granted with a link to them. Empty for
-    /// a capability that requires none.
+    /// Makes a row for each missing permission, required or optional. Where none is missing, a line says so
+    /// with a link to them, if the capability requires any.
     static AnyView make(const Capability& capability, const std::shared_ptr<PermissionManager>& permissions,
                         const std::shared_ptr<HomeNavigation>& navigation);
 };

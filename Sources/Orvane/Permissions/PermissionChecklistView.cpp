@@ -22,7 +22,8 @@ AnyView PermissionChecklistView::body() const
     for (const SystemPermission permission : allSystemPermissions)
         rows.append(OrvaPermissionRow{
             .permission = permission, .note = explanation(permission), .permissions = permissions});
-    rows.append(PermissionRestartRow{});
+    rows.append(PermissionRestartRow{
+        QList<SystemPermission>(allSystemPermissions.begin(), allSystemPermissions.end()), permissions});
     const auto refresh = [permissions = permissions] { permissions->refresh(); };
     const OnboardingPage page{
         .title = ShellText::tr("Permissions"),

@@ -3,6 +3,7 @@
 #include "Orvane/Brand/ShellText.h"
 #include "Orvane/Home/OrvaRowSymbol.h"
 #include "Orvane/Launch/AppRelaunch.h"
+#include "OrvaneCore/Permissions/PermissionManager.h"
 #include "OrvaneKit/Model/OrvaBox.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Model/OrvaRows.h"
@@ -25,7 +26,7 @@ AnyView PermissionRestartRow::body() const
                                       "after Orvane restarts."),
                         OrvaFont::caption, OrvaColor::secondary, OrvaTextLines::balanced};
     const OrvaButton restart{.title = ShellText::tr("Quit & Reopen"), .action = &AppRelaunch::relaunch};
-    return OrvaBox{
+    const OrvaBox row{
         .margins = QMargins(rowH, rowV, rowH - orvaRingMargin, rowV),
         .content = {
             {OrvaRowSymbol{.systemImage = QStringLiteral("arrow.clockwise.circle")}, Qt::AlignVCenter},
@@ -36,6 +37,10 @@ AnyView PermissionRestartRow::body() const
                                  Qt::AlignVCenter),
             OrvaBoxPart::gap(buttonGap),
             {restart, Qt::AlignVCenter}}};
+    return OrvaIf{
+        Live<bool>([list = permissions, manager = manager] { return manager->restartMayHelp(list); },
+                   {manager}),
+        row};
 }
 
 } // namespace orvane

@@ -2,12 +2,21 @@
 #pragma once
 
 #include "OrvaneCore/Base/OrvaView.h"
+#include "OrvaneCore/Permissions/SystemPermission.h"
 #include "OrvaneKit/Model/OrvaComposite.h"
+
+#include <memory>
 
 namespace orvane {
 
+class PermissionManager;
+
 /// A row for cards, below the rows of permissions.
+/// Shown while one of the permissions is missing and a new start may be what it needs.
 struct PermissionRestartRow {
+    QList<SystemPermission> permissions;
+    std::shared_ptr<PermissionManager> manager;
+
     [[nodiscard]] AnyView body() const;
     [[nodiscard]] QList<AnyView> children() const { return {body()}; }
 };

@@ -15,6 +15,7 @@
 #include "OrvaneCore/Capability/ControllerService.h"
 
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 namespace orvane {
@@ -28,9 +29,10 @@ class ControllerCapability : public Capability,
 
 public:
     /// Starts the services. When one of them can't start, its error is thrown, and those before it run until
-    /// the capability is switched off.
+    /// the capability is switched off. With a limitation that is thrown before anything starts.
     Task<> activate(CapabilityContext context) override
     {
+        refuseHalfWork();
         m_services = makeServices(controller(context));
         for (const std::shared_ptr<BackgroundService>& service : Services(m_services))
             context.serviceHost->registerService(service);
@@ -75,6 +77,15 @@ protected:
             return {std::make_shared<ControllerService<Controller>>(controller)};
         else
             return {};
+    }
+
+    /// Tells a person why the feature would work by half in this session; empty where it works.
+    [[nodiscard]] virtual QString limitation() const { return {}; }
+    /// For an `activate` that does something before its base's.
+    void refuseHalfWork() const
+    {
+        if (const QString reason = limitation(); !reason.isEmpty())
+            throw std::runtime_error(reason.toStdString());
     }
 
     /// Returns the controller; null before the first need.

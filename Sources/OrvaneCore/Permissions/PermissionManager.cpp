@@ -1,10 +1,11 @@
 #include "OrvaneCore/Permissions/PermissionManager.h"
 
-#include "Platform/Permissions.h"
 #include "Platform/Platform.h"
 #include "Platform/Workspace.h"
 
 #include <QUrl>
+
+#include <algorithm>
 
 namespace orvane {
 
@@ -28,6 +29,21 @@ PermissionStatus automationStatus(Permissions::Prompt prompt)
     default:
         return PermissionStatus::notDetermined;
     }
+}
+
+Permissions::Right right(SystemPermission permission)
+{
+    switch (permission) {
+    case SystemPermission::accessibility:
+        return Permissions::Right::accessibility;
+    case SystemPermission::inputMonitoring:
+        return Permissions::Right::listenEvent;
+    case SystemPermission::screenRecording:
+        return Permissions::Right::screenCapture;
+    case SystemPermission::appleEvents:
+        return Permissions::Right::automation;
+    }
+    Q_UNREACHABLE();
 }
 
 PermissionStatus read(SystemPermission permission)
@@ -64,6 +80,18 @@ PermissionStatus PermissionManager::status(SystemPermission permission) const
 {
     const auto it = m_statuses.find(permission);
     return it != m_statuses.end() ? it->second : PermissionStatus::notDetermined;
+}
+
+Permissions::Denial PermissionManager::denial(SystemPermission permission)
+{
+    return platform().permissions.denial(right(permission));
+}
+
+bool PermissionManager::restartMayHelp(const QList<SystemPermission>& permissions) const
+{
+    return std::ranges::any_of(permissions, [this](SystemPermission permission) {
+        return !isGranted(status(permission)) && denial(permission).needsRestart;
+    });
 }
 
 void PermissionManager::refresh()

@@ -7,6 +7,9 @@
 #include "OrvaneCore/Base/Observable.h"
 #include "OrvaneCore/Base/Pool.h"
 #include "OrvaneCore/Permissions/SystemPermission.h"
+#include "Platform/Permissions.h"
+
+#include <QList>
 
 #include <map>
 #include <memory>
@@ -25,6 +28,11 @@ public:
     [[nodiscard]] const PermissionStatuses& statuses() const { return m_statuses; }
     /// Returns `notDetermined` for a permission that isn't listed.
     [[nodiscard]] PermissionStatus status(SystemPermission permission) const;
+
+    /// Tells why a permission is missing. Empty, as far as the system knows no more than that it is.
+    [[nodiscard]] static Permissions::Denial denial(SystemPermission permission);
+    /// True if some of these are missing and might only need a new start of the program.
+    [[nodiscard]] bool restartMayHelp(const QList<SystemPermission>& permissions) const;
 
     /// Reads all four; announces after each, even when nothing has changed.
     void refresh();

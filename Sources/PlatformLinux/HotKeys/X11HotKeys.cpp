@@ -1,5 +1,6 @@
 #include "PlatformLinux/HotKeys/X11HotKeys.h"
 
+#include "PlatformLinux/Common/LinuxText.h"
 #include "PlatformLinux/HotKeys/HotKeyGrabs.h"
 #include "PlatformLinux/Keys/EventKeyCodes.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
@@ -125,16 +126,33 @@ void X11HotKeys::State::send(const KeyboardEvent& event)
     }
 }
 
-X11HotKeys::X11HotKeys(LogSink& log, DesktopShortcuts& desktopShortcuts)
-    : m_state(std::make_shared<State>(log)), m_desktopShortcuts(desktopShortcuts)
+X11HotKeys::X11HotKeys(LogSink& log, DesktopShortcuts& desktopShortcuts, SessionKind session)
+    : m_state(std::make_shared<State>(log)), m_desktopShortcuts(desktopShortcuts), m_session(session)
 {
 }
 
 X11HotKeys::~X11HotKeys() = default;
 
+QString X11HotKeys::limitation() const
+{
+    switch (m_session) {
+    case SessionKind::xwayland:
+        return LinuxText::tr("In this Wayland session shortcuts would work only while an X11 program has the "
+                             "focus, so they are off. In an X11 session they work everywhere.");
+    case SessionKind::waylandAlone:
+    case SessionKind::withoutServer:
+        return LinuxText::tr("There is no X server, through which Orvane gets its shortcuts.");
+    case SessionKind::x11:
+        break;
+    }
+    return {};
+}
+
 HotKeys::Registration X11HotKeys::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                       EventHotKeyID id)
 {
+    if (!limitation().isEmpty())
+        return {unimpErr, nullptr};
     const auto key = xKeyOfEvent(keyCode);
     if (!key)
         return {eventHotKeyInvalidErr, nullptr};

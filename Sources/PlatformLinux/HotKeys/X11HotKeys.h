@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/HotKeys.h"
+#include "PlatformLinux/X11/SessionKind.h"
 
 namespace orvane {
 
@@ -11,9 +12,10 @@ class LogSink;
 
 class X11HotKeys : public HotKeys {
 public:
-    X11HotKeys(LogSink& log, DesktopShortcuts& desktopShortcuts);
+    X11HotKeys(LogSink& log, DesktopShortcuts& desktopShortcuts, SessionKind session = sessionKind());
     ~X11HotKeys() override;
 
+    [[nodiscard]] QString limitation() const override;
     Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                      EventHotKeyID id) override;
     std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
@@ -34,6 +36,7 @@ private:
     /// Registrations and handlers may outlive the service.
     std::shared_ptr<State> m_state;
     DesktopShortcuts& m_desktopShortcuts;
+    const SessionKind m_session;
 };
 
 } // namespace orvane

@@ -1,5 +1,6 @@
 #include "PlatformLinux/Pasteboard/X11Pasteboard.h"
 
+#include "PlatformLinux/Common/LinuxText.h"
 #include "PlatformLinux/Pasteboard/PasteboardFormats.h"
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
 #include "PlatformLinux/Pasteboard/PasteboardThread.h"
@@ -63,15 +64,35 @@ void complete(RunLoop& runLoop, const std::weak_ptr<Pasteboard::Completion>& com
 
 } // namespace
 
-X11Pasteboard::X11Pasteboard(LogSink& log, RunLoop& runLoop)
+X11Pasteboard::X11Pasteboard(LogSink& log, RunLoop& runLoop, SessionKind session, const QString& desktops)
     : m_log(log),
       m_runLoop(runLoop),
+      m_session(session),
+      m_desktopPassesCopiesOn(desktops.split(u':').contains(QStringLiteral("GNOME"))),
       m_state(std::make_shared<PasteboardState>()),
       m_watches(std::make_shared<PasteboardWatches>(runLoop))
 {
 }
 
 X11Pasteboard::~X11Pasteboard() = default;
+
+QString X11Pasteboard::limitation() const
+{
+    switch (m_session) {
+    case SessionKind::xwayland:
+        if (m_desktopPassesCopiesOn)
+            return {};
+        return LinuxText::tr(
+            "In this Wayland session Orvane would miss what you copy in Wayland programs, so "
+            "this stays off. In an X11 session it gets every copy.");
+    case SessionKind::waylandAlone:
+    case SessionKind::withoutServer:
+        return LinuxText::tr("There is no X server, through which Orvane gets what you copy.");
+    case SessionKind::x11:
+        break;
+    }
+    return {};
+}
 
 const std::shared_ptr<PasteboardThread>& X11Pasteboard::thread() const
 {

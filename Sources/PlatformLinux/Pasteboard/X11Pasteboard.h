@@ -6,6 +6,7 @@
 #include "Platform/LogSink.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/RunLoop.h"
+#include "PlatformLinux/X11/SessionKind.h"
 
 #include <memory>
 
@@ -17,9 +18,12 @@ class PasteboardWatches;
 
 class X11Pasteboard : public Pasteboard {
 public:
-    X11Pasteboard(LogSink& log, RunLoop& runLoop);
+    /// `desktops` is the value of XDG_CURRENT_DESKTOP.
+    X11Pasteboard(LogSink& log, RunLoop& runLoop, SessionKind session = sessionKind(),
+                  const QString& desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
     ~X11Pasteboard() override;
 
+    [[nodiscard]] QString limitation() const override;
     [[nodiscard]] int changeCount() const override;
     std::unique_ptr<PasteboardWatch> watch(std::function<void()> handler) override;
     std::unique_ptr<PasteboardRead> read(const QStringList& types, Completion completion) override;
@@ -36,6 +40,9 @@ private:
 
     LogSink& m_log;
     RunLoop& m_runLoop;
+    const SessionKind m_session;
+    /// True on a desktop whose X server is told of each copy, also of those of Wayland programs.
+    const bool m_desktopPassesCopiesOn;
     std::shared_ptr<PasteboardState> m_state;
     std::shared_ptr<PasteboardWatches> m_watches;
     mutable std::shared_ptr<PasteboardThread> m_thread; // null until it is needed

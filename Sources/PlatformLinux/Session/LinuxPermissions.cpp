@@ -2,7 +2,7 @@
 
 #include "Platform/NotificationCenter.h"
 #include "PlatformLinux/Applications/KnownPrograms.h"
-#include "PlatformLinux/X11/X11Connection.h"
+#include "PlatformLinux/Common/LinuxText.h"
 
 namespace orvane {
 
@@ -10,34 +10,54 @@ namespace {
 
 QString denialOfWindows()
 {
-    return QStringLiteral(
-        "Windows of other programs can't be moved: no window manager is running that speaks "
-        "EWMH. Start one");
+    return LinuxText::tr("Windows of other programs can't be moved: no window manager is running that speaks "
+                         "EWMH. Start one.");
 }
 
-QString denialOfSession(const QString& sessionType)
+/// Says what keeps the file manager from being asked; empty if nothing does.
+QString denialOfAutomation(Permissions::OSStatus status)
 {
-    if (sessionType.compare(QLatin1StringView("wayland"), Qt::CaseInsensitive) == 0) {
-        return QStringLiteral(
-            "This is a Wayland session, in which no program can see or change the keys, windows "
-            "and screen of others, so all permissions are denied. Choose an X11 session at "
-            "login to use Orvane");
+    switch (status) {
+    case Permissions::procNotFound:
+        return LinuxText::tr("The file manager can't be asked for the selected files: none answers on the "
+                             "session bus to org.freedesktop.FileManager1. Install one that does, such as "
+                             "Thunar.");
+    case Permissions::errAEEventNotPermitted:
+        return LinuxText::tr("The file manager can't be asked for the selected files: the session bus "
+                             "refuses it to this program. The bus's policy would have to allow it.");
+    case FileManagerAutomation::errAETimeout:
+        return LinuxText::tr("The file manager can't be asked for the selected files: it doesn't answer. End "
+                             "it, and it is started anew when it is needed.");
+    default:
+        return {};
     }
-    if (!X11Connection::ofApplication()) {
-        return QStringLiteral("There is no X server, so all permissions are denied. Start Orvane from an X11 "
-                              "session");
+}
+
+QString denialUnderWayland(Permissions::Right right)
+{
+    switch (right) {
+    case Permissions::Right::accessibility:
+        return LinuxText::tr(
+            "This is a Wayland session. Orvane could move the windows of X11 programs alone, "
+            "not those of others, so it moves none. In an X11 session it moves all.");
+    case Permissions::Right::listenEvent:
+        return LinuxText::tr("This is a Wayland session. Orvane would see keys only while an X11 program has "
+                             "the focus, so it leaves them alone. In an X11 session it sees all.");
+    case Permissions::Right::screenCapture:
+        return LinuxText::tr(
+            "This is a Wayland session. Orvane could read the windows of X11 programs alone, "
+            "so it reads none. In an X11 session it reads the whole screen.");
+    case Permissions::Right::automation:
+        break; // works over the session bus
     }
     return {};
 }
 
 } // namespace
 
-LinuxPermissions::LinuxPermissions(LogSink& log, NotificationCenter& center, const QString& sessionType,
-                                   QDBusConnection session)
-    : m_center(center),
-      m_denials(log),
-      m_sessionDenial(denialOfSession(sessionType)),
-      m_fileManager(std::move(session))
+LinuxPermissions::LinuxPermissions(LogSink& log, NotificationCenter& center, SessionKind session,
+                                   QDBusConnection bus)
+    : m_center(center), m_denials(log), m_session(session), m_fileManager(std::move(bus))
 {
     QObject::connect(&m_fileManager, &FileManagerAutomation::changed, &m_fileManager,
                      [this] { announceChange(); });
@@ -45,11 +65,33 @@ LinuxPermissions::LinuxPermissions(LogSink& log, NotificationCenter& center, con
 
 LinuxPermissions::~LinuxPermissions() = default;
 
-bool LinuxPermissions::sessionAllowsAnything()
+QString LinuxPermissions::denialOfSession(Right right) const
 {
-    if (m_sessionDenial.isEmpty())
+    if (right == Right::automation)
+        return {};
+    switch (m_session) {
+    case SessionKind::x11:
+        return {};
+    case SessionKind::xwayland:
+        return denialUnderWayland(right);
+    case SessionKind::waylandAlone:
+        return LinuxText::tr(
+            "This Wayland session has no X server, through which Orvane sees keys, windows and "
+            "screen. Install Xwayland, or choose an X11 session at login.");
+    case SessionKind::withoutServer:
+        return LinuxText::tr(
+            "There is no X server, through which Orvane sees keys, windows and screen. Start "
+            "Orvane from an X11 session.");
+    }
+    Q_UNREACHABLE();
+}
+
+bool LinuxPermissions::sessionAllows(Right right)
+{
+    const QString denial = denialOfSession(right);
+    if (denial.isEmpty())
         return true;
-    m_denials.say(m_sessionDenial);
+    m_denials.say(denial);
     return false;
 }
 
@@ -72,7 +114,7 @@ void LinuxPermissions::followWindowManager()
 
 bool LinuxPermissions::axIsProcessTrusted()
 {
-    if (!sessionAllowsAnything())
+    if (!sessionAllows(Right::accessibility))
         return false;
     followWindowManager();
     if (!m_windowManager->isPresent())
@@ -82,7 +124,7 @@ bool LinuxPermissions::axIsProcessTrusted()
 
 void LinuxPermissions::axIsProcessTrustedWithPrompt()
 {
-    if (!sessionAllowsAnything())
+    if (!sessionAllows(Right::accessibility))
         return;
     followWindowManager();
     if (!m_windowManager->isPresent())
@@ -91,7 +133,7 @@ void LinuxPermissions::axIsProcessTrustedWithPrompt()
 
 bool LinuxPermissions::preflightListenEventAccess()
 {
-    if (!sessionAllowsAnything())
+    if (!sessionAllows(Right::listenEvent))
         return false;
     if (!m_input)
         m_input = tryInputAccess();
@@ -102,7 +144,7 @@ bool LinuxPermissions::preflightListenEventAccess()
 
 void LinuxPermissions::requestListenEventAccess()
 {
-    if (!sessionAllowsAnything())
+    if (!sessionAllows(Right::listenEvent))
         return;
     m_input = tryInputAccess();
     if (!m_input->granted)
@@ -111,7 +153,7 @@ void LinuxPermissions::requestListenEventAccess()
 
 bool LinuxPermissions::preflightScreenCaptureAccess()
 {
-    if (!sessionAllowsAnything())
+    if (!sessionAllows(Right::screenCapture))
         return false;
     if (!m_screen)
         m_screen = tryScreenAccess();
@@ -122,7 +164,7 @@ bool LinuxPermissions::preflightScreenCaptureAccess()
 
 void LinuxPermissions::requestScreenCaptureAccess()
 {
-    if (!sessionAllowsAnything())
+    if (!sessionAllows(Right::screenCapture))
         return;
     m_screen = tryScreenAccess();
     if (!m_screen->granted)
@@ -132,37 +174,39 @@ void LinuxPermissions::requestScreenCaptureAccess()
 Permissions::OSStatus LinuxPermissions::determinePermissionToAutomateTarget(const QString& bundleIdentifier,
                                                                             Prompt prompt)
 {
-    if (!sessionAllowsAnything())
-        return errAEEventNotPermitted;
     if (bundleIdentifier != systemProgram::fileManager)
         return procNotFound;
     const OSStatus status = prompt == Prompt::yes ? m_fileManager.askAndStart() : m_fileManager.status();
-    sayWhy(status);
+    if (const QString denial = denialOfAutomation(status); !denial.isEmpty())
+        m_denials.say(denial);
     return status;
 }
 
-void LinuxPermissions::sayWhy(OSStatus automation)
+Permissions::Denial LinuxPermissions::denial(Right right)
 {
-    switch (automation) {
-    case procNotFound:
-        m_denials.say(
-            QStringLiteral("The file manager can't be asked for the selected files: none answers on the "
-                           "session bus to org.freedesktop.FileManager1. Install one that does, such "
-                           "as Thunar"));
-        break;
-    case errAEEventNotPermitted:
-        m_denials.say(
-            QStringLiteral("The file manager can't be asked for the selected files: the session bus "
-                           "refuses it to this program. The bus's policy would have to allow it"));
-        break;
-    case FileManagerAutomation::errAETimeout:
-        m_denials.say(
-            QStringLiteral("The file manager can't be asked for the selected files: it doesn't answer. "
-                           "End it, and it is started anew when it is needed"));
-        break;
-    default:
-        break;
+    if (const QString reason = denialOfSession(right); !reason.isEmpty())
+        return {.reason = reason, .canBeRequested = false, .needsRestart = false};
+    const auto ofServer = [](const std::optional<XAccess>& access) {
+        return access && !access->granted ? Denial{access->reason, access->isLate, false}
+                                          : Denial{.needsRestart = false};
+    };
+    switch (right) {
+    case Right::accessibility:
+        if (m_windowManager && !m_windowManager->isPresent())
+            return {.reason = denialOfWindows(), .canBeRequested = false, .needsRestart = false};
+        return {.needsRestart = false};
+    case Right::listenEvent:
+        return ofServer(m_input);
+    case Right::screenCapture:
+        return ofServer(m_screen);
+    case Right::automation: {
+        const OSStatus status = m_fileManager.status();
+        return {.reason = denialOfAutomation(status),
+                .canBeRequested = status != errAEEventNotPermitted,
+                .needsRestart = false};
     }
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace orvane

@@ -5,6 +5,7 @@
 #include "Platform/Permissions.h"
 #include "PlatformLinux/Session/DenialLog.h"
 #include "PlatformLinux/Session/FileManagerAutomation.h"
+#include "PlatformLinux/X11/SessionKind.h"
 #include "PlatformLinux/X11/WindowManagerWatch.h"
 #include "PlatformLinux/X11/XAccess.h"
 
@@ -17,11 +18,9 @@ class NotificationCenter;
 
 class LinuxPermissions : public Permissions {
 public:
-    /// `sessionType` is the value of XDG_SESSION_TYPE. Changes are told on `center`, from the first answer
-    /// on.
-    LinuxPermissions(LogSink& log, NotificationCenter& center,
-                     const QString& sessionType = qEnvironmentVariable("XDG_SESSION_TYPE"),
-                     QDBusConnection session = QDBusConnection::sessionBus());
+    /// Changes are told on `center`, from the first answer on.
+    LinuxPermissions(LogSink& log, NotificationCenter& center, SessionKind session = sessionKind(),
+                     QDBusConnection bus = QDBusConnection::sessionBus());
     ~LinuxPermissions() override;
 
     /// True if a window manager speaks EWMH: windows of others are read and moved through it alone.
@@ -41,20 +40,21 @@ public:
     /// Knows the file manager alone; every other program is procNotFound.
     OSStatus determinePermissionToAutomateTarget(const QString& bundleIdentifier, Prompt prompt) override;
 
+    [[nodiscard]] Denial denial(Right right) override;
+
     /// Ends a request that waits for another program, since this one is about to end.
     void giveUpWaiting() { m_fileManager.giveUp(); }
 
 private:
-    /// Returns false, and logs the reason, where everything is denied.
-    bool sessionAllowsAnything();
-    void sayWhy(OSStatus automation);
+    /// Returns false, and logs the reason, where the session denies it.
+    bool sessionAllows(Right right);
+    [[nodiscard]] QString denialOfSession(Right right) const;
     void followWindowManager();
     void announceChange();
 
     NotificationCenter& m_center;
     DenialLog m_denials;
-    /// The reason why this kind of session allows nothing; empty where it allows something.
-    const QString m_sessionDenial;
+    const SessionKind m_session;
     std::optional<WindowManagerWatch> m_windowManager;
     FileManagerAutomation m_fileManager;
     std::optional<XAccess> m_input;

@@ -1,6 +1,7 @@
 #include "PlatformLinux/Session/ScreenSaverInhibitor.h"
 
 #include "PlatformLinux/X11/ApplicationLink.h"
+#include "PlatformLinux/X11/SessionKind.h"
 
 #include <utility>
 
@@ -11,7 +12,8 @@ namespace orvane {
 std::unique_ptr<ScreenSaverInhibitor> ScreenSaverInhibitor::create()
 {
     auto x = ApplicationLink::get();
-    if (!x || !x->link().extension(xcb_screensaver_id))
+    // The screen of a Wayland session isn't its X server's.
+    if (!x || !x->link().extension(xcb_screensaver_id) || sessionKind() != SessionKind::x11)
         return nullptr;
     return std::unique_ptr<ScreenSaverInhibitor>(new ScreenSaverInhibitor(std::move(x)));
 }

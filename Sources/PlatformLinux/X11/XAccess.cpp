@@ -1,5 +1,6 @@
 #include "PlatformLinux/X11/XAccess.h"
 
+#include "PlatformLinux/Common/LinuxText.h"
 #include "PlatformLinux/X11/XExchange.h"
 
 #include <array>
@@ -23,21 +24,23 @@ XLink::Opened openServer()
 
 XAccess granted()
 {
-    return {true, {}};
+    return {.granted = true};
 }
 XAccess denied(const QString& reason)
 {
-    return {false, reason};
+    return {.reason = reason};
 }
 
 XAccess noServer(XOutcome outcome)
 {
     if (outcome == XOutcome::late) {
-        return denied(QStringLiteral("The X server doesn't answer, so this program can neither see input nor "
-                                     "read the screen. Try again in a moment"));
+        return {.reason =
+                    LinuxText::tr("The X server doesn't answer, so this program can neither see input nor "
+                                  "read the screen. Try again in a moment."),
+                .isLate = true};
     }
-    return denied(QStringLiteral("No X server lets this program in, so it can neither see input nor read the "
-                                 "screen. Start it from a desktop session"));
+    return denied(LinuxText::tr("No X server lets this program in, so it can neither see input nor read the "
+                                "screen. Start it from a desktop session."));
 }
 
 bool speaksXInput2(XExchange& exchange)
@@ -96,10 +99,10 @@ XAccess tryInputAccess()
         return noServer(outcome);
     if (!link->extension(xcb_input_id) || !link->extension(xcb_test_id)) {
         // An untrusted client sees no more than this.
-        return denied(QStringLiteral("The X server doesn't offer XInput and XTEST to this program, so it can "
-                                     "neither see nor change keys. A server does so to programs that it "
-                                     "doesn't trust, as those of \"ssh -X\": start Orvane on the desktop "
-                                     "itself, or with \"ssh -Y\""));
+        return denied(LinuxText::tr("The X server doesn't offer XInput and XTEST to this program, so it can "
+                                    "neither see nor change keys. A server does so to programs that it "
+                                    "doesn't trust, as those of \"ssh -X\": start Orvane on the desktop "
+                                    "itself, or with \"ssh -Y\"."));
     }
     XExchange exchange(*link, within(patience));
     const bool isNewEnough = speaksXInput2(exchange);
@@ -107,14 +110,14 @@ XAccess tryInputAccess()
         return noServer(XOutcome::late);
     if (!isNewEnough) {
         return denied(
-            QStringLiteral("The X server's XInput is older than 2.2, so this program can neither see "
-                           "nor change keys. A newer X server is needed"));
+            LinuxText::tr("The X server's XInput is older than 2.2, so this program can neither see "
+                          "nor change keys. A newer X server is needed."));
     }
     const auto keyboard = hardwareKeyboard(exchange);
     if (keyboard && grabIsRefused(exchange, *keyboard)) {
         return denied(
-            QStringLiteral("The X server refuses to let this program hold the keyboard. Its security "
-                           "policy would have to allow it"));
+            LinuxText::tr("The X server refuses to let this program hold the keyboard. Its security "
+                          "policy would have to allow it."));
     }
     return granted();
 }
@@ -133,9 +136,9 @@ XAccess tryScreenAccess()
     if (image)
         return granted();
     return denied(
-        QStringLiteral("The X server refuses to let this program read the screen. A server does so to "
-                       "programs that it doesn't trust, as those of \"ssh -X\": start Orvane on the "
-                       "desktop itself, or with \"ssh -Y\""));
+        LinuxText::tr("The X server refuses to let this program read the screen. A server does so to "
+                      "programs that it doesn't trust, as those of \"ssh -X\": start Orvane on the "
+                      "desktop itself, or with \"ssh -Y\"."));
 }
 
 } // namespace orvane

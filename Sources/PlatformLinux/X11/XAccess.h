@@ -9,7 +9,9 @@ namespace orvane {
 struct XAccess {
     bool granted = false;
     /// The reason of a denial, as a sentence for a person.
-    QString reason;
+    QString reason = {};
+    /// True if the server didn't answer in time, so that the next attempt may end otherwise.
+    bool isLate = false;
 };
 
 /// Tries if the keys of other programs can be seen, held back and made.

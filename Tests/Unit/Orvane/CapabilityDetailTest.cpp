@@ -150,12 +150,10 @@ TEST_F(CapabilityDetailTest, ThePaneIsThereWhileTheCapabilityIsOff)
 
 // Banner
 
-TEST_F(CapabilityDetailTest, WithoutARequiredPermissionThereIsNoBanner)
+TEST_F(CapabilityDetailTest, WithNothingToSayThereIsNoBanner)
 {
-    const auto capability = add("one");
-    EXPECT_FALSE(static_cast<bool>(orvaPage("one")->banner));
-    capability->requirements = {requirement(SystemPermission::accessibility, Level::optional)};
-    EXPECT_FALSE(static_cast<bool>(orvaPage("one")->banner)) << "an optional one makes none either";
+    add("one");
+    EXPECT_FALSE(orvaPage("one")->banner.as<OrvaIf>()->condition.get());
 }
 
 TEST_F(CapabilityDetailTest, MissingPermissionsHaveARowEachAndTheRestartRowBelow)
@@ -166,17 +164,19 @@ TEST_F(CapabilityDetailTest, MissingPermissionsHaveARowEachAndTheRestartRowBelow
         {SystemPermission::screenRecording, Level::optional, QStringLiteral("To see.")},
         {SystemPermission::accessibility, Level::required}};
     const auto rows = page("one").all<OrvaPermissionRow>();
-    ASSERT_EQ(rows.size(), 2);
+    ASSERT_EQ(rows.size(), 3);
     EXPECT_EQ(rows[0]->permission, SystemPermission::inputMonitoring);
     EXPECT_EQ(rows[0]->level, Level::required);
     EXPECT_EQ(rows[0]->note, QStringLiteral("To hear keys."));
-    EXPECT_EQ(rows[1]->permission, SystemPermission::accessibility);
-    EXPECT_EQ(rows[1]->note, explanation(SystemPermission::accessibility)) << "it has no note of its own";
+    EXPECT_EQ(rows[1]->permission, SystemPermission::screenRecording);
+    EXPECT_EQ(rows[1]->level, Level::optional);
+    EXPECT_EQ(rows[2]->permission, SystemPermission::accessibility);
+    EXPECT_EQ(rows[2]->note, explanation(SystemPermission::accessibility)) << "it has no note of its own";
     EXPECT_EQ(page("one").all<PermissionRestartRow>().size(), 1);
     EXPECT_TRUE(page("one").all<OrvaTextButton>().isEmpty());
 
     grantInputMonitoring();
-    EXPECT_EQ(page("one").all<OrvaPermissionRow>().size(), 1);
+    EXPECT_EQ(page("one").all<OrvaPermissionRow>().size(), 2);
 }
 
 TEST_F(CapabilityDetailTest, WithAllPermissionsGrantedAQuietLineLeadsToGeneral)
@@ -197,6 +197,32 @@ TEST_F(CapabilityDetailTest, WithAllPermissionsGrantedAQuietLineLeadsToGeneral)
     EXPECT_EQ(navigation->focusPermissions.get(), 1);
     button->action();
     EXPECT_EQ(navigation->focusPermissions.get(), 2);
+}
+
+TEST_F(CapabilityDetailTest, ACapabilityThatCannotRunSaysWhyUnderItsSwitchUntilItRuns)
+{
+    const auto capability = add("one");
+    EXPECT_TRUE(page("one").all<OrvaStatusBanner>().isEmpty());
+    capability->activateError = QStringLiteral("It would miss every second copy here.");
+    flip("one", true);
+    EXPECT_EQ(state("one"), State::failed);
+    const auto banners = page("one").all<OrvaStatusBanner>();
+    ASSERT_EQ(banners.size(), 1);
+    EXPECT_EQ(banners.first()->message.get(), QStringLiteral("It would miss every second copy here."));
+    capability->activateError.clear();
+    flip("one", true);
+    EXPECT_TRUE(page("one").all<OrvaStatusBanner>().isEmpty());
+}
+
+TEST_F(CapabilityDetailTest, AnOptionalPermissionIsMentionedWhileItIsMissing)
+{
+    const auto capability = add("one");
+    capability->requirements = {requirement(SystemPermission::inputMonitoring, Level::optional)};
+    EXPECT_EQ(page("one").all<OrvaPermissionRow>().size(), 1);
+    EXPECT_TRUE(orvaPage("one")->banner.as<OrvaIf>()->condition.get());
+    grantInputMonitoring();
+    EXPECT_TRUE(page("one").all<OrvaPermissionRow>().isEmpty());
+    EXPECT_FALSE(orvaPage("one")->banner.as<OrvaIf>()->condition.get()) << "nothing was waited for";
 }
 
 // Ticker

@@ -165,6 +165,11 @@ TEST_F(OnboardingTest, AFeatureWithoutItsPermissionIsWantedAndShowsAsOff)
     EXPECT_EQ(registry->state(id), CapabilityState::Kind::needsPermission);
     EXPECT_TRUE(store->isEnabled(id));
     EXPECT_FALSE(toggle->isOn.get());
+    const AnyView card = *flow.all<CapabilityCard>().first();
+    EXPECT_EQ(texts(card).last(), QStringLiteral("Needs permission"));
+    fake.permissions.denials[Permissions::Right::accessibility].reason =
+        QStringLiteral("Nobody manages windows.");
+    EXPECT_EQ(texts(card).last(), QStringLiteral("Nobody manages windows."));
 }
 
 TEST_F(OnboardingTest, WhoLeavesInTheMiddleBeginsAgainWithWhatWasTurnedOn)

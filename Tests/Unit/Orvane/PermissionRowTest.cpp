@@ -170,10 +170,39 @@ TEST_F(OrvaPermissionRowTest, ItsButtonsSayWhatTheyAreAbout)
         EXPECT_EQ(button->accessibleDescription(), QStringLiteral("Screen Recording"));
 }
 
+TEST_F(OrvaPermissionRowTest, AReasonTakesThePlaceOfTheNoteAndOfWhatCannotHelp)
+{
+    auto& denial = fake.permissions.denials[Permissions::Right::accessibility];
+    denial = {.reason = QStringLiteral("Nobody manages the windows."), .canBeRequested = false};
+    const AnyView view = row(SystemPermission::accessibility);
+    EXPECT_EQ(view.all<OrvaText>().at(1)->text.get(), QStringLiteral("Nobody manages the windows."));
+    EXPECT_EQ(trailing(view), QStringList());
+    denial.canBeRequested = true;
+    EXPECT_EQ(trailing(view), QStringList{QStringLiteral("Grant")});
+    grant();
+    EXPECT_EQ(view.all<OrvaText>().at(1)->text.get(), QStringLiteral("Why it is needed."));
+    EXPECT_EQ(trailing(view), QStringList{QStringLiteral("Granted")});
+}
+
+TEST(PermissionRestartRowTest, IsShownOnlyWhileANewStartMayHelp)
+{
+    FakePlatform fake;
+    const auto permissions = PermissionManager::make();
+    const AnyView row = PermissionRestartRow{{SystemPermission::accessibility}, permissions};
+    const auto shown = [&] { return row.all<OrvaIf>().first()->condition.get(); };
+    EXPECT_TRUE(shown());
+    fake.permissions.denials[Permissions::Right::accessibility].needsRestart = false;
+    EXPECT_FALSE(shown());
+    fake.permissions.denials.clear();
+    fake.permissions.accessibility = true;
+    permissions->refresh();
+    EXPECT_FALSE(shown());
+}
+
 TEST(PermissionRestartRowTest, SaysWhyAndStartsTheProgramAnew)
 {
     FakePlatform fake;
-    const AnyView row = PermissionRestartRow{};
+    const AnyView row = PermissionRestartRow{{SystemPermission::accessibility}, PermissionManager::make()};
     EXPECT_EQ(row.all<OrvaRowSymbol>().first()->systemImage.get(), QStringLiteral("arrow.clockwise.circle"));
     EXPECT_EQ(row.all<OrvaText>().first()->text.get(),
               QStringLiteral("Granted it but still shows off? macOS applies new permissions only after "

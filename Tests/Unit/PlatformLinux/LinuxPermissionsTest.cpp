@@ -2,22 +2,22 @@
 #include "Fakes/FakeLogSink.h"
 #include "Platform/NotificationCenter.h"
 
+#include <array>
+
 #include <gmock/gmock.h>
 
 namespace orvane::tests {
 
 namespace {
 
-const QString fileManager = QStringLiteral("com.apple.finder");
+constexpr std::array throughTheServer{Permissions::Right::accessibility, Permissions::Right::listenEvent,
+                                      Permissions::Right::screenCapture};
 
 void readAll(LinuxPermissions& permissions)
 {
     EXPECT_FALSE(permissions.axIsProcessTrusted());
     EXPECT_FALSE(permissions.preflightListenEventAccess());
     EXPECT_FALSE(permissions.preflightScreenCaptureAccess());
-    for (const auto prompt : {Permissions::Prompt::no, Permissions::Prompt::yes})
-        EXPECT_EQ(permissions.determinePermissionToAutomateTarget(fileManager, prompt),
-                  Permissions::errAEEventNotPermitted);
 }
 
 void requestAll(LinuxPermissions& permissions)
@@ -29,24 +29,56 @@ void requestAll(LinuxPermissions& permissions)
 
 } // namespace
 
-TEST(LinuxPermissions, AWaylandSessionDeniesEverythingAndSaysSoOnce)
+TEST(LinuxPermissions, AWaylandSessionDeniesWhatWouldWorkByHalfAndSaysWhyOfEachOnce)
 {
     FakeLogSink log;
     NotificationCenter center;
-    LinuxPermissions permissions(log, center, QStringLiteral("wayland"));
+    LinuxPermissions permissions(log, center, SessionKind::xwayland);
     readAll(permissions);
     requestAll(permissions);
     readAll(permissions);
+    ASSERT_EQ(log.entries().size(), 3u);
+    QStringList reasons;
+    for (const auto right : throughTheServer) {
+        const Permissions::Denial denial = permissions.denial(right);
+        EXPECT_FALSE(denial.canBeRequested);
+        EXPECT_FALSE(denial.needsRestart);
+        reasons.append(denial.reason);
+    }
+    EXPECT_EQ(log.messages(), reasons);
+    for (const auto& entry : log.entries()) {
+        EXPECT_EQ(entry.category, QStringLiteral("Permissions"));
+        EXPECT_TRUE(entry.message.startsWith(QStringLiteral("This is a Wayland session.")));
+    }
+}
+
+TEST(LinuxPermissions, TheFileManagerIsAskedInAnyKindOfSession)
+{
+    FakeLogSink log;
+    NotificationCenter center;
+    for (const auto session : {SessionKind::x11, SessionKind::xwayland, SessionKind::waylandAlone}) {
+        LinuxPermissions permissions(log, center, session);
+        const QString reason = permissions.denial(Permissions::Right::automation).reason;
+        EXPECT_FALSE(reason.contains(QStringLiteral("Wayland")));
+        EXPECT_TRUE(reason.isEmpty() || reason.startsWith(QStringLiteral("The file manager")));
+    }
+}
+
+TEST(LinuxPermissions, AWaylandSessionWithoutAnXServerSaysWhatToInstall)
+{
+    FakeLogSink log;
+    NotificationCenter center;
+    LinuxPermissions permissions(log, center, SessionKind::waylandAlone);
+    readAll(permissions);
     ASSERT_EQ(log.entries().size(), 1u);
-    EXPECT_EQ(log.entries()[0].category, QStringLiteral("Permissions"));
-    EXPECT_TRUE(log.entries()[0].message.contains(QStringLiteral("Wayland")));
+    EXPECT_TRUE(log.entries()[0].message.contains(QStringLiteral("Install Xwayland")));
 }
 
 TEST(LinuxPermissions, WithoutAnXServerEverythingIsDeniedAndThatIsSaidOnce)
 {
     FakeLogSink log;
     NotificationCenter center;
-    LinuxPermissions permissions(log, center, QStringLiteral("x11"));
+    LinuxPermissions permissions(log, center, SessionKind::withoutServer);
     readAll(permissions);
     requestAll(permissions);
     ASSERT_EQ(log.entries().size(), 1u);

@@ -142,6 +142,22 @@ TEST_F(ClipboardHistoryCapabilityTest, WhereCopiesAreNotAnnouncedActiveItPolls)
     EXPECT_EQ(saved(), QStringList{QStringLiteral("after")});
 }
 
+TEST_F(ClipboardHistoryCapabilityTest, WhereItWouldMissCopiesItDoesNotStartAndSaysWhy)
+{
+    fake.generalPasteboard.limit = QStringLiteral("Every second copy would be missed.");
+    QString reason;
+    run([&]() -> Task<> {
+        try {
+            co_await capability->activate(context);
+        } catch (const std::exception& error) {
+            reason = QString::fromUtf8(error.what());
+        }
+    });
+    EXPECT_EQ(reason, QStringLiteral("Every second copy would be missed."));
+    copy(QStringLiteral("a"));
+    EXPECT_EQ(saved(), QStringList());
+}
+
 TEST_F(ClipboardHistoryCapabilityTest, ThePollIntervalIsFlooredAndReadAtActivationOnly)
 {
     fake.generalPasteboard.announcesCopies = false;
