@@ -22,8 +22,8 @@ public:
 class Application {
 public:
     enum class ActivationPolicy {
-        regular,   // shows in the Dock or task bar
-        accessory, // doesn't, but may have windows and menus
+        regular,   // shows in the Dock or task bar, also while no window is open where the platform can
+        accessory, // isn't shown there by itself; where open windows are listed, its own are too
     };
 
     /// Who started this process: the session by itself, as at login, or a person by any other way.

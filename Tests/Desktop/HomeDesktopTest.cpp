@@ -392,16 +392,32 @@ TEST_F(HomeDesktopTest, WithoutTheMenuBarIconTheDockIconIsThere)
 {
     openHome();
     EXPECT_FALSE(isChecked(QStringLiteral("Show in the task bar")));
-    EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::leftOut; }));
     click("check box", QStringLiteral("Show icon in the system tray"));
     EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show in the task bar")); }));
-    EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::listed; }));
     EXPECT_FALSE(isChecked(QStringLiteral("Show icon in the system tray")));
     EXPECT_TRUE(eventually(10s, [&] { return m_tray.itemsOf(program().pid()).isEmpty(); }));
     click("check box", QStringLiteral("Show in the task bar"));
     EXPECT_TRUE(eventually(10s, [&] { return isChecked(QStringLiteral("Show icon in the system tray")); }));
     EXPECT_TRUE(eventually(10s, [&] { return !m_tray.itemsOf(program().pid()).isEmpty(); }));
-    EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::leftOut; }));
+}
+
+TEST_F(HomeDesktopTest, AnOpenWindowIsListedAndMinimizesAndComesBackWhereItWas)
+{
+    openHome();
+    EXPECT_TRUE(eventually(10s, [&] { return taskBarEntry() == TaskBar::listed; }));
+    click("list item", awake);
+    ASSERT_TRUE(eventually(10s, [&] { return node("list item", awake)->isSelected(); }));
+    const QRect before = m_screen.window(program().pid(), orvane)->geometry;
+    closeHome();
+    const auto home = program().home();
+    program().signal(SIGTERM);
+    ASSERT_TRUE(program().wait());
+    m_program = std::make_unique<Program>(Program::Start{.home = home});
+    ASSERT_TRUE(program().waitUntilReady());
+    showHome();
+    EXPECT_TRUE(
+        eventually(10s, [&] { return m_screen.window(program().pid(), orvane)->geometry == before; }));
+    EXPECT_TRUE(eventually(10s, [&] { return node("list item", awake)->isSelected(); }));
 }
 
 } // namespace orvane::tests

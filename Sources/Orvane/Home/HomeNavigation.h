@@ -4,6 +4,7 @@
 #include "OrvaneCore/Base/Observable.h"
 #include "OrvaneCore/Capability/CapabilityMetadata.h"
 
+#include <memory>
 #include <optional>
 #include <variant>
 
@@ -33,6 +34,9 @@ private:
 
 class HomeNavigation {
 public:
+    /// Begins with the page that was shown last, also in an earlier run, and keeps it stored.
+    [[nodiscard]] static std::shared_ptr<HomeNavigation> remembered();
+
     Observable<std::optional<HomeSelection>> selection;
     /// Grows by one each time that the permissions have to be shown.
     Observable<int> focusPermissions;
@@ -43,6 +47,9 @@ public:
         selection.set(HomeSelection::general());
         focusPermissions.set(focusPermissions.get() + 1);
     }
+
+private:
+    Cancellables m_memory;
 };
 
 } // namespace orvane

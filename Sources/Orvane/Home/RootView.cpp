@@ -28,7 +28,8 @@ Binding<bool> storedFlag(const QString& key)
 AnyView RootView::make(const std::shared_ptr<AppEnvironment>& environment)
 {
     return RootView{storedFlag(QStringLiteral("hasOnboarded")), environment->sharedRegistry(),
-                    environment->sharedPermissions(), environment->sharedAppPreferences()};
+                    environment->sharedPermissions(), environment->sharedAppPreferences(),
+                    environment->homeNavigation()};
 }
 
 AnyView RootView::body() const
@@ -40,7 +41,7 @@ AnyView RootView::body() const
     return OrvaKeyed{page, [view = *this](const QString&) -> AnyView {
                          if (!view.hasOnboarded.get())
                              return OnboardingFlow::make(view.hasOnboarded, view.registry, view.permissions);
-                         return HomeView{view.registry, view.permissions, view.preferences};
+                         return HomeView{view.registry, view.permissions, view.preferences, view.navigation};
                      }};
 }
 

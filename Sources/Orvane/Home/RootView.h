@@ -1,6 +1,7 @@
 // The content of the home window: the first run until it has been finished, then always the home view.
 #pragma once
 
+#include "Orvane/Home/HomeNavigation.h"
 #include "OrvaneCore/Base/Observable.h"
 #include "OrvaneCore/Base/OrvaView.h"
 #include "OrvaneKit/Model/OrvaComposite.h"
@@ -24,6 +25,7 @@ struct RootView {
     std::shared_ptr<CapabilityRegistry> registry;
     std::shared_ptr<PermissionManager> permissions;
     std::shared_ptr<AppPreferences> preferences;
+    std::shared_ptr<HomeNavigation> navigation = std::make_shared<HomeNavigation>();
 
     [[nodiscard]] AnyView body() const;
     [[nodiscard]] QList<AnyView> children() const { return {body()}; }

@@ -24,13 +24,14 @@ std::shared_ptr<VisibleEntry> VisibleEntry::make(const std::shared_ptr<AppEnviro
         if (const auto self = weak.lock())
             self->windowWentOutOfSight();
     });
-    const auto update = [weak](bool) {
+    const auto update = [weak] {
         if (const auto self = weak.lock())
-            self->setPolicy();
+            self->preferencesChanged();
     };
     AppPreferences& preferences = environment->appPreferences();
-    entry->m_cancellables.push_back(preferences.showDockIconValue().subscribe(update));
-    entry->m_cancellables.push_back(preferences.showMenuBarItemValue().onChange([update] { update(true); }));
+    entry->m_cancellables.push_back(preferences.showDockIconValue().onChange(update));
+    entry->m_cancellables.push_back(preferences.showMenuBarItemValue().onChange(update));
+    entry->setPolicy();
     return entry;
 }
 
@@ -44,19 +45,38 @@ bool VisibleEntry::isItemMissing() const
                            platform().systemStatusBar.area() == StatusBar::Area::absent);
 }
 
-/// Only a regular program is listed in the task bar.
+/// The task bar lists windows and not programs, so a program that is to be there at all times needs a window.
+bool VisibleEntry::isEntryWanted() const
+{
+    const auto environment = m_environment.lock();
+    return environment && (environment->appPreferences().showDockIcon() || isItemMissing());
+}
+
+/// Before the launch nothing is shown.
+void VisibleEntry::preferencesChanged()
+{
+    setPolicy();
+    const auto environment = m_environment.lock();
+    if (!environment || !m_hasLaunched)
+        return;
+    if (isEntryWanted())
+        showEntry();
+    else
+        environment->homeWindow().leaveTaskBar();
+}
+
 void VisibleEntry::setPolicy()
 {
     const auto environment = m_environment.lock();
     if (!environment)
         return;
-    const bool isListed = environment->appPreferences().showDockIcon() || isItemMissing();
-    platform().application.setActivationPolicy(isListed ? Application::ActivationPolicy::regular
-                                                        : Application::ActivationPolicy::accessory);
+    platform().application.setActivationPolicy(isEntryWanted() ? Application::ActivationPolicy::regular
+                                                               : Application::ActivationPolicy::accessory);
 }
 
 void VisibleEntry::launched()
 {
+    m_hasLaunched = true;
     m_showsWindow = platform().application.startedBy() == Application::StartedBy::person;
     areaChanged();
 }
@@ -71,7 +91,10 @@ void VisibleEntry::areaChanged()
         m_timer.reset();
         if (platform().systemStatusBar.area() == StatusBar::Area::present) {
             m_showsWindow = false;
-            environment->homeWindow().leaveTaskBar();
+            if (isEntryWanted())
+                showEntry();
+            else
+                environment->homeWindow().leaveTaskBar();
         }
         return;
     }
@@ -85,7 +108,7 @@ void VisibleEntry::areaChanged()
 
 void VisibleEntry::windowWentOutOfSight()
 {
-    if (isItemMissing())
+    if (isEntryWanted())
         showEntry();
 }
 

@@ -1,5 +1,5 @@
 // Keeps one way to the program in sight: its status item, or else the home window, at least as an entry of
-// the task bar. Main thread.
+// the task bar. With the Dock icon wanted, that entry is there in any case. Main thread.
 #pragma once
 
 #include "OrvaneCore/Base/Observable.h"
@@ -30,6 +30,8 @@ private:
 
     /// False also while nobody knows whether there is a status area.
     [[nodiscard]] bool isItemMissing() const;
+    [[nodiscard]] bool isEntryWanted() const;
+    void preferencesChanged();
     void setPolicy();
     void areaChanged();
     void windowWentOutOfSight();
@@ -39,6 +41,7 @@ private:
     std::weak_ptr<AppEnvironment> m_environment;
     std::unique_ptr<NotificationCenter::Token> m_observer;
     std::unique_ptr<Timer> m_timer;
+    bool m_hasLaunched = false;
     /// True until it is known what a start by a person shows.
     bool m_showsWindow = false;
     Cancellables m_cancellables;

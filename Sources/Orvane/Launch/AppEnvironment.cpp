@@ -1,5 +1,6 @@
 #include "Orvane/Launch/AppEnvironment.h"
 
+#include "Orvane/Home/HomeNavigation.h"
 #include "Orvane/Home/HomeWindowController.h"
 #include "Orvane/Home/RootView.h"
 #include "Orvane/Shortcuts/HotkeyManager.h"
@@ -35,6 +36,7 @@ AppEnvironment::AppEnvironment(const RegisterCapabilities& registerCapabilities)
     m_eventTap = std::make_shared<EventTapService>(Log::make(QStringLiteral("EventTap")));
     m_hotkeys = std::make_shared<HotkeyManager>();
     m_homeWindow = std::make_shared<HomeWindowController>();
+    m_homeNavigation = HomeNavigation::remembered();
     m_store = std::make_shared<CapabilityStore>(defaults);
     m_registry = std::make_shared<CapabilityRegistry>(m_store, contextMaker());
     registerCapabilities(*m_registry);

@@ -15,6 +15,7 @@
 namespace orvane {
 
 class EventTapService;
+class HomeNavigation;
 class HomeWindowController;
 class HotkeyManager;
 
@@ -41,6 +42,8 @@ public:
     EventTapService& eventTap() { return *m_eventTap; }
     HotkeyManager& hotkeys() { return *m_hotkeys; }
     HomeWindowController& homeWindow() { return *m_homeWindow; }
+    /// The page that the home window shows, or will show when it opens.
+    [[nodiscard]] const std::shared_ptr<HomeNavigation>& homeNavigation() const { return m_homeNavigation; }
     CapabilityRegistry& registry() { return *m_registry; }
     [[nodiscard]] const std::shared_ptr<CapabilityRegistry>& sharedRegistry() const { return m_registry; }
     CapabilityStore& store() { return *m_store; }
@@ -60,6 +63,7 @@ private:
     std::shared_ptr<EventTapService> m_eventTap;
     std::shared_ptr<HotkeyManager> m_hotkeys;
     std::shared_ptr<HomeWindowController> m_homeWindow;
+    std::shared_ptr<HomeNavigation> m_homeNavigation;
     std::shared_ptr<CapabilityStore> m_store;
     std::shared_ptr<CapabilityRegistry> m_registry;
     std::unique_ptr<NotificationCenter::Token> m_permissionsObserver;

@@ -52,7 +52,10 @@ bool isKeyablePanel(const QWindow& window)
 
 void requireDisplay(LogSink& log)
 {
-    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    // In a Wayland session many people set the toolkit to its own protocol for all programs. Only through the
+    // session's X server does this one see anything of others.
+    const QByteArray plugin = qgetenv("QT_QPA_PLATFORM");
+    if (!plugin.isEmpty() && !plugin.startsWith("wayland"))
         return;
     if (qEnvironmentVariableIsEmpty("DISPLAY")) {
         writeLog(log, LogLevel::fault,
@@ -60,7 +63,6 @@ void requireDisplay(LogSink& log)
                                 "desktop session"));
         std::exit(1);
     }
-    // In a Wayland session only its X server can be used.
     qputenv("QT_QPA_PLATFORM", "xcb");
 }
 
@@ -80,7 +82,6 @@ QtApplication::QtApplication(int& argc, char** argv, LogSink& log) : m_log(log)
     connect(m_application.get(), &QGuiApplication::saveStateRequest, this, &QtApplication::refuseRestoring,
             Qt::DirectConnection);
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    m_application->installEventFilter(this);
     m_mainMenu = std::make_unique<MainMenuView>(
         MainMenuView::Commands{[this](QStringView selector) { return takesAction(selector); },
                                [this](QStringView selector) { return sendAction(selector); }});
@@ -124,18 +125,10 @@ void QtApplication::endOnSignals()
         std::signal(signal, SIG_IGN);
 }
 
+/// Windows that are open are listed in any case, as those of every program are on this desktop.
 void QtApplication::setActivationPolicy(ActivationPolicy policy)
 {
     m_policy = policy;
-    for (const QWindow* window : QGuiApplication::topLevelWindows()) {
-        if (window->isVisible() && window->type() == Qt::Window)
-            requestTaskBarEntry(*window, taskBarEntry());
-    }
-}
-
-TaskBarEntry QtApplication::taskBarEntry() const
-{
-    return m_policy == ActivationPolicy::regular ? TaskBarEntry::shown : TaskBarEntry::hidden;
 }
 
 void QtApplication::activateIgnoringOtherApps()
@@ -257,18 +250,6 @@ void QtApplication::reopen()
     for (const QWindow* window : QGuiApplication::topLevelWindows())
         hasVisibleWindows = hasVisibleWindows || (window->isVisible() && window->type() == Qt::Window);
     m_delegate->applicationShouldHandleReopen(hasVisibleWindows);
-}
-
-bool QtApplication::eventFilter(QObject* watched, QEvent* event)
-{
-    // This is sent before the window is mapped, so that programs that list windows see from the first whether
-    // it is one of theirs.
-    if (event->type() == QEvent::Show) {
-        const auto* window = qobject_cast<QWindow*>(watched);
-        if (window && !window->parent() && window->type() == Qt::Window)
-            setInitialTaskBarEntry(*window, taskBarEntry());
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 } // namespace orvane

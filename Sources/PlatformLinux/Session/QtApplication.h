@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Platform/Application.h"
-#include "PlatformLinux/X11/WindowManagement.h"
 
 #include <QList>
 #include <QObject>
@@ -50,16 +49,12 @@ public:
     /// Called when a further start of the program reached this process.
     void reopen();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void launch();
     void unhide();
     [[nodiscard]] bool takesAction(QStringView selector) const;
     void endOnSignals();
     static void refuseRestoring(QSessionManager& manager);
-    [[nodiscard]] TaskBarEntry taskBarEntry() const;
 
     LogSink& m_log;
     StartedBy m_startedBy = StartedBy::person;

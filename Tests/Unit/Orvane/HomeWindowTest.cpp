@@ -146,6 +146,43 @@ TEST_F(HomeWindowTest, AWindowThatWasLeftOutsideOfAllScreensComesBackToTheMiddle
     EXPECT_EQ(window().geometry(), before);
 }
 
+TEST_F(HomeWindowTest, ItsPlaceAndSizeComeBackInTheNextRun)
+{
+    controller.show();
+    window().setGeometry(60, 70, 850, 600);
+    window().close();
+    HomeWindowController next;
+    next.setMakeContentView([this] { return makeRoot(); });
+    next.show();
+    EXPECT_EQ(next.window()->geometry(), QRect(60, 70, 850, 600));
+    next.window()->hide();
+}
+
+TEST_F(HomeWindowTest, AStoredPlaceThatIsNoneOrOutOfReachIsTheMiddle)
+{
+    controller.show();
+    const QRect middle = window().geometry();
+    for (const char* stored : {"-9000 -9000 850 600", "10 10 850", "10 10 850 high", "10 10 0 0", ""}) {
+        fake.defaults.stored[QStringLiteral("app.homeFrame")] = QString::fromLatin1(stored);
+        HomeWindowController next;
+        next.setMakeContentView([this] { return makeRoot(); });
+        next.show();
+        EXPECT_EQ(next.window()->geometry(), middle) << stored;
+        next.window()->hide();
+    }
+}
+
+TEST_F(HomeWindowTest, TheNextRunBeginsWithThePageThatWasShownLast)
+{
+    add("one");
+    EXPECT_EQ(HomeNavigation::remembered()->selection.get(), std::nullopt);
+    HomeNavigation::remembered()->selection.set(HomeSelection::capability(id("one")));
+    EXPECT_EQ(HomeNavigation::remembered()->selection.get(), HomeSelection::capability(id("one")));
+    HomeNavigation::remembered()->selection.set(HomeSelection::general());
+    EXPECT_EQ((HomeView{registry, permissions, preferences, HomeNavigation::remembered()}.shown()),
+              HomeSelection::general());
+}
+
 TEST_F(HomeWindowTest, FinishingTheFirstRunShowsTheHomeViewForGood)
 {
     onboarded->set(false);

@@ -135,6 +135,31 @@ TEST_F(VisibleEntryTest, AWindowThatAPersonHasOpenedStaysWhenThePanelComes)
     EXPECT_EQ(sight(), Sight::window);
 }
 
+TEST_F(VisibleEntryTest, WithTheDockIconWantedTheClosedWindowStaysInTheTaskBar)
+{
+    environment->appPreferences().setShowDockIcon(true);
+    launch(StartedBy::person, Area::present);
+    EXPECT_EQ(sight(), Sight::taskBar);
+    home().show();
+    home().window()->close();
+    EXPECT_EQ(sight(), Sight::taskBar);
+    environment->appPreferences().setShowDockIcon(false);
+    EXPECT_EQ(sight(), Sight::none);
+    environment->appPreferences().setShowDockIcon(true);
+    EXPECT_EQ(sight(), Sight::taskBar);
+    EXPECT_EQ(fake.application.activations, 1) << "only by the show";
+}
+
+TEST_F(VisibleEntryTest, AWindowThatAPersonHasMinimizedStaysInTheTaskBar)
+{
+    launch(StartedBy::person, Area::present);
+    home().show();
+    home().window()->showMinimized();
+    fake.statusBar.setArea(Area::absent);
+    fake.statusBar.setArea(Area::present);
+    EXPECT_EQ(sight(), Sight::taskBar);
+}
+
 TEST_F(HiddenIconTest, TheWindowStaysInTheTaskBarWhenItIsClosed)
 {
     launch(StartedBy::person, Area::present);
@@ -153,6 +178,8 @@ TEST_F(HiddenIconTest, AStartAtLoginIsSeenInTheTaskBarAtOnce)
     environment->appPreferences().setShowMenuBarItem(true);
     home().show();
     home().window()->close();
+    EXPECT_EQ(sight(), Sight::taskBar) << "the Dock icon is still wanted";
+    environment->appPreferences().setShowDockIcon(false);
     EXPECT_EQ(sight(), Sight::none);
 }
 
