@@ -5,12 +5,25 @@
 #include "KeyboardShortcuts/Storage/ShortcutStorage.h"
 #include "Platform/Menu.h"
 #include "Platform/Platform.h"
+#include "Platform/RunLoop.h"
+
+#include <algorithm>
+#include <chrono>
 
 namespace orvane::KeyboardShortcuts {
 
 namespace {
 
 State* presentState = nullptr;
+
+QStringList namesWith(const Shortcut& shortcut, const Name& except)
+{
+    QStringList names = state().legacyKeyDownHandlers.namesWith(shortcut);
+    names += state().legacyKeyUpHandlers.namesWith(shortcut);
+    names.removeDuplicates();
+    names.removeAll(except.rawValue());
+    return names;
+}
 
 void handleOnKeyDown(const Shortcut& shortcut)
 {
@@ -32,19 +45,65 @@ void handleOnKeyUp(const Shortcut& shortcut)
         state().legacyKeyUpHandlers.fire(shortcut);
 }
 
-/// The system is asked once, however many names hold the shortcut.
-void registerOnce(const Shortcut& shortcut)
+constexpr std::chrono::seconds retryInterval{10};
+
+void postRefusals()
 {
-    if (state().registeredShortcuts.contains(shortcut))
+    platform().defaultNotificationCenter.post(refusalsDidChangeNotification());
+}
+
+void noteRefusal(const Shortcut& shortcut, OSStatus status)
+{
+    state().refused.insert_or_assign(shortcut, status);
+    if (!state().retry) {
+        state().retry =
+            platform().mainRunLoop.scheduleTimer(retryInterval, RunLoop::Repeats::yes, &retryRefused);
+    }
+    postRefusals();
+}
+
+void forgetRefusal(const Shortcut& shortcut)
+{
+    if (state().refused.erase(shortcut) == 0)
         return;
-    CarbonKeyboardShortcuts::registerShortcut(shortcut, handleOnKeyDown, handleOnKeyUp);
+    if (state().refused.empty())
+        state().retry.reset();
+    postRefusals();
+}
+
+OSStatus registerWithSystem(const Shortcut& shortcut)
+{
+    return CarbonKeyboardShortcuts::registerShortcut(shortcut, handleOnKeyDown, handleOnKeyUp);
+}
+
+bool isReleased(const QString& name)
+{
+    return state().released.contains(name);
+}
+
+/// The system is asked once, however many names hold the shortcut.
+void registerFor(const Name& name, const Shortcut& shortcut)
+{
+    if (isReleased(name.rawValue()) || state().registeredShortcuts.contains(shortcut))
+        return;
     state().registeredShortcuts.insert(shortcut);
+    if (const OSStatus status = registerWithSystem(shortcut); status != noErr)
+        noteRefusal(shortcut, status);
 }
 
 void unregister(const Shortcut& shortcut)
 {
     CarbonKeyboardShortcuts::unregisterShortcut(shortcut);
     state().registeredShortcuts.erase(shortcut);
+    forgetRefusal(shortcut);
+}
+
+/// Ends the registration for a name, unless another one still needs it.
+void unregisterFor(const Name& name, const Shortcut& shortcut)
+{
+    const QStringList others = namesWith(shortcut, name);
+    if (std::ranges::all_of(others, &isReleased))
+        unregister(shortcut);
 }
 
 QString nameKey()
@@ -67,7 +126,7 @@ void clear(const Name& name)
         storage::writeCleared(storage::key(name));
     else
         storage::remove(storage::key(name));
-    unregister(*current);
+    unregisterFor(name, *current);
     postChange(name);
 }
 
@@ -133,8 +192,8 @@ void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name)
 void userDefaultsSet(const Name& name, const Shortcut& shortcut)
 {
     if (const auto former = getShortcut(name))
-        unregister(*former);
-    registerOnce(shortcut);
+        unregisterFor(name, *former);
+    registerFor(name, shortcut);
     storage::write(storage::key(name), shortcut);
     postChange(name);
 }
@@ -159,7 +218,7 @@ void enable(const QList<Name>& names)
 {
     for (const Name& name : names) {
         if (const auto shortcut = getShortcut(name))
-            registerOnce(*shortcut);
+            registerFor(name, *shortcut);
     }
 }
 
@@ -169,6 +228,48 @@ void disable(const QList<Name>& names)
         if (const auto shortcut = getShortcut(name))
             unregister(*shortcut);
     }
+}
+
+void release(const Name& name)
+{
+    if (isReleased(name.rawValue()))
+        return;
+    state().released.insert(name.rawValue());
+    if (const auto shortcut = getShortcut(name))
+        unregisterFor(name, *shortcut);
+}
+
+void claim(const Name& name)
+{
+    if (state().released.remove(name.rawValue()))
+        enable({name});
+}
+
+std::optional<std::int32_t> refusal(const Name& name)
+{
+    const auto shortcut = getShortcut(name);
+    if (!shortcut || isReleased(name.rawValue()))
+        return std::nullopt;
+    const auto found = state().refused.find(*shortcut);
+    return found != state().refused.end() ? std::optional(found->second) : std::nullopt;
+}
+
+/// While all registrations are suspended, a new one would act at the wrong time.
+void retryRefused()
+{
+    if (!state().isEnabled || state().isMenuOpen)
+        return;
+    const auto refused = state().refused;
+    for (const auto& [shortcut, status] : refused) {
+        if (registerWithSystem(shortcut) == noErr)
+            forgetRefusal(shortcut);
+    }
+}
+
+QStringList namesSharingShortcut(const Name& name)
+{
+    const auto shortcut = getShortcut(name);
+    return shortcut ? namesWith(*shortcut, name) : QStringList();
 }
 
 bool isEnabled()

@@ -1,14 +1,16 @@
 // Calls actions when the user presses the shortcut of a name, whichever shortcut that is at the time.
 //
-// One namespace with static state, on the main thread. Nothing here reports an error: a shortcut that the
-// system refuses doesn't fire, and a stored value that can't be read counts as absent.
+// One namespace with static state, on the main thread. A shortcut that the system refuses doesn't fire: its
+// name tells of the refusal. A stored value that can't be read counts as absent.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Name.h"
 #include "KeyboardShortcuts/Shortcut/Shortcut.h"
 
 #include <QList>
+#include <QStringList>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -37,6 +39,24 @@ void onKeyUp(const Name& name, Action action);
 /// Actions and stored values stay as they are.
 void enable(const QList<Name>& names);
 void disable(const QList<Name>& names);
+
+/// Leaves the shortcut of a name to other programs, also one that is set meanwhile, until the name is
+/// claimed.
+void release(const Name& name);
+void claim(const Name& name);
+
+/// Returns the system's answer if it has refused the shortcut of a claimed name. It is asked again from time
+/// to time, since another program may let the shortcut go.
+[[nodiscard]] std::optional<std::int32_t> refusal(const Name& name);
+/// Asks again now for all that were refused.
+void retryRefused();
+/// Posted on the default notification centre when the answer of `refusal` may have changed for some name.
+inline QString refusalsDidChangeNotification()
+{
+    return QStringLiteral("KeyboardShortcuts_refusalsDidChange");
+}
+/// Returns the raw values of other names with actions that have the shortcut of this one.
+[[nodiscard]] QStringList namesSharingShortcut(const Name& name);
 
 /// True if shortcuts fire at all.
 bool isEnabled();

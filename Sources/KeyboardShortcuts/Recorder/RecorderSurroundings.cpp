@@ -14,14 +14,10 @@ std::optional<QString> titleOfMenuItemWith(const Shortcut& shortcut)
     const std::shared_ptr<const Menu> menu = application.mainMenu();
     if (!menu)
         return std::nullopt;
-    const MenuItem* item = shortcut.menuItemWithMatchingShortcut(*menu);
-    // Where the menus have other modifiers than the model, the keys that really choose the item are taken
-    // too.
-    if (!item) {
-        const Shortcut inMenus(Key{shortcut.carbonKeyCode},
-                               application.keyEquivalentModifiers(shortcut.modifiers()));
-        item = inMenus.menuItemWithMatchingShortcut(*menu);
-    }
+    // The menus may have other modifiers than the model. Only the keys that really choose an item are taken.
+    const Shortcut inMenus(Key{shortcut.carbonKeyCode},
+                           application.keyEquivalentModifiers(shortcut.modifiers()));
+    const MenuItem* item = inMenus.menuItemWithMatchingShortcut(*menu);
     return item ? std::optional(item->title) : std::nullopt;
 }
 

@@ -148,18 +148,20 @@ OSStatus CarbonKeyboardShortcuts::carbonKeyboardShortcutsEventHandler(const Keyb
     return eventNotHandledErr;
 }
 
-void CarbonKeyboardShortcuts::registerShortcut(const Shortcut& shortcut, Callback onKeyDown, Callback onKeyUp)
+OSStatus CarbonKeyboardShortcuts::registerShortcut(const Shortcut& shortcut, Callback onKeyDown,
+                                                   Callback onKeyUp)
 {
     const std::uint32_t id = ++carbon().hotKeyId;
     auto registration = registerEventHotKey(shortcut, id);
     if (registration.status != noErr || !registration.hotKey)
-        return;
+        return registration.status != noErr ? registration.status : eventHotKeyInvalidErr;
     HotKey record{shortcut, id, std::move(registration.hotKey), std::move(onKeyDown), std::move(onKeyUp)};
     carbon().hotKeys.emplace(id, std::make_shared<HotKey>(std::move(record)));
     if (carbon().eventHandler)
-        return;
+        return noErr;
     carbon().eventHandler = platform().hotKeys.installEventHandler(carbonKeyboardShortcutsEventHandler);
     updateEventHandler();
+    return noErr;
 }
 
 void CarbonKeyboardShortcuts::unregisterShortcut(const Shortcut& shortcut)

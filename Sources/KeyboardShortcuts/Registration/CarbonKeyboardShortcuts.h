@@ -1,5 +1,5 @@
 // Shortcuts as registrations with the system's hot key service, and raw keys in their place while a menu has
-// the keyboard. The only place that speaks to that service. Main thread; every failure is silent.
+// the keyboard. The only place that speaks to that service. Main thread; failures are answers.
 #pragma once
 
 #include "KeyboardShortcuts/Shortcut/Shortcut.h"
@@ -16,8 +16,8 @@ using Callback = std::function<void(const Shortcut&)>;
 /// "SSKS", the signature in the id of every hot key.
 inline constexpr std::uint32_t hotKeySignature = 0x53534B53;
 
-/// Adds a registration, for an equal shortcut too; none where the system refuses.
-void registerShortcut(const Shortcut& shortcut, Callback onKeyDown, Callback onKeyUp);
+/// Adds a registration, for an equal shortcut too; none where the system refuses, whose answer is returned.
+OSStatus registerShortcut(const Shortcut& shortcut, Callback onKeyDown, Callback onKeyUp);
 /// Ends all registrations of the shortcut.
 void unregisterShortcut(const Shortcut& shortcut);
 /// To be called after a change of `isEnabled` or `isMenuOpen`.

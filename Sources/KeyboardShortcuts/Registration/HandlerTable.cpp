@@ -28,4 +28,14 @@ void HandlerTable::fire(const Shortcut& shortcut)
     }
 }
 
+QStringList HandlerTable::namesWith(const Shortcut& shortcut) const
+{
+    QStringList names;
+    for (const Entry& entry : m_entries) {
+        if (storage::read(entry.storageKey) == shortcut)
+            names.append(entry.rawValue);
+    }
+    return names;
+}
+
 } // namespace orvane::KeyboardShortcuts

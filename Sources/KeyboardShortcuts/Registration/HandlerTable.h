@@ -3,6 +3,8 @@
 
 #include "KeyboardShortcuts/KeyboardShortcuts.h"
 
+#include <QStringList>
+
 #include <cstddef>
 #include <deque>
 
@@ -15,6 +17,8 @@ public:
     /// Runs the actions of each name that holds the shortcut when its turn comes, in the order in which they
     /// were added; those that are added meanwhile wait for the next time.
     void fire(const Shortcut& shortcut);
+    /// Returns the names that have actions and hold the shortcut.
+    [[nodiscard]] QStringList namesWith(const Shortcut& shortcut) const;
 
 private:
     struct Handler {

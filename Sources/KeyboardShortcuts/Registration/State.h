@@ -8,11 +8,15 @@
 #include "KeyboardShortcuts/Registration/RunLoopLocalEventMonitor.h"
 #include "Platform/HotKeys.h"
 #include "Platform/NotificationCenter.h"
+#include "Platform/RunLoop.h"
+
+#include <QSet>
 
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace orvane::KeyboardShortcuts {
@@ -54,6 +58,12 @@ struct State {
     std::unordered_set<Shortcut> pressedWhilePaused;
     /// The shortcuts that the system was asked for, with success or without.
     std::unordered_set<Shortcut> registeredShortcuts;
+    /// Names whose shortcuts are left to other programs for now.
+    QSet<QString> released;
+    /// The shortcuts that the system has refused, with its answers.
+    std::unordered_map<Shortcut, OSStatus> refused;
+    /// Runs while some are refused.
+    std::unique_ptr<Timer> retry;
     HandlerTable legacyKeyDownHandlers;
     HandlerTable legacyKeyUpHandlers;
 

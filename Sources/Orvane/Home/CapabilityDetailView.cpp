@@ -31,18 +31,33 @@ AnyView underHeading(const AnyView& chips)
     return OrvaVStack{chipGap, {heading, chips}};
 }
 
+ActionTitle titlesOf(const std::shared_ptr<CapabilityRegistry>& registry)
+{
+    return [registry](const QString& id) {
+        if (id == QLatin1StringView("app.openOrvane"))
+            return ShellText::tr("Open Orvane");
+        for (const CapabilityRegistry::Entry& entry : registry->entries()) {
+            for (const HotkeyAction& action : entry.capability->hotkeyActions()) {
+                if (action.id == id)
+                    return action.title;
+            }
+        }
+        return QString();
+    };
+}
+
 /// A single chip needs no title of its own. Of several, each has one.
-AnyView hotkeyChips(const QList<HotkeyAction>& actions)
+AnyView hotkeyChips(const QList<HotkeyAction>& actions, const ActionTitle& titleOf)
 {
     if (actions.isEmpty())
         return {};
     if (actions.size() == 1)
-        return underHeading(OrvaWrap{chipGap, {HotkeyChip(actions.constFirst())}});
+        return underHeading(OrvaWrap{chipGap, {HotkeyChip(actions.constFirst(), titleOf)}});
     QList<AnyView> chips;
     for (const HotkeyAction& action : actions) {
         const OrvaInset title{orvaRingMargin,
                               OrvaText{action.title, OrvaFont::caption, OrvaColor::secondary}};
-        chips.append(OrvaVStack{0, {title, HotkeyChip(action)}});
+        chips.append(OrvaVStack{0, {title, HotkeyChip(action, titleOf)}});
     }
     return underHeading(OrvaWrap{titledChipGap, chips, OrvaWrapColumns::equal});
 }
@@ -75,7 +90,7 @@ AnyView page(const CapabilityDetailView& view)
                                  .subtitle = metadata.summary,
                                  .autoStart = view.autoStart(),
                                  .autoStartTitle = ShellText::tr("Auto-start at launch"),
-                                 .accessory = hotkeyChips(actions),
+                                 .accessory = hotkeyChips(actions, titlesOf(view.registry)),
                                  .accessoryPlace = OrvaPageHeader::AccessoryPlace::below,
                                  .trailing = CapabilityToggle::make(id, view.registry)},
         .banner = banner(view),

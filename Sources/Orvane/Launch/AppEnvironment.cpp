@@ -1,5 +1,6 @@
 #include "Orvane/Launch/AppEnvironment.h"
 
+#include "KeyboardShortcuts/KeyboardShortcuts.h"
 #include "Orvane/Home/HomeNavigation.h"
 #include "Orvane/Home/HomeWindowController.h"
 #include "Orvane/Home/RootView.h"
@@ -70,8 +71,8 @@ void AppEnvironment::wireHomeWindow()
     });
 }
 
-// Registers once, for all capabilities, also those that are off: whether an action may run is decided when
-// its shortcut fires.
+// Adds the actions once, for all capabilities, also those that are off. Their shortcuts are taken from other
+// programs only while they are on.
 void AppEnvironment::registerHotkeys()
 {
     const std::weak_ptr<AppEnvironment> weak = weak_from_this();
@@ -85,9 +86,28 @@ void AppEnvironment::registerHotkeys()
                 const auto self = weak.lock();
                 return self && self->registry().isActive(id);
             };
+            m_gatedShortcuts.append({entry.id(), action.id});
+            KeyboardShortcuts::release(KeyboardShortcuts::Name(action.id));
             m_hotkeys->registerHotkey(action.id, isActive, action.handler);
         }
     }
+    followActiveOnes();
+}
+
+void AppEnvironment::followActiveOnes()
+{
+    m_activityObserver = m_registry->onChange([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        for (const auto& [capability, id] : self->m_gatedShortcuts) {
+            const KeyboardShortcuts::Name name(id);
+            if (self->registry().isActive(capability))
+                KeyboardShortcuts::claim(name);
+            else
+                KeyboardShortcuts::release(name);
+        }
+    });
 }
 
 /// A feature that waits for an ability starts when that comes, also while no page of the window is open that

@@ -56,6 +56,7 @@ private:
     [[nodiscard]] CapabilityRegistry::MakeContext contextMaker() const;
     void wireHomeWindow();
     void registerHotkeys();
+    void followActiveOnes();
     void followPermissions();
 
     std::shared_ptr<AppPreferences> m_appPreferences;
@@ -66,6 +67,12 @@ private:
     std::shared_ptr<HomeNavigation> m_homeNavigation;
     std::shared_ptr<CapabilityStore> m_store;
     std::shared_ptr<CapabilityRegistry> m_registry;
+    struct GatedShortcut {
+        CapabilityID capability;
+        QString name;
+    };
+    QList<GatedShortcut> m_gatedShortcuts;
+    Subscription m_activityObserver;
     std::unique_ptr<NotificationCenter::Token> m_permissionsObserver;
 };
 

@@ -5,14 +5,18 @@
 #include "Orvane/Brand/ShellText.h"
 #include "Orvane/Navigation/OrvaNavigation.h"
 #include "Orvane/Shortcuts/ShortcutViews.h"
+#include "OrvaneKit/Model/OrvaControls.h"
 #include "OrvaneKit/Model/OrvaLayout.h"
 #include "OrvaneKit/Theme/OrvaThemed.h"
+#include "Platform/Platform.h"
 
 namespace orvane {
 
 namespace {
 
 constexpr double titleGap = 10;
+constexpr double markSide = 12;
+constexpr double markGap = 4;
 
 std::optional<QString> storedShortcut(const HotkeyAction& action)
 {
@@ -22,14 +26,29 @@ std::optional<QString> storedShortcut(const HotkeyAction& action)
 
 } // namespace
 
-HotkeyChip::HotkeyChip(HotkeyAction action) : m_action(std::move(action))
+HotkeyChip::HotkeyChip(HotkeyAction action, ActionTitle titleOf)
+    : m_action(std::move(action)), m_titleOf(std::move(titleOf))
 {
     appear();
+    observe();
+}
+
+void HotkeyChip::observe()
+{
+    const auto update = [weak = std::weak_ptr(m_state), id = m_action.id, titleOf = m_titleOf](const auto&) {
+        if (const auto state = weak.lock())
+            state->note.set(shortcutNote(id, titleOf));
+    };
+    NotificationCenter& center = platform().defaultNotificationCenter;
+    for (const QString& notification : {KeyboardShortcuts::refusalsDidChangeNotification(),
+                                        KeyboardShortcuts::shortcutByNameDidChangeNotification()})
+        m_state->observers.push_back(center.addObserver(notification, update));
 }
 
 void HotkeyChip::appear() const
 {
     m_state->shortcut.set(storedShortcut(m_action));
+    m_state->note.set(shortcutNote(m_action.id, m_titleOf));
 }
 
 QString HotkeyChip::text() const
@@ -67,9 +86,27 @@ AnyView HotkeyChip::popover() const
                        .content = [own = *this] { return own.recorder(); }};
 }
 
+AnyView HotkeyChip::note() const
+{
+    using Items = QList<OrvaForEach::Item>;
+    const std::shared_ptr<ObservableObject> note(m_state, &m_state->note);
+    return OrvaForEach{Live<Items>(
+        [state = m_state] {
+            const QString text = state->note.get();
+            if (text.isEmpty())
+                return Items{};
+            const OrvaHStack line{
+                markGap,
+                {OrvaSymbolMark{QStringLiteral("exclamationmark.triangle.fill"), markSide, OrvaColor::orange},
+                 OrvaText{text, OrvaFont::caption}}};
+            return Items{{text, OrvaInset{orvaRingMargin, line}}};
+        },
+        {note})};
+}
+
 AnyView HotkeyChip::body() const
 {
-    return OrvaAppear{[own = *this] { own.appear(); }, popover()};
+    return OrvaAppear{[own = *this] { own.appear(); }, OrvaVStack{0, {popover(), note()}}};
 }
 
 } // namespace orvane

@@ -126,8 +126,6 @@ TEST_F(CapabilityDetailTest, AFailedCapabilityReadsOffIsDimmedAndTheToggleTriesA
     EXPECT_EQ(state("one"), State::failed);
     EXPECT_FALSE(toggle("one").isOn.get());
     EXPECT_FALSE(orvaPage("one")->contentEnabled.get());
-    for (const auto& text : page("one").all<OrvaText>())
-        EXPECT_FALSE(text->text.get().contains(QStringLiteral("bulb"))) << "the text is for the log";
 
     capability->activateError.clear();
     flip("one", true);
@@ -297,6 +295,49 @@ TEST_F(HotkeyChipTest, ThereIsOneForEachActionInOrder)
     EXPECT_EQ(chips[0]->help, QStringLiteral("First Thing"));
     EXPECT_EQ(chips[1]->help, QStringLiteral("Second Thing"));
     EXPECT_EQ(chips[0]->chip.systemImage, QStringLiteral("keyboard"));
+}
+
+TEST_F(HotkeyChipTest, AShortcutThatAnotherActionHasTooSaysSoOnBoth)
+{
+    const auto notes = [&] {
+        QStringList texts;
+        for (const auto& text : header("one")->accessory.all<OrvaText>()) {
+            if (text->text.get().contains(QStringLiteral("this shortcut")))
+                texts.append(text->text.get());
+        }
+        return texts;
+    };
+    const KeyboardShortcuts::Name second(QStringLiteral("one.second"));
+    for (const KeyboardShortcuts::Name& each : {name, second})
+        KeyboardShortcuts::onKeyUp(each, [] {});
+    name.setShortcut(shortcut);
+    EXPECT_EQ(notes(), QStringList());
+    second.setShortcut(shortcut);
+    EXPECT_EQ(notes(), (QStringList{QStringLiteral("“Second Thing” has this shortcut too."),
+                                    QStringLiteral("“First Thing” has this shortcut too.")}));
+    second.setShortcut(std::nullopt);
+    EXPECT_EQ(notes(), QStringList());
+}
+
+TEST_F(HotkeyChipTest, AnOpenPageFollowsWhatTheSystemSaysToTheShortcut)
+{
+    KeyboardShortcuts::onKeyUp(name, [] {});
+    const AnyView chips = header("one")->accessory;
+    const auto says = [&](const char* text) {
+        for (const auto& found : chips.all<OrvaText>()) {
+            if (found->text.get().contains(QLatin1StringView(text)))
+                return true;
+        }
+        return false;
+    };
+    fake.hotKeys.taken = {{0, 0x1000}};
+    name.setShortcut(shortcut);
+    EXPECT_TRUE(says("Another program has this shortcut"));
+    fake.hotKeys.taken.clear();
+    fake.runLoop.advance(std::chrono::seconds(10));
+    EXPECT_FALSE(says("Another program"));
+    fake.hotKeys.limit = QStringLiteral("Shortcuts are off here.");
+    EXPECT_EQ(shortcutNote(name.rawValue(), {}), QStringLiteral("Shortcuts are off here."));
 }
 
 TEST_F(HotkeyChipTest, OfSeveralEachStandsUnderTheTitleOfItsAction)
