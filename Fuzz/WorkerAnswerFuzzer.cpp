@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     if (size < 1)
         return 0;
-    const Header request{.kind = static_cast<Kind>(data[0] % 5), .number = 7};
+    const Header request{.kind = static_cast<Kind>(data[0] % 8), .number = 7};
     const auto bytes = std::as_bytes(std::span(data + 1, size - 1));
     if (const auto answer = WorkerClient::answerTo(request, bytes)) {
         require(answer->payload.size() + sizeof(Header) == bytes.size());

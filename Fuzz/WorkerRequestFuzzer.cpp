@@ -72,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto bytes = std::as_bytes(std::span(data, size));
     if (bytes.empty())
         return 0;
-    const auto choice = static_cast<std::uint8_t>(take(bytes, 1)[0]) % 5;
+    const auto choice = static_cast<std::uint8_t>(take(bytes, 1)[0]) % 7;
     Header header{.kind = static_cast<Kind>(choice), .number = 7};
     std::vector<std::byte> request;
     std::size_t descriptors = 2;
@@ -85,6 +85,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         request = encode(header, bytesOf(Pixels{{32, 32}}));
     } else if (header.kind == Kind::resize) {
         request = encode(header, take(bytes, sizeof(Resize)));
+    } else if (choice == 5) {
+        header.kind = Kind::cachedPixels;
+        request = encode(header, bytesOf(CachedPixels{{32, 32}, 7}));
+    } else if (choice == 6) {
+        header.kind = Kind::conversion;
+        request = encode(header, take(bytes, sizeof(Conversion)));
     } else {
         // The model is an empty file: models are the system's own, and not what is looked at here.
         header.kind = Kind::readText;

@@ -43,6 +43,8 @@ public:
         QByteArray bytes;
     };
 
+    enum class Foreign { bmp, jpeg, tiff };
+
     virtual ~Pictures() = default;
 
     [[nodiscard]] virtual std::optional<Size> measure(const QString& path, std::stop_token stop) = 0;
@@ -55,6 +57,11 @@ public:
     /// Returns the picture, made so small that it fits into `most`.
     [[nodiscard]] virtual std::optional<Pixels> thumbnail(const QString& path, Size most,
                                                           std::stop_token stop) = 0;
+
+    /// Returns a picture in memory as PNG, in its full size and the sRGB colour space. Bytes of another
+    /// format than the one that is named give nothing.
+    [[nodiscard]] virtual std::optional<QByteArray> png(const QByteArray& bytes, Foreign format,
+                                                        std::stop_token stop) = 0;
 };
 
 } // namespace orvane

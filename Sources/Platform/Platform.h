@@ -32,6 +32,7 @@ class Screens;
 class Sound;
 class StatusBar;
 class TextRecognition;
+class Thumbnails;
 class WindowDrags;
 class Workspace;
 
@@ -63,6 +64,7 @@ struct Platform {
     DefaultsStore& standardDefaults;
     StatusBar& systemStatusBar;
     TextRecognition& textRecognition;
+    Thumbnails& thumbnails;
     WindowDrags& windowDrags;
     Workspace& sharedWorkspace;
 };

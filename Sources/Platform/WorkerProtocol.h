@@ -28,6 +28,8 @@ inline constexpr int workerDescriptor = 3;
 /// A side of a picture, and a picture's area, beyond which it isn't opened.
 inline constexpr std::uint32_t longestSide = 1'000'000;
 inline constexpr std::uint64_t largestArea = 256'000'000;
+/// The area of a picture that is converted in its full size.
+inline constexpr std::uint64_t largestConversion = 128 * 1024 * 1024;
 
 enum class Kind : std::uint16_t {
     /// A file to read from; the answer is a PictureSize.
@@ -37,6 +39,8 @@ enum class Kind : std::uint16_t {
     /// A file to read from and a memory file; Pixels, and the PictureSize of what was written as the answer:
     /// rows without gaps, each pixel four bytes, red, green, blue and alpha, premultiplied.
     pixels = 3,
+    /// The same for a file of the desktop's thumbnail cache: CachedPixels, and PictureSize as the answer.
+    cachedPixels = 4,
     /// The models of the languages; Languages, and an empty answer once they are loaded.
     prepareText = 5,
     /// A memory file and the models; ReadText, and Written as the answer. The file begins with the pixels,
@@ -44,6 +48,9 @@ enum class Kind : std::uint16_t {
     /// without gaps and each pixel a number 0xXXRRGGBB in the machine's byte order, and then with the text in
     /// UTF-8: a line feed ends each line. A text that is longer than the file fails.
     readText = 6,
+    /// A file to read from and an empty one to write to; Conversion, and Written as the answer: the picture
+    /// in its full size as PNG.
+    conversion = 7,
 };
 
 enum class Status : std::uint16_t {
@@ -88,6 +95,19 @@ struct Written {
 /// The picture is fitted into `most`, never enlarged.
 struct Pixels {
     PictureSize most;
+};
+
+/// Fails unless the entry was made for a file with this modification time, in seconds.
+struct CachedPixels {
+    PictureSize most;
+    std::uint64_t modified = 0;
+};
+
+enum class ForeignType : std::uint32_t { bmp = 0, jpeg = 1, tiff = 2 };
+
+/// Fails when the file has another format.
+struct Conversion {
+    ForeignType from{};
 };
 
 /// The names of one to `mostLanguages` languages in the order of their models, the first before the others

@@ -34,6 +34,7 @@
 #include "PlatformLinux/Session/Succession.h"
 #include "PlatformLinux/Session/XkbSound.h"
 #include "PlatformLinux/Shortcuts/DesktopShortcuts.h"
+#include "PlatformLinux/Thumbnails/DesktopThumbnails.h"
 #include "PlatformLinux/Tray/LinuxStatusBar.h"
 #include "PlatformLinux/WindowDrags/X11WindowDrags.h"
 #include "PlatformLinux/Worker/WorkerPictures.h"
@@ -107,6 +108,7 @@ struct LinuxPlatform::Services {
     WorkerTextRecognition textRecognition{log};
     FetcherHttp http{runLoop};
     LinuxDesktopPicture desktopPicture{pictures};
+    DesktopThumbnails thumbnails{pictures};
 
     Platform platform{.accessibility = accessibility,
                       .application = process.application,
@@ -135,6 +137,7 @@ struct LinuxPlatform::Services {
                       .standardDefaults = defaults,
                       .systemStatusBar = statusBar,
                       .textRecognition = textRecognition,
+                      .thumbnails = thumbnails,
                       .windowDrags = windowDrags,
                       .sharedWorkspace = workspace};
 };
@@ -178,6 +181,8 @@ int LinuxPlatform::run()
         m_services->pictures.giveUp();
         m_services->textRecognition.giveUp();
         m_services->http.giveUp();
+        m_services->thumbnails.giveUp();
+        m_services->generalPasteboard.giveUp();
     }
     // Work on the pool may use the platform, and files that it writes have to be complete.
     QThreadPool::globalInstance()->waitForDone();

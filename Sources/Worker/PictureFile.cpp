@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <stdexcept>
 #include <string_view>
 
@@ -92,6 +93,22 @@ VImage PictureFile::open(vips::VOption* options) const
     }
     delete options;
     throw std::logic_error("a bitmap has a reader of its own");
+}
+
+std::optional<std::string> PictureFile::text(std::string_view keyword) const
+{
+    if (m_format != Format::png)
+        return std::nullopt;
+    const VImage image = open(VImage::option());
+    const std::unique_ptr<char*, decltype(&g_strfreev)> fields(::vips_image_get_fields(image.get_image()),
+                                                               &g_strfreev);
+    for (char** field = fields.get(); field && *field; ++field) {
+        // "png-comment-", the number of the text, a hyphen, and its keyword
+        const std::string_view name(*field);
+        if (name.starts_with("png-comment-") && name.ends_with("-" + std::string(keyword)))
+            return image.get_string(*field);
+    }
+    return std::nullopt;
 }
 
 WorkerProtocol::PictureSize PictureFile::size() const

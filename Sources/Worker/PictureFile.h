@@ -4,14 +4,24 @@
 
 #include "Platform/WorkerProtocol.h"
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include <vips/vips8>
 
 namespace orvane {
 
 class PictureFile {
 public:
+    enum class Format { jpeg, png, webp, tiff, gif, heif, bmp };
+
     /// The descriptor stays open for as long as the object and the images from it live.
     explicit PictureFile(int descriptor);
+
+    [[nodiscard]] Format format() const { return m_format; }
+    /// Returns the text that a PNG file keeps under that keyword; nothing for other formats.
+    [[nodiscard]] std::optional<std::string> text(std::string_view keyword) const;
 
     /// Returns the size of the first frame as it is stored. Throws for one that is too large.
     [[nodiscard]] WorkerProtocol::PictureSize size() const;
@@ -21,8 +31,6 @@ public:
     [[nodiscard]] vips::VImage load(WorkerProtocol::PictureSize target) const;
 
 private:
-    enum class Format { jpeg, png, webp, tiff, gif, heif, bmp };
-
     [[nodiscard]] static Format formatOf(int descriptor);
     [[nodiscard]] vips::VImage open(vips::VOption* options) const;
 

@@ -23,6 +23,10 @@ constexpr int heicQuality = 80;
 
 VImage resampled(const VImage& image, PictureSize target)
 {
+    const bool hasSize = static_cast<std::uint32_t>(image.width()) == target.width &&
+                         static_cast<std::uint32_t>(image.height()) == target.height;
+    if (hasSize && image.interpretation() == VIPS_INTERPRETATION_sRGB && image.format() == VIPS_FORMAT_UCHAR)
+        return image; // to the pixel, also where it is translucent
     return image.thumbnail_image(static_cast<int>(target.width),
                                  VImage::option()
                                      ->set("height", static_cast<int>(target.height))
@@ -135,6 +139,42 @@ void writeAll(int descriptor, const std::byte* bytes, std::size_t count)
     }
 }
 
+PictureFile::Format formatOf(ForeignType type)
+{
+    switch (type) {
+    case ForeignType::bmp:
+        return PictureFile::Format::bmp;
+    case ForeignType::jpeg:
+        return PictureFile::Format::jpeg;
+    case ForeignType::tiff:
+        return PictureFile::Format::tiff;
+    }
+    throw std::runtime_error("the format isn't known");
+}
+
+std::uint64_t bytesIn(int target)
+{
+    struct stat written {};
+    if (::fstat(target, &written) != 0 || written.st_size <= 0)
+        throw std::runtime_error("nothing was written");
+    return static_cast<std::uint64_t>(written.st_size);
+}
+
+PictureSize writePixels(const PictureFile& file, int target, PictureSize most)
+{
+    if (!isAllowed(most))
+        throw std::runtime_error("the order can't be carried out");
+    const PictureSize size = fitted(file.size(), most);
+    VImage image = redrawn(file, size);
+    image = image.has_alpha() ? image.premultiply().cast(VIPS_FORMAT_UCHAR) : image.bandjoin_const({255});
+    std::size_t count = 0;
+    const std::unique_ptr<void, decltype(&g_free)> bytes(image.write_to_memory(&count), &g_free);
+    if (count != std::size_t{size.width} * size.height * 4)
+        throw std::runtime_error("the picture has another size");
+    writeAll(target, static_cast<const std::byte*>(bytes.get()), count);
+    return size;
+}
+
 } // namespace
 
 PictureSize measure(int source)
@@ -150,26 +190,32 @@ Written resize(int source, int target, const Resize& order)
     if (file.size() != order.source)
         throw std::runtime_error("the picture has changed");
     write(redrawn(file, order.target), VTarget::new_to_descriptor(target), order);
-    struct stat written {};
-    if (::fstat(target, &written) != 0 || written.st_size <= 0)
-        throw std::runtime_error("nothing was written");
-    return {static_cast<std::uint64_t>(written.st_size)};
+    return {bytesIn(target)};
 }
 
 PictureSize writePixels(int source, int target, const Pixels& order)
 {
-    if (!isAllowed(order.most))
-        throw std::runtime_error("the order can't be carried out");
+    return writePixels(PictureFile(source), target, order.most);
+}
+
+PictureSize writeCachedPixels(int source, int target, const CachedPixels& order)
+{
     const PictureFile file(source);
-    const PictureSize size = fitted(file.size(), order.most);
-    VImage image = redrawn(file, size);
-    image = image.has_alpha() ? image.premultiply().cast(VIPS_FORMAT_UCHAR) : image.bandjoin_const({255});
-    std::size_t count = 0;
-    const std::unique_ptr<void, decltype(&g_free)> bytes(image.write_to_memory(&count), &g_free);
-    if (count != std::size_t{size.width} * size.height * 4)
-        throw std::runtime_error("the picture has another size");
-    writeAll(target, static_cast<const std::byte*>(bytes.get()), count);
-    return size;
+    if (file.text("Thumb::MTime") != std::to_string(order.modified))
+        throw std::runtime_error("the entry is of another state of the file");
+    return writePixels(file, target, order.most);
+}
+
+Written convert(int source, int target, const Conversion& order)
+{
+    const PictureFile file(source);
+    const PictureSize size = file.size();
+    if (file.format() != formatOf(order.from) || std::uint64_t{size.width} * size.height > largestConversion)
+        throw std::runtime_error("the picture can't be converted");
+    Resize asPng;
+    asPng.type = PictureType::png;
+    write(redrawn(file, size), VTarget::new_to_descriptor(target), asPng);
+    return {bytesIn(target)};
 }
 
 } // namespace orvane::PictureWork

@@ -10,5 +10,10 @@ namespace orvane::PictureWork {
 [[nodiscard]] WorkerProtocol::Written resize(int source, int target, const WorkerProtocol::Resize& order);
 [[nodiscard]] WorkerProtocol::PictureSize writePixels(int source, int target,
                                                       const WorkerProtocol::Pixels& order);
+[[nodiscard]] WorkerProtocol::PictureSize writeCachedPixels(int source, int target,
+                                                            const WorkerProtocol::CachedPixels& order);
+/// Writes the first frame as PNG to an empty file.
+[[nodiscard]] WorkerProtocol::Written convert(int source, int target,
+                                              const WorkerProtocol::Conversion& order);
 
 } // namespace orvane::PictureWork

@@ -44,6 +44,14 @@ std::optional<Bytes> carryOut(const Message& request, Descriptors descriptors)
         if (const auto order = payloadAs<ReadText>(request.payload); order && !descriptors.empty())
             return bytesOf(TextWork::read(descriptors[0], descriptors.subspan(1), *order));
         return std::nullopt;
+    case Kind::cachedPixels:
+        if (const auto order = payloadAs<CachedPixels>(request.payload); order && hasTwo)
+            return bytesOf(PictureWork::writeCachedPixels(descriptors[0], descriptors[1], *order));
+        return std::nullopt;
+    case Kind::conversion:
+        if (const auto order = payloadAs<Conversion>(request.payload); order && hasTwo)
+            return bytesOf(PictureWork::convert(descriptors[0], descriptors[1], *order));
+        return std::nullopt;
     }
     return std::nullopt;
 }

@@ -132,6 +132,7 @@ protected:
                   .standardDefaults = fake.defaults,
                   .systemStatusBar = fake.statusBar,
                   .textRecognition = fake.textRecognition,
+                  .thumbnails = fake.thumbnails,
                   .windowDrags = fake.windowDrags,
                   .sharedWorkspace = fake.workspace};
     PlatformScope scope{live};

@@ -47,6 +47,11 @@ std::optional<Pictures::Pixels> FakePictures::thumbnail(const QString& path, Siz
     return Pixels{fitted, QByteArray(qsizetype{fitted.width} * fitted.height * 4, '\xFF')};
 }
 
+std::optional<QByteArray> FakePictures::png(const QByteArray& bytes, Foreign format, std::stop_token stop)
+{
+    return toPng && !stop.stop_requested() ? toPng(bytes, format) : std::nullopt;
+}
+
 void FakePictures::add(const QString& path, Size size)
 {
     const std::lock_guard lock(m_mutex);

@@ -16,6 +16,9 @@ public:
     [[nodiscard]] std::optional<QString> writeCopy(const Copy& copy, std::stop_token stop) override;
     [[nodiscard]] std::optional<Pixels> thumbnail(const QString& path, Size most,
                                                   std::stop_token stop) override;
+    /// Asks `toPng`.
+    [[nodiscard]] std::optional<QByteArray> png(const QByteArray& bytes, Foreign format,
+                                                std::stop_token stop) override;
 
     /// Puts a picture there.
     void add(const QString& path, Size size);
@@ -29,6 +32,8 @@ public:
     std::function<void(const Copy&)> onWrite;
     /// Measures what was never added, such as files on the disk. Called with a lock.
     std::function<std::optional<Size>(const QString& path)> elsewhere;
+    /// Converts a picture. Without it nothing can be converted.
+    std::function<std::optional<QByteArray>(const QByteArray&, Foreign)> toPng;
 
 private:
     mutable std::mutex m_mutex;

@@ -30,6 +30,7 @@ FakePlatform::FakePlatform()
                  .standardDefaults = defaults,
                  .systemStatusBar = statusBar,
                  .textRecognition = textRecognition,
+                 .thumbnails = thumbnails,
                  .windowDrags = windowDrags,
                  .sharedWorkspace = workspace},
       m_scope(m_platform)

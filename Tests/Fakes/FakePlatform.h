@@ -25,6 +25,7 @@
 #include "Fakes/FakeSound.h"
 #include "Fakes/FakeStatusBar.h"
 #include "Fakes/FakeTextRecognition.h"
+#include "Fakes/FakeThumbnails.h"
 #include "Fakes/FakeWindowDrags.h"
 #include "Fakes/FakeWorkspace.h"
 #include "Platform/Bundle.h"
@@ -92,6 +93,7 @@ public:
     FakePermissions permissions{&notificationCenter};
     FakeStatusBar statusBar{&notificationCenter};
     FakeTextRecognition textRecognition;
+    FakeThumbnails thumbnails{pictures};
     FakeScreens screens{notificationCenter};
     FakeScreenCapture screenCapture{screens, runLoop};
     FakeWindowDrags windowDrags{accessibility, eventMonitors};

@@ -1,6 +1,7 @@
 #include "Capabilities/ClipboardHistory/ClipboardHistoryController.h"
 
 #include "Capabilities/ClipboardHistory/Archive/PlainFile.h"
+#include "Capabilities/ClipboardHistory/Capture/AnyPicture.h"
 #include "Capabilities/ClipboardHistory/Capture/Picture.h"
 #include "Capabilities/ClipboardHistory/Panel/PastebackEngine.h"
 #include "Platform/Pasteboard.h"
@@ -58,7 +59,8 @@ void ClipboardHistoryController::wirePanel()
     m_panel.model.imageProvider = [weak, archive = m_archive](const QString& name) -> std::optional<QImage> {
         const auto path = archive.imagePath(name);
         const auto content = path && !weak.expired() ? PlainFile::content(*path) : std::nullopt;
-        return content ? Picture::image(*content) : std::nullopt;
+        const auto png = content ? AnyPicture::asPng(*content) : std::nullopt;
+        return png ? Picture::image(*png) : std::nullopt;
     };
 }
 

@@ -1,6 +1,7 @@
 #include "Capabilities/ImageResizer/ResizerThumbnails.h"
 
 #include "Platform/Platform.h"
+#include "Platform/Thumbnails.h"
 
 namespace orvane {
 
@@ -63,8 +64,8 @@ void ResizerThumbnails::fetchNext()
 UnownedTask ResizerThumbnails::fetch(std::weak_ptr<ResizerThumbnails> weak, QUrl url, int side,
                                      std::stop_token stop)
 {
-    auto get = [&pictures = platform().pictures, path = url.toLocalFile(), side, stop] {
-        return imageOf(pictures.thumbnail(path, {side, side}, stop));
+    auto get = [&thumbnails = platform().thumbnails, path = url.toLocalFile(), side, stop] {
+        return imageOf(thumbnails.thumbnail(path, {side, side}, stop));
     };
     const QImage image = co_await onPool(get);
     if (const auto self = weak.lock())

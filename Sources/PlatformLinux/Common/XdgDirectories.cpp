@@ -45,7 +45,8 @@ XdgDirectories XdgDirectories::from(const QProcessEnvironment& environment, cons
         return QDir::cleanPath(QString(*home + u'/' + below));
     };
     return {directory(QStringLiteral("XDG_CONFIG_HOME"), QLatin1String(".config")),
-            directory(QStringLiteral("XDG_DATA_HOME"), QLatin1String(".local/share"))};
+            directory(QStringLiteral("XDG_DATA_HOME"), QLatin1String(".local/share")),
+            directory(QStringLiteral("XDG_CACHE_HOME"), QLatin1String(".cache"))};
 }
 
 XdgDirectories XdgDirectories::ofThisProcess()

@@ -12,6 +12,7 @@ struct XdgDirectories {
     /// Absolute and without a slash at the end; absent where neither the variable nor a home gives one.
     std::optional<QString> config;
     std::optional<QString> data;
+    std::optional<QString> cache = {};
 
     /// Reads the variables of an environment. A relative path in a variable is invalid and counts as not set.
     /// `accountHome` is the home for an environment that names none; it may be empty.

@@ -107,16 +107,16 @@ void addType(PasteboardContents& contents, const QString& type)
         contents.types.append(type);
 }
 
-/// Returns the name of a format that has to be converted; null for all others.
-const char* foreignFormat(Encoding encoding)
+/// Returns a format that has to be converted; nothing for all others.
+std::optional<Pictures::Foreign> foreignFormat(Encoding encoding)
 {
     switch (encoding) {
     case Encoding::bmp:
-        return "bmp";
+        return Pictures::Foreign::bmp;
     case Encoding::jpeg:
-        return "jpeg";
+        return Pictures::Foreign::jpeg;
     default:
-        return nullptr;
+        return std::nullopt;
     }
 }
 
@@ -238,8 +238,8 @@ void takeAnswer(SelectionContents& read, const QStringList& wantedTypes, const R
     case ReadStep::Purpose::type: {
         const Flavour* flavour = flavourOf(target);
         const Encoding encoding = flavour ? flavour->encoding : Encoding::raw;
-        if (const char* format = foreignFormat(encoding)) {
-            read.picture = ForeignPicture{bytes, format};
+        if (const auto format = foreignFormat(encoding)) {
+            read.picture = ForeignPicture{bytes, *format};
         } else if (const auto data = decode(encoding, bytes)) {
             addType(contents, step.type);
             contents.data.insert(step.type, *data);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Platform/Pasteboard.h"
-#include "PlatformLinux/Pasteboard/PictureConversion.h"
+#include "PlatformLinux/Pasteboard/ForeignPicture.h"
 
 #include <vector>
 

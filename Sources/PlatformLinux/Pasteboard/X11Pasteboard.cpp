@@ -5,9 +5,11 @@
 #include "PlatformLinux/Pasteboard/PasteboardState.h"
 #include "PlatformLinux/Pasteboard/PasteboardThread.h"
 #include "PlatformLinux/Pasteboard/PasteboardWatches.h"
+#include "PlatformLinux/Worker/WorkerPictures.h"
 
 #include <algorithm>
 #include <chrono>
+#include <stop_token>
 #include <utility>
 
 namespace orvane {
@@ -23,16 +25,20 @@ public:
     }
     ~Read() override
     {
+        m_stop.request_stop();
         const auto thread = m_thread.lock();
         if (thread && *m_completion)
             thread->cancelRead(m_id);
     }
     void setId(PasteboardThread::ReadId id) { m_id = id; }
+    /// Stopped at this object's end.
+    [[nodiscard]] std::stop_token stopToken() const { return m_stop.get_token(); }
 
 private:
     Shared m_completion;
     std::weak_ptr<PasteboardThread> m_thread;
     PasteboardThread::ReadId m_id = 0;
+    std::stop_source m_stop;
 };
 
 namespace {
@@ -41,11 +47,10 @@ namespace {
 constexpr std::chrono::seconds longestConversion{10};
 
 /// Adds the picture as PNG, if it can be converted in time and is wanted until then.
-void convertPicture(SelectionContents& read, const std::function<bool()>& isUnwanted)
+void convertPicture(WorkerPictures& pictures, SelectionContents& read, const std::stop_token& stop)
 {
-    const auto end = std::chrono::steady_clock::now() + longestConversion;
-    const auto isOver = [&] { return isUnwanted() || std::chrono::steady_clock::now() >= end; };
-    if (auto png = convertToPng(*std::exchange(read.picture, {}), isOver))
+    const ForeignPicture picture = *std::exchange(read.picture, {});
+    if (auto png = pictures.png(picture.bytes, picture.format, stop))
         read.contents.data.insert(pasteboardType::png, *std::move(png));
 }
 
@@ -70,7 +75,8 @@ X11Pasteboard::X11Pasteboard(LogSink& log, RunLoop& runLoop, SessionKind session
       m_session(session),
       m_desktopPassesCopiesOn(desktops.split(u':').contains(QStringLiteral("GNOME"))),
       m_state(std::make_shared<PasteboardState>()),
-      m_watches(std::make_shared<PasteboardWatches>(runLoop))
+      m_watches(std::make_shared<PasteboardWatches>(runLoop)),
+      m_pictures(std::make_shared<WorkerPictures>(log, longestConversion))
 {
 }
 
@@ -117,19 +123,24 @@ std::unique_ptr<PasteboardRead> X11Pasteboard::read(const QStringList& types, Co
 {
     auto shared = std::make_shared<Completion>(std::move(completion));
     auto token = std::make_unique<Read>(shared, thread());
-    auto answer = [&runLoop = m_runLoop,
+    auto answer = [&runLoop = m_runLoop, pictures = m_pictures, stop = token->stopToken(),
                    weak = std::weak_ptr(shared)](std::optional<SelectionContents> read) {
         if (!read || !read->picture) {
             complete(runLoop, weak, read ? std::optional(std::move(read->contents)) : std::nullopt);
             return;
         }
-        runLoop.performDetached([&runLoop, weak, read = *std::move(read)]() mutable {
-            convertPicture(read, [&weak] { return weak.expired(); });
+        runLoop.performDetached([&runLoop, pictures, stop, weak, read = *std::move(read)]() mutable {
+            convertPicture(*pictures, read, stop);
             complete(runLoop, weak, std::move(read.contents));
         });
     };
     token->setId(thread()->read(types, std::move(answer)));
     return token;
+}
+
+void X11Pasteboard::giveUp()
+{
+    m_pictures->giveUp();
 }
 
 int X11Pasteboard::clearContents()

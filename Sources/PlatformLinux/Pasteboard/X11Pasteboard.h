@@ -15,6 +15,7 @@ namespace orvane {
 class PasteboardState;
 class PasteboardThread;
 class PasteboardWatches;
+class WorkerPictures;
 
 class X11Pasteboard : public Pasteboard {
 public:
@@ -33,6 +34,9 @@ public:
     bool writeObjects(const QList<QUrl>& fileURLs) override;
     bool writeObjects(const PasteboardImage& image) override;
 
+    /// Ends the conversion of a picture that runs, and fails all that come after it.
+    void giveUp();
+
 private:
     class Read;
 
@@ -45,6 +49,8 @@ private:
     const bool m_desktopPassesCopiesOn;
     std::shared_ptr<PasteboardState> m_state;
     std::shared_ptr<PasteboardWatches> m_watches;
+    /// With a worker of their own, so that the copy of a picture doesn't wait for other pictures.
+    std::shared_ptr<WorkerPictures> m_pictures;
     mutable std::shared_ptr<PasteboardThread> m_thread; // null until it is needed
 };
 

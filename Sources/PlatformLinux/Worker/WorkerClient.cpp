@@ -1,8 +1,7 @@
 #include "PlatformLinux/Worker/WorkerClient.h"
 
 #include "PlatformLinux/Common/EventSignal.h"
-
-#include <QThreadPool>
+#include "PlatformLinux/Common/PoolThreadLent.h"
 
 #include <algorithm>
 #include <array>
@@ -21,16 +20,6 @@ using namespace WorkerProtocol;
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-/// A thread of the pool that waits for the worker leaves its place to the work of others, such as saving what
-/// was copied: the pool has only as many threads as there are processors.
-class PoolThreadLent {
-public:
-    PoolThreadLent() { QThreadPool::globalInstance()->releaseThread(); }
-    ~PoolThreadLent() { QThreadPool::globalInstance()->reserveThread(); }
-    PoolThreadLent(const PoolThreadLent&) = delete;
-    PoolThreadLent& operator=(const PoolThreadLent&) = delete;
-};
 
 /// Waits until the worker has something to say, with an end. False at the end and after a stop.
 bool awaitAnswer(int descriptor, Clock::time_point end, const std::stop_token& stop)

@@ -12,6 +12,7 @@
 #include <cmath>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 
 namespace orvane {
@@ -22,6 +23,9 @@ namespace {
 
 /// Of a thumbnail's pixels; more than any screen needs.
 constexpr std::uint64_t mostPixels = 4096 * 4096;
+/// Of a converted picture: what its pixels take without compression, and some room.
+constexpr std::uint64_t largestPng = largestConversion * 4 + (1 << 20);
+const QByteArray pngSignature = QByteArrayLiteral("\x89PNG\r\n\x1A\n");
 
 /// Nothing but a plain file is handed over: to open another kind could wait for ever, and to read it too.
 FileDescriptor openPlainFile(const QString& path)
@@ -55,6 +59,19 @@ PictureType asTold(Pictures::Type type)
     return PictureType::jpeg;
 }
 
+ForeignType asTold(Pictures::Foreign format)
+{
+    switch (format) {
+    case Pictures::Foreign::bmp:
+        return ForeignType::bmp;
+    case Pictures::Foreign::jpeg:
+        return ForeignType::jpeg;
+    case Pictures::Foreign::tiff:
+        return ForeignType::tiff;
+    }
+    return ForeignType::bmp;
+}
+
 /// Nothing when the worker says what can't be true.
 std::optional<PictureSize> sizeOf(const std::optional<WorkerClient::Bytes>& answer)
 {
@@ -64,8 +81,8 @@ std::optional<PictureSize> sizeOf(const std::optional<WorkerClient::Bytes>& answ
 
 } // namespace
 
-WorkerPictures::WorkerPictures(LogSink& log)
-    : m_client([] { return helperProgram("orvane-worker"); }, log, timeLimit)
+WorkerPictures::WorkerPictures(LogSink& log, std::chrono::milliseconds limit)
+    : m_client([] { return helperProgram("orvane-worker"); }, log, limit)
 {
 }
 
@@ -110,21 +127,51 @@ std::optional<Pictures::Pixels> WorkerPictures::thumbnail(const QString& path, S
                                                           std::stop_token stop)
 {
     const PictureSize limit = asTold(most);
-    const std::uint64_t pixels = std::uint64_t{limit.width} * limit.height;
-    if (!isAllowed(limit) || pixels > mostPixels)
+    return askForPixels(Kind::pixels, bytesOf(WorkerProtocol::Pixels{limit}), path, limit, stop);
+}
+
+std::optional<Pictures::Pixels> WorkerPictures::cachedThumbnail(const QString& entry, std::uint64_t modified,
+                                                                Size most, const std::stop_token& stop)
+{
+    const PictureSize limit = asTold(most);
+    return askForPixels(Kind::cachedPixels, bytesOf(CachedPixels{limit, modified}), entry, limit, stop);
+}
+
+std::optional<Pictures::Pixels> WorkerPictures::askForPixels(Kind kind, std::span<const std::byte> order,
+                                                             const QString& path, PictureSize most,
+                                                             const std::stop_token& stop)
+{
+    const std::uint64_t pixels = std::uint64_t{most.width} * most.height;
+    if (!isAllowed(most) || pixels > mostPixels)
         return std::nullopt;
     const FileDescriptor file = openPlainFile(path);
     const FileDescriptor memory = file ? PixelMemory::make(pixels * 4) : FileDescriptor();
     if (!memory)
         return std::nullopt;
-    const auto size = sizeOf(m_client.ask(Kind::pixels, bytesOf(WorkerProtocol::Pixels{limit}),
-                                          std::array{file.get(), memory.get()}, stop));
-    if (!size || size->width > limit.width || size->height > limit.height)
+    const auto size = sizeOf(m_client.ask(kind, order, std::array{file.get(), memory.get()}, stop));
+    if (!size || size->width > most.width || size->height > most.height)
         return std::nullopt;
     auto bytes = PixelMemory::read(memory.get(), qsizetype{size->width} * size->height * 4);
     if (!bytes)
         return std::nullopt;
     return Pixels{{static_cast<int>(size->width), static_cast<int>(size->height)}, *std::move(bytes)};
+}
+
+std::optional<QByteArray> WorkerPictures::png(const QByteArray& bytes, Foreign format, std::stop_token stop)
+{
+    const FileDescriptor source = PixelMemory::make(static_cast<std::size_t>(bytes.size()));
+    const FileDescriptor target(::memfd_create("orvane-png", MFD_CLOEXEC));
+    if (!source || !target || !PixelMemory::write(source.get(), bytes))
+        return std::nullopt;
+    const auto answer = m_client.ask(Kind::conversion, bytesOf(Conversion{asTold(format)}),
+                                     std::array{source.get(), target.get()}, stop);
+    const auto written = answer ? payloadAs<Written>(*answer) : std::nullopt;
+    struct stat file {};
+    if (!written || written->bytes > largestPng || ::fstat(target.get(), &file) != 0 ||
+        static_cast<std::uint64_t>(file.st_size) != written->bytes)
+        return std::nullopt;
+    auto png = PixelMemory::read(target.get(), static_cast<qsizetype>(file.st_size));
+    return png && png->startsWith(pngSignature) ? png : std::nullopt;
 }
 
 } // namespace orvane

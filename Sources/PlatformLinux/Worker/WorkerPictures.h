@@ -10,7 +10,7 @@ class WorkerPictures : public Pictures {
 public:
     static constexpr std::chrono::seconds timeLimit{30};
 
-    explicit WorkerPictures(LogSink& log);
+    explicit WorkerPictures(LogSink& log, std::chrono::milliseconds limit = timeLimit);
     /// With another program and another limit.
     WorkerPictures(QByteArray program, LogSink& log, std::chrono::milliseconds limit);
 
@@ -18,11 +18,23 @@ public:
     [[nodiscard]] std::optional<QString> writeCopy(const Copy& copy, std::stop_token stop) override;
     [[nodiscard]] std::optional<Pixels> thumbnail(const QString& path, Size most,
                                                   std::stop_token stop) override;
+    [[nodiscard]] std::optional<QByteArray> png(const QByteArray& bytes, Foreign format,
+                                                std::stop_token stop) override;
+
+    /// Returns the picture of an entry of the desktop's thumbnail cache. Nothing unless it was made for a
+    /// file with that modification time, in seconds.
+    [[nodiscard]] std::optional<Pixels> cachedThumbnail(const QString& entry, std::uint64_t modified,
+                                                        Size most, const std::stop_token& stop);
 
     /// Ends the request that runs, and fails all that come after it. Any thread, the main one too.
     void giveUp() { m_client.giveUp(); }
 
 private:
+    [[nodiscard]] std::optional<Pixels> askForPixels(WorkerProtocol::Kind kind,
+                                                     std::span<const std::byte> order, const QString& path,
+                                                     WorkerProtocol::PictureSize most,
+                                                     const std::stop_token& stop);
+
     WorkerClient m_client;
 };
 

@@ -53,7 +53,8 @@ TEST(PasteboardTargets, AListWithoutAddressesIsNothing)
 
 TEST(PasteboardTargets, APictureThatHasToBeConvertedIsNoPngYet)
 {
-    for (const auto& [target, format] : {std::pair{"image/bmp", "bmp"}, std::pair{"image/jpeg", "jpeg"}}) {
+    for (const auto& [target, format] :
+         {std::pair{"image/bmp", Pictures::Foreign::bmp}, std::pair{"image/jpeg", Pictures::Foreign::jpeg}}) {
         const auto steps = readSteps({target}, {pasteboardType::png});
         ASSERT_EQ(steps.size(), 1);
         SelectionContents read;
@@ -61,7 +62,7 @@ TEST(PasteboardTargets, APictureThatHasToBeConvertedIsNoPngYet)
         EXPECT_TRUE(read.contents.data.isEmpty());
         ASSERT_TRUE(read.picture);
         EXPECT_EQ(read.picture->bytes, "bytes");
-        EXPECT_STREQ(read.picture->format, format);
+        EXPECT_EQ(read.picture->format, format);
     }
 }
 

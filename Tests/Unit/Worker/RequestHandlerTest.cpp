@@ -219,4 +219,43 @@ TEST(RequestHandlerTest, FailsForTextOrdersThatCannotBe)
               Status::failed);
 }
 
+TEST(RequestHandlerTest, ConvertsWhatHasTheFormatThatIsNamed)
+{
+    const MemoryFile file(bitmap);
+    const auto convert = [&file](ForeignType from, const MemoryFile& target) {
+        const auto bytes =
+            RequestHandler::answer(encode({.kind = Kind::conversion}, bytesOf(Conversion{from})),
+                                   std::array{file.descriptor(), target.descriptor()});
+        const Message answer = answered(bytes);
+        const auto written = payloadAs<Written>(answer.payload);
+        return std::pair(answer.header.status, written ? written->bytes : 0);
+    };
+    const MemoryFile png;
+    const auto [status, bytes] = convert(ForeignType::bmp, png);
+    EXPECT_EQ(status, Status::done);
+    const auto written = png.read(1000);
+    EXPECT_EQ(written.size(), bytes);
+    EXPECT_EQ((std::vector(written.begin(), written.begin() + 4)),
+              (std::vector<std::uint8_t>{0x89, 'P', 'N', 'G'}));
+    const MemoryFile none;
+    for (const auto from : {ForeignType::jpeg, ForeignType::tiff, ForeignType{3}})
+        EXPECT_EQ(convert(from, none).first, Status::failed);
+    EXPECT_TRUE(none.read(1).empty());
+    EXPECT_EQ(
+        statusOf(encode({.kind = Kind::conversion}, {}), std::array{file.descriptor(), none.descriptor()}),
+        Status::refused);
+}
+
+TEST(RequestHandlerTest, AFileThatIsNoEntryOfTheCacheHasNoPixels)
+{
+    const MemoryFile file(bitmap);
+    const MemoryFile target;
+    const std::array both{file.descriptor(), target.descriptor()};
+    EXPECT_EQ(statusOf(encode({.kind = Kind::cachedPixels}, bytesOf(CachedPixels{{10, 10}, 7})), both),
+              Status::failed);
+    EXPECT_EQ(statusOf(encode({.kind = Kind::cachedPixels}, bytesOf(Pixels{{10, 10}})), both),
+              Status::refused);
+    EXPECT_TRUE(target.read(1).empty());
+}
+
 } // namespace orvane::tests

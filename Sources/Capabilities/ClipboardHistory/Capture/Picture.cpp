@@ -13,26 +13,14 @@ namespace {
 
 /// The memory that a decoded picture may take up.
 constexpr int largestMegabytes = 512;
-/// The time that reading or converting one may take.
+/// The time that reading one may take.
 constexpr std::chrono::seconds longestWork{10};
-
-/// Returns the reader's name of the format. Other formats aren't tried: some of them are programs rather than
-/// pictures.
-QByteArray format(const QByteArray& bytes)
-{
-    if (PngChunks::isPng(bytes))
-        return QByteArrayLiteral("png");
-    if (bytes.startsWith("II") || bytes.startsWith("MM"))
-        return QByteArrayLiteral("tiff");
-    return {};
-}
 
 /// Limits what it allocates, and its time.
 class Reader {
 public:
     Reader(const QByteArray& bytes, const IsOver& isOver)
-        : m_source(PngChunks::isPng(bytes) ? PngChunks::ofPixels(bytes) : bytes, isOver),
-          m_reader(&m_source, format(bytes))
+        : m_source(PngChunks::ofPixels(bytes), isOver), m_reader(&m_source, QByteArrayLiteral("png"))
     {
         m_reader.setAutoDetectImageFormat(false);
         // The toolkit's own limit is lower, and one for the whole process.
@@ -59,19 +47,16 @@ IsOver defaultEnd()
 
 std::optional<QImage> image(const QByteArray& bytes, const IsOver& isOver)
 {
+    if (!PngChunks::isPng(bytes))
+        return std::nullopt;
     const QImage image = Reader(bytes, isOver).read();
     // A decoder that was cut off may still return what it had.
     return image.isNull() || isOver() ? std::nullopt : std::optional(image);
 }
 
-std::optional<QByteArray> png(const QByteArray& bytes, const IsOver& isOver)
+bool isReadable(const QByteArray& bytes)
 {
-    if (PngChunks::isPng(bytes))
-        return Reader(bytes, isOver).size().isValid() ? std::optional(bytes) : std::nullopt;
-    const auto decoded = image(bytes, isOver);
-    TimedBuffer target(isOver);
-    const bool isWritten = decoded && decoded->save(&target, "PNG") && !isOver();
-    return isWritten ? std::optional(target.bytes()) : std::nullopt;
+    return PngChunks::isPng(bytes) && Reader(bytes, defaultEnd()).size().isValid();
 }
 
 } // namespace orvane::Picture

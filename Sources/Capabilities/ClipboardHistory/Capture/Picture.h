@@ -1,4 +1,4 @@
-// Reads PNG and TIFF pictures of any origin. Slow; any thread.
+// Reads PNG pictures of any origin. Slow; any thread.
 #pragma once
 
 #include <QByteArray>
@@ -17,8 +17,7 @@ using IsOver = std::function<bool()>;
 /// Returns nothing for data that can't be read, or would take more memory or time than a picture may.
 std::optional<QImage> image(const QByteArray& bytes, const IsOver& isOver = defaultEnd());
 
-/// Returns the picture as PNG. One that is a PNG already is returned unchanged, even if it is damaged further
-/// on.
-std::optional<QByteArray> png(const QByteArray& bytes, const IsOver& isOver = defaultEnd());
+/// True if the beginning is that of a PNG with a size; further on it may be damaged.
+[[nodiscard]] bool isReadable(const QByteArray& bytes);
 
 } // namespace orvane::Picture

@@ -1,6 +1,6 @@
 #include "Capabilities/ClipboardHistory/Capture/SystemPasteboardReader.h"
 
-#include "Capabilities/ClipboardHistory/Capture/Picture.h"
+#include "Capabilities/ClipboardHistory/Capture/AnyPicture.h"
 
 namespace orvane {
 
@@ -19,7 +19,7 @@ std::optional<QByteArray> SystemPasteboardReader::pngData() const
     if (auto png = m_contents.dataForType(pasteboardType::png))
         return png;
     const auto tiff = m_contents.dataForType(pasteboardType::tiff);
-    return tiff ? Picture::png(*tiff) : std::nullopt;
+    return tiff ? AnyPicture::asPng(*tiff) : std::nullopt;
 }
 
 std::optional<QList<QUrl>> SystemPasteboardReader::fileURLs() const

@@ -1,7 +1,7 @@
 #include "Capabilities/ClipboardHistory/Panel/PastebackEngine.h"
 
 #include "Capabilities/ClipboardHistory/Archive/PlainFile.h"
-#include "Capabilities/ClipboardHistory/Capture/Picture.h"
+#include "Capabilities/ClipboardHistory/Capture/AnyPicture.h"
 #include "OrvaneCore/Input/SyntheticEvent.h"
 #include "Platform/Platform.h"
 
@@ -39,7 +39,7 @@ void write(Pasteboard& pasteboard, const ClipItem& item, const std::optional<Pas
 std::optional<PasteboardImage> image(const QString& path)
 {
     const auto content = PlainFile::content(path);
-    const auto png = content ? Picture::png(*content) : std::nullopt;
+    const auto png = content ? AnyPicture::asPng(*content) : std::nullopt;
     return png ? std::optional(PasteboardImage{*png}) : std::nullopt;
 }
 

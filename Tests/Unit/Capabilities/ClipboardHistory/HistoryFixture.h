@@ -27,6 +27,21 @@ inline QByteArray picture(const char* format, QRgb colour = 0xFF3366CC)
     return buffer.data();
 }
 
+/// Lets the fake platform convert pictures by the toolkit's readers.
+inline void convertByToolkit(FakePlatform& fake)
+{
+    fake.pictures.toPng = [](const QByteArray& bytes,
+                             Pictures::Foreign format) -> std::optional<QByteArray> {
+        const char* const name = format == Pictures::Foreign::bmp    ? "BMP"
+                                 : format == Pictures::Foreign::jpeg ? "JPEG"
+                                                                     : "TIFF";
+        const QImage image = QImage::fromData(bytes, name);
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        return image.save(&buffer, "PNG") ? std::optional(buffer.data()) : std::nullopt;
+    };
+}
+
 inline QStringList texts(const QList<ClipItem>& items)
 {
     QStringList result;
@@ -37,7 +52,11 @@ inline QStringList texts(const QList<ClipItem>& items)
 
 class HistoryFixture : public ::testing::Test {
 protected:
-    HistoryFixture() { fake.permissions.accessibility = true; }
+    HistoryFixture()
+    {
+        fake.permissions.accessibility = true;
+        convertByToolkit(fake);
+    }
 
     /// Runs tasks and pool work by turns until nothing is left to do.
     void settle()

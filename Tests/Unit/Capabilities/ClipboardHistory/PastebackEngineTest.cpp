@@ -8,7 +8,11 @@ namespace {
 
 class PastebackEngineTest : public ::testing::Test {
 protected:
-    PastebackEngineTest() { fake.generalPasteboard.copyString(QStringLiteral("before")); }
+    PastebackEngineTest()
+    {
+        convertByToolkit(fake);
+        fake.generalPasteboard.copyString(QStringLiteral("before"));
+    }
 
     int place(const ClipItem& item, const std::optional<PasteboardImage>& image = std::nullopt)
     {

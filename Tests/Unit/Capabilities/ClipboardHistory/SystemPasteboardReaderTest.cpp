@@ -1,4 +1,5 @@
 #include "Capabilities/ClipboardHistory/Capture/SystemPasteboardReader.h"
+#include "Fakes/FakePlatform.h"
 #include "HistoryFixture.h"
 
 namespace orvane::tests {
@@ -39,6 +40,8 @@ TEST(SystemPasteboardReader, APngComesAsItStandsAlsoBesideATiff)
 
 TEST(SystemPasteboardReader, ATiffIsConverted)
 {
+    FakePlatform fake;
+    convertByToolkit(fake);
     const QByteArray tiff = picture("TIFF", 0xFF123456);
     ASSERT_FALSE(tiff.isEmpty()) << "the toolkit's plugin for TIFF is missing";
     const SystemPasteboardReader reader({.data = {{pasteboardType::tiff, tiff}}});
@@ -51,6 +54,8 @@ TEST(SystemPasteboardReader, ATiffIsConverted)
 
 TEST(SystemPasteboardReader, WhatIsNoTiffGivesNoPicture)
 {
+    FakePlatform fake;
+    convertByToolkit(fake);
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("no picture"), QByteArray("II*"), QByteArray("II*\0\xFF\xFF\xFF\xFF", 8),
           picture("TIFF").first(40), QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='9'/>")}) {
