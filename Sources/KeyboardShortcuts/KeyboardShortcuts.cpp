@@ -55,7 +55,7 @@ void postRefusals()
 void noteRefusal(const Shortcut& shortcut, OSStatus status)
 {
     state().refused.insert_or_assign(shortcut, status);
-    if (!state().retry) {
+    if (status == eventHotKeyExistsErr && !state().retry) {
         state().retry =
             platform().mainRunLoop.scheduleTimer(retryInterval, RunLoop::Repeats::yes, &retryRefused);
     }
@@ -126,7 +126,7 @@ void clear(const Name& name)
         storage::writeCleared(storage::key(name));
     else
         storage::remove(storage::key(name));
-    unregisterFor(name, *current);
+    unregister(*current);
     postChange(name);
 }
 
@@ -192,7 +192,7 @@ void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name)
 void userDefaultsSet(const Name& name, const Shortcut& shortcut)
 {
     if (const auto former = getShortcut(name))
-        unregisterFor(name, *former);
+        unregister(*former);
     registerFor(name, shortcut);
     storage::write(storage::key(name), shortcut);
     postChange(name);

@@ -45,8 +45,8 @@ void disable(const QList<Name>& names);
 void release(const Name& name);
 void claim(const Name& name);
 
-/// Returns the system's answer if it has refused the shortcut of a claimed name. It is asked again from time
-/// to time, since another program may let the shortcut go.
+/// Returns the system's answer if it has refused the shortcut of a claimed name. While another program has
+/// it, the system is asked again from time to time.
 [[nodiscard]] std::optional<std::int32_t> refusal(const Name& name);
 /// Asks again now for all that were refused.
 void retryRefused();

@@ -278,6 +278,20 @@ TEST_F(RecorderWindowTest, TheKeysThatChooseAMenuItemHereAreRefusedToo)
     EXPECT_EQ(getShortcut(named("toggle")), std::nullopt);
 }
 
+TEST_F(RecorderWindowTest, KeysThatOnlyTheMenusModelHasAreFree)
+{
+    auto* recorder = addRecorder("toggle");
+    addMenuItem("Quit", "q");
+    fake.application.menuKeys = [](EventFlags pressed) {
+        return pressed == flag::command ? flag::control : pressed;
+    };
+    open();
+    record(recorder);
+    keyDown(Key::q, flag::command);
+    EXPECT_FALSE(alert());
+    EXPECT_NE(getShortcut(named("toggle")), std::nullopt);
+}
+
 TEST_F(RecorderWindowTest, ASystemShortcutIsRefusedWithAWordOnWhatToDo)
 {
     auto* recorder = addRecorder("toggle");
