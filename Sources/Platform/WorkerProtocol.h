@@ -29,7 +29,7 @@ inline constexpr int workerDescriptor = 3;
 inline constexpr std::uint32_t longestSide = 1'000'000;
 inline constexpr std::uint64_t largestArea = 256'000'000;
 /// The area of a picture that is converted in its full size.
-inline constexpr std::uint64_t largestConversion = 128 * 1024 * 1024;
+inline constexpr std::uint64_t largestConversion = std::uint64_t{128} * 1024 * 1024;
 
 enum class Kind : std::uint16_t {
     /// A file to read from; the answer is a PictureSize.

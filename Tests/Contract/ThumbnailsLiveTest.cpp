@@ -35,9 +35,8 @@ public:
             return false;
         ++questions;
         arguments = message.arguments();
-        if (isSilent)
-            return true;
-        (void)bus.send(message.createReply(handle));
+        if (!isSilent)
+            (void)bus.send(message.createReply(handle));
         onQueue();
         return true;
     }
@@ -162,6 +161,7 @@ TEST_F(ThumbnailsLiveTest, ASilentThumbnailerIsLeftAloneAfterTheTimeLimit)
     thumbnailer.isSilent = true;
     DesktopThumbnails hurried(pictures, folder.cache(), 200ms);
     EXPECT_FALSE(isFromCache(ask(hurried)));
+    EXPECT_TRUE(eventually(20s, [&thumbnailer] { return thumbnailer.questions == 1; }));
     EXPECT_FALSE(isFromCache(ask(hurried)));
     EXPECT_EQ(thumbnailer.questions, 1);
 }
@@ -172,12 +172,8 @@ TEST_F(ThumbnailsLiveTest, AStopAndGivingUpEndTheQuestion)
     thumbnailer.isSilent = true;
     DesktopThumbnails patient(pictures, folder.cache(), 600s);
     std::stop_source stop;
-    std::thread stopper([&] {
-        EXPECT_TRUE(eventually(20s, [&] { return thumbnailer.questions == 1; }));
-        stop.request_stop();
-    });
+    thumbnailer.onQueue = [&stop] { stop.request_stop(); };
     EXPECT_FALSE(ask(patient, stop.get_token()));
-    stopper.join();
     patient.giveUp();
     EXPECT_FALSE(isFromCache(ask(patient))); // the worker is still asked
     EXPECT_EQ(thumbnailer.questions, 1);

@@ -22,7 +22,7 @@ using namespace WorkerProtocol;
 namespace {
 
 /// Of a thumbnail's pixels; more than any screen needs.
-constexpr std::uint64_t mostPixels = 4096 * 4096;
+constexpr std::uint64_t mostPixels = std::uint64_t{4096} * 4096;
 /// Of a converted picture: what its pixels take without compression, and some room.
 constexpr std::uint64_t largestPng = largestConversion * 4 + (1 << 20);
 const QByteArray pngSignature = QByteArrayLiteral("\x89PNG\r\n\x1A\n");

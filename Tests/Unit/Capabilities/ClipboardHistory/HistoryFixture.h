@@ -30,8 +30,7 @@ inline QByteArray picture(const char* format, QRgb colour = 0xFF3366CC)
 /// Lets the fake platform convert pictures by the toolkit's readers.
 inline void convertByToolkit(FakePlatform& fake)
 {
-    fake.pictures.toPng = [](const QByteArray& bytes,
-                             Pictures::Foreign format) -> std::optional<QByteArray> {
+    fake.pictures.toPng = [](const QByteArray& bytes, Pictures::Foreign format) -> std::optional<QByteArray> {
         const char* const name = format == Pictures::Foreign::bmp    ? "BMP"
                                  : format == Pictures::Foreign::jpeg ? "JPEG"
                                                                      : "TIFF";
