@@ -1,9 +1,9 @@
 // Reads lines of text that are rendered as a screen shows them, and prints how many characters are right and
 // how long it takes, beside the `tesseract` program on the same pictures.
 //
-//     QT_QPA_PLATFORM=offscreen TextReading [every]
+//     QT_QPA_PLATFORM=offscreen TextReading [every [alone]]
 //
-// With a number, only each so-and-so-many-th picture is read.
+// With a number, only each so-and-so-many-th picture is read; with "alone", the program isn't started.
 #include "Fakes/FakeLogSink.h"
 #include "PlatformLinux/Common/HelperProgram.h"
 #include "PlatformLinux/Worker/WorkerTextRecognition.h"
@@ -198,7 +198,7 @@ QString readByProgram(const QImage& image, const Case& one, const QTemporaryDir&
     QProcess program;
     program.start(QStringLiteral("tesseract"),
                   {path, QStringLiteral("stdout"), QStringLiteral("-l"), one.tongue->models.join(u'+')});
-    program.waitForFinished();
+    program.waitForFinished(-1);
     QStringList lines = QString::fromUtf8(program.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
     return lines.join(u'\n').trimmed();
 }
@@ -216,6 +216,7 @@ int main(int argc, char** argv)
     const QGuiApplication application(argc, argv);
     const int every = argc > 1 ? std::max(1, std::atoi(argv[1])) : 1;
     const bool isWordy = qEnvironmentVariableIsSet("TEXT_READING_WORDY");
+    const bool isAlone = argc > 2;
     FakeLogSink log;
     Readers readers(log);
     const QTemporaryDir folder;
@@ -236,7 +237,7 @@ int main(int argc, char** argv)
         const auto read = readers.byTongue[one.tongue]->recognize(pixels, {});
         times.push_back(static_cast<double>(watch.nsecsElapsed()) / 1e6);
         watch.restart();
-        const QString byProgram = readByProgram(image, one, folder);
+        const QString byProgram = isAlone ? QString() : readByProgram(image, one, folder);
         programTimes.push_back(static_cast<double>(watch.nsecsElapsed()) / 1e6);
         const QString expected = one.lines.join(u'\n');
         const QString got = read.value_or(QStringList()).join(u'\n');

@@ -1341,6 +1341,70 @@
     </message>
 </context>
 <context>
+    <name>MouseToolsText</name>
+    <message>
+        <source>Mouse Tools</source>
+        <translation>Mauswerkzeuge</translation>
+    </message>
+    <message>
+        <source>Find your cursor with a spotlight (double-tap Ctrl) and toggle crosshairs that follow it.</source>
+        <translation>Den Zeiger mit einem Lichtkreis finden (zweimal Strg) und ein Fadenkreuz einschalten, das ihm folgt.</translation>
+    </message>
+    <message>
+        <source>Detect the double-Ctrl gesture for the spotlight. Shortcuts work without it.</source>
+        <translation>Das zweimalige Drücken von Strg für den Lichtkreis erkennen. Tastenkürzel gehen auch ohne.</translation>
+    </message>
+    <message>
+        <source>Find My Cursor (Spotlight)</source>
+        <translation>Zeiger finden (Lichtkreis)</translation>
+    </message>
+    <message>
+        <source>Toggle Crosshairs</source>
+        <translation>Fadenkreuz ein oder aus</translation>
+    </message>
+    <message>
+        <source>Find My Cursor</source>
+        <translation>Zeiger finden</translation>
+    </message>
+    <message>
+        <source>Flash a spotlight when I double-press Ctrl</source>
+        <translation>Bei zweimaligem Drücken von Strg einen Lichtkreis zeigen</translation>
+    </message>
+    <message>
+        <source>Spotlight size</source>
+        <translation>Größe des Lichtkreises</translation>
+    </message>
+    <message>
+        <source>Dim amount</source>
+        <translation>Abdunklung</translation>
+    </message>
+    <message>
+        <source>Detecting the double-Ctrl gesture needs Input Monitoring; the shortcut works without it.</source>
+        <translation>Das zweimalige Drücken von Strg zu erkennen braucht die Eingabeüberwachung; das Tastenkürzel geht ohne sie.</translation>
+    </message>
+    <message>
+        <source>Crosshairs</source>
+        <translation>Fadenkreuz</translation>
+    </message>
+    <message>
+        <source>Line thickness</source>
+        <translation>Stärke der Linien</translation>
+    </message>
+    <message>
+        <source>Line opacity</source>
+        <translation>Deckkraft der Linien</translation>
+    </message>
+    <message>
+        <source>Assign shortcuts above for the spotlight and crosshairs toggle.</source>
+        <translation>Legen Sie oben Tastenkürzel für den Lichtkreis und das Fadenkreuz fest.</translation>
+    </message>
+    <message>
+        <source>pt</source>
+        <comment>points</comment>
+        <translation>px</translation>
+    </message>
+</context>
+<context>
     <name>PlainPasteText</name>
     <message>
         <source>Paste as Plain Text</source>
@@ -1756,6 +1820,77 @@ Schalten Sie nur ein, was Sie möchten.</translation>
     <message>
         <source>Assign keyboard shortcuts for halves, quarters, maximize, and Snap Layouts in the Keyboard Shortcuts section above.</source>
         <translation>Kürzel für Hälften, Viertel, Maximieren und Anordnungen legen Sie oben auf dieser Seite unter „Tastenkürzel“ fest.</translation>
+    </message>
+</context>
+<context>
+    <name>TextExtractorText</name>
+    <message>
+        <source>Text Extractor</source>
+        <translation>Texterkennung</translation>
+    </message>
+    <message>
+        <source>Drag a box over any part of the screen to copy the text inside it (OCR).</source>
+        <translation>Einen Rahmen über einen Teil des Bildschirms ziehen, um den Text darin zu kopieren (OCR).</translation>
+    </message>
+    <message>
+        <source>Capture the screen region you select so its text can be read.</source>
+        <translation>Den gewählten Teil des Bildschirms aufnehmen, um seinen Text zu lesen.</translation>
+    </message>
+    <message>
+        <source>Extract Text from Screen</source>
+        <translation>Text vom Bildschirm lesen</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabe</translation>
+    </message>
+    <message>
+        <source>Join lines into one paragraph</source>
+        <translation>Zeilen zu einem Absatz verbinden</translation>
+    </message>
+    <message>
+        <source>Off keeps the original line breaks.</source>
+        <translation>Ausgeschaltet bleiben die Zeilenumbrüche erhalten.</translation>
+    </message>
+    <message>
+        <source>Languages</source>
+        <translation>Sprachen</translation>
+    </message>
+    <message>
+        <source>Text is read in</source>
+        <translation>Text wird gelesen auf</translation>
+    </message>
+    <message>
+        <source>Looking for languages…</source>
+        <translation>Sprachen werden gesucht …</translation>
+    </message>
+    <message>
+        <source>None: no text can be read</source>
+        <translation>Keiner: Text kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>To read %1, install the package %2.</source>
+        <translation>Um %1 zu lesen, installieren Sie das Paket %2.</translation>
+    </message>
+    <message>
+        <source>Assign a shortcut above, then drag a box over any text on screen — even inside images or videos — to copy it.</source>
+        <translation>Legen Sie oben ein Tastenkürzel fest und ziehen Sie dann einen Rahmen über einen Text auf dem Bildschirm – auch in Bildern oder Videos –, um ihn zu kopieren.</translation>
+    </message>
+    <message>
+        <source>Recognizing…</source>
+        <translation>Wird gelesen …</translation>
+    </message>
+    <message>
+        <source>No text found</source>
+        <translation>Kein Text gefunden</translation>
+    </message>
+    <message>
+        <source>Copied ✓</source>
+        <translation>Kopiert ✓</translation>
+    </message>
+    <message>
+        <source>Drag to select text · Esc to cancel</source>
+        <translation>Ziehen, um Text zu wählen · Esc bricht ab</translation>
     </message>
 </context>
 </TS>

@@ -253,6 +253,22 @@
     </message>
 </context>
 <context>
+    <name>MouseToolsText</name>
+    <message>
+        <source>Find My Cursor (Spotlight)</source>
+        <translation>Find My Cursor (Circle of Light)</translation>
+    </message>
+    <message>
+        <source>Spotlight size</source>
+        <translation>Size of the circle</translation>
+    </message>
+    <message>
+        <source>pt</source>
+        <comment>points</comment>
+        <translation>px</translation>
+    </message>
+</context>
+<context>
     <name>PlainPasteText</name>
     <message>
         <source>Paste the cleaned text automatically. Without it, the clipboard is cleaned and you press ⌘V.</source>

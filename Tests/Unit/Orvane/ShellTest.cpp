@@ -74,7 +74,9 @@ TEST_F(AppEnvironmentTest, RegistersTheCapabilitiesInTheirFixedOrder)
                                        QStringLiteral("net.lindenrow.orvane.imageresizer"),
                                        QStringLiteral("net.lindenrow.orvane.keyswap"),
                                        QStringLiteral("net.lindenrow.orvane.clipboardhistory"),
+                                       QStringLiteral("net.lindenrow.orvane.mousetools"),
                                        QStringLiteral("net.lindenrow.orvane.colorpicker"),
+                                       QStringLiteral("net.lindenrow.orvane.textextractor"),
                                        QStringLiteral("net.lindenrow.orvane.awake"),
                                        QStringLiteral("net.lindenrow.orvane.plainpaste")}));
 }
