@@ -1,5 +1,5 @@
 // Whatever the worker is asked about whatever file, it answers, with the number of the request.
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 #include "Require.h"
 #include "Worker/RequestHandler.h"
 

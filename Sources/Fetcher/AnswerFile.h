@@ -1,7 +1,7 @@
 // The answer to the program, in the file that is the standard output.
 #pragma once
 
-#include "Platform/FetchProtocol.h"
+#include "Platform/Protocols/FetchProtocol.h"
 
 #include <QByteArray>
 #include <QString>

@@ -106,9 +106,9 @@ struct LinuxPlatform::Services {
     X11Pasteboard generalPasteboard{log, runLoop};
     WorkerPictures pictures{log};
     WorkerTextRecognition textRecognition{log};
+    DesktopThumbnails thumbnails{pictures};
     FetcherHttp http{runLoop};
     LinuxDesktopPicture desktopPicture{pictures};
-    DesktopThumbnails thumbnails{pictures};
 
     Platform platform{.accessibility = accessibility,
                       .application = process.application,
@@ -180,9 +180,9 @@ int LinuxPlatform::run()
         m_services->permissions.giveUpWaiting();
         m_services->pictures.giveUp();
         m_services->textRecognition.giveUp();
-        m_services->http.giveUp();
         m_services->thumbnails.giveUp();
         m_services->generalPasteboard.giveUp();
+        m_services->http.giveUp();
     }
     // Work on the pool may use the platform, and files that it writes have to be complete.
     QThreadPool::globalInstance()->waitForDone();

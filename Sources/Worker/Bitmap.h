@@ -2,7 +2,7 @@
 // std::runtime_error for a file that is damaged or of another kind.
 #pragma once
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 #include <vips/vips8>
 

@@ -2,7 +2,7 @@
 // std::runtime_error when it can't.
 #pragma once
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 #include <optional>
 #include <string>

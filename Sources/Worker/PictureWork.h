@@ -1,7 +1,7 @@
 // What the worker does with pictures. Every function throws a std::exception when it can't.
 #pragma once
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 namespace orvane::PictureWork {
 

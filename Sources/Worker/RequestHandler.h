@@ -1,7 +1,7 @@
 // Answers requests. Whatever the bytes are, there is an answer and no exception.
 #pragma once
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 #include <span>
 #include <vector>

@@ -1,7 +1,7 @@
 // A picture made ready to be read: grey, dark on light, and enlarged.
 #pragma once
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 // The models of the last request's languages stay loaded, so that a request for the same ones begins at once.
 #pragma once
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 #include <span>
 

@@ -1,6 +1,6 @@
 // orvane-worker: opens files that other people made, so that the program needn't. Started by the program,
 // with one end of a socket pair; ends when it has nothing to do.
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 #include "Worker/Confinement.h"
 #include "Worker/RequestLoop.h"
 

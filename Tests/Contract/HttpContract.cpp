@@ -1,7 +1,7 @@
 // Documents by HTTPS: the fake and the real service, whose server is one of the test's.
 #include "Fakes/FakeHttp.h"
 #include "Fakes/FakeRunLoop.h"
-#include "Platform/FetchProtocol.h"
+#include "Platform/Protocols/FetchProtocol.h"
 #include "PlatformLinux/Http/FetcherHttp.h"
 #include "PlatformLinux/Session/QtRunLoop.h"
 #include "Support/Eventually.h"

@@ -1,7 +1,7 @@
 // The daily wallpaper as a person has it: the services are a server of the test's, which the program finds by
 // the desktop's proxy, and what counts is the desktop's pixels.
 #include "Desktop/Support/ShellFixture.h"
-#include "Platform/FetchProtocol.h"
+#include "Platform/Protocols/FetchProtocol.h"
 #include "Support/Eventually.h"
 #include "Support/Https/HttpsServer.h"
 

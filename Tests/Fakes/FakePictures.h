@@ -30,10 +30,10 @@ public:
 
     /// Called before each copy is written, without a lock.
     std::function<void(const Copy&)> onWrite;
-    /// Measures what was never added, such as files on the disk. Called with a lock.
-    std::function<std::optional<Size>(const QString& path)> elsewhere;
     /// Converts a picture. Without it nothing can be converted.
     std::function<std::optional<QByteArray>(const QByteArray&, Foreign)> toPng;
+    /// Measures what was never added, such as files on the disk. Called with a lock.
+    std::function<std::optional<Size>(const QString& path)> elsewhere;
 
 private:
     mutable std::mutex m_mutex;

@@ -2,8 +2,8 @@
 
 #include "Capabilities/Awake/AwakeCapability.h"
 #include "Capabilities/ClipboardHistory/ClipboardHistoryCapability.h"
-#include "Capabilities/DailyFrame/DailyFrameCapability.h"
 #include "Capabilities/ColorPicker/ColorPickerCapability.h"
+#include "Capabilities/DailyFrame/DailyFrameCapability.h"
 #include "Capabilities/ImageResizer/ImageResizerCapability.h"
 #include "Capabilities/KeySwap/KeySwapCapability.h"
 #include "Capabilities/MouseTools/MouseToolsCapability.h"

@@ -1,6 +1,6 @@
 #include "PlatformLinux/Http/FetcherHttp.h"
 
-#include "Platform/FetchProtocol.h"
+#include "Platform/Protocols/FetchProtocol.h"
 #include "Platform/RunLoop.h"
 #include "PlatformLinux/Common/FileDescriptor.h"
 #include "PlatformLinux/Common/HelperProgram.h"

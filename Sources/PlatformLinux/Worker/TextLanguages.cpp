@@ -1,6 +1,6 @@
 #include "PlatformLinux/Worker/TextLanguages.h"
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 #include <QFileInfo>
 #include <QLocale>

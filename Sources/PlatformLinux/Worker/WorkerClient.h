@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Platform/LogSink.h"
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 #include "PlatformLinux/Worker/WorkerProcess.h"
 
 #include <QByteArray>

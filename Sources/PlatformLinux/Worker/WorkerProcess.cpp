@@ -1,6 +1,6 @@
 #include "PlatformLinux/Worker/WorkerProcess.h"
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 #include "PlatformLinux/Common/SignalFreeThread.h"
 
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "Worker/RequestLoop.h"
 
-#include "Platform/WorkerProtocol.h"
+#include "Platform/Protocols/WorkerProtocol.h"
 
 #include <gtest/gtest.h>
 
