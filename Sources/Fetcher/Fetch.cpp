@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int mostRedirections = 10;
-constexpr qint64 pieceSize = 256 * 1024;
+constexpr qint64 pieceSize = qint64{256} * 1024;
 /// A library that asks for the proxy may wait without the event loop; this is for it alone.
 constexpr auto furtherPatience = 10s;
 

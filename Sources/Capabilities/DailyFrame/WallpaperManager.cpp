@@ -30,7 +30,7 @@ const QString unfinished = QStringLiteral(".download-");
 
 QString folder(const QString& parent, const QString& name)
 {
-    const QString path = parent + u'/' + name;
+    QString path = parent + u'/' + name;
     if (parent.isEmpty() || !QDir().mkpath(path))
         fail(DailyFrameText::tr("The folder “%1” can’t be made.").arg(path));
     return path;

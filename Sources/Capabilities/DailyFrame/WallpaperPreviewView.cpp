@@ -22,7 +22,8 @@ QImage imageOf(const std::optional<Pictures::Pixels>& pixels)
         return {};
     // A copy, as the bytes end with the pixels.
     return QImage(reinterpret_cast<const uchar*>(pixels->bytes.constData()), pixels->size.width,
-                  pixels->size.height, pixels->size.width * 4, QImage::Format_RGBA8888_Premultiplied)
+                  pixels->size.height, qsizetype{pixels->size.width} * 4,
+                  QImage::Format_RGBA8888_Premultiplied)
         .convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 

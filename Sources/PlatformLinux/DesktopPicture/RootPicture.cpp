@@ -32,7 +32,7 @@ constexpr auto patience = 5s;
 QImage imageOf(const Pictures::Pixels& pixels)
 {
     return QImage(reinterpret_cast<const uchar*>(pixels.bytes.constData()), pixels.size.width,
-                  pixels.size.height, pixels.size.width * 4, QImage::Format_RGBA8888_Premultiplied)
+                  pixels.size.height, qsizetype{pixels.size.width} * 4, QImage::Format_RGBA8888_Premultiplied)
         .convertToFormat(QImage::Format_RGB32);
 }
 
