@@ -63,12 +63,12 @@ protected:
     ThumbnailsLiveTest() { folder.addPicture(name, {400, 300}); }
 
     /// Asks on another thread, as this one answers for the thumbnailer.
-    std::optional<Pictures::Pixels> ask(DesktopThumbnails& thumbnails, const std::stop_token& stop = {})
+    std::optional<Pictures::Pixels> ask(DesktopThumbnails& asked, const std::stop_token& stop = {})
     {
         std::optional<Pictures::Pixels> result;
         std::atomic<bool> isDone = false;
         std::thread asking([&] {
-            result = thumbnails.thumbnail(folder.path(name), {100, 100}, stop);
+            result = asked.thumbnail(folder.path(name), {100, 100}, stop);
             isDone = true;
         });
         EXPECT_TRUE(eventually(60s, [&isDone] { return isDone.load(); }));
