@@ -34,7 +34,8 @@ public:
 
     /// Asks for the keyboard and the pointer, and tells once, in a later turn of the run loop, if they are
     /// held. They can't be had while another program holds them, as one does whose menu is open; after
-    /// half a second of trying the answer is no. The end of the object withdraws the question.
+    /// half a second of trying the answer is no. While there is a hold, that is the answer to a second one.
+    /// The end of the object withdraws the question.
     [[nodiscard]] virtual std::unique_ptr<InputHold> holdInput(std::function<void(bool isHeld)> answer) = 0;
 };
 

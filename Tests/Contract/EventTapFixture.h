@@ -10,6 +10,7 @@
 #include "Support/Eventually.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSet>
 
 #include <atomic>
@@ -26,13 +27,22 @@ protected:
         EXPECT_TRUE(eventually(10s, [this] { return other.keysDown().isEmpty(); }));
     }
 
-    /// Returns the ids of the threads that have begun since. A thread that was joined is listed for a moment
-    /// more, so their number tells nothing.
+    /// Returns the ids of the threads that have begun since, without those of the toolkit, which have names.
+    /// A thread that was joined is listed for a moment more, so their number tells nothing.
     static QSet<QString> threadsSince(const QSet<QString>& before = {})
     {
-        const QStringList all =
-            QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-        return QSet<QString>(all.begin(), all.end()) - before;
+        const QString tasks = QStringLiteral("/proc/self/task");
+        const auto name = [](const QString& path) {
+            QFile file(path + QStringLiteral("/comm"));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        const QByteArray unnamed = name(QStringLiteral("/proc/self"));
+        QSet<QString> threads;
+        for (const QString& thread : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            if (name(tasks + QLatin1Char('/') + thread) == unnamed)
+                threads.insert(thread);
+        }
+        return threads - before;
     }
     /// Waits until the window has got this many keys and returns them.
     QStringList keysOnce(qsizetype count)

@@ -11,6 +11,8 @@
 
 #include <QWindow>
 
+#include <gmock/gmock.h>
+
 #include <memory>
 #include <optional>
 #include <vector>
@@ -124,6 +126,21 @@ TYPED_TEST(OverlaysContract, AfterANoItCanBeAskedForAgain)
     const auto second = this->hold();
     ASSERT_TRUE(this->answersCome(2));
     EXPECT_TRUE(this->answers[1]);
+}
+
+TYPED_TEST(OverlaysContract, ASecondHoldIsRefusedAndTakesNothingFromTheFirst)
+{
+    auto first = this->hold();
+    ASSERT_TRUE(this->answersCome(1));
+    auto second = this->hold();
+    ASSERT_TRUE(this->answersCome(2));
+    EXPECT_THAT(this->answers, ::testing::ElementsAre(true, false));
+    second.reset();
+    EXPECT_TRUE(this->becomesHeld(true));
+    first.reset();
+    const auto third = this->hold();
+    ASSERT_TRUE(this->answersCome(3));
+    EXPECT_TRUE(this->answers[2]);
 }
 
 TYPED_TEST(OverlaysContract, AWithdrawnQuestionIsNotAnswered)

@@ -72,7 +72,7 @@ private:
 class SnapFlingsDesktopTest : public SnapZonesDesktopTest {
 protected:
     static constexpr int rounds = 4;
-    static constexpr int mostRounds = 12;
+    static constexpr int mostRounds = 30;
     /// A window manager that comes later after a release gets no answer from the program.
     static constexpr std::chrono::milliseconds windowManagersTime{300};
     static constexpr Gaps gaps{.outer = 20, .inner = 12};
@@ -97,15 +97,19 @@ protected:
     {
         return drag(target).fling(place, how);
     }
-    /// Flings a window into a zone. False when the window manager has moved it later than the program waits
-    /// for that after the release, and the program hasn't snapped it: nothing is known then.
+    /// True if the window manager moves the window. On a busy machine it may get to the press when all is
+    /// over, and takes a drag for a click then.
+    bool moves(const Target& target, const QRect& before)
+    {
+        return eventually(2s, [&] { return m_windows.frame(target.window) != before; });
+    }
+    /// Flings a window into a zone. False when the window manager hasn't moved it, or later than the program
+    /// waits for that after the release, and the program hasn't snapped it: nothing is known then.
     bool flingDecides(const Target& target, QPoint place, Zone zone, const WindowDrag::Fling& how = {})
     {
         const QRect before = m_windows.frame(target.window);
         const QElapsedTimer sinceRelease = fling(target, place, how);
-        EXPECT_TRUE(eventually(10s, [&] { return m_windows.frame(target.window) != before; }))
-            << "the window manager doesn't move it";
-        const bool wasInTime = sinceRelease.elapsed() < windowManagersTime.count();
+        const bool wasInTime = moves(target, before) && sinceRelease.elapsed() < windowManagersTime.count();
         const testing::AssertionResult snaps = comesToFill(target, placeIn(zone));
         if (!snaps && !wasInTime)
             return false;
@@ -201,19 +205,23 @@ TEST_F(SnapFlingsDesktopTest, APointerThatGoesToAnEdgeAfterTheReleaseSnapsNothin
     const Target target = open(WindowKind::qt, initial);
     ASSERT_NE(target.window, 0u);
     std::unique_ptr<Held> held;
-    for (int round = 0; round < rounds; ++round) {
+    int decided = 0;
+    for (int round = 0; round < mostRounds && decided < rounds; ++round) {
         putInTheMiddle(target);
         const QRect before = m_windows.frame(target.window);
         // Held from the middle of the drag, it knows of motions that it hasn't read.
         fling(target, WindowDrag::handle(m_windows, target.window) + QPoint(-100, 60),
               {.goesOnTo = leftEdge,
                .pressed = [&] { held = std::make_unique<Held>(program().pid(), 100ms, 30ms); }});
-        EXPECT_TRUE(eventually(5s, [&] { return m_windows.frame(target.window) != before; }));
+        if (!moves(target, before))
+            continue;
+        ++decided;
         settle();
         ASSERT_TRUE(settleWindowManager());
         EXPECT_FALSE(fills(m_windows.frame(target.window), placeIn(Zone::leftHalf))) << "in round " << round;
         EXPECT_TRUE(nothingIsShownSoon());
     }
+    EXPECT_EQ(decided, rounds) << "the window manager is too slow to tell";
 }
 
 TEST_F(SnapFlingsDesktopTest, TheDraggedWindowIsSnappedAndNotTheOneThatHadTheFocus)

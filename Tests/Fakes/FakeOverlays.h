@@ -4,6 +4,7 @@
 #include "Platform/Overlays.h"
 #include "Platform/RunLoop.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace orvane {
@@ -17,13 +18,16 @@ public:
 
     [[nodiscard]] std::unique_ptr<InputHold> holdInput(std::function<void(bool isHeld)> answer) override
     {
+        const bool isSecond =
+            std::ranges::any_of(m_holds, [](Hold* hold) { return !hold->state->isRefused; });
         auto hold = std::make_unique<Hold>(*this);
-        m_runLoop.perform([this, life = std::weak_ptr(hold->life), answer = std::move(answer)] {
-            const auto isAlive = life.lock();
-            if (!isAlive)
+        m_runLoop.perform([this, isSecond, weak = std::weak_ptr(hold->state), answer = std::move(answer)] {
+            const auto state = weak.lock();
+            if (!state)
                 return;
-            *isAlive = !otherHasInput;
-            answer(!otherHasInput);
+            state->isHeld = !otherHasInput && !isSecond;
+            state->isRefused = !state->isHeld;
+            answer(state->isHeld);
         });
         return hold;
     }
@@ -32,7 +36,7 @@ public:
     [[nodiscard]] bool isInputHeld() const
     {
         for (const Hold* hold : m_holds) {
-            if (*hold->life)
+            if (hold->state->isHeld)
                 return true;
         }
         return false;
@@ -57,8 +61,12 @@ private:
         void deliverTo(QWindow& window) override { owner.target = &window; }
 
         FakeOverlays& owner;
-        /// True once it is held.
-        std::shared_ptr<bool> life = std::make_shared<bool>(false);
+        struct State {
+            bool isHeld = false;
+            bool isRefused = false;
+        };
+        /// Ends with the hold, which withdraws the question.
+        std::shared_ptr<State> state = std::make_shared<State>();
     };
 
     RunLoop& m_runLoop;

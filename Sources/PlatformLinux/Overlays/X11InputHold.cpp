@@ -62,6 +62,8 @@ void X11InputHold::look()
 void X11InputHold::tell(bool isHeld)
 {
     m_timer.stop();
+    if (!isHeld)
+        m_life.reset();
     if (const auto answer = std::exchange(m_answer, nullptr))
         answer(isHeld); // may end this object
 }

@@ -20,6 +20,9 @@ public:
 
     void deliverTo(QWindow& window) override;
 
+    /// Expires with this object, or when the answer is no.
+    [[nodiscard]] std::weak_ptr<const void> life() const { return m_life; }
+
 private:
     void ask();
     void look();
@@ -29,6 +32,7 @@ private:
     std::function<void()> m_letKeyboardGo;
     std::function<void(bool)> m_answer;
     bool m_isHeld = false;
+    std::shared_ptr<const char> m_life = std::make_shared<const char>();
     std::chrono::steady_clock::time_point m_deadline;
     QTimer m_timer;
 };

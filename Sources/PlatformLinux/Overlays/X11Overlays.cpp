@@ -20,7 +20,12 @@ std::unique_ptr<InputHold> X11Overlays::holdInput(std::function<void(bool isHeld
 {
     if (!m_grabs)
         m_grabs = InputGrabs::make();
-    return std::make_unique<X11InputHold>(m_grabs, m_letKeyboardGo, std::move(answer));
+    // A client has one grab of each device, so a second hold would take the first one's.
+    auto hold = std::make_unique<X11InputHold>(m_hold.expired() ? m_grabs : nullptr, m_letKeyboardGo,
+                                               std::move(answer));
+    if (m_hold.expired())
+        m_hold = hold->life();
+    return hold;
 }
 
 } // namespace orvane

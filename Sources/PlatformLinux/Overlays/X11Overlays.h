@@ -20,6 +20,8 @@ private:
     std::function<void()> m_letKeyboardGo;
     /// Made at the first hold, and shared with holds, which may outlive the service.
     std::shared_ptr<InputGrabs> m_grabs;
+    /// Of the hold that has the grabs.
+    std::weak_ptr<const void> m_hold;
 };
 
 } // namespace orvane
