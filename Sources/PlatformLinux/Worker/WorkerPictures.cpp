@@ -23,6 +23,8 @@ namespace {
 
 /// Of a thumbnail's pixels; more than any screen needs.
 constexpr std::uint64_t mostPixels = std::uint64_t{4096} * 4096;
+/// While a picture is converted, somebody waits to paste it.
+constexpr std::chrono::milliseconds longestConversion{10'000};
 /// Of a converted picture: what its pixels take without compression, and some room.
 constexpr std::uint64_t largestPng = largestConversion * 4 + (1 << 20);
 const QByteArray pngSignature = QByteArrayLiteral("\x89PNG\r\n\x1A\n");
@@ -82,12 +84,14 @@ std::optional<PictureSize> sizeOf(const std::optional<WorkerClient::Bytes>& answ
 } // namespace
 
 WorkerPictures::WorkerPictures(LogSink& log, std::chrono::milliseconds limit)
-    : m_client([] { return helperProgram("orvane-worker"); }, log, limit)
+    : m_client([] { return helperProgram("orvane-worker"); }, log, limit),
+      m_converting([] { return helperProgram("orvane-worker"); }, log, std::min(limit, longestConversion))
 {
 }
 
 WorkerPictures::WorkerPictures(QByteArray program, LogSink& log, std::chrono::milliseconds limit)
-    : m_client([program = std::move(program)] { return program; }, log, limit)
+    : m_client([program] { return program; }, log, limit),
+      m_converting([program] { return program; }, log, std::min(limit, longestConversion))
 {
 }
 
@@ -163,8 +167,8 @@ std::optional<QByteArray> WorkerPictures::png(const QByteArray& bytes, Foreign f
     const FileDescriptor target(::memfd_create("orvane-png", MFD_CLOEXEC));
     if (!source || !target || !PixelMemory::write(source.get(), bytes))
         return std::nullopt;
-    const auto answer = m_client.ask(Kind::conversion, bytesOf(Conversion{asTold(format)}),
-                                     std::array{source.get(), target.get()}, stop);
+    const auto answer = m_converting.ask(Kind::conversion, bytesOf(Conversion{asTold(format)}),
+                                         std::array{source.get(), target.get()}, stop);
     const auto written = answer ? payloadAs<Written>(*answer) : std::nullopt;
     struct stat file {};
     if (!written || written->bytes > largestPng || ::fstat(target.get(), &file) != 0 ||

@@ -27,7 +27,11 @@ public:
                                                         Size most, const std::stop_token& stop);
 
     /// Ends the request that runs, and fails all that come after it. Any thread, the main one too.
-    void giveUp() { m_client.giveUp(); }
+    void giveUp()
+    {
+        m_client.giveUp();
+        m_converting.giveUp();
+    }
 
 private:
     [[nodiscard]] std::optional<Pixels> askForPixels(WorkerProtocol::Kind kind,
@@ -36,6 +40,8 @@ private:
                                                      const std::stop_token& stop);
 
     WorkerClient m_client;
+    /// A worker of its own, so that a copied picture doesn't wait for a batch of files.
+    WorkerClient m_converting;
 };
 
 } // namespace orvane
