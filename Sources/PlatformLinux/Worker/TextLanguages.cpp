@@ -94,6 +94,8 @@ QString codeOfLayout(const QString& layout)
     return {};
 }
 
+constexpr QStringView english = u"eng";
+
 QString nameOf(const QString& code)
 {
     for (const Language& each : languages) {
@@ -112,7 +114,7 @@ QStringList TextLanguages::ofUser(const QStringList& locales, const QStringList&
         codes.append(codeOfLocale(locale));
     for (const QString& layout : layouts)
         codes.append(codeOfLayout(layout));
-    codes.append(QStringLiteral("eng"));
+    codes.append(english.toString());
     codes.removeAll(QString());
     codes.removeDuplicates();
     return codes;
@@ -139,9 +141,16 @@ TextLanguages::TextLanguages(const QStringList& languages, const QStringList& fo
         }
         if (path.isEmpty())
             m_missing.append(language);
-        else if (m_models.size() < static_cast<qsizetype>(WorkerProtocol::mostLanguages))
+        else
             m_models.append({language, path});
     }
+    constexpr auto most = static_cast<qsizetype>(WorkerProtocol::mostLanguages);
+    if (m_models.size() <= most)
+        return;
+    // English, which programs are full of, comes last and stays.
+    if (m_models.last().language == english)
+        m_models.swapItemsAt(most - 1, m_models.size() - 1);
+    m_models.resize(most);
 }
 
 TextRecognition::Languages TextLanguages::described() const

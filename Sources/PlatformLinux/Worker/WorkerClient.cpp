@@ -84,7 +84,8 @@ bool WorkerClient::startProcess()
     } catch (const std::system_error& error) {
         m_log.write(
             LogLevel::error, QStringLiteral("net.lindenrow.orvane"), QStringLiteral("Worker"),
-            QStringLiteral("The program that opens pictures can't be started (%1). Install Orvane again.")
+            QStringLiteral(
+                "The program that opens pictures and reads text can't be started (%1). Install Orvane again.")
                 .arg(QString::fromLocal8Bit(error.what())));
         return false;
     }
