@@ -62,11 +62,18 @@ void noteRefusal(const Shortcut& shortcut, OSStatus status)
     postRefusals();
 }
 
+/// Nothing but the other program's end of a shortcut is worth asking again.
+bool isAnyTaken()
+{
+    return std::ranges::any_of(state().refused,
+                               [](const auto& entry) { return entry.second == eventHotKeyExistsErr; });
+}
+
 void forgetRefusal(const Shortcut& shortcut)
 {
     if (state().refused.erase(shortcut) == 0)
         return;
-    if (state().refused.empty())
+    if (!isAnyTaken())
         state().retry.reset();
     postRefusals();
 }
@@ -261,7 +268,7 @@ void retryRefused()
         return;
     const auto refused = state().refused;
     for (const auto& [shortcut, status] : refused) {
-        if (registerWithSystem(shortcut) == noErr)
+        if (status == eventHotKeyExistsErr && registerWithSystem(shortcut) == noErr)
             forgetRefusal(shortcut);
     }
 }

@@ -92,6 +92,20 @@ void AppEnvironment::registerHotkeys()
         }
     }
     followActiveOnes();
+    m_shortcutsObserver = platform().defaultNotificationCenter.addObserver(
+        KeyboardShortcuts::shortcutByNameDidChangeNotification(), [weak](const Notification&) {
+            if (const auto self = weak.lock())
+                self->claimActiveOnes();
+        });
+}
+
+/// Two actions may hold one shortcut. When one of them gets another, the system gives up the keys of both.
+void AppEnvironment::claimActiveOnes()
+{
+    for (const auto& [capability, id] : m_gatedShortcuts) {
+        if (registry().isActive(capability))
+            KeyboardShortcuts::enable({KeyboardShortcuts::Name(id)});
+    }
 }
 
 void AppEnvironment::followActiveOnes()

@@ -57,6 +57,7 @@ private:
     void wireHomeWindow();
     void registerHotkeys();
     void followActiveOnes();
+    void claimActiveOnes();
     void followPermissions();
 
     std::shared_ptr<AppPreferences> m_appPreferences;
@@ -73,6 +74,7 @@ private:
     };
     QList<GatedShortcut> m_gatedShortcuts;
     Subscription m_activityObserver;
+    std::unique_ptr<NotificationCenter::Token> m_shortcutsObserver;
     std::unique_ptr<NotificationCenter::Token> m_permissionsObserver;
 };
 

@@ -211,6 +211,29 @@ TEST_F(RegisterHotkeysTest, AShortcutThatAnotherActionStillNeedsStaysTaken)
     EXPECT_FALSE(fake.hotKeys.isRegistered(controlSpace));
 }
 
+TEST_F(RegisterHotkeysTest, AnActionKeepsTheShortcutThatAnotherOneGivesUp)
+{
+    store(QStringLiteral("first.a"), controlSpace);
+    store(QStringLiteral("second.a"), controlSpace);
+    const auto environment =
+        environmentWith({capability(QStringLiteral("First"), {action(QStringLiteral("first.a"))}),
+                         capability(QStringLiteral("Second"), {action(QStringLiteral("second.a"))})});
+    environment->registry().setEnabled(true, first);
+    environment->registry().setEnabled(true, {QStringLiteral("Second")});
+    const KeyboardShortcuts::Name name(QStringLiteral("first.a"));
+    name.setShortcut(KeyboardShortcuts::Shortcut(commandK.keyCode, commandK.modifiers));
+    fake.hotKeys.tap(controlSpace);
+    EXPECT_EQ(fired, QStringList{QStringLiteral("second.a")});
+    fake.hotKeys.tap(commandK);
+    EXPECT_EQ(fired.last(), QStringLiteral("first.a"));
+
+    name.setShortcut(KeyboardShortcuts::Shortcut(controlSpace.keyCode, controlSpace.modifiers));
+    name.setShortcut(std::nullopt);
+    fired.clear();
+    fake.hotKeys.tap(controlSpace);
+    EXPECT_EQ(fired, QStringList{QStringLiteral("second.a")});
+}
+
 TEST_F(RegisterHotkeysTest, ARefusedShortcutSaysSoAndIsTriedAgainUntilTheOtherProgramLetsItGo)
 {
     fake.hotKeys.taken = {controlSpace};
