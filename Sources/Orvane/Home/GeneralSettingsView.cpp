@@ -68,8 +68,7 @@ AnyView permissionsSection(const GeneralSettingsView& view)
                               .note = GeneralSettingsView::usageText(permission, view.registry->entries()),
                               .permissions = view.permissions});
     }
-    rows.append(PermissionRestartRow{
-        QList<SystemPermission>(allSystemPermissions.begin(), allSystemPermissions.end()), view.permissions});
+    rows.append(PermissionRestartRow{});
     return OrvaAnchor{
         GeneralSettingsView::permissionsAnchor(),
         OrvaSection{

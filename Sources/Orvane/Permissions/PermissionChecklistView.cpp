@@ -22,8 +22,7 @@ AnyView PermissionChecklistView::body() const
     for (const SystemPermission permission : allSystemPermissions)
         rows.append(OrvaPermissionRow{
             .permission = permission, .note = explanation(permission), .permissions = permissions});
-    rows.append(PermissionRestartRow{
-        QList<SystemPermission>(allSystemPermissions.begin(), allSystemPermissions.end()), permissions});
+    rows.append(PermissionRestartRow{});
     const auto refresh = [permissions = permissions] { permissions->refresh(); };
     const OnboardingPage page{
         .title = ShellText::tr("Permissions"),

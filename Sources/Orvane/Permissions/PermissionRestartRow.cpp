@@ -37,6 +37,8 @@ AnyView PermissionRestartRow::body() const
                                  Qt::AlignVCenter),
             OrvaBoxPart::gap(buttonGap),
             {restart, Qt::AlignVCenter}}};
+    if (!manager)
+        return row;
     return OrvaIf{
         Live<bool>([list = permissions, manager = manager] { return manager->restartMayHelp(list); },
                    {manager}),

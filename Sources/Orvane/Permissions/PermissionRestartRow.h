@@ -11,8 +11,8 @@ namespace orvane {
 
 class PermissionManager;
 
-/// A row for cards, below the rows of permissions.
-/// Shown while one of the permissions is missing and a new start may be what it needs.
+/// A row for cards, below the rows of permissions. Shown while one of the permissions is missing and a new
+/// start may be what it needs; without a manager it is always shown.
 struct PermissionRestartRow {
     QList<SystemPermission> permissions;
     std::shared_ptr<PermissionManager> manager;

@@ -86,6 +86,13 @@ QString LinuxPermissions::denialOfSession(Right right) const
     Q_UNREACHABLE();
 }
 
+/// A server that couldn't be reached may be there now.
+void LinuxPermissions::lookForServer()
+{
+    if (m_session == SessionKind::withoutServer)
+        m_session = sessionKind();
+}
+
 bool LinuxPermissions::sessionAllows(Right right)
 {
     const QString denial = denialOfSession(right);
@@ -124,6 +131,7 @@ bool LinuxPermissions::axIsProcessTrusted()
 
 void LinuxPermissions::axIsProcessTrustedWithPrompt()
 {
+    lookForServer();
     if (!sessionAllows(Right::accessibility))
         return;
     followWindowManager();
@@ -144,6 +152,7 @@ bool LinuxPermissions::preflightListenEventAccess()
 
 void LinuxPermissions::requestListenEventAccess()
 {
+    lookForServer();
     if (!sessionAllows(Right::listenEvent))
         return;
     m_input = tryInputAccess();
@@ -164,6 +173,7 @@ bool LinuxPermissions::preflightScreenCaptureAccess()
 
 void LinuxPermissions::requestScreenCaptureAccess()
 {
+    lookForServer();
     if (!sessionAllows(Right::screenCapture))
         return;
     m_screen = tryScreenAccess();
@@ -184,8 +194,10 @@ Permissions::OSStatus LinuxPermissions::determinePermissionToAutomateTarget(cons
 
 Permissions::Denial LinuxPermissions::denial(Right right)
 {
-    if (const QString reason = denialOfSession(right); !reason.isEmpty())
-        return {.reason = reason, .canBeRequested = false, .needsRestart = false};
+    if (const QString reason = denialOfSession(right); !reason.isEmpty()) {
+        const bool maybeReached = m_session == SessionKind::withoutServer;
+        return {.reason = reason, .canBeRequested = maybeReached, .needsRestart = false};
+    }
     const auto ofServer = [](const std::optional<XAccess>& access) {
         return access && !access->granted ? Denial{access->reason, access->isLate, false}
                                           : Denial{.needsRestart = false};

@@ -47,6 +47,7 @@ public:
 
 private:
     /// Returns false, and logs the reason, where the session denies it.
+    void lookForServer();
     bool sessionAllows(Right right);
     [[nodiscard]] QString denialOfSession(Right right) const;
     void followWindowManager();
@@ -54,7 +55,7 @@ private:
 
     NotificationCenter& m_center;
     DenialLog m_denials;
-    const SessionKind m_session;
+    SessionKind m_session;
     std::optional<WindowManagerWatch> m_windowManager;
     FileManagerAutomation m_fileManager;
     std::optional<XAccess> m_input;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 
 #include <xcb/randr.h>
 
@@ -29,7 +30,8 @@ std::vector<OutputInfo> outputInfos(XExchange& exchange, const Resources& resour
     return infos;
 }
 
-SessionKind askServer()
+/// Nothing where the server is there but too late with its answer.
+std::optional<SessionKind> askServer()
 {
     const char* waylandDisplay = std::getenv("WAYLAND_DISPLAY");
     const std::string_view wayland = waylandDisplay ? waylandDisplay : "";
@@ -44,8 +46,10 @@ SessionKind askServer()
     if (hasOutputs)
         resourcesQuestion = xcb_randr_get_screen_resources_current(exchange.xcb(), x->root());
     ServerTraits server{.isThere = true};
-    if (const auto answer = exchange.reply<xcb_query_extension_reply_t>(question))
-        server.hasXwaylandExtension = answer->present != 0;
+    const auto answer = exchange.reply<xcb_query_extension_reply_t>(question);
+    if (!answer)
+        return std::nullopt;
+    server.hasXwaylandExtension = answer->present != 0;
     std::vector<OutputInfo> infos;
     if (hasOutputs) {
         const auto resources =
@@ -74,8 +78,13 @@ SessionKind sessionKind(const ServerTraits& server, std::string_view waylandDisp
 
 SessionKind sessionKind()
 {
-    static const SessionKind kind = askServer();
-    return kind;
+    static std::optional<SessionKind> known;
+    if (known)
+        return *known;
+    const auto kind = askServer();
+    if (kind == SessionKind::x11 || kind == SessionKind::xwayland)
+        known = kind;
+    return kind.value_or(SessionKind::x11);
 }
 
 } // namespace orvane

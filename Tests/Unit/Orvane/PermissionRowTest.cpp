@@ -199,6 +199,14 @@ TEST(PermissionRestartRowTest, IsShownOnlyWhileANewStartMayHelp)
     EXPECT_FALSE(shown());
 }
 
+TEST(PermissionRestartRowTest, WithoutAManagerItIsAlwaysShown)
+{
+    const FakePlatform fake;
+    const AnyView row = PermissionRestartRow{};
+    EXPECT_TRUE(row.all<OrvaIf>().isEmpty());
+    EXPECT_EQ(row.all<OrvaButton>().size(), 1);
+}
+
 TEST(PermissionRestartRowTest, SaysWhyAndStartsTheProgramAnew)
 {
     FakePlatform fake;
