@@ -96,12 +96,14 @@ void ColorPickerOverlayView::cursorMoved()
 void ColorPickerOverlayView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
-    const QRectF part = event->rect();
     const double across = double(m_background.width()) / width();
     const double down = double(m_background.height()) / height();
-    painter.drawImage(
-        part, m_background,
-        QRectF(part.x() * across, part.y() * down, part.width() * across, part.height() * down));
+    // A quick hand leaves two small parts far from each other, and the rectangle around both is large.
+    for (const QRectF part : event->region()) {
+        painter.drawImage(
+            part, m_background,
+            QRectF(part.x() * across, part.y() * down, part.width() * across, part.height() * down));
+    }
     if (m_model->crop.get())
         paintLoupe(painter);
 }
