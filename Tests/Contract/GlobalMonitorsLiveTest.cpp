@@ -381,7 +381,7 @@ TEST_F(GlobalMonitorsLiveTest, ThePointersPlaceIsInTheSpaceOfTheScreens)
         hardware.movePointer(place);
         ASSERT_TRUE(eventually(deadline, [&] { return screen.pointer() == place; }));
         const Point pointer = monitors.mouseLocation();
-        EXPECT_EQ(pointer, (Point{double(place.x()), place.y() == 0 ? 899.0 : 900.0 - place.y()}));
+        EXPECT_EQ(pointer, (Point{double(place.x()), place.y() == 0 ? 899.5 : 900.0 - place.y()}));
         EXPECT_TRUE(screens.screens()[0].frame.contains(pointer));
     }
 }
