@@ -20,7 +20,7 @@ namespace {
 constexpr int furtherFilesMapped = 8;  // the program's own libraries of the X protocol, and QCoro
 constexpr int furtherFilesOpened = 16; // those, the settings and their folder, a bus
 constexpr int furtherThreads = 1;      // one of the pool's
-constexpr double relocationsOfBare = 1.18;
+constexpr double relocationsOfBare = 1.2;
 constexpr double writtenOfBare = 1.25;
 constexpr long kilobytesOfOwnFile = 2000;
 
