@@ -201,8 +201,7 @@ TEST_F(ColorPickerTest, ItsOwnShortcutDoesNothingDuringAPick)
         KeyboardShortcuts::Shortcut(KeyboardShortcuts::Key{keyC}, eventFlag::control | eventFlag::option),
         KeyboardShortcuts::Name(ColorPickerController::actionID()));
     begin();
-    EXPECT_EQ(send(EventType::keyDown, keyC, eventFlag::control | eventFlag::option),
-              Disposition::swallow);
+    EXPECT_EQ(send(EventType::keyDown, keyC, eventFlag::control | eventFlag::option), Disposition::swallow);
     EXPECT_TRUE(isUp());
     (void)send(EventType::keyDown, keyC, eventFlag::control);
     EXPECT_TRUE(isIdle());

@@ -108,7 +108,8 @@ TEST(BingSourceTest, WithoutALinkThereIsNone)
 {
     for (const QByteArray& more :
          {QByteArray(), QByteArray(R"(,"copyrightlink":null)"), QByteArray(R"(,"copyrightlink":"")"),
-          QByteArray("," R"_("copyrightlink":"javascript:void(0)")_"),
+          QByteArray(","
+                     R"_("copyrightlink":"javascript:void(0)")_"),
           QByteArray(R"(,"copyrightlink":"file:///etc/passwd")")})
         EXPECT_FALSE(itemsOf(bing, bingList({bingImage("1", "/a", more)})).first().creditURL)
             << more.toStdString();
