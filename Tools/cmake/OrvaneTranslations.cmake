@@ -18,8 +18,9 @@ function(orvane_catalogues target)
       DEPENDS "${source}" VERBATIM)
     list(APPEND built "${catalogue}")
   endforeach()
+  # Uncompressed, a catalogue is read where it lies in the program's file.
   qt_add_resources(${target} translations PREFIX "/translations" BASE "${CMAKE_BINARY_DIR}/translations"
-    FILES ${built})
+    OPTIONS --no-compress FILES ${built})
 endfunction()
 
 # Every text of the sources, in translations/sources.ts of the build folder.

@@ -5,6 +5,8 @@
 #include "Platform/Permissions.h"
 #include "Platform/Platform.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 namespace {
@@ -29,6 +31,7 @@ void PlainPasteController::pasteAsPlainText()
 /// Formatted documents can be large, so they are only asked for when there is no plain text beside them.
 void PlainPasteController::begin()
 {
+    m_copy = platform().generalPasteboard.changeCount();
     m_read = platform().generalPasteboard.read({pasteboardType::string},
                                                [this](auto contents) { takeString(std::move(contents)); });
 }
@@ -68,7 +71,10 @@ void PlainPasteController::finish(const std::optional<QString>& text)
 {
     m_read.reset();
     if (!text) {
-        m_presses = 0;
+        // The presses that wait were about the same copy, unless there is another one by now.
+        const bool isOfAnother = platform().generalPasteboard.changeCount() != m_copy;
+        m_presses = isOfAnother ? std::min(m_presses, 2) : 1;
+        endPress();
         return;
     }
     if (write(*text) && m_settings->autoPaste.get() && platform().permissions.axIsProcessTrusted())

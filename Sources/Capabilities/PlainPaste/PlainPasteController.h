@@ -43,6 +43,7 @@ private:
     std::shared_ptr<PlainPasteSettings> m_settings;
     Logger m_log;
     std::unique_ptr<PasteboardRead> m_read;
+    int m_copy = 0;    // the change count when the press under way began
     int m_presses = 0; // the one under way, and those that wait
 };
 

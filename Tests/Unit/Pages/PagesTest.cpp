@@ -194,7 +194,10 @@ TEST_P(PagesTest, LettersStandAtTheLeadingEdgeOfTheirLabel)
     for (const auto& selection : selections()) {
         navigation->selection.set(selection);
         show(home());
-        for (auto* label : page->findChildren<OrvaTextView*>()) {
+        for (auto* child : page->findChildren<QWidget*>()) {
+            auto* label = dynamic_cast<OrvaTextView*>(child);
+            if (!label)
+                continue;
             const int spare = label->width() - label->sizeHint().width();
             constexpr int tellingRoom = 24; // points
             if (!label->isVisible() || spare < tellingRoom || !label->alignment().testFlag(Qt::AlignLeft))

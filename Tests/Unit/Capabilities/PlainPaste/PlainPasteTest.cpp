@@ -272,6 +272,24 @@ TEST_F(PlainPasteTest, PressesThatWaitAreDroppedWithTheOneThatFails)
     EXPECT_EQ(pastes(), 1) << "a later press works again";
 }
 
+TEST_F(PlainPasteTest, APressAfterANewCopyIsNotDroppedWithTheOneThatFails)
+{
+    fake.generalPasteboard.copyString(QStringLiteral("text"));
+    fake.generalPasteboard.setOwner(FakePasteboard::Owner::hangs);
+    press();
+    settle();
+    fake.generalPasteboard.copyString(QStringLiteral("newer"));
+    press();
+    press();
+    fake.generalPasteboard.setOwner(FakePasteboard::Owner::fails);
+    settle();
+    EXPECT_EQ(fake.generalPasteboard.reads, 2) << "the new copy is asked for once, for all that waited";
+    EXPECT_EQ(pastes(), 0);
+    press();
+    settle();
+    EXPECT_EQ(fake.generalPasteboard.reads, 3) << "nothing waits any more";
+}
+
 TEST_F(PlainPasteTest, ACopyWhileTheDecoderIsAtWorkDoesNotReplaceWhatThePressIsAbout)
 {
     copy({{pasteboardType::html, html}});
