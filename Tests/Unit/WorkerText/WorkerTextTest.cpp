@@ -125,10 +125,11 @@ TEST_F(WorkerTextTest, AWorkerThatIsKilledWhileItReadsFailsThatOneReading)
         read = recognition.recognize(image, {});
         isDone = true;
     });
+    EXPECT_TRUE(eventually(60s, [] { return !workers().isEmpty(); }));
     const pid_t worker = workers().value(0);
     const long before = processorTime(worker);
     EXPECT_TRUE(eventually(60s, [&] { return processorTime(worker) > before + 2; })); // it reads
-    EXPECT_EQ(::kill(worker, SIGKILL), 0);
+    EXPECT_TRUE(worker > 0 && ::kill(worker, SIGKILL) == 0);
     EXPECT_TRUE(eventually(60s, [&] { return isDone.load(); }));
     reader.join();
     EXPECT_FALSE(read);
