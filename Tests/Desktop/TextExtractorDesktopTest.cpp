@@ -93,6 +93,7 @@ TEST_F(TextExtractorDesktopTest, TheTextInTheBoxIsOnTheClipboard)
     drag();
     EXPECT_TRUE(copies(first + u'\n' + second)) << clipboardText().toStdString();
     EXPECT_TRUE(goes());
+    EXPECT_EQ(m_program->log().filter(QStringLiteral("OCR copied")).size(), 1);
     EXPECT_TRUE(eventually(deadline, [this] { return !m_other.isKeyboardGrabbed(); }));
 }
 

@@ -169,6 +169,8 @@ void TextExtractorController::updateSelection(Point point)
 void TextExtractorController::finishSelection()
 {
     const auto box = m_model ? m_model->selection.get() : std::nullopt;
+    if (box && !m_dragStart)
+        return; // the end of a drag may be told twice
     const auto pixels = box && SelectedRegion::isLargeEnough(*box) ? m_region.pixelsOf(*box) : std::nullopt;
     if (!pixels) {
         teardown();

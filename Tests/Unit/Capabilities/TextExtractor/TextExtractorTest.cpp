@@ -97,6 +97,17 @@ TEST_F(TextExtractorTest, TheTextInTheBoxIsCopied)
     EXPECT_TRUE(isIdle());
 }
 
+TEST_F(TextExtractorTest, AReleaseThatIsToldTwiceIsReadOnce)
+{
+    fake.textRecognition.setAnyLines(twoLines);
+    begin();
+    drag({100, 800}, {300, 700});
+    EXPECT_EQ(send(EventType::leftMouseUp, {300, 700}), Disposition::swallow);
+    read();
+    EXPECT_EQ(fake.textRecognition.images().size(), 1);
+    EXPECT_EQ(status(), QStringLiteral("Copied ✓"));
+}
+
 TEST_F(TextExtractorTest, JoinedLinesAreOneParagraph)
 {
     fake.textRecognition.setAnyLines(twoLines);
