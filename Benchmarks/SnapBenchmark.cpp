@@ -52,6 +52,7 @@ Platform withDesktop(const Platform& fakes, const Platform& real)
             .standardDefaults = fakes.standardDefaults,
             .systemStatusBar = fakes.systemStatusBar,
             .textRecognition = fakes.textRecognition,
+            .thumbnails = fakes.thumbnails,
             .windowDrags = fakes.windowDrags,
             .sharedWorkspace = fakes.sharedWorkspace};
 }
